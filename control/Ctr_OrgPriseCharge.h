@@ -1,0 +1,85 @@
+// The control: creates, shows, changes and deletes the funding bodies of a store.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <stdexcept>
+
+#include "screen/Rights.h"
+#include "store/Database.h"
+#include "toolkit/Desktop.h"
+#include "toolkit/Surface.h"
+
+namespace control {
+
+// A host calls a member that would create, change or delete something without full rights.
+class AccessDenied : public std::runtime_error {
+ public:
+  AccessDenied() : std::runtime_error("the user's rights allow consultation only") {}
+};
+
+// A host's call while a user action or another call runs.
+class Busy : public std::runtime_error {
+ public:
+  Busy() : std::runtime_error("the control is busy with another action") {}
+};
+
+// A host's call that needs what has not been given: Init before TheDatabase or DroitsUtilisateur.
+class NotReady : public std::runtime_error {
+ public:
+  explicit NotReady(const char* what) : std::runtime_error(what) {}
+};
+
+// Calling order: setTheClient, setTheDatabase and setDroitsUtilisateur in any order, then Init
+// once; release the control when W_Sortir becomes true.
+// Every member throws what its store calls throw (store::StoreError), Busy while another action
+// runs, and AccessDenied where said. W_Sortir can always be read.
+class Ctr_OrgPriseCharge {
+ public:
+  // The desktop must outlive the control.
+  explicit Ctr_OrgPriseCharge(toolkit::Desktop& desktop);
+  Ctr_OrgPriseCharge(const Ctr_OrgPriseCharge&) = delete;
+  Ctr_OrgPriseCharge& operator=(const Ctr_OrgPriseCharge&) = delete;
+  // Runs UserControl_Terminate.
+  ~Ctr_OrgPriseCharge();
+
+  toolkit::Surface& surface();
+
+  bool W_Sortir() const;
+  void setW_Sortir(bool leave);
+  // Called whenever W_Sortir has taken another value.
+  std::function<void()> onSortirChanged;
+
+  // The objects are only kept. The client's own type does not matter here: it is kept alive.
+  void setDroitsUtilisateur(std::shared_ptr<screen::Rights> rights);
+  void setTheClient(std::shared_ptr<void> client);
+  void setTheDatabase(std::shared_ptr<store::Database> database);
+
+  void Init();
+
+  void Afficher_Donnees();
+  void Afficher_Ong1();
+  void Remplir_OrgPriseChg();
+  void Remplir_ParamsPoss();
+  void Remplir_PiecesPoss();
+  void Remplir_StatOrgChg();
+  void Vider_Donnees();
+
+  // AccessDenied below level 2.
+  void Creer_Donnees();
+  void Ecrire_Donnees();
+  void Ecrire_Ong1();
+
+  // True when the page may be saved.
+  bool Verif_Ong1();
+
+  // Releases what the control holds, in the fixed order. Nothing but the destructor may be called
+  // afterwards.
+  void UserControl_Terminate();
+
+ private:
+  class Implementation;
+  std::unique_ptr<Implementation> implementation_;
+};
+
+}  // namespace control

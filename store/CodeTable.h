@@ -1,0 +1,21 @@
+// Code tables: records of TABLES that hold codes in attribute 2 and labels in attribute 3, value by
+// value.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "store/DynamicArray.h"
+
+namespace store {
+
+// First attribute whose value 1 equals the text, from 1 to DCount(); 0 when none does.
+int ChercherCodeTable(const DynamicArray& table, std::string_view value);
+
+// Label of a code: attribute 2 is walked from value 1 until it equals the code or is empty.
+// "" when the walk ends at the empty value.
+std::string labelOfCode(const DynamicArray& table, std::string_view code);
+// The same from label to code.
+std::string codeOfLabel(const DynamicArray& table, std::string_view label);
+
+}  // namespace store

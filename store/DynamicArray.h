@@ -1,0 +1,48 @@
+// The store's record and list value: attributes numbered from 1, each holding values numbered
+// from 1. As one text, attributes are separated by the attribute mark, values by the value mark.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace store {
+
+// Bytes that UTF-8 never holds, so that no text can be taken for a mark.
+inline constexpr char kAttributeMark = static_cast<char>(0xFE);
+inline constexpr char kValueMark = static_cast<char>(0xFD);
+
+// A value type. Positions below 1 throw std::invalid_argument; reading past the end gives "".
+// Reading attribute after attribute, and appending, take constant time each.
+class DynamicArray {
+ public:
+  DynamicArray() = default;
+  explicit DynamicArray(std::string_view text);
+
+  std::string_view get(int attribute) const;
+  std::string_view get(int attribute, int value) const;
+  // Past the end, the array is extended with empty attributes or values.
+  void set(int attribute, std::string_view text);
+  void set(int attribute, int value, std::string_view text);
+
+  int DCount() const;               // attributes; 0 of an empty array
+  int DCount(int attribute) const;  // values; 0 of an empty attribute
+  // Inserts a value before the one at that position; the following ones move up. Into an empty
+  // attribute at position 1, the text becomes its only value.
+  void Insert(int attribute, int value, std::string_view text);
+  // Removes a value; the following ones move down. Nothing happens past the end.
+  void Delete(int attribute, int value);
+
+  std::string text() const;
+  void setText(std::string_view text);
+  bool empty() const;  // the full text is ""
+
+  bool operator==(const DynamicArray& other) const { return text() == other.text(); }
+
+ private:
+  std::vector<std::string> attributes_;
+};
+
+DynamicArray NewDynamicArray();
+
+}  // namespace store

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "toolkit/Control.h"
+#include "toolkit/ListItems.h"
+
+namespace toolkit {
+
+class ComboBox : public Control {
+ public:
+  enum class Style { Editable, ListOnly };  // typed text allowed, or not
+  ComboBox(Container* parent, std::string name, Style style = Style::Editable);
+
+  Style style() const { return style_; }
+
+  const ListItems& items() const { return items_; }
+  int listCount() const { return items_.count(); }
+  const std::string& list(int line) const { return items_.text(line); }
+  long itemData(int line) const { return items_.data(line); }
+  // Filling fires nothing. setItems replaces all lines in one pass, as clear() and then adding.
+  void addItem(std::string_view text, long data = 0);
+  void setItems(std::vector<ListItem> items);
+  void removeItem(int line);
+  // Also clears the text and the chosen line; fires Change if there was a text.
+  void clear();
+
+  const std::string& text() const { return text_; }
+  // By code: another text fires Change and no line is chosen any more (of a ListOnly combo, the
+  // line that equals it is chosen instead, and fires Click, or none); the text it has changes
+  // nothing and keeps the chosen line.
+  void setText(std::string_view text);
+
+  int listIndex() const { return listIndex_; }  // the chosen line, -1 for none
+  // By code: another line takes its text and fires Click; the same fires nothing; -1 clears line
+  // and text (and fires Change if there was a text). Throws std::invalid_argument past the end.
+  void setListIndex(int line);
+
+  int maxLength() const { return maxLength_; }
+  void setMaxLength(int characters);
+
+  std::function<void(char32_t& key)> onKeyPress;  // as of a text box; none when ListOnly
+  Handler onChange;    // the user types, or code assigns another text; not when a line is chosen
+  Handler onClick;     // a line is chosen by the user (the same one again counts) or by code
+  Handler onDropDown;  // the list is about to open
+
+  char32_t userKeyPress(char32_t key);
+  void userEdit(std::string_view text);
+  void userChoose(int line);
+  void userDropDown();
+
+ private:
+  Style style_;
+  ListItems items_;
+  std::string text_;
+  int listIndex_ = -1;
+  int maxLength_ = 0;
+};
+
+}  // namespace toolkit

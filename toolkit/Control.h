@@ -1,0 +1,159 @@
+// What every child control has in common. A control's state lives here, in the portable object; a
+// peer, when there is one, mirrors it on a window and passes the user's input back through the
+// "user" entry points, the same that a test's user calls.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace toolkit {
+
+class Container;
+class Surface;
+
+// Positions and sizes in twips: 1440 to the inch, 15 to the pixel at 96 dpi; left and top are
+// relative to the parent container.
+struct Place {
+  int left = 0;
+  int top = 0;
+  int width = 0;
+  int height = 0;
+  bool operator==(const Place&) const = default;
+};
+
+struct Font {
+  std::string name;  // empty: the ambient font
+  int size = 0;      // points; 0: the ambient size
+  bool bold = false;
+  bool operator==(const Font&) const = default;
+};
+
+// 0x00RRGGBB.
+using Color = unsigned;
+inline constexpr Color kBlack = 0x000000;
+inline constexpr Color kRed = 0xFF0000;
+
+enum class Kind {
+  TextBox,
+  ComboBox,
+  ListBox,
+  OptionButton,
+  CheckBox,
+  CommandButton,
+  Frame,
+  Label,
+  ScrollBar,
+  SSTab,
+  TabPage,
+  Surface
+};
+
+// What has changed in a control, for its peer.
+enum class Aspect { Text, Items, Selection, Value, Range, Caption, Enabled, Visible, Place, Style };
+
+// Mirrors one control on a window. Outlives nothing: it is detached before its window goes.
+class Peer {
+ public:
+  Peer() = default;
+  Peer(const Peer&) = delete;
+  Peer& operator=(const Peer&) = delete;
+  virtual ~Peer() = default;
+  // Called after the object's state has changed, from within the call that changed it.
+  // Enabled and Visible are also told to every control inside a container whose own changed.
+  virtual void update(Aspect what) = 0;
+};
+
+// "&Ajouter" shows "Ajouter" with the mnemonic A; "&&" is an ampersand.
+char32_t mnemonicOf(std::string_view caption);          // upper case; 0 when there is none
+std::string withoutMnemonic(std::string_view caption);  // the text as the user reads it
+
+class Control {
+ public:
+  using Handler = std::function<void()>;
+
+  // The parent keeps a pointer to the control, which must not outlive it. Tab order is the order
+  // of creation within the parent.
+  Control(Container* parent, Kind kind, std::string name);
+  Control(const Control&) = delete;
+  Control& operator=(const Control&) = delete;
+  virtual ~Control();
+
+  Kind kind() const { return kind_; }
+  const std::string& name() const { return name_; }
+  Container* parent() const { return parent_; }
+  Surface* surface() const;
+
+  bool enabled() const { return enabled_; }
+  void setEnabled(bool enabled);
+  bool visible() const { return visible_; }
+  void setVisible(bool visible);
+  // It and every frame, tab page and surface around it are enabled (a disabled single tab's page
+  // counts as disabled).
+  bool reachable() const;
+  // It and everything around it are visible; a page that is not in front is not.
+  bool shown() const;
+  // Takes input: reachable and shown.
+  bool usable() const { return reachable() && shown(); }
+
+  const Place& place() const { return place_; }
+  void setPlace(const Place& place);
+  const Font& font() const { return font_; }
+  void setFont(const Font& font);
+  Color color() const { return color_; }
+  void setColor(Color color);
+  // Text shown by the control itself; of a text or combo box it is unused.
+  const std::string& caption() const { return caption_; }
+  void setCaption(std::string_view caption);
+
+  // Can it have the focus at all (by kind), and does Tab stop at it.
+  bool focusable() const;
+  bool tabStop() const { return tabStop_; }
+  void setTabStop(bool stop);
+
+  // Gives the focus by code. Does nothing for a disabled or hidden control; asked for while only
+  // the surface is disabled, it is remembered and given when the surface is enabled again. Within
+  // a LostFocus handler it decides where the focus goes instead.
+  void setFocus();
+  bool hasFocus() const;
+
+  Handler onGotFocus;
+  Handler onLostFocus;
+
+  Peer* peer() const { return peer_; }
+  void setPeer(Peer* peer) { peer_ = peer; }
+
+ protected:
+  void changed(Aspect what);
+  static void fire(const Handler& handler);
+
+ private:
+  friend class Container;
+
+  Container* parent_;
+  Kind kind_;
+  std::string name_;
+  bool enabled_ = true;
+  bool visible_ = true;
+  bool tabStop_ = true;
+  Place place_;
+  Font font_;
+  Color color_ = kBlack;
+  std::string caption_;
+  Peer* peer_ = nullptr;
+};
+
+// A control that holds others: frame, tab page, surface, tab control.
+class Container : public Control {
+ public:
+  using Control::Control;
+  ~Container() override;
+  const std::vector<Control*>& children() const { return children_; }
+
+ private:
+  friend class Control;
+  std::vector<Control*> children_;
+};
+
+}  // namespace toolkit

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "toolkit/Control.h"
+#include "toolkit/ListItems.h"
+
+namespace toolkit {
+
+class ListBox : public Control {
+ public:
+  enum class Selection { Single, Extended };  // Extended: several lines, with Ctrl and Shift
+  ListBox(Container* parent, std::string name, Selection selection = Selection::Single);
+
+  Selection selection() const { return selection_; }
+
+  const ListItems& items() const { return items_; }
+  int listCount() const { return items_.count(); }
+  const std::string& list(int line) const { return items_.text(line); }
+  long itemData(int line) const { return items_.data(line); }
+  // Changing the lines fires nothing; removing the selected line fires nothing either.
+  void addItem(std::string_view text, long data = 0);
+  void insertItem(int line, std::string_view text, long data = 0);
+  void replaceItem(int line, std::string_view text, long data = 0);
+  void setItems(std::vector<ListItem> items);
+  void removeItem(int line);
+  void clear();
+
+  // The selected line (Extended: the one that has the focus rectangle), -1 for none.
+  int listIndex() const { return listIndex_; }
+  // By code: another line fires Click, the same nothing; -1 selects none. Extended: moves the
+  // focus rectangle only. Throws std::invalid_argument past the end.
+  void setListIndex(int line);
+  bool selected(int line) const;
+  // Single: as setListIndex. Extended: fires nothing when it changes nothing.
+  void setSelected(int line, bool selected);
+  int selectedCount() const;
+
+  // First line that is in view.
+  int topIndex() const { return topIndex_; }
+  void setTopIndex(int line);
+
+  Handler onClick;
+  Handler onDblClick;
+
+  // The user selects one line, and only it.
+  void userSelect(int line);
+  // The user made this selection (Extended), with the focus rectangle on `line`.
+  void userSelect(int line, const std::vector<int>& lines);
+  // The user double-clicks a line: selects it as a click does, then fires DblClick.
+  void userDblClick(int line);
+
+ private:
+  Selection selection_;
+  ListItems items_;
+  std::vector<char> selected_;  // Extended: one flag a line
+  int listIndex_ = -1;
+  int topIndex_ = 0;
+};
+
+}  // namespace toolkit
