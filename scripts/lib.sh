@@ -1,0 +1,70 @@
+# What the scripts at the root share; source it from bash. Sets ROOT and goes there.
+set -euo pipefail
+ROOT=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+cd "$ROOT"
+
+JOBS=$(nproc)
+started=()  # process ids of the servers to end
+
+say() { printf '%s  %s\n' "$(date +%H:%M:%S)" "$*"; }
+fail() { printf 'error: %s\n' "$*" >&2; exit 1; }
+
+end_servers() {
+  local pid
+  for pid in "${started[@]:-}"; do
+    [ -n "$pid" ] && kill "$pid" 2>/dev/null && wait "$pid" 2>/dev/null
+  done
+  started=()
+  return 0
+}
+trap end_servers EXIT
+
+# build PRESET [TARGET...]
+build() {
+  local preset=$1
+  shift
+  say "building $preset"
+  mkdir -p build
+  cmake --preset "$preset" >"build/$preset.log" 2>&1 || { cat "build/$preset.log"; fail "configuring $preset"; }
+  if ! cmake --build --preset "$preset" -j "$JOBS" ${1:+--target "$@"} >"build/$preset.log" 2>&1; then
+    grep -E -A8 'error|FAILED' "build/$preset.log" | head -80
+    fail "building $preset: see build/$preset.log"
+  fi
+}
+
+# An X server of our own; sets DISPLAY. Its size is 1280x1024 unless said otherwise.
+start_display() {
+  local size=${1:-1280x1024x24} report=build/display
+  mkdir -p build
+  : >"$report"
+  exec {number_fd}>"$report"
+  Xvfb -displayfd "$number_fd" -screen 0 "$size" -nolisten tcp >build/xvfb.log 2>&1 &
+  started+=($!)
+  exec {number_fd}>&-
+  local tries=100
+  until [ -s "$report" ]; do
+    tries=$((tries - 1))
+    [ "$tries" -gt 0 ] || fail "Xvfb did not start: see build/xvfb.log"
+    sleep 0.1
+  done
+  DISPLAY=:$(tr -d '[:space:]' <"$report")
+  export DISPLAY
+}
+
+# Wine in a prefix of the project's own. start_wine DIR makes it when it is not there yet.
+start_wine() {
+  export WINEPREFIX=$1 WINEDEBUG=-all LC_ALL=fr_FR.UTF-8 WINEDLLOVERRIDES="mscoree,mshtml="
+  if [ ! -f "$WINEPREFIX/.ready" ]; then
+    say "making a Windows environment in ${WINEPREFIX#"$ROOT"/}"
+    mkdir -p "$WINEPREFIX"
+    timeout 180 wineboot -i >build/wine.log 2>&1 || fail "wineboot: see build/wine.log"
+    # A crash ends the program instead of waiting for somebody to read it.
+    wine reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f >>build/wine.log 2>&1
+    wine reg add 'HKCU\Software\Wine\Fonts\Replacements' /v 'Courier New' /d 'Liberation Mono' /f \
+      >>build/wine.log 2>&1
+    timeout 60 wineserver -w || true
+    touch "$WINEPREFIX/.ready"
+  fi
+}
+
+stop_wine() { timeout 20 wineserver -k 2>/dev/null || true; }
