@@ -1,0 +1,47 @@
+#!/usr/bin/env python3
+"""Prints the ratio of each benchmark to its baseline, from Google Benchmark's JSON files.
+
+A benchmark `Name` is paired with `Name/baseline` of the same file (arguments may follow either:
+`Name/100` with `Name/baseline/100`). A counter `limit` of the benchmark is the ratio that it may
+reach. Exits with 1 when a limit is passed.
+"""
+import json
+import sys
+
+
+def split(name):
+    parts = name.split('/')
+    baseline = 'baseline' in parts
+    return '/'.join(p for p in parts if p != 'baseline'), baseline
+
+
+def main(paths):
+    missed = 0
+    print(f'{"benchmark":58} {"baseline":>12} {"measured":>12} {"ratio":>7} {"limit":>6}')
+    for path in paths:
+        with open(path, encoding='utf-8') as file:
+            runs = json.load(file)['benchmarks']
+        pairs = {}
+        for run in runs:
+            if run.get('run_type') == 'aggregate' and run.get('aggregate_name') != 'median':
+                continue
+            name, baseline = split(run['run_name'])
+            pairs.setdefault(name, {})[baseline] = run
+        for name, pair in pairs.items():
+            run = pair.get(False) or pair[True]
+            unit = run['time_unit']
+            if True not in pair or False not in pair:
+                print(f'{name:58} {"":12} {run["real_time"]:10.3f}{unit:>2}')
+                continue
+            base = pair[True]
+            ratio = run['real_time'] / base['real_time']
+            limit = run.get('limit')
+            late = limit is not None and ratio > limit
+            missed += late
+            print(f'{name:58} {base["real_time"]:10.3f}{base["time_unit"]:>2} {run["real_time"]:10.3f}{unit:>2} '
+                  f'{ratio:7.2f} {limit if limit is not None else "":>6}{"  OVER" if late else ""}')
+    return 1 if missed else 0
+
+
+if __name__ == '__main__':
+    sys.exit(main(sys.argv[1:]))
