@@ -51,6 +51,12 @@ enum class Kind {
 };
 
 // What has changed in a control, for its peer.
+//   Text       the text of a text or combo box
+//   Items      the lines of a list or combo box
+//   Selection  chosen line or lines; caret and selection of a text box
+//   Value      of an option, check box or scroll bar; page in front; first line in view of a list
+//   Range      of a scroll bar, its large change included
+//   Style      font, colour, alignment, limit of characters
 enum class Aspect { Text, Items, Selection, Value, Range, Caption, Enabled, Visible, Place, Style };
 
 // Mirrors one control on a window. Outlives nothing: it is detached before its window goes.
