@@ -23,7 +23,8 @@ Date dateOfDay(long day);
 // Day number of a dd/mm/yyyy text (one digit for day or month is accepted); nothing when it is no
 // date of the years 1900 to 2099.
 std::optional<long> dayOfText(std::string_view text);
-// dd/mm/yyyy; "" for an empty or unreadable day number. A fraction is cut off.
+// dd/mm/yyyy; "" for an empty or unreadable day number, or one outside the years 1 to 9999. A
+// fraction is cut off.
 std::string textOfDay(std::string_view day);
 std::string textOfDay(long day);
 
@@ -50,6 +51,7 @@ std::string editable(std::string_view shown);
 char32_t decimalKey(char32_t key);
 
 // Whole number at the start of a text, as classic conversions read it: "12abc" -> 12, "" -> 0.
+// Beyond 2147483647 either way it stays there.
 long wholeNumber(std::string_view text);
 
 }  // namespace store

@@ -2,6 +2,8 @@
 // from 1. As one text, attributes are separated by the attribute mark, values by the value mark.
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,7 +15,9 @@ inline constexpr char kAttributeMark = static_cast<char>(0xFE);
 inline constexpr char kValueMark = static_cast<char>(0xFD);
 
 // A value type. Positions below 1 throw std::invalid_argument; reading past the end gives "".
-// Reading attribute after attribute, and appending, take constant time each.
+// Reading attribute after attribute or value after value, and appending, take constant time each.
+// It is one text at heart: a mark inside an assigned text separates, as if it had been there
+// before. What get() gives is valid until the array is changed or goes.
 class DynamicArray {
  public:
   DynamicArray() = default;
@@ -28,7 +32,7 @@ class DynamicArray {
   int DCount() const;               // attributes; 0 of an empty array
   int DCount(int attribute) const;  // values; 0 of an empty attribute
   // Inserts a value before the one at that position; the following ones move up. Into an empty
-  // attribute at position 1, the text becomes its only value.
+  // attribute at position 1, the text becomes its only value; past the end it is like set().
   void Insert(int attribute, int value, std::string_view text);
   // Removes a value; the following ones move down. Nothing happens past the end.
   void Delete(int attribute, int value);
@@ -40,7 +44,19 @@ class DynamicArray {
   bool operator==(const DynamicArray& other) const { return text() == other.text(); }
 
  private:
-  std::vector<std::string> attributes_;
+  struct Attribute {
+    std::string text;
+    // Where the first values begin in a long text, as far as they have been looked for.
+    mutable std::vector<std::uint32_t> begins;
+  };
+
+  static std::size_t beginOf(const Attribute& attribute, int value);
+  static std::size_t valuesIn(const Attribute& attribute);
+  const Attribute* find(int attribute) const;
+  Attribute& reach(int attribute);
+  void splice(int attribute, std::size_t offset, std::size_t size, std::string_view text);
+
+  std::vector<Attribute> attributes_;
 };
 
 DynamicArray NewDynamicArray();

@@ -1,0 +1,183 @@
+#include "store/DynamicArray.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace store {
+namespace {
+
+// Below this size looking for a mark is quicker than remembering where it was.
+constexpr std::size_t kLongText = 192;
+constexpr std::size_t kNone = std::string::npos;
+
+void requirePosition(int position) {
+  if (position < 1) throw std::invalid_argument("Positions in a dynamic array begin at 1.");
+}
+
+std::size_t endOfValue(std::string_view text, std::size_t begin) {
+  return std::min(text.find(kValueMark, begin), text.size());
+}
+
+std::size_t countOf(std::string_view text, char mark) {
+  return static_cast<std::size_t>(std::count(text.begin(), text.end(), mark));
+}
+
+}  // namespace
+
+DynamicArray NewDynamicArray() { return {}; }
+
+DynamicArray::DynamicArray(std::string_view text) { setText(text); }
+
+const DynamicArray::Attribute* DynamicArray::find(int attribute) const {
+  requirePosition(attribute);
+  const auto index = static_cast<std::size_t>(attribute) - 1;
+  return index < attributes_.size() ? &attributes_[index] : nullptr;
+}
+
+DynamicArray::Attribute& DynamicArray::reach(int attribute) {
+  requirePosition(attribute);
+  const auto count = static_cast<std::size_t>(attribute);
+  if (count > attributes_.size()) attributes_.resize(count);
+  return attributes_[count - 1];
+}
+
+// Offset of a value's first byte; kNone past the last value.
+std::size_t DynamicArray::beginOf(const Attribute& attribute, int value) {
+  requirePosition(value);
+  const std::string& text = attribute.text;
+  if (text.size() < kLongText) {
+    std::size_t begin = 0;
+    for (int i = 1; i < value; ++i) {
+      const std::size_t mark = text.find(kValueMark, begin);
+      if (mark == kNone) return kNone;
+      begin = mark + 1;
+    }
+    return begin;
+  }
+  auto& begins = attribute.begins;
+  const auto wanted = static_cast<std::size_t>(value);
+  if (begins.empty()) begins.push_back(0);
+  while (begins.size() < wanted) {
+    const std::size_t mark = text.find(kValueMark, begins.back());
+    if (mark == kNone) return kNone;
+    begins.push_back(static_cast<std::uint32_t>(mark + 1));
+  }
+  return begins[wanted - 1];
+}
+
+std::size_t DynamicArray::valuesIn(const Attribute& attribute) {
+  if (attribute.text.empty()) return 0;
+  if (attribute.begins.empty()) return countOf(attribute.text, kValueMark) + 1;
+  const std::string_view rest = std::string_view(attribute.text).substr(attribute.begins.back());
+  return attribute.begins.size() + countOf(rest, kValueMark);
+}
+
+// Replaces bytes of an attribute; attribute marks among the new ones begin further attributes.
+void DynamicArray::splice(int attribute, std::size_t offset, std::size_t size,
+                          std::string_view text) {
+  Attribute& target = reach(attribute);
+  const auto known = std::upper_bound(target.begins.begin(), target.begins.end(), offset);
+  target.begins.erase(known, target.begins.end());
+  target.text.replace(offset, size, text);
+  if (text.find(kAttributeMark) == kNone) return;
+  DynamicArray parts(target.text);
+  const auto place = attributes_.begin() + attribute - 1;
+  *place = std::move(parts.attributes_.front());
+  attributes_.insert(place + 1, std::make_move_iterator(parts.attributes_.begin() + 1),
+                     std::make_move_iterator(parts.attributes_.end()));
+}
+
+std::string_view DynamicArray::get(int attribute) const {
+  const Attribute* found = find(attribute);
+  return found ? std::string_view(found->text) : std::string_view();
+}
+
+std::string_view DynamicArray::get(int attribute, int value) const {
+  requirePosition(value);
+  const Attribute* found = find(attribute);
+  const std::size_t begin = found ? beginOf(*found, value) : kNone;
+  if (begin == kNone) return {};
+  const std::string_view text = found->text;
+  return text.substr(begin, endOfValue(text, begin) - begin);
+}
+
+void DynamicArray::set(int attribute, std::string_view text) {
+  splice(attribute, 0, reach(attribute).text.size(), text);
+}
+
+void DynamicArray::set(int attribute, int value, std::string_view text) {
+  requirePosition(value);
+  Attribute& target = reach(attribute);
+  const std::size_t begin = beginOf(target, value);
+  if (begin != kNone) {
+    splice(attribute, begin, endOfValue(target.text, begin) - begin, text);
+    return;
+  }
+  const std::size_t present = std::max<std::size_t>(valuesIn(target), 1);
+  const std::size_t missing = static_cast<std::size_t>(value) - present;
+  target.text.append(missing, kValueMark);
+  splice(attribute, target.text.size(), 0, text);
+}
+
+int DynamicArray::DCount() const {
+  if (attributes_.size() == 1 && attributes_.front().text.empty()) return 0;
+  return static_cast<int>(attributes_.size());
+}
+
+int DynamicArray::DCount(int attribute) const {
+  const Attribute* found = find(attribute);
+  return found ? static_cast<int>(valuesIn(*found)) : 0;
+}
+
+void DynamicArray::Insert(int attribute, int value, std::string_view text) {
+  requirePosition(value);
+  Attribute& target = reach(attribute);
+  const std::size_t begin = beginOf(target, value);
+  if (begin == kNone || target.text.empty()) {
+    set(attribute, value, text);
+  } else {
+    splice(attribute, begin, 0, std::string(text) + kValueMark);
+  }
+}
+
+void DynamicArray::Delete(int attribute, int value) {
+  requirePosition(value);
+  const Attribute* found = find(attribute);
+  const std::size_t begin = found ? beginOf(*found, value) : kNone;
+  if (begin == kNone) return;
+  const std::size_t end = endOfValue(found->text, begin);
+  if (end < found->text.size()) {
+    splice(attribute, begin, end + 1 - begin, {});
+  } else if (begin > 0) {
+    splice(attribute, begin - 1, end + 1 - begin, {});
+  } else {
+    splice(attribute, 0, end, {});
+  }
+}
+
+std::string DynamicArray::text() const {
+  std::size_t size = attributes_.size();
+  for (const Attribute& attribute : attributes_) size += attribute.text.size();
+  std::string out;
+  out.reserve(size);
+  for (std::size_t i = 0; i < attributes_.size(); ++i) {
+    if (i > 0) out += kAttributeMark;
+    out += attributes_[i].text;
+  }
+  return out;
+}
+
+void DynamicArray::setText(std::string_view text) {
+  std::vector<Attribute> attributes;
+  if (!text.empty()) attributes.reserve(countOf(text, kAttributeMark) + 1);
+  for (std::size_t begin = 0; !text.empty() && begin != kNone;) {
+    const std::size_t mark = text.find(kAttributeMark, begin);
+    attributes.emplace_back().text = text.substr(begin, mark == kNone ? kNone : mark - begin);
+    begin = mark == kNone ? kNone : mark + 1;
+  }
+  attributes_ = std::move(attributes);
+}
+
+bool DynamicArray::empty() const { return DCount() == 0; }
+
+}  // namespace store
