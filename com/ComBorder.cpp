@@ -1,6 +1,6 @@
 #include "com/ComBorder.h"
 
-#include <oleauto.h>
+#include <ole2.h>
 #include <wrl/client.h>
 
 #include <new>

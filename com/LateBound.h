@@ -1,8 +1,7 @@
 // A late-bound object of the host: its members by name.
 #pragma once
 
-#include <oleauto.h>
-#include <windows.h>
+#include <ole2.h>
 #include <wrl/client.h>
 
 #include <map>

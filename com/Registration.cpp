@@ -1,6 +1,6 @@
 #include "com/Registration.h"
 
-#include <objbase.h>
+#include <ole2.h>
 
 #include <algorithm>
 #include <map>

@@ -1,8 +1,7 @@
 // Owners of BSTR and VARIANT, and the one place where text crosses between UTF-8 and UTF-16.
 #pragma once
 
-#include <oleauto.h>
-#include <windows.h>
+#include <ole2.h>
 #include <wrl/client.h>
 
 #include <string>
