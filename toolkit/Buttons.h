@@ -5,23 +5,31 @@
 
 namespace toolkit {
 
+// The user's click on each of them moves the focus there first; false when it was dropped.
+
 class CommandButton : public Control {
  public:
   CommandButton(Container* parent, std::string name, std::string_view caption = {});
   Handler onClick;
-  void userClick();
+  bool userClick();
+
+ private:
+  void pressed() override;
 };
 
 class OptionButton : public Control {
  public:
   OptionButton(Container* parent, std::string name, std::string_view caption = {});
   bool value() const { return value_; }
-  // Becoming set clears the other options of its frame silently and fires Click.
+  // Becoming set clears the other options of its frame (those with the same parent) silently and
+  // fires Click; being cleared fires nothing.
   void setValue(bool value);
   Handler onClick;
-  void userClick();
+  bool userClick();
 
  private:
+  void pressed() override;
+
   bool value_ = false;
 };
 
@@ -32,9 +40,11 @@ class CheckBox : public Control {
   // Another value fires Click.
   void setValue(bool value);
   Handler onClick;
-  void userClick();
+  bool userClick();
 
  private:
+  void pressed() override;
+
   bool value_ = false;
 };
 

@@ -16,9 +16,12 @@ class ComboBox : public Control {
   int listCount() const { return items_.count(); }
   const std::string& list(int line) const { return items_.text(line); }
   long itemData(int line) const { return items_.data(line); }
-  // Filling fires nothing. setItems replaces all lines in one pass, as clear() and then adding.
+  // Filling fires nothing. setItems replaces all lines in one pass, as clear() and then adding:
+  // text and choice are gone, and Change fires, once the lines stand, if there was a text.
   void addItem(std::string_view text, long data = 0);
   void setItems(std::vector<ListItem> items);
+  // Removing the chosen line fires nothing: none is chosen any more, and the text stays (of a
+  // ListOnly combo, it goes).
   void removeItem(int line);
   // Also clears the text and the chosen line; fires Change if there was a text.
   void clear();
@@ -42,12 +45,18 @@ class ComboBox : public Control {
   Handler onClick;     // a line is chosen by the user (the same one again counts) or by code
   Handler onDropDown;  // the list is about to open
 
-  char32_t userKeyPress(char32_t key);
-  void userEdit(std::string_view text);
-  void userChoose(int line);
-  void userDropDown();
+  char32_t userKeyPress(char32_t key);   // as of a text box
+  bool userEdit(std::string_view text);  // as of a text box; never of a ListOnly combo
+  // Each moves the focus there first; false when it was dropped, or there is no such line.
+  bool userChoose(int line);
+  bool userDropDown();
 
  private:
+  char32_t keyPressed(char32_t key) override;
+  bool takesKeyPresses() const override { return style_ == Style::Editable; }
+  // Gives back whether there was a text.
+  bool choose(int line);
+
   Style style_;
   ListItems items_;
   std::string text_;

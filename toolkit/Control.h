@@ -79,14 +79,16 @@ class Control {
  public:
   using Handler = std::function<void()>;
 
-  // The parent keeps a pointer to the control, which must not outlive it. Tab order is the order
-  // of creation within the parent.
+  // The parent keeps a pointer to the control until the control is destroyed. A control that
+  // outlives its parent is on no surface any more and takes no input. Tab order is the order of
+  // creation within the parent.
   Control(Container* parent, Kind kind, std::string name);
   Control(const Control&) = delete;
   Control& operator=(const Control&) = delete;
   virtual ~Control();
 
   Kind kind() const { return kind_; }
+  bool isContainer() const;  // by kind
   const std::string& name() const { return name_; }
   Container* parent() const { return parent_; }
   Surface* surface() const;
@@ -113,7 +115,8 @@ class Control {
   const std::string& caption() const { return caption_; }
   void setCaption(std::string_view caption);
 
-  // Can it have the focus at all (by kind), and does Tab stop at it.
+  // Can it have the focus at all (by kind: all but frames, labels, pages and surfaces), and does
+  // Tab stop at it (by default all but scroll bars, which take the focus when clicked).
   bool focusable() const;
   bool tabStop() const { return tabStop_; }
   void setTabStop(bool stop);
@@ -133,9 +136,28 @@ class Control {
  protected:
   void changed(Aspect what);
   static void fire(const Handler& handler);
+  // What takes input has changed: the focus may have to move on.
+  void usabilityChanged();
+
+  // Runs what the user did to this control as one user action. Does nothing and gives back false
+  // when the action is not accepted, the control takes no input, or (FocusFirst::Yes) the focus
+  // did not arrive here.
+  enum class FocusFirst { Yes, No };
+  bool userDoes(FocusFirst focusFirst, const Handler& deed);
+
+  // What a click does once the focus is here, and what a key press gives; both within an action.
+  virtual void pressed() {}
+  virtual char32_t keyPressed(char32_t) { return 0; }
+  virtual bool takesKeyPresses() const { return false; }
 
  private:
   friend class Container;
+  friend class Surface;
+
+  virtual bool holdsInView(const Control&) const { return true; }
+  void tellBelow(Aspect what);
+  // Apart from the surface itself being disabled.
+  bool usableButForSurface() const;
 
   Container* parent_;
   Kind kind_;
@@ -156,6 +178,10 @@ class Container : public Control {
   using Control::Control;
   ~Container() override;
   const std::vector<Control*>& children() const { return children_; }
+
+ protected:
+  // Has been brought to the front, or put behind, with everything in it.
+  static void viewChanged(Container& container) { container.tellBelow(Aspect::Visible); }
 
  private:
   friend class Control;

@@ -26,29 +26,37 @@ class ListBox : public Control {
 
   // The selected line (Extended: the one that has the focus rectangle), -1 for none.
   int listIndex() const { return listIndex_; }
-  // By code: another line fires Click, the same nothing; -1 selects none. Extended: moves the
-  // focus rectangle only. Throws std::invalid_argument past the end.
+  // By code: another line fires Click, the same nothing; -1 selects none and fires nothing.
+  // Extended: moves the focus rectangle only. Throws std::invalid_argument past the end.
   void setListIndex(int line);
   bool selected(int line) const;
-  // Single: as setListIndex. Extended: fires nothing when it changes nothing.
+  // Single: as setListIndex. Extended: fires Click, or nothing when it changes nothing.
+  // Throws std::invalid_argument past the end.
   void setSelected(int line, bool selected);
   int selectedCount() const;
 
-  // First line that is in view.
+  // First line that is in view; a line past the ends is pulled in.
   int topIndex() const { return topIndex_; }
   void setTopIndex(int line);
 
   Handler onClick;
   Handler onDblClick;
 
+  // Each of the user's deeds moves the focus there first; false when it was dropped, or there is
+  // no such line. Selecting what is selected fires nothing.
   // The user selects one line, and only it.
-  void userSelect(int line);
+  bool userSelect(int line);
   // The user made this selection (Extended), with the focus rectangle on `line`.
-  void userSelect(int line, const std::vector<int>& lines);
-  // The user double-clicks a line: selects it as a click does, then fires DblClick.
-  void userDblClick(int line);
+  bool userSelect(int line, const std::vector<int>& lines);
+  // The user double-clicks a line: selects it as a click does, then fires DblClick (unless Click
+  // has disabled or hidden the list).
+  bool userDblClick(int line);
 
  private:
+  void requireLine(int line) const;
+  void linesChanged();
+  void selectByUser(int line, std::vector<char> flags);
+
   Selection selection_;
   ListItems items_;
   std::vector<char> selected_;  // Extended: one flag a line

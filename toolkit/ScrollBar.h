@@ -4,6 +4,7 @@
 
 namespace toolkit {
 
+// Takes the focus when it is clicked; Tab passes it by unless setTabStop says otherwise.
 class ScrollBar : public Control {
  public:
   enum class Direction { Vertical, Horizontal };
@@ -24,8 +25,9 @@ class ScrollBar : public Control {
   void setLargeChange(int change);
 
   Handler onChange;
-  // The user scrolls; a value outside the range is pulled in.
-  void userScroll(int value);
+  // The user scrolls; a value outside the range is pulled in. Moves the focus there first, as a
+  // click on a scroll bar does; false when it was dropped.
+  bool userScroll(int value);
 
  private:
   int pulledIn(int value) const;

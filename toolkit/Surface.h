@@ -61,11 +61,15 @@ class Surface : public Container {
   //                         label's goes to the control after it; a button is clicked; an option
   //                         is set; a check box toggled; a tab brought forward; a frame's goes to
   //                         its first control
-  //   Ctrl+PageUp/PageDown, Ctrl+Tab    previous, next enabled page
+  //   Ctrl+PageUp/PageDown, Ctrl+Tab    previous, next enabled page, wrapping around; the focus
+  //                         goes to the tabs first
   //   Enter                 key press 13 of a text or combo box; click of a focused button
   //   Space                 click of a focused button, option or check box
-  //   arrows                in a group of options; pages, when the tabs have the focus
-  //   Escape                clicks the cancel button when there is one that takes input
+  //   arrows                in a group of options (those of one container); pages, when the tabs
+  //                         have the focus
+  //   Escape                clicks the cancel button when there is one that takes input; the focus
+  //                         stays where it is
+  // Tab stops once in a group of options: at the one that is set, or at its first.
   bool key(const KeyStroke& stroke);
   // Would key() use the stroke? Fires nothing.
   bool wouldUse(const KeyStroke& stroke) const;
@@ -86,9 +90,11 @@ class Surface : public Container {
   std::function<void()> onFocusMoved;
 
   // True while a user action or a call of the host runs: input is dropped meanwhile.
-  bool busy() const { return actions_ > 0; }
+  bool busy() const { return acting_; }
   // Input is discarded as well while it is false (the host's UIDead, or design mode).
   void setAcceptsInput(bool accepts) { acceptsInput_ = accepts; }
+  // Would a user's action be accepted now?
+  bool takesUserInput() const { return !acting_ && acceptsInput_ && enabled(); }
 
   // One user action or host call. `accepted()` is false when another runs, the surface is
   // disabled, or it accepts no input: the caller then does nothing.
@@ -100,32 +106,70 @@ class Surface : public Container {
     Action& operator=(const Action&) = delete;
     // Ends the action. When the control with the focus became disabled or hidden meanwhile, the
     // focus goes to the next in tab order that can take it (its GotFocus fires, the other's
-    // LostFocus does not).
-    ~Action();
+    // LostFocus does not). An error of that GotFocus passes on, or is traced when the action ends
+    // by another one.
+    ~Action() noexcept(false);
     bool accepted() const { return accepted_; }
 
    private:
     Surface& surface_;
     bool accepted_;
+    int exceptions_;
   };
 
  private:
   friend class Control;
+  friend class Container;
 
-  void giveFocus(Control* target);                // by code
-  bool transfer(Control* target);                 // LostFocus, GotFocus
+  // What a stroke would do.
+  struct Deed {
+    enum class What { None, Focus, Click, Cancel, Enter, Page, Nothing };
+    What what = What::None;
+    Control* control = nullptr;
+    int page = 0;
+  };
+  struct Mnemonic {
+    char32_t letter = 0;
+    Deed deed;
+    std::size_t position = 0;  // of the deed's control in walk()
+  };
+
+  void giveFocus(Control* target);   // by code
+  bool bringFocus(Control* target);  // by the user, within an action: did it arrive
+  bool transfer(Control* target);    // LostFocus, GotFocus: did it arrive
+  Control* leave();                  // LostFocus: where its handler sends the focus, or null
+  void arrive(Control* target);      // GotFocus
+
+  void usabilityChanged();
   void infoChanged();
-  void forget(Control* control);                  // it is being destroyed
-  std::vector<Control*> tabOrder() const;         // all focusable tab stops that take input
+  void finish();                  // what waits for the end of an action
+  void repairFocus();             // away from a control that takes no input any more
+  void forget(Control* control);  // it, or what holds it, is being destroyed
+
+  std::vector<Control*> walk() const;      // all below, in order of creation, containers first
+  std::vector<Control*> tabOrder() const;  // all focusable tab stops that take input
   Control* neighbour(bool backwards) const;
+  Control* stopAfter(const Control* control) const;  // wraps around
+
+  Deed deedOf(const KeyStroke& stroke) const;
+  Deed deedOfMnemonic(char32_t letter) const;
+  Deed deedOfArrow(bool backwards) const;
+  Deed pageDeed(bool backwards) const;
+  void perform(const Deed& deed);
+  std::vector<Mnemonic> liveMnemonics() const;
 
   Control* focus_ = nullptr;
+  bool left_ = false;            // focus_ has had its LostFocus already
   Control* wanted_ = nullptr;    // asked for while the surface was disabled
-  Control* override_ = nullptr;  // asked for within a LostFocus handler
+  Control* diverted_ = nullptr;  // asked for within a LostFocus handler
   bool leaving_ = false;
+  int transfers_ = 0;
   bool acceptsInput_ = true;
-  int actions_ = 0;
+  bool acting_ = false;
   CommandButton* cancelButton_ = nullptr;
+  bool infoChanged_ = false;
+  std::vector<char32_t> toldMnemonics_;
+  bool toldCancelable_ = false;
 };
 
 }  // namespace toolkit

@@ -10,6 +10,7 @@ class TextBox : public Control {
 
   const std::string& text() const { return text_; }
   // By code: fires Change unless it is the text it has. The mark bytes 0xFE and 0xFD are removed.
+  // Does not mind the limit.
   void setText(std::string_view text);
   // Characters that the user can type; 0: no limit. Code may assign more.
   int maxLength() const { return maxLength_; }
@@ -27,15 +28,22 @@ class TextBox : public Control {
   Handler onChange;
 
   // The user presses a character key: fires KeyPress and gives the key to keep, 0 to drop it.
-  // The characters U+00FE and U+00FD are dropped always.
+  // The characters U+00FE and U+00FD are dropped always; control characters other than Enter and
+  // Backspace are commands: kept without an event. 0 too while the box takes no input.
   char32_t userKeyPress(char32_t key);
-  // The user's edit made this text: it becomes the text, cut to the limit; fires Change if it
-  // differs.
-  void userEdit(std::string_view text);
+  // The user's edit made this text: it becomes the text, without marks and cut to the limit (a
+  // longer text that code assigned may stay as long as it was), with the caret at `caret` (-1: as
+  // near as can be to where it was); fires Change if it differs. Without effect, and false, while
+  // the box takes no input. The peer is told only when its window does not hold the outcome.
+  bool userEdit(std::string_view text, int caret = -1);
   // The user moved caret or selection.
-  void userSelect(int start, int length);
+  bool userSelect(int start, int length);
 
  private:
+  char32_t keyPressed(char32_t key) override;
+  bool takesKeyPresses() const override { return true; }
+  void placeSelection(int start, int length);
+
   std::string text_;
   int maxLength_ = 0;
   bool rightAligned_ = false;

@@ -14,7 +14,7 @@ namespace toolkit::headless {
 struct Entry {
   enum class What { Box, Beep, Pointer, Events, Shown, Closed };
   What what = What::Box;
-  // Of a box.
+  // Of a box; of a form, its name and caption.
   std::string text;
   std::string title;
   Buttons buttons = Buttons::Ok;
@@ -42,7 +42,10 @@ class HeadlessDesktop : public Desktop {
   std::vector<Entry> takeBoxes();
   int beeps() const;
   bool answersLeft() const { return !answers_.empty(); }
-  void clearJournal() { journal_.clear(); taken_ = 0; }
+  void clearJournal() {
+    journal_.clear();
+    taken_ = 0;
+  }
 
   void setToday(CalendarDate today) { today_ = today; }
   void setPrinters(std::vector<PrinterInfo> printers, int current);

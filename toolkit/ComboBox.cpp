@@ -1,0 +1,119 @@
+#include "toolkit/ComboBox.h"
+
+#include <stdexcept>
+#include <utility>
+
+#include "toolkit/FieldText.h"
+
+namespace toolkit {
+
+ComboBox::ComboBox(Container* parent, std::string name, Style style)
+    : Control(parent, Kind::ComboBox, std::move(name)), style_(style) {}
+
+void ComboBox::addItem(std::string_view text, long data) {
+  items_.insert(items_.count(), {std::string(text), data});
+  changed(Aspect::Items);
+}
+
+void ComboBox::setItems(std::vector<ListItem> items) {
+  items_.assign(std::move(items));
+  const bool hadText = choose(-1);
+  changed(Aspect::Items);
+  if (hadText) fire(onChange);
+}
+
+void ComboBox::clear() { setItems({}); }
+
+void ComboBox::removeItem(int line) {
+  items_.erase(line);
+  if (line == listIndex_) {
+    listIndex_ = -1;
+    if (style_ == Style::ListOnly) text_.clear();
+  } else if (line < listIndex_) {
+    --listIndex_;
+  }
+  changed(Aspect::Items);
+}
+
+void ComboBox::setText(std::string_view text) {
+  std::string accepted = withoutMarkBytes(text);
+  if (accepted == text_) return;
+  if (style_ == Style::ListOnly) {
+    setListIndex(items_.find(accepted));
+    return;
+  }
+  text_ = std::move(accepted);
+  listIndex_ = -1;
+  changed(Aspect::Text);
+  fire(onChange);
+}
+
+bool ComboBox::choose(int line) {
+  const bool hadText = !text_.empty();
+  listIndex_ = line;
+  text_ = items_.text(line);
+  return hadText;
+}
+
+void ComboBox::setListIndex(int line) {
+  if (line != -1 && !items_.has(line)) throw std::invalid_argument("no such line in the combo box");
+  if (line == listIndex_ && (line != -1 || text_.empty())) return;
+  const bool hadText = choose(line);
+  changed(Aspect::Selection);
+  if (line != -1) {
+    fire(onClick);
+  } else if (hadText) {
+    fire(onChange);
+  }
+}
+
+void ComboBox::setMaxLength(int characters) {
+  if (characters == maxLength_) return;
+  maxLength_ = characters;
+  changed(Aspect::Style);
+}
+
+char32_t ComboBox::keyPressed(char32_t key) {
+  if (isMark(key)) return 0;
+  if (onKeyPress && isKeyPress(key)) onKeyPress(key);
+  return isMark(key) ? 0 : key;
+}
+
+char32_t ComboBox::userKeyPress(char32_t key) {
+  if (style_ == Style::ListOnly) return key;
+  char32_t kept = 0;
+  userDoes(FocusFirst::No, [&] { kept = keyPressed(key); });
+  return kept;
+}
+
+bool ComboBox::userEdit(std::string_view text) {
+  if (style_ == Style::ListOnly) return false;
+  const bool done = userDoes(FocusFirst::No, [&] {
+    std::string accepted = acceptedEdit(text, text_, maxLength_);
+    const bool differs = accepted != text_;
+    const bool asGiven = accepted == text;
+    text_ = std::move(accepted);
+    if (differs) listIndex_ = -1;
+    if (!asGiven) changed(Aspect::Text);
+    if (differs) fire(onChange);
+  });
+  if (!done) changed(Aspect::Text);
+  return done;
+}
+
+bool ComboBox::userChoose(int line) {
+  const bool done = items_.has(line) && userDoes(FocusFirst::Yes, [&] {
+                      if (!items_.has(line)) return;
+                      choose(line);
+                      changed(Aspect::Selection);
+                      fire(onClick);
+                    });
+  if (!done) changed(Aspect::Selection);
+  return done;
+}
+
+bool ComboBox::userDropDown() {
+  return userDoes(FocusFirst::Yes, [this] { fire(onDropDown); });
+}
+
+}  // namespace toolkit

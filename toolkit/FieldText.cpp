@@ -1,0 +1,38 @@
+#include "toolkit/FieldText.h"
+
+#include <algorithm>
+
+#include "text/Utf8.h"
+
+namespace toolkit {
+
+namespace {
+
+constexpr char32_t kBackspace = 8;
+constexpr char32_t kEnter = 13;
+constexpr char32_t kDelete = 127;
+
+}  // namespace
+
+bool isMark(char32_t character) { return character == 0xFE || character == 0xFD; }
+
+std::string withoutMarkBytes(std::string_view text) {
+  std::string kept(text);
+  std::erase_if(kept, [](char c) { return c == '\xFE' || c == '\xFD'; });
+  return kept;
+}
+
+std::string acceptedEdit(std::string_view edit, std::string_view before, int limit) {
+  std::string kept;
+  for (const char32_t character : text::decode(withoutMarkBytes(edit))) {
+    if (!isMark(character)) kept += text::encode(character);
+  }
+  if (limit <= 0) return kept;
+  return text::left(kept, std::max(static_cast<std::size_t>(limit), text::length(before)));
+}
+
+bool isKeyPress(char32_t key) {
+  return key == kBackspace || key == kEnter || (key >= U' ' && key != kDelete);
+}
+
+}  // namespace toolkit

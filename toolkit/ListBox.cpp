@@ -1,0 +1,137 @@
+#include "toolkit/ListBox.h"
+
+#include <algorithm>
+#include <stdexcept>
+#include <utility>
+
+namespace toolkit {
+
+namespace {
+
+std::size_t at(int line) { return static_cast<std::size_t>(line); }
+
+}  // namespace
+
+ListBox::ListBox(Container* parent, std::string name, Selection selection)
+    : Control(parent, Kind::ListBox, std::move(name)), selection_(selection) {}
+
+void ListBox::requireLine(int line) const {
+  if (!items_.has(line)) throw std::invalid_argument("no such line in the list box");
+}
+
+void ListBox::linesChanged() {
+  topIndex_ = std::clamp(topIndex_, 0, std::max(0, listCount() - 1));
+  changed(Aspect::Items);
+}
+
+void ListBox::addItem(std::string_view text, long data) { insertItem(listCount(), text, data); }
+
+void ListBox::insertItem(int line, std::string_view text, long data) {
+  items_.insert(line, {std::string(text), data});
+  selected_.insert(selected_.begin() + line, 0);
+  if (listIndex_ >= line) ++listIndex_;
+  linesChanged();
+}
+
+void ListBox::replaceItem(int line, std::string_view text, long data) {
+  items_.replace(line, {std::string(text), data});
+  linesChanged();
+}
+
+void ListBox::setItems(std::vector<ListItem> items) {
+  items_.assign(std::move(items));
+  selected_.assign(at(listCount()), 0);
+  listIndex_ = -1;
+  topIndex_ = 0;
+  linesChanged();
+}
+
+void ListBox::removeItem(int line) {
+  items_.erase(line);
+  selected_.erase(selected_.begin() + line);
+  if (listIndex_ == line) {
+    listIndex_ = -1;
+  } else if (listIndex_ > line) {
+    --listIndex_;
+  }
+  linesChanged();
+}
+
+void ListBox::clear() { setItems({}); }
+
+void ListBox::setListIndex(int line) {
+  if (line != -1) requireLine(line);
+  if (line == listIndex_) return;
+  listIndex_ = line;
+  changed(Aspect::Selection);
+  if (selection_ == Selection::Single && line != -1) fire(onClick);
+}
+
+bool ListBox::selected(int line) const {
+  if (!items_.has(line)) return false;
+  return selection_ == Selection::Single ? line == listIndex_ : selected_[at(line)] != 0;
+}
+
+void ListBox::setSelected(int line, bool selected) {
+  requireLine(line);
+  if (selected == this->selected(line)) return;
+  if (selection_ == Selection::Single) {
+    setListIndex(selected ? line : -1);
+    return;
+  }
+  selected_[at(line)] = selected ? 1 : 0;
+  changed(Aspect::Selection);
+  fire(onClick);
+}
+
+int ListBox::selectedCount() const {
+  if (selection_ == Selection::Single) return listIndex_ == -1 ? 0 : 1;
+  return static_cast<int>(std::count(selected_.begin(), selected_.end(), 1));
+}
+
+void ListBox::setTopIndex(int line) {
+  const int pulledIn = std::clamp(line, 0, std::max(0, listCount() - 1));
+  if (pulledIn == topIndex_) return;
+  topIndex_ = pulledIn;
+  changed(Aspect::Value);
+}
+
+void ListBox::selectByUser(int line, std::vector<char> flags) {
+  const bool differs = selection_ == Selection::Single ? line != listIndex_ : flags != selected_;
+  listIndex_ = line;
+  if (selection_ == Selection::Extended) selected_ = std::move(flags);
+  changed(Aspect::Selection);
+  if (differs) fire(onClick);
+}
+
+bool ListBox::userSelect(int line) { return userSelect(line, {line}); }
+
+bool ListBox::userSelect(int line, const std::vector<int>& lines) {
+  const bool done = items_.has(line) && userDoes(FocusFirst::Yes, [&] {
+                      if (!items_.has(line)) return;
+                      std::vector<char> flags(selected_.size(), 0);
+                      for (const int selected : lines) {
+                        if (items_.has(selected)) flags[at(selected)] = 1;
+                      }
+                      selectByUser(line, std::move(flags));
+                    });
+  if (!done) changed(Aspect::Selection);
+  return done;
+}
+
+bool ListBox::userDblClick(int line) {
+  bool done = false;
+  const bool selected = items_.has(line) && userDoes(FocusFirst::Yes, [&] {
+                          if (!items_.has(line)) return;
+                          std::vector<char> flags(selected_.size(), 0);
+                          flags[at(line)] = 1;
+                          selectByUser(line, std::move(flags));
+                          if (!usable()) return;
+                          done = true;
+                          fire(onDblClick);
+                        });
+  if (!selected) changed(Aspect::Selection);
+  return done;
+}
+
+}  // namespace toolkit

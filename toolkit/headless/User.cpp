@@ -1,0 +1,171 @@
+#include "toolkit/headless/User.h"
+
+#include <algorithm>
+#include <string>
+#include <utility>
+
+#include "text/Utf8.h"
+
+namespace toolkit::headless {
+
+namespace {
+
+constexpr char32_t kBackspace = 8;
+
+bool takesInput(const Surface& surface, const Control& control) {
+  return !surface.busy() && control.usable();
+}
+
+bool full(std::string_view text, int limit) {
+  return limit > 0 && text::length(text) >= static_cast<std::size_t>(limit);
+}
+
+std::string replaced(const TextBox& box, int start, int length, std::string_view by) {
+  const std::string& whole = box.text();
+  return text::left(whole, static_cast<std::size_t>(start)) + std::string(by) +
+         text::mid(whole, static_cast<std::size_t>(start + length) + 1);
+}
+
+}  // namespace
+
+bool User::type(std::string_view keys) {
+  bool all = true;
+  for (const char32_t key : text::decode(keys)) all = typeKey(key) && all;
+  return all;
+}
+
+bool User::typeKey(char32_t key) {
+  if (key == U'\t') return tab();
+  if (key == U'\r') return press(Key::Enter);
+  if (key == U' ' && press(Key::Space)) return true;
+  Control* focus = surface_.focus();
+  if (!focus || !takesInput(surface_, *focus)) return false;
+  if (focus->kind() == Kind::TextBox) return typeInto(static_cast<TextBox&>(*focus), key);
+  if (focus->kind() == Kind::ComboBox) return typeInto(static_cast<ComboBox&>(*focus), key);
+  return false;
+}
+
+bool User::typeInto(TextBox& box, char32_t key) {
+  const char32_t kept = box.userKeyPress(key);
+  if (!kept || !box.hasFocus()) return true;
+  int start = box.selectionStart();
+  int length = box.selectionLength();
+  std::string inserted;
+  if (kept == kBackspace) {
+    if (length == 0 && start == 0) return true;
+    if (length == 0) {
+      --start;
+      length = 1;
+    }
+  } else {
+    if (length == 0 && full(box.text(), box.maxLength())) return true;
+    inserted = text::encode(kept);
+  }
+  const int caret = start + (inserted.empty() ? 0 : 1);
+  return box.userEdit(replaced(box, start, length, inserted), caret);
+}
+
+bool User::typeInto(ComboBox& combo, char32_t key) {
+  if (combo.style() == ComboBox::Style::ListOnly) return false;
+  const char32_t kept = combo.userKeyPress(key);
+  if (!kept || !combo.hasFocus()) return true;
+  std::string edited =
+      std::exchange(selectedCombo_, nullptr) == &combo ? std::string() : combo.text();
+  if (kept == kBackspace) {
+    const std::size_t length = text::length(edited);
+    edited = text::left(edited, length == 0 ? 0 : length - 1);
+  } else {
+    if (full(edited, combo.maxLength())) return true;
+    edited += text::encode(kept);
+  }
+  return combo.userEdit(edited);
+}
+
+bool User::press(Key key) {
+  KeyStroke stroke;
+  stroke.key = key;
+  return press(stroke);
+}
+
+bool User::tab(bool backwards) {
+  KeyStroke stroke;
+  stroke.key = Key::Tab;
+  stroke.shift = backwards;
+  return press(stroke);
+}
+
+bool User::alt(char32_t letter) {
+  KeyStroke stroke;
+  stroke.character = letter;
+  stroke.alt = true;
+  return press(stroke);
+}
+
+bool User::fill(Control& field, std::string_view keys) {
+  if (!go(field)) return false;
+  if (field.kind() == Kind::TextBox) {
+    auto& box = static_cast<TextBox&>(field);
+    box.userSelect(0, static_cast<int>(text::length(box.text())));
+  }
+  if (field.kind() == Kind::ComboBox) selectedCombo_ = static_cast<ComboBox*>(&field);
+  if (keys.empty()) return type("\b");
+  return type(keys);
+}
+
+bool User::paste(std::string_view text) {
+  Control* focus = surface_.focus();
+  if (!focus || focus->kind() != Kind::TextBox || !takesInput(surface_, *focus)) return false;
+  auto& box = static_cast<TextBox&>(*focus);
+  const int start = box.selectionStart();
+  const int length = box.selectionLength();
+  std::string pasted(text);
+  if (box.maxLength() > 0) {
+    const int room = box.maxLength() - static_cast<int>(text::length(box.text())) + length;
+    pasted = text::left(pasted, static_cast<std::size_t>(std::max(0, room)));
+  }
+  return box.userEdit(replaced(box, start, length, pasted),
+                      start + static_cast<int>(text::length(pasted)));
+}
+
+bool User::click(CommandButton& button) { return button.userClick(); }
+
+bool User::click(OptionButton& option) { return option.userClick(); }
+
+bool User::click(CheckBox& box) { return box.userClick(); }
+
+bool User::click(SSTab& tabs, int tab) { return tabs.userSelectTab(tab); }
+
+bool User::click(ListBox& list, int line, bool control, bool shift) {
+  const bool extended = list.selection() == ListBox::Selection::Extended;
+  return extended ? select(list, line, control, shift) : list.userSelect(line);
+}
+
+bool User::select(ListBox& list, int line, bool control, bool shift) {
+  std::vector<int> lines;
+  if (control) {
+    for (int i = 0; i < list.listCount(); ++i) {
+      if (list.selected(i) && (shift || i != line)) lines.push_back(i);
+    }
+  }
+  if (shift) {
+    const int from = anchored_ == &list ? anchor_ : std::max(0, list.listIndex());
+    for (int i = std::min(from, line); i <= std::max(from, line); ++i) lines.push_back(i);
+  } else {
+    anchored_ = &list;
+    anchor_ = line;
+    if (!control || !list.selected(line)) lines.push_back(line);
+  }
+  return list.userSelect(line, lines);
+}
+
+bool User::dblClick(ListBox& list, int line) { return list.userDblClick(line); }
+
+bool User::open(ComboBox& combo) { return combo.userDropDown(); }
+
+bool User::choose(ComboBox& combo, int line) {
+  return combo.userDropDown() && combo.userChoose(line);
+}
+
+bool User::scroll(ScrollBar& bar, int value) { return bar.userScroll(value); }
+
+}  // namespace toolkit::headless
