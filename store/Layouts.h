@@ -1,4 +1,4 @@
-// Attribute numbers under their names, one namespace a file. Numbers begin at 1;
+// Attribute numbers, from 1, under their names, one namespace a file;
 // docs/record-layouts.md tells what each attribute holds. An enumerator is the number:
 // get(orgprisecharge::SigleOrgChg).
 #pragma once
