@@ -25,7 +25,7 @@ bool allDigits(std::string_view text) {
   return !text.empty() && std::all_of(text.begin(), text.end(), isDigit);
 }
 
-bool isLeap(int year) { return year % 4 == 0 && (year % 100 != 0 || year % 400 == 0); }
+constexpr bool isLeap(int year) { return year % 4 == 0 && (year % 100 != 0 || year % 400 == 0); }
 
 int daysOfMonth(int year, int month) {
   constexpr std::array<int, 12> kDays = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
@@ -38,7 +38,7 @@ bool isDate(const Date& date) {
 }
 
 // Days since the first of March of the year 0: with March first, the leap day ends the year.
-long daysSinceMarch(const Date& date) {
+constexpr long daysSinceMarch(const Date& date) {
   const long year = date.month > 2 ? date.year : date.year - 1L;
   const long month = date.month > 2 ? date.month - 3 : date.month + 9;
   const long era = (year >= 0 ? year : year - 399) / 400;
@@ -47,7 +47,7 @@ long daysSinceMarch(const Date& date) {
   return era * 146097 + yearOfEra * 365 + yearOfEra / 4 - yearOfEra / 100 + dayOfYear;
 }
 
-const long kDayZero = daysSinceMarch({1967, 12, 31});
+constexpr long kDayZero = daysSinceMarch({1967, 12, 31});
 
 // A short run of digits; -1 when there is none, or more than `longest`.
 int shortNumber(std::string_view digits, std::size_t longest) {

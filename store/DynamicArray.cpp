@@ -1,6 +1,7 @@
 #include "store/DynamicArray.h"
 
 #include <algorithm>
+#include <iterator>
 #include <stdexcept>
 
 namespace store {
@@ -34,13 +35,6 @@ const DynamicArray::Attribute* DynamicArray::find(int attribute) const {
   return index < attributes_.size() ? &attributes_[index] : nullptr;
 }
 
-DynamicArray::Attribute& DynamicArray::reach(int attribute) {
-  requirePosition(attribute);
-  const auto count = static_cast<std::size_t>(attribute);
-  if (count > attributes_.size()) attributes_.resize(count);
-  return attributes_[count - 1];
-}
-
 // Offset of a value's first byte; kNone past the last value.
 std::size_t DynamicArray::beginOf(const Attribute& attribute, int value) {
   requirePosition(value);
@@ -72,19 +66,34 @@ std::size_t DynamicArray::valuesIn(const Attribute& attribute) {
   return attribute.begins.size() + countOf(rest, kValueMark);
 }
 
-// Replaces bytes of an attribute; attribute marks among the new ones begin further attributes.
+// Replaces bytes of an attribute that is there; the new ones may be its own. Attribute marks among
+// them begin further attributes.
 void DynamicArray::splice(int attribute, std::size_t offset, std::size_t size,
                           std::string_view text) {
-  Attribute& target = reach(attribute);
-  const auto known = std::upper_bound(target.begins.begin(), target.begins.end(), offset);
-  target.begins.erase(known, target.begins.end());
-  target.text.replace(offset, size, text);
-  if (text.find(kAttributeMark) == kNone) return;
-  DynamicArray parts(target.text);
   const auto place = attributes_.begin() + attribute - 1;
+  const bool separates = text.find(kAttributeMark) != kNone;
+  place->begins.erase(std::upper_bound(place->begins.begin(), place->begins.end(), offset),
+                      place->begins.end());
+  place->text.replace(offset, size, text);
+  if (!separates) return;
+  DynamicArray parts(place->text);
   *place = std::move(parts.attributes_.front());
   attributes_.insert(place + 1, std::make_move_iterator(parts.attributes_.begin() + 1),
                      std::make_move_iterator(parts.attributes_.end()));
+}
+
+// Makes sure that an attribute is there, and gives back a text that is still valid then: growing
+// moves what the array holds, and the text may be part of it.
+std::string_view DynamicArray::reach(int attribute, std::string_view text, std::string& kept) {
+  requirePosition(attribute);
+  const auto count = static_cast<std::size_t>(attribute);
+  if (count <= attributes_.size()) return text;
+  if (count > attributes_.capacity()) {
+    kept = text;
+    text = kept;
+  }
+  attributes_.resize(count);
+  return text;
 }
 
 std::string_view DynamicArray::get(int attribute) const {
@@ -102,21 +111,25 @@ std::string_view DynamicArray::get(int attribute, int value) const {
 }
 
 void DynamicArray::set(int attribute, std::string_view text) {
-  splice(attribute, 0, reach(attribute).text.size(), text);
+  std::string kept;
+  text = reach(attribute, text, kept);
+  splice(attribute, 0, find(attribute)->text.size(), text);
 }
 
 void DynamicArray::set(int attribute, int value, std::string_view text) {
   requirePosition(value);
-  Attribute& target = reach(attribute);
+  std::string kept;
+  text = reach(attribute, text, kept);
+  const Attribute& target = *find(attribute);
   const std::size_t begin = beginOf(target, value);
   if (begin != kNone) {
     splice(attribute, begin, endOfValue(target.text, begin) - begin, text);
     return;
   }
   const std::size_t present = std::max<std::size_t>(valuesIn(target), 1);
-  const std::size_t missing = static_cast<std::size_t>(value) - present;
-  target.text.append(missing, kValueMark);
-  splice(attribute, target.text.size(), 0, text);
+  std::string added(static_cast<std::size_t>(value) - present, kValueMark);
+  added += text;
+  splice(attribute, target.text.size(), 0, added);
 }
 
 int DynamicArray::DCount() const {
@@ -131,9 +144,9 @@ int DynamicArray::DCount(int attribute) const {
 
 void DynamicArray::Insert(int attribute, int value, std::string_view text) {
   requirePosition(value);
-  Attribute& target = reach(attribute);
-  const std::size_t begin = beginOf(target, value);
-  if (begin == kNone || target.text.empty()) {
+  const Attribute* found = find(attribute);
+  const std::size_t begin = found && !found->text.empty() ? beginOf(*found, value) : kNone;
+  if (begin == kNone) {
     set(attribute, value, text);
   } else {
     splice(attribute, begin, 0, std::string(text) + kValueMark);

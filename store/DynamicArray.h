@@ -53,7 +53,7 @@ class DynamicArray {
   static std::size_t beginOf(const Attribute& attribute, int value);
   static std::size_t valuesIn(const Attribute& attribute);
   const Attribute* find(int attribute) const;
-  Attribute& reach(int attribute);
+  std::string_view reach(int attribute, std::string_view text, std::string& kept);
   void splice(int attribute, std::size_t offset, std::size_t size, std::string_view text);
 
   std::vector<Attribute> attributes_;

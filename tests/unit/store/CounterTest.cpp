@@ -1,0 +1,107 @@
+#include "store/Counter.h"
+
+#include <gtest/gtest.h>
+
+#include "store/Layouts.h"
+#include "tests/support/MemoryStore.h"
+
+namespace {
+
+using testing_support::CallKind;
+using testing_support::MemoryStore;
+
+class Counter : public testing::Test {
+ protected:
+  void holds(std::string_view last) {
+    memory.set("COMPTEUR", "999", store::compteur::DernierOrgChg, last);
+  }
+  std::string held() const {
+    return std::string(memory.record("COMPTEUR", "999").get(store::compteur::DernierOrgChg, 1));
+  }
+  std::string next() { return store::nextCode(*counters); }
+  unsigned codeOfRefusal() {
+    try {
+      next();
+    } catch (const store::StoreError& error) {
+      return error.code();
+    }
+    return 0;
+  }
+
+  MemoryStore memory;
+  std::unique_ptr<store::Database> database = memory.connect();
+  std::unique_ptr<store::File> counters = database->OpenFile("COMPTEUR");
+};
+
+TEST_F(Counter, WithoutARecordGivesTheFirstCode) {
+  EXPECT_EQ(next(), "001");
+  EXPECT_EQ(held(), "001");
+}
+
+TEST_F(Counter, WithoutAttributeTenGivesTheFirstCode) {
+  memory.put("COMPTEUR", "999", {"a"});
+  EXPECT_EQ(next(), "001");
+  EXPECT_EQ(memory.record("COMPTEUR", "999").get(1), "a");
+}
+
+TEST_F(Counter, AddsOneAndPadsToThreeCharacters) {
+  holds("009");
+  EXPECT_EQ(next(), "010");
+  EXPECT_EQ(next(), "011");
+  holds("99");
+  EXPECT_EQ(next(), "100");
+}
+
+TEST_F(Counter, GivesTheLastCodeOfThreeCharactersAndThenRefuses) {
+  holds("998");
+  EXPECT_EQ(next(), "999");
+  EXPECT_EQ(codeOfRefusal(), store::kBadValue);
+  EXPECT_EQ(held(), "999");
+}
+
+TEST_F(Counter, RefusesWhatIsNoNumber) {
+  for (const char* wrong : {"abc", "12a", "-1", " 12", "1,5", "99999999999999999999"}) {
+    holds(wrong);
+    EXPECT_EQ(codeOfRefusal(), store::kBadValue) << wrong;
+    EXPECT_EQ(held(), wrong);
+  }
+}
+
+TEST_F(Counter, ReadsTheFirstValueOnlyAndKeepsTheRest) {
+  store::DynamicArray record;
+  record.set(10, 1, "041");
+  record.set(10, 2, "007");
+  record.set(15, "O");
+  memory.put("COMPTEUR", "999", record);
+  EXPECT_EQ(next(), "042");
+  record.set(10, 1, "042");
+  EXPECT_EQ(memory.record("COMPTEUR", "999"), record);
+}
+
+TEST_F(Counter, ReadsTheRecordAgainEachTime) {
+  holds("010");
+  EXPECT_EQ(next(), "011");
+  holds("050");
+  EXPECT_EQ(next(), "051");
+}
+
+TEST_F(Counter, IsWrittenBeforeTheCodeIsGivenBack) {
+  holds("010");
+  next();
+  EXPECT_EQ(memory.told(), (std::vector<std::string>{"OpenFile COMPTEUR", "ReadRecord COMPTEUR 999",
+                                                     "DBWrite COMPTEUR 999"}));
+}
+
+TEST_F(Counter, GivesNoCodeWhenItCannotBeWritten) {
+  holds("010");
+  memory.fail(CallKind::DBWrite);
+  EXPECT_THROW(next(), store::StoreError);
+  EXPECT_EQ(held(), "010");
+}
+
+TEST_F(Counter, GivesNoCodeWhenItCannotBeRead) {
+  memory.fail(CallKind::ReadRecord, "COMPTEUR", store::kBusy);
+  EXPECT_EQ(codeOfRefusal(), store::kBusy);
+}
+
+}  // namespace
