@@ -1,0 +1,77 @@
+#include "localstore/AccessPath.h"
+
+#include <utility>
+
+namespace localstore {
+
+namespace {
+
+constexpr std::int64_t kFirstProbe = 256;
+constexpr std::int64_t kProbeGrowth = 8;
+
+std::optional<AccessPath> pathOf(const FileDescription& file, const Test& test) {
+  const Criterion& criterion = test.criterion;
+  if (criterion.comparison() != Operator::Equal || criterion.text().empty()) return std::nullopt;
+  if (test.attribute != 0 && !file.hasIndex(test.attribute)) return std::nullopt;
+  AccessPath path;
+  path.attribute = test.attribute;
+  path.low = criterion.text();
+  if (criterion.match() == Criterion::Match::Whole) {
+    path.exact = true;
+    return path;
+  }
+  if (criterion.match() != Criterion::Match::Begins) return std::nullopt;
+  path.high = endOfPrefix(path.low);
+  return path;
+}
+
+std::int64_t entries(Connection& connection, const FileDescription& file, const AccessPath& path,
+                     std::int64_t limit) {
+  const bool byKey = path.attribute == 0;
+  const std::string table = byKey ? file.recordTable() : file.indexTable(path.attribute);
+  Query query(connection, "SELECT count(*) FROM (SELECT 1 FROM " + table + " WHERE " +
+                              path.condition(byKey ? "id" : "value") + " LIMIT ?3)");
+  path.bind(query);
+  query.bind(3, limit);
+  return query.step() ? query.number(0) : 0;
+}
+
+}  // namespace
+
+std::string AccessPath::condition(std::string_view column) const {
+  const std::string name(column);
+  if (exact) return name + " = ?1";
+  return high ? name + " >= ?1 AND " + name + " < ?2" : name + " >= ?1";
+}
+
+void AccessPath::bind(Query& query) const {
+  query.bind(1, low);
+  if (!exact && high) query.bind(2, *high);
+}
+
+std::optional<std::string> endOfPrefix(std::string prefix) {
+  while (!prefix.empty() && prefix.back() == static_cast<char>(0xFF)) prefix.pop_back();
+  if (prefix.empty()) return std::nullopt;
+  prefix.back() = static_cast<char>(static_cast<unsigned char>(prefix.back()) + 1);
+  return prefix;
+}
+
+std::optional<AccessPath> narrowestPath(Connection& connection, const FileDescription& file,
+                                        const std::vector<Test>& tests) {
+  std::vector<AccessPath> paths;
+  for (const Test& test : tests) {
+    std::optional<AccessPath> path = pathOf(file, test);
+    if (!path) continue;
+    if (path->attribute == 0 && path->exact) return path;
+    paths.push_back(std::move(*path));
+  }
+  if (paths.empty()) return std::nullopt;
+  if (paths.size() == 1) return paths.front();
+  for (std::int64_t limit = kFirstProbe;; limit *= kProbeGrowth) {
+    for (AccessPath& path : paths) {
+      if (entries(connection, file, path, limit) < limit) return std::move(path);
+    }
+  }
+}
+
+}  // namespace localstore

@@ -1,0 +1,272 @@
+#include "localstore/Selection.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstddef>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "localstore/AccessPath.h"
+#include "localstore/RecordTable.h"
+#include "localstore/Sentence.h"
+#include "store/StoreError.h"
+#include "text/Utf8.h"
+
+namespace localstore {
+
+namespace {
+
+// Far above any layout; keeps a mistyped number from looking like an attribute.
+constexpr int kHighestAttribute = 9999;
+
+// Attribute number of a name; nothing for an unknown one.
+std::optional<int> attributeNumber(const FileDescription& file, std::string_view name) {
+  if (name == "@ID") return 0;
+  const auto named = file.fields.find(name);
+  if (named != file.fields.end()) return named->second;
+  int number = 0;
+  const auto [end, error] = std::from_chars(name.data(), name.data() + name.size(), number);
+  if (error != std::errc() || end != name.data() + name.size()) return std::nullopt;
+  if (number < 0 || number > kHighestAttribute) return std::nullopt;
+  return number;
+}
+
+struct Plan {
+  std::shared_ptr<const FileDescription> file;
+  std::vector<Test> tests;
+  std::vector<int> order;
+  std::vector<int> columns;
+
+  // Can all be known from the key and the first value of one attribute, where that attribute's own
+  // tests are `path`'s only?
+  bool coveredBy(const AccessPath& path) const {
+    const auto known = [&](int attribute) { return attribute == 0 || attribute == path.attribute; };
+    const auto onPath = [&](const Test& test) { return test.attribute == path.attribute; };
+    return std::all_of(order.begin(), order.end(), known) &&
+           std::all_of(columns.begin(), columns.end(), known) &&
+           std::all_of(tests.begin(), tests.end(),
+                       [&](const Test& test) { return known(test.attribute); }) &&
+           (path.attribute == 0 || std::count_if(tests.begin(), tests.end(), onPath) == 1);
+  }
+};
+
+Plan planOf(Catalogue& catalogue, std::string_view text, const Sentence& sentence) {
+  Plan plan;
+  try {
+    plan.file = catalogue.find(sentence.file.text);
+  } catch (const store::StoreError& error) {
+    if (error.code() != store::kUnknownFile) throw;
+    const std::size_t place = text::length(text.substr(0, sentence.file.offset)) + 1;
+    throw store::StoreError(error.code(),
+                            "character " + std::to_string(place) + ": " + error.what());
+  }
+  const auto attribute = [&](const Word& field) {
+    const std::optional<int> number = attributeNumber(*plan.file, field.text);
+    if (!number) {
+      refuseSentence(text, field.offset,
+                     "unknown field " + field.text + " in file " + plan.file->name);
+    }
+    return *number;
+  };
+  for (const Condition& condition : sentence.conditions) {
+    plan.tests.push_back(
+        {attribute(condition.field), Criterion(condition.comparison, condition.value)});
+  }
+  for (const Word& field : sentence.order) plan.order.push_back(attribute(field));
+  return plan;
+}
+
+std::vector<int> columnsOf(const FileDescription& file, std::string_view columns) {
+  std::vector<int> numbers;
+  std::size_t at = 0;
+  while ((at = columns.find_first_not_of(' ', at)) != std::string_view::npos) {
+    const std::size_t end = std::min(columns.find(' ', at), columns.size());
+    const std::string_view name = columns.substr(at, end - at);
+    const std::optional<int> number = attributeNumber(file, name);
+    if (!number) {
+      throw store::StoreError(store::kBadSentence,
+                              "columns, character " +
+                                  std::to_string(text::length(columns.substr(0, at)) + 1) +
+                                  ": unknown field " + std::string(name) + " in file " + file.name);
+    }
+    numbers.push_back(*number);
+    at = end;
+  }
+  if (numbers.empty()) numbers.push_back(0);
+  return numbers;
+}
+
+// What was selected, in one pool of text: a store may select a million records.
+class Rows {
+ public:
+  explicit Rows(const Plan& plan) : plan_(plan) {}
+
+  // `valueOf` gives the first value of an attribute, the key for 0.
+  template <typename ValueOf>
+  void add(const ValueOf& valueOf) {
+    Row row;
+    row.id = keep(valueOf(0));
+    row.keys = keys_.size();
+    for (const int attribute : plan_.order) {
+      keys_.push_back(attribute == 0 ? row.id : keep(valueOf(attribute)));
+    }
+    row.answer.start = pool_.size();
+    for (std::size_t i = 0; i < plan_.columns.size(); ++i) {
+      if (i > 0) pool_ += store::kValueMark;
+      pool_ += valueOf(plan_.columns[i]);
+    }
+    row.answer.size = pool_.size() - row.answer.start;
+    rows_.push_back(row);
+  }
+
+  store::DynamicArray answer() {
+    const auto before = [this](const Row& a, const Row& b) { return comesBefore(a, b); };
+    if (!std::is_sorted(rows_.begin(), rows_.end(), before)) {
+      std::sort(rows_.begin(), rows_.end(), before);
+    }
+    // A record that was met under several of its values has stood beside itself since the sort.
+    const auto same = [this](const Row& a, const Row& b) { return view(a.id) == view(b.id); };
+    rows_.erase(std::unique(rows_.begin(), rows_.end(), same), rows_.end());
+    std::string text;
+    text.reserve(pool_.size());
+    for (const Row& row : rows_) {
+      if (!text.empty() || &row != rows_.data()) text += store::kAttributeMark;
+      text += view(row.answer);
+    }
+    return store::DynamicArray(text);
+  }
+
+ private:
+  struct Slice {
+    std::size_t start = 0;
+    std::size_t size = 0;
+  };
+  struct Row {
+    Slice id;
+    Slice answer;
+    std::size_t keys = 0;  // where its sort keys start
+  };
+
+  Slice keep(std::string_view text) {
+    const Slice slice{pool_.size(), text.size()};
+    pool_ += text;
+    return slice;
+  }
+
+  std::string_view view(const Slice& slice) const {
+    return {pool_.data() + slice.start, slice.size};
+  }
+
+  bool comesBefore(const Row& a, const Row& b) const {
+    for (std::size_t i = 0; i < plan_.order.size(); ++i) {
+      const int comparison = compareForOrder(view(keys_[a.keys + i]), view(keys_[b.keys + i]));
+      if (comparison != 0) return comparison < 0;
+    }
+    return view(a.id) < view(b.id);
+  }
+
+  const Plan& plan_;
+  std::string pool_;
+  std::vector<Slice> keys_;
+  std::vector<Row> rows_;
+};
+
+class Selector {
+ public:
+  Selector(Connection& connection, const Plan& plan)
+      : connection_(connection), plan_(plan), rows_(plan) {}
+
+  store::DynamicArray run() {
+    const std::optional<AccessPath> path = narrowestPath(connection_, *plan_.file, plan_.tests);
+    if (!path) {
+      throughRecords(nullptr);
+    } else if (path->attribute == 0) {
+      throughRecords(&*path);
+    } else if (plan_.coveredBy(*path)) {
+      throughIndexAlone(*path);
+    } else {
+      throughIndex(*path);
+    }
+    return rows_.answer();
+  }
+
+ private:
+  // All records, or those of a range of keys.
+  void throughRecords(const AccessPath* path) {
+    const bool keyOnly = plan_.coveredBy(AccessPath{});
+    std::string sql = keyOnly ? "SELECT id, x'' FROM " : "SELECT id, record FROM ";
+    sql += plan_.file->recordTable();
+    if (path != nullptr) sql += " WHERE " + path->condition("id");
+    Query query(connection_, sql + " ORDER BY id");
+    if (path != nullptr) path->bind(query);
+    while (query.step()) addRecord(query.text(0), query.text(1));
+  }
+
+  void throughIndex(const AccessPath& path) {
+    Query query(connection_, "SELECT i.id, r.record FROM " +
+                                 plan_.file->indexTable(path.attribute) + " i CROSS JOIN " +
+                                 plan_.file->recordTable() + " r ON r.id = i.id WHERE " +
+                                 path.condition("i.value"));
+    path.bind(query);
+    while (query.step()) addRecord(query.text(0), query.text(1));
+  }
+
+  // The index answers by itself, but for a record whose first value is another one.
+  void throughIndexAlone(const AccessPath& path) {
+    Query query(connection_, "SELECT id, value, first FROM " +
+                                 plan_.file->indexTable(path.attribute) + " WHERE " +
+                                 path.condition("value"));
+    path.bind(query);
+    RecordTable table(connection_, plan_.file);
+    while (query.step()) {
+      const std::string_view id = query.text(0);
+      const std::string_view value = query.text(1);
+      if (query.number(2) == 0) {
+        addRecord(id, table.read(id).value_or(""));
+        continue;
+      }
+      const auto holds = [&](const Test& test) {
+        return test.attribute != 0 || test.criterion.holdsForValue(id);
+      };
+      if (!std::all_of(plan_.tests.begin(), plan_.tests.end(), holds)) continue;
+      rows_.add([&](int attribute) { return attribute == 0 ? id : value; });
+    }
+  }
+
+  void addRecord(std::string_view id, std::string_view record) {
+    for (const Test& test : plan_.tests) {
+      const bool holds =
+          test.attribute == 0
+              ? test.criterion.holdsForValue(id)
+              : test.criterion.holdsForAttribute(attributeOf(record, test.attribute));
+      if (!holds) return;
+    }
+    rows_.add([&](int attribute) {
+      return attribute == 0 ? id : firstValue(attributeOf(record, attribute));
+    });
+  }
+
+  Connection& connection_;
+  const Plan& plan_;
+  Rows rows_;
+};
+
+}  // namespace
+
+store::DynamicArray runSelection(Connection& connection, Catalogue& catalogue,
+                                 std::string_view sentence, std::string_view file,
+                                 std::string_view columns) {
+  const Sentence parsed = parseSentence(sentence);
+  if (!file.empty() && file != parsed.file.text) {
+    refuseSentence(sentence, parsed.file.offset,
+                   "the sentence selects from " + parsed.file.text + ", the request from " +
+                       std::string(file));
+  }
+  const ReadScope scope(connection);
+  Plan plan = planOf(catalogue, sentence, parsed);
+  plan.columns = columnsOf(*plan.file, columns);
+  return Selector(connection, plan).run();
+}
+
+}  // namespace localstore

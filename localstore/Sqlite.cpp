@@ -1,0 +1,191 @@
+#include "localstore/Sqlite.h"
+
+#include "store/StoreError.h"
+
+namespace localstore {
+
+namespace {
+
+unsigned codeOf(int result) {
+  switch (result & 0xFF) {
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+      return store::kBusy;
+    case SQLITE_FULL:
+    case SQLITE_IOERR:
+    case SQLITE_CORRUPT:
+    case SQLITE_NOTADB:
+    case SQLITE_CANTOPEN:
+    case SQLITE_READONLY:
+    case SQLITE_PERM:
+    case SQLITE_AUTH:
+      return store::kIoFailure;
+    case SQLITE_TOOBIG:
+      return store::kBadValue;
+    default:
+      return store::kFailed;
+  }
+}
+
+const char* explanation(int result) {
+  switch (result & 0xFF) {
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+      return "another process kept the store too long";
+    case SQLITE_FULL:
+      return "the disk is full";
+    case SQLITE_NOTADB:
+      return "the file is no store";
+    case SQLITE_CORRUPT:
+      return "the store is damaged";
+    case SQLITE_CANTOPEN:
+      return "the store cannot be opened";
+    case SQLITE_READONLY:
+      return "the store is read-only";
+    default:
+      return sqlite3_errstr(result);
+  }
+}
+
+}  // namespace
+
+Query::Query(Connection& connection, std::string_view sql)
+    : connection_(connection), sql_(sql), statement_(connection.take(sql_)) {}
+
+Query::~Query() {
+  sqlite3_reset(statement_.get());
+  sqlite3_clear_bindings(statement_.get());
+  connection_.giveBack(sql_, std::move(statement_));
+}
+
+void Query::check(int result) const {
+  if (result != SQLITE_OK) connection_.fail(result);
+}
+
+Query& Query::bind(int parameter, std::string_view text) {
+  // A null pointer would bind NULL.
+  const char* start = text.data() == nullptr ? "" : text.data();
+  check(sqlite3_bind_text64(statement_.get(), parameter, start, text.size(), SQLITE_STATIC,
+                            SQLITE_UTF8));
+  return *this;
+}
+
+Query& Query::bindBytes(int parameter, std::string_view bytes) {
+  const char* start = bytes.data() == nullptr ? "" : bytes.data();
+  check(sqlite3_bind_blob64(statement_.get(), parameter, start, bytes.size(), SQLITE_STATIC));
+  return *this;
+}
+
+Query& Query::bind(int parameter, std::int64_t number) {
+  check(sqlite3_bind_int64(statement_.get(), parameter, number));
+  return *this;
+}
+
+bool Query::step() {
+  const int result = sqlite3_step(statement_.get());
+  if (result == SQLITE_ROW) return true;
+  if (result != SQLITE_DONE) connection_.fail(result);
+  return false;
+}
+
+void Query::run() {
+  while (step()) {
+  }
+}
+
+std::string_view Query::text(int column) const {
+  // Asked for as bytes, a text is not copied to end it with a zero.
+  const void* bytes = sqlite3_column_blob(statement_.get(), column);
+  const int size = sqlite3_column_bytes(statement_.get(), column);
+  if (bytes == nullptr) return {};
+  return {static_cast<const char*>(bytes), static_cast<std::size_t>(size)};
+}
+
+std::int64_t Query::number(int column) const {
+  return sqlite3_column_int64(statement_.get(), column);
+}
+
+Connection::Connection(const std::string& path, Mode mode) : path_(path) {
+  const int flags = SQLITE_OPEN_READWRITE | (mode == Mode::Create ? SQLITE_OPEN_CREATE : 0);
+  sqlite3* opened = nullptr;
+  const int result = sqlite3_open_v2(path.c_str(), &opened, flags, nullptr);
+  database_.reset(opened);
+  if (result != SQLITE_OK) fail(result);
+  sqlite3_extended_result_codes(opened, 1);
+}
+
+void Connection::execute(const std::string& sql) {
+  const int result = sqlite3_exec(database_.get(), sql.c_str(), nullptr, nullptr, nullptr);
+  if (result != SQLITE_OK) fail(result);
+}
+
+bool Connection::inTransaction() const { return sqlite3_get_autocommit(database_.get()) == 0; }
+
+bool Connection::readOnly() const { return sqlite3_db_readonly(database_.get(), "main") == 1; }
+
+void Connection::setBusyTimeout(int milliseconds) {
+  sqlite3_busy_timeout(database_.get(), milliseconds);
+}
+
+void Connection::fail(int result) const {
+  std::string message = path_ + ": " + explanation(result);
+  // The library's own words name tables and columns, never what a record holds.
+  if (codeOf(result) == store::kFailed && database_) {
+    message += std::string(" (") + sqlite3_errmsg(database_.get()) + ")";
+  }
+  throw store::StoreError(codeOf(result), message);
+}
+
+StatementHandle Connection::take(const std::string& sql) {
+  const auto found = statements_.find(sql);
+  if (found != statements_.end() && !found->second.empty()) {
+    StatementHandle statement = std::move(found->second.back());
+    found->second.pop_back();
+    return statement;
+  }
+  sqlite3_stmt* prepared = nullptr;
+  const int result = sqlite3_prepare_v3(database_.get(), sql.data(), static_cast<int>(sql.size()),
+                                        SQLITE_PREPARE_PERSISTENT, &prepared, nullptr);
+  if (result != SQLITE_OK) fail(result);
+  return StatementHandle(prepared);
+}
+
+void Connection::giveBack(const std::string& sql, StatementHandle statement) {
+  statements_[sql].push_back(std::move(statement));
+}
+
+WriteScope::WriteScope(Connection& connection)
+    : connection_(connection), nested_(connection.inTransaction()) {
+  Query(connection_, nested_ ? "SAVEPOINT part" : "BEGIN IMMEDIATE").run();
+}
+
+WriteScope::~WriteScope() {
+  // SQLite may have undone the whole by itself, on a full disk for instance.
+  if (!open_ || !connection_.inTransaction()) return;
+  try {
+    connection_.execute(nested_ ? "ROLLBACK TO part; RELEASE part" : "ROLLBACK");
+  } catch (const store::StoreError&) {
+    // Nothing is kept of a transaction that could not be undone either: it was never committed.
+  }
+}
+
+void WriteScope::commit() {
+  Query(connection_, nested_ ? "RELEASE part" : "COMMIT").run();
+  open_ = false;
+}
+
+ReadScope::ReadScope(Connection& connection)
+    : connection_(connection), nested_(connection.inTransaction()) {
+  if (!nested_) Query(connection_, "BEGIN").run();
+}
+
+ReadScope::~ReadScope() {
+  if (nested_ || !connection_.inTransaction()) return;
+  try {
+    Query(connection_, "COMMIT").run();
+  } catch (const store::StoreError&) {
+    // Nothing was written; the connection's next transaction starts afresh.
+  }
+}
+
+}  // namespace localstore

@@ -1,0 +1,121 @@
+// Owner types over the SQLite library; a result code that is no success becomes a StoreError here
+// and nowhere else.
+#pragma once
+
+#include <sqlite3.h>
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace localstore {
+
+struct StatementCloser {
+  void operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
+};
+using StatementHandle = std::unique_ptr<sqlite3_stmt, StatementCloser>;
+
+class Connection;
+
+// One execution of a prepared statement. Gives the statement back when it goes out of scope, so
+// that no read transaction stays open behind it. The connection must outlive it.
+class Query {
+ public:
+  Query(Connection& connection, std::string_view sql);
+  Query(const Query&) = delete;
+  Query& operator=(const Query&) = delete;
+  ~Query();
+
+  // Parameters are numbered from 1. The text must stay alive until the last step.
+  Query& bind(int parameter, std::string_view text);
+  Query& bindBytes(int parameter, std::string_view bytes);
+  Query& bind(int parameter, std::int64_t number);
+
+  // True when there is a row. Throws StoreError.
+  bool step();
+  // Runs a statement that gives no row (or whose rows do not matter).
+  void run();
+
+  // Columns are numbered from 0; a view lives until the next step.
+  std::string_view text(int column) const;
+  std::int64_t number(int column) const;
+
+ private:
+  void check(int result) const;
+
+  Connection& connection_;
+  std::string sql_;
+  StatementHandle statement_;
+};
+
+// An open SQLite file. Not to be carried across a fork.
+class Connection {
+ public:
+  enum class Mode { Open, Create };
+
+  // The path is UTF-8 on every system. Throws StoreError (kIoFailure) when the file cannot be
+  // opened.
+  Connection(const std::string& path, Mode mode);
+  Connection(const Connection&) = delete;
+  Connection& operator=(const Connection&) = delete;
+
+  void execute(const std::string& sql);
+  // True between the beginning and the end of a transaction.
+  bool inTransaction() const;
+  bool readOnly() const;
+  void setBusyTimeout(int milliseconds);
+
+  // Throws the StoreError that stands for an SQLite result.
+  [[noreturn]] void fail(int result) const;
+
+ private:
+  friend class Query;
+  struct Closer {
+    void operator()(sqlite3* database) const { sqlite3_close_v2(database); }
+  };
+
+  StatementHandle take(const std::string& sql);
+  void giveBack(const std::string& sql, StatementHandle statement);
+
+  std::string path_;
+  std::unique_ptr<sqlite3, Closer> database_;
+  // Prepared statements at rest, by their text; declared last, so that they go first.
+  std::unordered_map<std::string, std::vector<StatementHandle>> statements_;
+};
+
+// Everything done between its making and commit() happens, or nothing does. Inside another one it
+// is a part of that one: undone alone, kept with the whole.
+class WriteScope {
+ public:
+  // Waits for another process's writer as long as the connection's busy timeout says, then throws
+  // StoreError (kBusy).
+  explicit WriteScope(Connection& connection);
+  WriteScope(const WriteScope&) = delete;
+  WriteScope& operator=(const WriteScope&) = delete;
+  ~WriteScope();
+
+  void commit();
+
+ private:
+  Connection& connection_;
+  bool nested_;
+  bool open_ = true;
+};
+
+// All reads in its life see the same state of the store.
+class ReadScope {
+ public:
+  explicit ReadScope(Connection& connection);
+  ReadScope(const ReadScope&) = delete;
+  ReadScope& operator=(const ReadScope&) = delete;
+  ~ReadScope();
+
+ private:
+  Connection& connection_;
+  bool nested_;
+};
+
+}  // namespace localstore
