@@ -1,0 +1,72 @@
+#include "control/AcronymSearch.h"
+
+#include <string>
+
+#include "screen/Messages.h"
+#include "store/Layouts.h"
+#include "store/Request.h"
+#include "text/Utf8.h"
+#include "toolkit/Trap.h"
+
+namespace control {
+namespace {
+
+constexpr char32_t kEntree = 13;
+
+}  // namespace
+
+void AcronymSearch::Cbo_SigleOrgChg_KeyPress(char32_t& key) {
+  if (key != kEntree) {
+    screen::filtrerRecherche(context_.desktop, key);
+    return;
+  }
+  // A search that fails leaves no earlier answer behind, and the text as typed.
+  if (!toolkit::quietly("Cbo_SigleOrgChg_KeyPress", [this] { chercher(); })) {
+    list_.montrerListeComplete();
+  }
+}
+
+void AcronymSearch::chercher() {
+  const std::string sigle = text::upper(context_.screen.bar.Cbo_SigleOrgChg.text());
+  const store::DynamicArray found =
+      store::select(*context_.session.TheDatabase,
+                    "SSELECT ORGPRISECHARGE AVEC SigleOrgChg = " + store::quotedPrefix(sigle) +
+                        " PAR SigleOrgChg",
+                    store::orgprisecharge::kFile, "0 1");
+  if (!store::anySelected(found)) {
+    list_.montrerListeComplete();
+    screen::avertir(context_.desktop, "Aucun organisme de prise en charge commençant par " + sigle);
+    return;
+  }
+  context_.session.rechercheSigle = found;
+  list_.montrer(found);
+  context_.screen.bar.Txt_CodOrgChg.setText("");
+}
+
+void AcronymSearch::Cbo_SigleOrgChg_Click() {
+  const screen::EditSession& session = context_.session;
+  const int line = context_.screen.bar.Cbo_SigleOrgChg.listIndex();
+  if (line < 0) return;
+  const store::DynamicArray& answer =
+      session.rechercheSigle.empty() ? session.organismes : session.rechercheSigle;
+  const std::string code(answer.get(line + 1, 1));
+  toolkit::TextBox& field = context_.screen.bar.Txt_CodOrgChg;
+  // The code may stand there without its record: typed, but not read.
+  if (field.text() == code && session.codeEnMain != code) field.setText("");
+  field.setText(code);
+}
+
+void AcronymSearch::Cbo_SigleOrgChg_LostFocus() { view_.montrerSigle(); }
+
+void AcronymSearch::Txt_SigleOrgChg_KeyPress(char32_t& key) { key = text::upper(key); }
+
+void AcronymSearch::Txt_SigleOrgChg_Change() {
+  toolkit::TextBox& field = context_.screen.bar.Txt_SigleOrgChg;
+  const std::string capitals = text::upper(field.text());
+  if (capitals == field.text()) return;
+  const int caret = field.selectionStart();
+  field.setText(capitals);
+  field.select(caret, 0);
+}
+
+}  // namespace control

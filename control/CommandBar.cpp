@@ -1,0 +1,131 @@
+#include "control/CommandBar.h"
+
+#include <memory>
+#include <utility>
+
+#include "control/BusyScreen.h"
+#include "control/NewRecord.h"
+#include "control/Rights.h"
+#include "control/States.h"
+#include "screen/Messages.h"
+#include "store/Request.h"
+
+namespace control {
+
+CommandBar::CommandBar(Context& context, RecordView& view, AcronymList& list, Save& save,
+                       std::function<void(bool)> setSortir)
+    : context_(context), view_(view), list_(list), save_(save), setSortir_(std::move(setSortir)) {}
+
+void CommandBar::Cmd_Ajouter_Click() {
+  screen::EditSession& session = context_.session;
+  if (!fullRights(session)) return;
+  {
+    const screen::Quiet quiet(session);
+    view_.Vider_Donnees();
+    context_.screen.Ong_OrgPriseChg.setTab(screen::kCoordonnees);
+    session.RecOrgChg = std::make_unique<NewRecord>();
+    session.AncienOrgChg = store::NewDynamicArray();
+    session.EnCreation = true;
+    applyState(context_.screen, State::Creating);
+    valeursParDefaut();
+  }
+  context_.screen.bar.Txt_SigleOrgChg.setFocus();
+}
+
+void CommandBar::valeursParDefaut() {
+  context_.screen.participation.Cmd_AjoutPart.setEnabled(false);
+  context_.screen.participation.Cmd_NouveauBareme.setEnabled(true);
+  context_.screen.participation.Txt_DatBaremCours.setEnabled(false);
+  context_.screen.regles.Cbo_PeriodFactOrgChg.setListIndex(0);
+  context_.screen.regles.Cbo_RenouvOrgChg.setListIndex(0);
+  context_.screen.activites.Opt_Totalite.setValue(true);
+}
+
+void CommandBar::Cmd_Annuler_Click() {
+  screen::EditSession& session = context_.session;
+  if (session.EnCreation &&
+      !screen::confirmer(context_.desktop, "Etes-vous sûr de vouloir quitter cette création ?")) {
+    return;
+  }
+  {
+    const BusyScreen busy(context_.desktop, context_.surface);
+    view_.effacerBareme();
+    session.propagationSuspendue = false;
+    view_.Vider_Donnees();
+    list_.montrerListeComplete();
+    context_.desktop.doEvents();
+  }
+  context_.screen.bar.Txt_CodOrgChg.setFocus();
+}
+
+void CommandBar::Cmd_Supprimer_Click() {
+  screen::EditSession& session = context_.session;
+  if (!fullRights(session) || session.codeEnMain.empty()) return;
+  if (!screen::confirmer(context_.desktop,
+                         "Etes-vous sûr de vouloir supprimer cet organisme de prise en charge ?") ||
+      refusParFichier("ACCORD",
+                      "Des accords sont créés pour cet organisme. Suppression impossible.") ||
+      refusParFichier(
+          "DEMANDACC",
+          "Des demandes d'accords sont créées pour cet organisme. Suppression impossible.")) {
+    return;
+  }
+  session.files.orgPriseCharge->DeleteRecord(session.codeEnMain);
+  // Cleared before the list is read again: should that fail, a deleted body must not stay in hand.
+  view_.Vider_Donnees();
+  context_.screen.bar.Txt_CodOrgChg.setFocus();
+  list_.lister();
+}
+
+// Is the body in hand named in that file? Then it has said so.
+bool CommandBar::refusParFichier(const std::string& file, std::string_view message) {
+  const store::DynamicArray found = store::select(
+      *context_.session.TheDatabase,
+      "SSELECT " + file + " AVEC 1 = " + store::quoted(context_.session.codeEnMain), file, "0");
+  if (!store::anySelected(found)) return false;
+  screen::avertir(context_.desktop, message);
+  return true;
+}
+
+void CommandBar::Cmd_Sortir_Click() {
+  if (context_.session.codeEnMain.empty() || !fullRights(context_.session)) {
+    setSortir_(true);
+    return;
+  }
+  if (!view_.ecrirePages()) return;
+  if (!modifie()) {
+    setSortir_(true);
+    return;
+  }
+  switch (context_.desktop.messageBox(
+      "Voulez-vous enregistrer les modifications apportées à cet article ?", screen::kTitre,
+      toolkit::Buttons::YesNoCancel, toolkit::Icon::Question)) {
+    case toolkit::Answer::Yes:
+      enregistrerEtSortir();
+      break;
+    case toolkit::Answer::No:
+      setSortir_(true);
+      break;
+    default:
+      setSortir_(false);
+      break;
+  }
+}
+
+bool CommandBar::modifie() {
+  const screen::EditSession& session = context_.session;
+  const std::string now = session.RecOrgChg->fields().text();
+  return now != session.ImageOrgChg && now != session.imageNormalisee;
+}
+
+void CommandBar::enregistrerEtSortir() {
+  screen::EditSession& session = context_.session;
+  const screen::Raised checking(session.modeVerif);
+  save_.Ecrire_Donnees();
+  view_.effacerErreurs();
+  if (!session.codeEnMain.empty()) return;
+  view_.effacerBareme();
+  setSortir_(true);
+}
+
+}  // namespace control

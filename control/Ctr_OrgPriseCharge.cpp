@@ -1,0 +1,242 @@
+#include "control/Ctr_OrgPriseCharge.h"
+
+#include <utility>
+
+#include "control/AcronymList.h"
+#include "control/AcronymSearch.h"
+#include "control/CommandBar.h"
+#include "control/Context.h"
+#include "control/Lookup.h"
+#include "control/RecordView.h"
+#include "control/Rights.h"
+#include "control/Save.h"
+#include "control/StartUp.h"
+#include "control/States.h"
+#include "pages/AddressPanel.h"
+#include "pages/Ong1.h"
+#include "pages/Ong2.h"
+#include "pages/Ong5.h"
+
+namespace control {
+
+class Ctr_OrgPriseCharge::Implementation {
+ public:
+  Implementation(Ctr_OrgPriseCharge& owner, toolkit::Desktop& desktop)
+      : owner_(owner),
+        screen(surface),
+        adresse(screen.coordonnees.adresse, session),
+        ong1({desktop, screen, session}, adresse),
+        ong2({desktop, screen, session}),
+        ong5({desktop, screen, session}),
+        context{desktop, surface, screen, session, adresse, {&ong1}},
+        view(context),
+        list(context, view),
+        search(context, list, view),
+        lookup(context, view),
+        save(context, view, list),
+        bar(context, view, list, save, [this](bool leave) { setSortir(leave); }),
+        startUp(context, list, ong2, ong5) {
+    applyState(screen, State::Empty);
+    bindLookup();
+    bindBar();
+  }
+
+  void setSortir(bool leave) {
+    if (leave == sortir) return;
+    sortir = leave;
+    if (owner_.onSortirChanged) owner_.onSortirChanged();
+  }
+
+  // Runs a call of the host.
+  template <class F>
+  auto host(F call) {
+    const toolkit::Surface::Action action(surface, toolkit::Surface::Action::By::Host);
+    if (!action.accepted()) throw Busy();
+    return call();
+  }
+  // The same for what needs a successful Init first.
+  template <class F>
+  auto started(F call) {
+    return host([&] {
+      if (!session.pret) throw NotReady("Init has not been called");
+      return call();
+    });
+  }
+  template <class F>
+  auto editing(F call) {
+    return started([&] {
+      if (!fullRights(session)) throw AccessDenied();
+      if (!session.RecOrgChg) throw NotReady("no record is in hand");
+      return call();
+    });
+  }
+
+ private:
+  Ctr_OrgPriseCharge& owner_;
+
+ public:
+  toolkit::Surface surface{"Ctr_OrgPriseCharge"};
+  screen::Screen screen;
+  screen::EditSession session;
+  pages::AddressPanel adresse;
+  pages::Ong1 ong1;
+  pages::Ong2 ong2;
+  pages::Ong5 ong5;
+  Context context;
+  RecordView view;
+  AcronymList list;
+  AcronymSearch search;
+  Lookup lookup;
+  Save save;
+  CommandBar bar;
+  StartUp startUp;
+  bool sortir = false;
+
+ private:
+  bool active() const { return session.pret && session.silence == 0; }
+
+  // The one place where handlers are kept quiet.
+  template <class Part>
+  toolkit::Control::Handler handler(Part& part, void (Part::*deed)()) {
+    return [this, &part, deed] {
+      if (active()) (part.*deed)();
+    };
+  }
+  template <class Part>
+  std::function<void(char32_t&)> keys(Part& part, void (Part::*deed)(char32_t&)) {
+    return [this, &part, deed](char32_t& key) {
+      if (active()) (part.*deed)(key);
+    };
+  }
+
+  void bindLookup() {
+    toolkit::TextBox& code = screen.bar.Txt_CodOrgChg;
+    code.onChange = handler(lookup, &Lookup::Txt_CodOrgChg_Change);
+    code.onKeyPress = keys(lookup, &Lookup::Txt_CodOrgChg_KeyPress);
+    code.onGotFocus = handler(lookup, &Lookup::Txt_CodOrgChg_GotFocus);
+    code.onLostFocus = handler(lookup, &Lookup::Txt_CodOrgChg_LostFocus);
+    toolkit::ComboBox& combo = screen.bar.Cbo_SigleOrgChg;
+    combo.onKeyPress = keys(search, &AcronymSearch::Cbo_SigleOrgChg_KeyPress);
+    combo.onClick = handler(search, &AcronymSearch::Cbo_SigleOrgChg_Click);
+    combo.onLostFocus = handler(search, &AcronymSearch::Cbo_SigleOrgChg_LostFocus);
+    toolkit::TextBox& sigle = screen.bar.Txt_SigleOrgChg;
+    sigle.onKeyPress = keys(search, &AcronymSearch::Txt_SigleOrgChg_KeyPress);
+    sigle.onChange = handler(search, &AcronymSearch::Txt_SigleOrgChg_Change);
+  }
+
+  void bindBar() {
+    screen.bar.Cmd_Ajouter.onClick = handler(bar, &CommandBar::Cmd_Ajouter_Click);
+    screen.bar.Cmd_Supprimer.onClick = handler(bar, &CommandBar::Cmd_Supprimer_Click);
+    screen.bar.Cmd_OK.onClick = handler(save, &Save::Cmd_OK_Click);
+    screen.bar.Cmd_Annuler.onClick = handler(bar, &CommandBar::Cmd_Annuler_Click);
+    // Leaving is possible even when start-up has failed.
+    screen.bar.Cmd_Sortir.onClick = [this] { bar.Cmd_Sortir_Click(); };
+  }
+};
+
+Ctr_OrgPriseCharge::Ctr_OrgPriseCharge(toolkit::Desktop& desktop)
+    : implementation_(std::make_unique<Implementation>(*this, desktop)) {}
+
+Ctr_OrgPriseCharge::~Ctr_OrgPriseCharge() { UserControl_Terminate(); }
+
+toolkit::Surface& Ctr_OrgPriseCharge::surface() { return implementation_->surface; }
+
+bool Ctr_OrgPriseCharge::W_Sortir() const { return implementation_->sortir; }
+
+void Ctr_OrgPriseCharge::setW_Sortir(bool leave) {
+  implementation_->host([&] { implementation_->setSortir(leave); });
+}
+
+void Ctr_OrgPriseCharge::setDroitsUtilisateur(std::shared_ptr<screen::Rights> rights) {
+  implementation_->host([&] {
+    screen::EditSession& session = implementation_->session;
+    session.DroitOrgChg = nullptr;
+    session.DroitsUtilisateur = std::move(rights);
+    if (session.DroitsUtilisateur) session.DroitOrgChg = session.DroitsUtilisateur->entry(kDroit);
+  });
+}
+
+void Ctr_OrgPriseCharge::setTheClient(std::shared_ptr<void> client) {
+  implementation_->host([&] { implementation_->session.TheClient = std::move(client); });
+}
+
+void Ctr_OrgPriseCharge::setTheDatabase(std::shared_ptr<store::Database> database) {
+  implementation_->host([&] {
+    screen::EditSession& session = implementation_->session;
+    if (database == session.TheDatabase) return;
+    // What was opened through another store goes before it.
+    implementation_->view.Vider_Donnees();
+    implementation_->startUp.releaseStore();
+    session.TheDatabase = std::move(database);
+  });
+}
+
+void Ctr_OrgPriseCharge::Init() {
+  implementation_->host([&] {
+    implementation_->view.Vider_Donnees();
+    implementation_->startUp.releaseStore();
+    implementation_->startUp.Init();
+  });
+}
+
+void Ctr_OrgPriseCharge::Afficher_Donnees() {
+  implementation_->started([&] { implementation_->view.Afficher_Donnees(); });
+}
+
+void Ctr_OrgPriseCharge::Afficher_Ong1() {
+  implementation_->started([&] {
+    if (implementation_->session.RecOrgChg) {
+      implementation_->ong1.Afficher_Ong1();
+    } else {
+      implementation_->ong1.vider();
+    }
+  });
+}
+
+void Ctr_OrgPriseCharge::Remplir_OrgPriseChg() {
+  implementation_->started([&] { implementation_->list.Remplir_OrgPriseChg(); });
+}
+
+void Ctr_OrgPriseCharge::Remplir_ParamsPoss() {
+  implementation_->started([&] { implementation_->ong5.Remplir_ParamsPoss(); });
+}
+
+void Ctr_OrgPriseCharge::Remplir_PiecesPoss() {
+  implementation_->started([&] { implementation_->ong2.Remplir_PiecesPoss(); });
+}
+
+void Ctr_OrgPriseCharge::Remplir_StatOrgChg() {
+  implementation_->started([&] { implementation_->ong2.Remplir_StatOrgChg(); });
+}
+
+void Ctr_OrgPriseCharge::Vider_Donnees() {
+  implementation_->started([&] { implementation_->view.Vider_Donnees(); });
+}
+
+void Ctr_OrgPriseCharge::Creer_Donnees() {
+  implementation_->editing([&] {
+    if (!implementation_->session.EnCreation) throw NotReady("no creation has been started");
+    implementation_->save.Creer_Donnees();
+  });
+}
+
+void Ctr_OrgPriseCharge::Ecrire_Donnees() {
+  implementation_->editing([&] {
+    if (implementation_->session.EnCreation) throw NotReady("the record has no code yet");
+    implementation_->save.Ecrire_Donnees();
+  });
+}
+
+void Ctr_OrgPriseCharge::Ecrire_Ong1() {
+  implementation_->editing([&] { implementation_->ong1.Ecrire_Ong1(); });
+}
+
+bool Ctr_OrgPriseCharge::Verif_Ong1() {
+  return implementation_->started([&] { return implementation_->ong1.Verif_Ong1(); });
+}
+
+void Ctr_OrgPriseCharge::UserControl_Terminate() {
+  implementation_->startUp.UserControl_Terminate();
+}
+
+}  // namespace control

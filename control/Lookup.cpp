@@ -1,0 +1,81 @@
+#include "control/Lookup.h"
+
+#include <initializer_list>
+
+#include "control/States.h"
+#include "screen/Messages.h"
+#include "text/Utf8.h"
+#include "toolkit/Trap.h"
+
+namespace control {
+namespace {
+
+constexpr std::size_t kLongueurCode = 3;
+
+void selectionner(toolkit::TextBox& box) {
+  box.select(0, static_cast<int>(text::length(box.text())));
+}
+
+}  // namespace
+
+void Lookup::Txt_CodOrgChg_Change() {
+  const std::string code = context_.screen.bar.Txt_CodOrgChg.text();
+  if (text::length(code) != kLongueurCode) return;
+  if (!toolkit::quietly("Txt_CodOrgChg_Change", [&] { lire(code); })) {
+    abandonner(code);
+    return;
+  }
+  if (context_.session.RecOrgChg->fields().empty()) {
+    screen::informer(context_.desktop, "Cet organisme de prise en charge n'existe pas.");
+    view_.Vider_Donnees();
+    return;
+  }
+  // A record shown in part must not be saved.
+  if (!toolkit::quietly("Afficher_Donnees", [&] { montrer(); })) abandonner(code);
+}
+
+void Lookup::lire(const std::string& code) {
+  screen::EditSession& session = context_.session;
+  session.RecOrgChg.reset();
+  session.codeEnMain.clear();
+  session.RecOrgChg = session.files.orgPriseCharge->ReadRecord(code);
+  session.codeEnMain = code;
+  session.ImageOrgChg = session.RecOrgChg->fields().text();
+  session.AncienOrgChg = store::DynamicArray(session.ImageOrgChg);
+}
+
+void Lookup::montrer() {
+  screen::Regles& regles = context_.screen.regles;
+  if (context_.session.OptionCompteur) {
+    for (toolkit::Control* field : std::initializer_list<toolkit::Control*>{
+             &regles.Etq_DebitOrgChg, &regles.Txt_DebitOrgChg, &regles.Cbo_DebitOrgChg,
+             &regles.Etq_CreditOrgChg, &regles.Txt_CreditOrgChg, &regles.Cbo_CreditOrgChg,
+             &regles.Txt_CpteProdAide, &regles.Cbo_CpteProdAide}) {
+      field->setEnabled(true);
+    }
+  }
+  view_.Afficher_Donnees();
+  context_.session.imageNormalisee = view_.texteEcrit();
+  applyState(context_.screen, State::Existing);
+}
+
+void Lookup::abandonner(const std::string& code) {
+  view_.Vider_Donnees();
+  const screen::Quiet quiet(context_.session);
+  context_.screen.bar.Txt_CodOrgChg.setText(code);
+  selectionner(context_.screen.bar.Txt_CodOrgChg);
+}
+
+void Lookup::Txt_CodOrgChg_KeyPress(char32_t& key) {
+  screen::filtrerRecherche(context_.desktop, key);
+}
+
+void Lookup::Txt_CodOrgChg_GotFocus() { selectionner(context_.screen.bar.Txt_CodOrgChg); }
+
+void Lookup::Txt_CodOrgChg_LostFocus() {
+  if (!context_.session.RecOrgChg) return;
+  const screen::Quiet quiet(context_.session);
+  context_.screen.bar.Txt_CodOrgChg.setText(context_.session.codeEnMain);
+}
+
+}  // namespace control

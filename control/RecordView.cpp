@@ -1,0 +1,75 @@
+#include "control/RecordView.h"
+
+#include <algorithm>
+
+#include "control/States.h"
+#include "store/Layouts.h"
+
+namespace control {
+
+void RecordView::Afficher_Donnees() {
+  const screen::Quiet quiet(context_.session);
+  for (pages::Page* page : context_.pages) {
+    if (context_.session.RecOrgChg) {
+      page->afficher();
+    } else {
+      page->vider();
+    }
+  }
+  montrerSigle();
+}
+
+void RecordView::Vider_Donnees() {
+  screen::EditSession& session = context_.session;
+  const screen::Quiet quiet(session);
+  session.RecOrgChg.reset();
+  session.codeEnMain.clear();
+  session.ImageOrgChg.clear();
+  session.imageNormalisee.clear();
+  session.EnCreation = false;
+  for (pages::Page* page : context_.pages) page->vider();
+  context_.screen.bar.Txt_CodOrgChg.setText("");
+  context_.screen.bar.Cbo_SigleOrgChg.setText("");
+  applyState(context_.screen, State::Empty);
+}
+
+bool RecordView::ecrirePages() {
+  effacerErreurs();
+  for (pages::Page* page : context_.pages) {
+    page->ecrire();
+    if (pageRefusee()) return false;
+  }
+  return true;
+}
+
+bool RecordView::pageRefusee() const {
+  const auto& flags = context_.session.ErreurOng;
+  return std::find(flags.begin(), flags.end(), true) != flags.end();
+}
+
+void RecordView::effacerErreurs() { context_.session.ErreurOng.fill(false); }
+
+std::string RecordView::texteEcrit() {
+  store::DynamicArray& fields = context_.session.RecOrgChg->fields();
+  const store::DynamicArray before = fields;
+  ecrirePages();
+  std::string written = fields.text();
+  fields = before;
+  effacerErreurs();
+  return written;
+}
+
+void RecordView::effacerBareme() {
+  context_.session.NouveauBareme = false;
+  context_.screen.participation.Cmd_NouveauBareme.setCaption("Nouveau barème");
+}
+
+void RecordView::montrerSigle() {
+  const screen::EditSession& session = context_.session;
+  if (!session.RecOrgChg || session.EnCreation) return;
+  const screen::Quiet quiet(context_.session);
+  context_.screen.bar.Cbo_SigleOrgChg.setText(
+      session.RecOrgChg->fields().get(store::orgprisecharge::SigleOrgChg));
+}
+
+}  // namespace control

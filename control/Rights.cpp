@@ -1,0 +1,26 @@
+#include "control/Rights.h"
+
+#include "control/Ctr_OrgPriseCharge.h"
+
+namespace control {
+
+bool fullRights(const screen::EditSession& session) {
+  if (!session.DroitOrgChg) throw NotReady("DroitsUtilisateur has not been given");
+  return session.DroitOrgChg->Level() == 2;
+}
+
+void Appliquer_Droits(Context& context) {
+  if (fullRights(context.session)) return;
+  screen::CommandBar& bar = context.screen.bar;
+  screen::PriseEnCharge& prise = context.screen.priseEnCharge;
+  screen::Participation& part = context.screen.participation;
+  for (toolkit::CommandButton* button :
+       {&prise.Cmd_AjoutAbat, &bar.Cmd_Ajouter, &part.Cmd_AjoutPart, &prise.Cmd_AjoutTaux,
+        &part.Cmd_NouveauBareme, &bar.Cmd_OK, &prise.Cmd_OKAbat, &part.Cmd_OKPart,
+        &prise.Cmd_OKTaux, &prise.Cmd_SuppAbat, &part.Cmd_SuppPart, &bar.Cmd_Supprimer,
+        &prise.Cmd_SuppTaux}) {
+    button->setVisible(false);
+  }
+}
+
+}  // namespace control

@@ -1,0 +1,121 @@
+#include "control/Save.h"
+
+#include <utility>
+
+#include "control/BusyScreen.h"
+#include "control/Rights.h"
+#include "store/Counter.h"
+#include "store/Layouts.h"
+#include "toolkit/Trap.h"
+
+namespace control {
+namespace {
+
+namespace attribut = store::orgprisecharge;
+
+// Puts another record in hand; the one before comes back unless keep() is called.
+class RecordSwap {
+ public:
+  RecordSwap(screen::EditSession& session, std::unique_ptr<store::Record> next)
+      : session_(session), before_(std::exchange(session.RecOrgChg, std::move(next))) {}
+  ~RecordSwap() {
+    if (!kept_) session_.RecOrgChg = std::move(before_);
+  }
+  RecordSwap(const RecordSwap&) = delete;
+  RecordSwap& operator=(const RecordSwap&) = delete;
+  void keep() { kept_ = true; }
+
+ private:
+  screen::EditSession& session_;
+  std::unique_ptr<store::Record> before_;
+  bool kept_ = false;
+};
+
+}  // namespace
+
+void Save::Cmd_OK_Click() {
+  screen::EditSession& session = context_.session;
+  if (session.enregistrementEnCours) return;
+  const screen::Raised inProgress(session.enregistrementEnCours);
+  bool accepted = false;
+  {
+    const screen::Raised checking(session.modeVerif);
+    const BusyScreen busy(context_.desktop, context_.surface);
+    accepted = enregistrer();
+    if (accepted) {
+      toolkit::quietly("Remplir_OrgPriseChg", [this] { list_.Remplir_OrgPriseChg(); });
+      view_.effacerBareme();
+    } else {
+      view_.effacerErreurs();
+    }
+    context_.desktop.doEvents();
+  }
+  session.texteEnAttente.clear();
+  if (accepted) context_.screen.bar.Txt_CodOrgChg.setFocus();
+}
+
+bool Save::enregistrer() {
+  screen::EditSession& session = context_.session;
+  bool allowed = false;
+  const bool done = toolkit::quietly("Cmd_OK_Click", [&] {
+    allowed = fullRights(session) && session.RecOrgChg;
+    if (!allowed) return;
+    if (session.EnCreation) {
+      session.AncienOrgChg = store::NewDynamicArray();
+      creer();
+    } else {
+      Ecrire_Donnees();
+    }
+  });
+  return done && allowed && !view_.pageRefusee();
+}
+
+void Save::Creer_Donnees() {
+  creer();
+  if (!view_.pageRefusee()) list_.Remplir_OrgPriseChg();
+}
+
+void Save::creer() {
+  if (!view_.ecrirePages()) return;
+  screen::EditSession& session = context_.session;
+  std::string code;
+  RecordSwap swap(session, ficheDuNouveauCode(code));
+  if (!view_.ecrirePages()) return;
+  session.RecOrgChg->DBWrite();
+  // From here on the body exists: should anything fail, saving again must not create it twice.
+  swap.keep();
+  session.EnCreation = false;
+  session.codeEnMain = code;
+  {
+    const screen::Quiet quiet(session);
+    context_.screen.bar.Txt_CodOrgChg.setText(code);
+  }
+  session.propagationSuspendue = false;
+  view_.Vider_Donnees();
+}
+
+// A counter that lags behind its file gives codes that are taken; those bodies must survive.
+std::unique_ptr<store::Record> Save::ficheDuNouveauCode(std::string& code) {
+  screen::StoreFiles& files = context_.session.files;
+  while (true) {
+    code = store::nextCode(*files.compteur);
+    std::unique_ptr<store::Record> record = files.orgPriseCharge->ReadRecord(code);
+    if (record->fields().empty()) return record;
+  }
+}
+
+void Save::Ecrire_Donnees() {
+  if (!view_.ecrirePages()) return;
+  screen::EditSession& session = context_.session;
+  store::DynamicArray& record = session.RecOrgChg->fields();
+  const bool withoutAccounts =
+      session.OptionCompteur && context_.screen.regles.Cac_IncidCompta.value();
+  if (withoutAccounts && !record.get(attribut::DebitOrgChg).empty()) {
+    record.set(attribut::DebitOrgChg, "");
+    record.set(attribut::CreditOrgChg, "");
+  }
+  session.RecOrgChg->DBWrite();
+  view_.Vider_Donnees();
+}
+
+}  // namespace control

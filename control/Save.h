@@ -1,0 +1,37 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "control/AcronymList.h"
+#include "control/Context.h"
+#include "control/RecordView.h"
+
+namespace control {
+
+// The save of a new and of an existing body.
+class Save {
+ public:
+  Save(Context& context, RecordView& view, AcronymList& list)
+      : context_(context), view_(view), list_(list) {}
+
+  // Saves with all checks. An error counts as a refusal: screen and record in hand stay.
+  void Cmd_OK_Click();
+
+  // Saves the record being created under the next code, unless a page refuses; then clears the
+  // screen and refills the acronym list. Store errors before the write leave everything in hand.
+  void Creer_Donnees();
+  // Saves the record in hand, unless a page refuses; then clears the screen.
+  void Ecrire_Donnees();
+
+ private:
+  bool enregistrer();
+  void creer();
+  std::unique_ptr<store::Record> ficheDuNouveauCode(std::string& code);
+
+  Context& context_;
+  RecordView& view_;
+  AcronymList& list_;
+};
+
+}  // namespace control

@@ -1,0 +1,93 @@
+#include "pages/AddressPanel.h"
+
+#include <stdexcept>
+#include <utility>
+
+#include "store/Layouts.h"
+#include "store/Request.h"
+#include "text/Utf8.h"
+
+namespace pages {
+
+namespace adresse = store::adresse;
+
+AddressPanel::AddressPanel(screen::Adresse& fields, screen::EditSession& session)
+    : fields_(fields),
+      session_(session),
+      boxes_{{{&fields.Txt_Complement, adresse::Complement},
+              {&fields.Txt_NumVoie, adresse::Numero},
+              {&fields.Txt_NomVoie, adresse::Voie},
+              {&fields.Txt_Localite, adresse::Localite},
+              {&fields.Txt_CodePostal, adresse::CodePostal},
+              {&fields.Txt_Ville, adresse::Ville},
+              {&fields.Txt_Telephone, adresse::Telephone},
+              {&fields.Txt_Fax, adresse::Fax},
+              {&fields.Txt_Email, adresse::Mail}}} {
+  const auto filter = [this](char32_t& key) { capitale(key); };
+  for (const Field& field : boxes_) {
+    if (field.step != adresse::Mail) field.box->onKeyPress = filter;
+  }
+}
+
+void AddressPanel::setTheDatabase(std::shared_ptr<store::Database> database) {
+  database_ = std::move(database);
+}
+
+void AddressPanel::setReglage(int number, bool value) {
+  if (number < 1 || number > 3) throw std::invalid_argument("the address has settings 1 to 3");
+  settings_[static_cast<std::size_t>(number - 1)] = value;
+}
+
+void AddressPanel::initialiser() {
+  natures_ = store::NewDynamicArray();
+  if (settings_[0] && database_) {
+    natures_ =
+        store::select(*database_, "SSELECT NATUREVOIE PAR 1", store::naturevoie::kFile, "0 1");
+  }
+  std::vector<toolkit::ListItem> lines;
+  if (store::anySelected(natures_)) {
+    for (int i = 1; i <= natures_.DCount(); ++i) {
+      lines.push_back({std::string(natures_.get(i, 2)), 0});
+    }
+  }
+  const screen::Quiet quiet(session_);
+  fields_.Cbo_NatureVoie.setItems(std::move(lines));
+  fields_.Ctr_Adresseorgchg.setEnabled(settings_[1]);
+}
+
+void AddressPanel::afficher(store::DynamicArray& record, int firstAttribute) {
+  const screen::Quiet quiet(session_);
+  for (const Field& field : boxes_) field.box->setText(record.get(firstAttribute + field.step));
+  fields_.Cbo_NatureVoie.setText(libelleNature(record.get(firstAttribute + adresse::NatureVoie)));
+}
+
+void AddressPanel::ecrire(store::DynamicArray& record, int firstAttribute) {
+  for (const Field& field : boxes_) record.set(firstAttribute + field.step, field.box->text());
+  record.set(firstAttribute + adresse::NatureVoie, cleNature(fields_.Cbo_NatureVoie.text()));
+}
+
+void AddressPanel::vider() {
+  const screen::Quiet quiet(session_);
+  for (const Field& field : boxes_) field.box->setText("");
+  fields_.Cbo_NatureVoie.setText("");
+}
+
+void AddressPanel::capitale(char32_t& key) const {
+  if (settings_[2]) key = text::upper(key);
+}
+
+std::string AddressPanel::libelleNature(std::string_view key) const {
+  for (int i = 1; i <= natures_.DCount(); ++i) {
+    if (natures_.get(i, 1) == key) return std::string(natures_.get(i, 2));
+  }
+  return std::string(key);
+}
+
+std::string AddressPanel::cleNature(std::string_view label) const {
+  for (int i = 1; i <= natures_.DCount(); ++i) {
+    if (natures_.get(i, 2) == label) return std::string(natures_.get(i, 1));
+  }
+  return std::string(label);
+}
+
+}  // namespace pages

@@ -1,0 +1,93 @@
+// What is in hand: store handles, the current record with its copies, and the flags that the pages
+// and the record's lifecycle share. Plain data.
+#pragma once
+
+#include <array>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "screen/Rights.h"
+#include "store/Database.h"
+
+namespace screen {
+
+// The files opened once by Init; null before.
+struct StoreFiles {
+  std::unique_ptr<store::File> orgPriseCharge;
+  std::unique_ptr<store::File> paramBordOrgChg;
+  std::unique_ptr<store::File> compteur;
+  std::unique_ptr<store::File> tables;
+  std::unique_ptr<store::File> activites;
+  std::unique_ptr<store::File> association;
+  std::unique_ptr<store::File> planComptable;
+  std::unique_ptr<store::File> periodesPaie;
+  std::unique_ptr<store::File> accord;
+};
+
+struct EditSession {
+  // Given by the host.
+  std::shared_ptr<void> TheClient;
+  std::shared_ptr<store::Database> TheDatabase;
+  std::shared_ptr<Rights> DroitsUtilisateur;
+  std::shared_ptr<RightsEntry> DroitOrgChg;
+
+  StoreFiles files;
+  bool pret = false;  // the files are open and the records below read; no handler works before
+  // Code tables, kept for the life of the control.
+  std::unique_ptr<store::Record> piecesRenouv;
+  std::unique_ptr<store::Record> statOrgChg;
+  std::unique_ptr<store::Record> compteur999;
+  // Are the debit, credit and aid-product accounts shown, written and required?
+  bool OptionCompteur = false;
+  std::optional<store::DynamicArray> tableauCompteur;  // empty array kept while OptionCompteur
+
+  // The record on screen; null while none is in hand.
+  std::unique_ptr<store::Record> RecOrgChg;
+  // Its code; "" while none is in hand or a new one has not been given its code. What
+  // Txt_CodOrgChg holds may differ: the user can type there at any time.
+  std::string codeEnMain;
+  std::string ImageOrgChg;           // its full text as read
+  std::string imageNormalisee;       // as read, then written by the pages without any change
+  store::DynamicArray AncienOrgChg;  // a copy of it as read
+  bool EnCreation = false;
+
+  // Columns "0 1" of all bodies, and of those that the last acronym search found.
+  store::DynamicArray organismes;
+  store::DynamicArray rechercheSigle;
+
+  std::array<bool, 6> ErreurOng{};  // ErreurOng1 to ErreurOng6: the page was refused
+  bool modeVerif = false;           // the write procedures run their page's check first
+  bool enregistrementEnCours = false;
+  std::string texteEnAttente;
+  bool NouveauBareme = false;
+  bool propagationSuspendue = false;  // no question about a new scale
+
+  int silence = 0;  // see Quiet
+};
+
+// While one lives, events keep the child controls consistent but the system's handlers do nothing.
+class Quiet {
+ public:
+  explicit Quiet(EditSession& session) : session_(session) { ++session_.silence; }
+  ~Quiet() { --session_.silence; }
+  Quiet(const Quiet&) = delete;
+  Quiet& operator=(const Quiet&) = delete;
+
+ private:
+  EditSession& session_;
+};
+
+// A flag that is set while this lives.
+class Raised {
+ public:
+  explicit Raised(bool& flag) : flag_(flag) { flag_ = true; }
+  ~Raised() { flag_ = false; }
+  Raised(const Raised&) = delete;
+  Raised& operator=(const Raised&) = delete;
+
+ private:
+  bool& flag_;
+};
+
+}  // namespace screen

@@ -1,0 +1,28 @@
+#include "screen/Messages.h"
+
+namespace screen {
+
+using toolkit::Answer;
+using toolkit::Buttons;
+using toolkit::Icon;
+
+void avertir(toolkit::Desktop& desktop, std::string_view text) {
+  desktop.messageBox(text, kTitre, Buttons::Ok, Icon::Exclamation);
+}
+
+void informer(toolkit::Desktop& desktop, std::string_view text) {
+  desktop.messageBox(text, kTitre, Buttons::Ok, Icon::Information);
+}
+
+bool confirmer(toolkit::Desktop& desktop, std::string_view text) {
+  desktop.beep();
+  return desktop.messageBox(text, kTitre, Buttons::YesNo, Icon::Question) == Answer::Yes;
+}
+
+void filtrerRecherche(toolkit::Desktop& desktop, char32_t& key) {
+  if (key < 123) return;
+  key = 0;
+  avertir(desktop, kMinusculeAccentuee);
+}
+
+}  // namespace screen

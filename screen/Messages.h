@@ -1,0 +1,25 @@
+// The message boxes of the system, all under one title.
+#pragma once
+
+#include <string_view>
+
+#include "toolkit/Desktop.h"
+
+namespace screen {
+
+inline constexpr std::string_view kTitre = "Message VALDRIS";
+inline constexpr std::string_view kMinusculeAccentuee =
+    "La saisie de minuscule accentuée est interdite sur cette zone.";
+
+// A refusal: exclamation icon, OK button.
+void avertir(toolkit::Desktop& desktop, std::string_view text);
+// Information icon, OK button.
+void informer(toolkit::Desktop& desktop, std::string_view text);
+// Beeps, then asks Yes/No with the question icon. True for Yes.
+bool confirmer(toolkit::Desktop& desktop, std::string_view text);
+
+// Key filter of the search fields: a key of code 123 or above is refused with its message and
+// dropped (becomes 0); Enter and the others pass.
+void filtrerRecherche(toolkit::Desktop& desktop, char32_t& key);
+
+}  // namespace screen
