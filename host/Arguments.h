@@ -1,0 +1,30 @@
+// The command line of the demo host.
+#pragma once
+
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace host {
+
+struct Arguments {
+  std::string store;   // path of the store's file
+  long rights = 2;     // level of the right to edit: 2 is full rights, anything else consultation
+  std::string record;  // file that the host's doings are written to, "" for none
+};
+
+// The command line asks for no start: it is wrong, or asks for help.
+class NoStart : public std::runtime_error {
+ public:
+  NoStart(int exitCode, const std::string& text) : std::runtime_error(text), exitCode_(exitCode) {}
+  int exitCode() const { return exitCode_; }
+
+ private:
+  int exitCode_;
+};
+
+// The words without the program's own name, UTF-8. Throws NoStart: 0 with the help text, 2 with
+// what is wrong.
+Arguments parseArguments(std::vector<std::string> words);
+
+}  // namespace host

@@ -1,0 +1,72 @@
+// The demo host's window: it holds one control and nothing else.
+#pragma once
+
+#include <ocidl.h>
+#include <oleidl.h>
+#include <wrl/client.h>
+
+#include "host/Journal.h"
+#include "host/Site.h"
+
+namespace host {
+
+// As large as its control wants to be, and to be enlarged at will; in a smaller window the control
+// keeps its size and can be scrolled. The window closes by itself when the control's `W_Sortir`
+// becomes true. Errors are com::Error.
+class HostWindow final : private Holder {
+ public:
+  // The journal must outlive the window.
+  explicit HostWindow(Journal& journal);
+  ~HostWindow() override;
+
+  // Takes the control in, places it and shows the window.
+  void hold(const Microsoft::WRL::ComPtr<IUnknown>& control);
+  // Gives the control the focus.
+  void enterControl();
+  // Runs until the window is closed.
+  void run();
+
+  HWND window() const override { return window_; }
+
+ private:
+  RECT place() const override;
+  void setActiveObject(IOleInPlaceActiveObject* object) override;
+  void placed(const RECT& place) override;
+  void mnemonicsChanged() override;
+  void leftByTab(const MSG& message) override;
+  void enableModeless(bool enable) override;
+  void propertyChanged(DISPID property) override;
+
+  static LRESULT CALLBACK windowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+  LRESULT handle(UINT message, WPARAM wParam, LPARAM lParam);
+  void create();
+  void connect();
+  void listen();
+  SIZE naturalSize() const;
+  void fitToControl();
+  void placeControl();
+  void updateScrollBars(const RECT& client);
+  void scroll(int bar, WORD request);
+  bool translate(MSG& message);
+  bool isMnemonic(MSG& message);
+  void enterControl(MSG* message);
+  bool wantsToLeave();
+  void leaveWhenAsked();
+  void release();
+
+  Journal& journal_;
+  HWND window_ = nullptr;
+  Frame* frame_;
+  Site* site_;
+  Microsoft::WRL::ComPtr<IUnknown> control_;
+  Microsoft::WRL::ComPtr<IOleObject> object_;
+  Microsoft::WRL::ComPtr<IOleInPlaceActiveObject> active_;
+  Microsoft::WRL::ComPtr<IConnectionPoint> changes_;
+  DWORD cookie_ = 0;
+  CONTROLINFO mnemonics_{};
+  SIZE extent_{};  // HIMETRIC, as the control wants it
+  SIZE scrolled_{};
+  int modal_ = 0;  // boxes and forms of the control that are open
+};
+
+}  // namespace host

@@ -1,0 +1,29 @@
+// A COM library beside the program, used without being registered.
+#pragma once
+
+#include <ole2.h>
+#include <wrl/client.h>
+
+#include <string>
+
+namespace host {
+
+// The library stays loaded until the process ends: its objects may outlive their owners here.
+class Library {
+ public:
+  // A file name in the program's own folder. com::Error with the file's name when it cannot be
+  // loaded, or is no COM library.
+  explicit Library(const std::wstring& fileName);
+
+  // An object of the class that the library's own type library gives this name.
+  Microsoft::WRL::ComPtr<IUnknown> create(const std::wstring& className) const;
+
+ private:
+  CLSID classOf(const std::wstring& className) const;
+
+  std::wstring path_;
+  using GetClassObject = HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**);
+  GetClassObject getClassObject_ = nullptr;
+};
+
+}  // namespace host
