@@ -6,15 +6,9 @@
 #include <memory>
 
 #include "toolkit/Surface.h"
+#include "toolkit/win32/Ambience.h"
 
 namespace toolkit::win32 {
-
-// What the look of the windows takes from the container around them.
-struct Ambience {
-  std::wstring fontName = L"MS Shell Dlg";
-  int fontSize = 8;  // points
-  COLORREF backColor = GetSysColor(COLOR_BTNFACE);
-};
 
 class SurfaceWindow {
  public:
@@ -26,7 +20,7 @@ class SurfaceWindow {
   // Detaches the peers, then destroys the windows. May be called from within any handler.
   ~SurfaceWindow();
 
-  HWND handle() const;  // null once the window has been destroyed from outside
+  HWND handle() const;               // null once the window has been destroyed from outside
   void setPlace(const RECT& place);  // rereads the dpi
   void show(bool visible);
   void setAmbience(const Ambience& ambience);
@@ -35,7 +29,8 @@ class SurfaceWindow {
   void deliver();
 
   // Gives one key message (WM_KEYDOWN, WM_SYSKEYDOWN, WM_SYSCHAR, WM_CHAR) to the surface first.
-  // True: used up. Anything else is false.
+  // True: used up, or discarded while the surface takes no input. Anything else is false. A host
+  // that never forwards keys reaches the same through the windows; there Tab wraps around.
   bool translate(const MSG& message);
   // The keyboard comes to this surface: the control that had the focus, or the first.
   void takeFocus();
@@ -51,7 +46,16 @@ class SurfaceWindow {
 
   // Called when the keyboard came to a window of this surface, or left it for one outside.
   std::function<void(bool inside)> onKeyboard;
-  // A host that never forwards keys: what key() left of Tab wraps around within the surface.
+
+  // Called when a window procedure of this surface is entered; what it gives is held until that
+  // procedure has unwound. It keeps the surface and its owner alive meanwhile. May be empty.
+  std::function<std::shared_ptr<void>()> onEntry;
+
+  // A form of ours, with a dialog's message loop: Tab wraps around within it.
+  void keepTabs();
+
+  // Keeps the hourglass over the surface's windows, or gives them their own pointers back.
+  static void keepHourglass(HWND surfaceWindow, bool keep);
 
   class Implementation;
 

@@ -17,10 +17,10 @@ class ModalHost {
   ModalHost& operator=(const ModalHost&) = delete;
   virtual ~ModalHost() = default;
 
-  virtual HWND owner() const = 0;        // root window that owns boxes and forms; null: none
-  virtual bool closed() const = 0;       // taken down: everything throws ControlClosed
+  virtual HWND owner() const = 0;   // root window that owns boxes and forms; null: none
+  virtual bool closed() const = 0;  // taken down: everything throws ControlClosed
   virtual void enableModeless(bool enable) = 0;  // paired around each box or form
-  virtual void restoreFocus() = 0;       // a box or form has ended
+  virtual void restoreFocus() = 0;               // a box or form has ended
   // The window whose children's input is discarded by doEvents; null: none.
   virtual HWND surfaceWindow() const = 0;
 };

@@ -1,0 +1,57 @@
+#include "toolkit/win32/ButtonPeer.h"
+
+#include "toolkit/win32/WideText.h"
+
+namespace toolkit::win32 {
+
+ControlPeer::Blueprint ButtonPeer::blueprint() const {
+  switch (control().kind()) {
+    case Kind::OptionButton:
+      return {L"BUTTON", WS_TABSTOP | BS_RADIOBUTTON, 0};
+    case Kind::CheckBox:
+      return {L"BUTTON", WS_TABSTOP | BS_CHECKBOX, 0};
+    default:
+      return {L"BUTTON", WS_TABSTOP | BS_PUSHBUTTON, 0};
+  }
+}
+
+// Else Windows clicks an option when it is given the focus.
+void ButtonPeer::created() {
+  if (control().kind() == Kind::OptionButton) pass(BM_SETDONTCLICK, TRUE);
+}
+
+bool ButtonPeer::value() const {
+  if (control().kind() == Kind::OptionButton) {
+    return static_cast<const OptionButton&>(control()).value();
+  }
+  return control().kind() == Kind::CheckBox && static_cast<const CheckBox&>(control()).value();
+}
+
+void ButtonPeer::copy(Aspect what) {
+  if (what == Aspect::Caption) setWindowText(wide(control().caption()));
+  if (what == Aspect::Value && control().kind() != Kind::CommandButton) {
+    const WPARAM check = value() ? BST_CHECKED : BST_UNCHECKED;
+    if (static_cast<WPARAM>(pass(BM_GETCHECK)) != check) pass(BM_SETCHECK, check);
+  }
+  if (what == Aspect::Style) InvalidateRect(window(), nullptr, TRUE);
+}
+
+void ButtonPeer::commanded(WORD code) {
+  if (code != BN_CLICKED || copying()) return;
+  host().note(*this, Host::Merge::No, [this] { click(); });
+}
+
+void ButtonPeer::click() {
+  switch (control().kind()) {
+    case Kind::OptionButton:
+      static_cast<OptionButton&>(control()).userClick();
+      break;
+    case Kind::CheckBox:
+      static_cast<CheckBox&>(control()).userClick();
+      break;
+    default:
+      static_cast<CommandButton&>(control()).userClick();
+  }
+}
+
+}  // namespace toolkit::win32

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "toolkit/Buttons.h"
+#include "toolkit/win32/ControlPeer.h"
+
+namespace toolkit::win32 {
+
+// Command button, option button and check box. Their state is set from the object alone.
+class ButtonPeer final : public ControlPeer {
+ public:
+  ButtonPeer(Host& host, Control& button) : ControlPeer(host, button) {}
+  void commanded(WORD code) override;
+
+ protected:
+  Blueprint blueprint() const override;
+  void created() override;
+  void copy(Aspect what) override;
+  LRESULT dialogCode() const override { return DLGC_BUTTON; }
+
+ private:
+  void click();
+  bool value() const;
+};
+
+}  // namespace toolkit::win32

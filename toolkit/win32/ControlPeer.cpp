@@ -1,0 +1,301 @@
+#include "toolkit/win32/ControlPeer.h"
+
+#include <algorithm>
+#include <system_error>
+
+#include "toolkit/win32/Border.h"
+#include "toolkit/win32/WideText.h"
+
+namespace toolkit::win32 {
+
+namespace {
+
+bool isKey(UINT message) {
+  return message == WM_KEYDOWN || message == WM_SYSKEYDOWN || message == WM_CHAR ||
+         message == WM_SYSCHAR;
+}
+
+bool isPress(UINT message) {
+  return message == WM_LBUTTONDOWN || message == WM_LBUTTONDBLCLK || message == WM_RBUTTONDOWN ||
+         message == WM_RBUTTONDBLCLK || message == WM_MBUTTONDOWN || message == WM_MBUTTONDBLCLK;
+}
+
+// Other ways in which a user changes a window.
+bool isOtherInput(UINT message) {
+  return message == WM_MOUSEWHEEL || message == WM_CONTEXTMENU || message == WM_PASTE ||
+         message == WM_CUT || message == WM_CLEAR || message == WM_UNDO;
+}
+
+// A page or surface has a window of its own; a frame's fields are its siblings.
+bool hasOwnWindow(const Control& container) {
+  return container.kind() == Kind::Surface || container.kind() == Kind::TabPage;
+}
+
+}  // namespace
+
+UINT controlNameMessage() {
+  static const UINT message = RegisterWindowMessageW(L"WM_GETCONTROLNAME");
+  return message;
+}
+
+// Window -----------------------------------------------------------------------------------------
+
+void ControlPeer::create() {
+  const Copying quiet(*this);
+  window_ = makeWindow(host_.siteOf(control_).window, placeInPixels());
+  if (!window_) {
+    throw std::system_error(static_cast<int>(GetLastError()), std::system_category(),
+                            "CreateWindow");
+  }
+  subclass(window_);
+  created();
+  control_.setPeer(this);
+  applyFont();
+  applyPlace();
+  refresh();
+}
+
+HWND ControlPeer::makeWindow(HWND parent, const RECT& place) {
+  const Blueprint plan = blueprint();
+  return CreateWindowExW(
+      plan.extendedStyle, plan.className, L"", WS_CHILD | WS_CLIPSIBLINGS | plan.style, place.left,
+      place.top, place.right - place.left, place.bottom - place.top, parent, nullptr,
+      reinterpret_cast<HINSTANCE>(GetWindowLongPtrW(parent, GWLP_HINSTANCE)), nullptr);
+}
+
+void ControlPeer::subclass(HWND window) {
+  SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+  const LONG_PTR original =
+      SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&ControlPeer::procedure));
+  subclassed_.push_back({window, reinterpret_cast<WNDPROC>(original)});
+}
+
+void ControlPeer::detach() {
+  if (!window_) return;
+  if (control_.peer() == this) control_.setPeer(nullptr);
+  for (const Subclassed& s : subclassed_) {
+    SetWindowLongPtrW(s.window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(s.original));
+    SetWindowLongPtrW(s.window, GWLP_USERDATA, 0);
+  }
+  window_ = nullptr;
+}
+
+LRESULT ControlPeer::pass(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  const auto found = std::find_if(subclassed_.begin(), subclassed_.end(),
+                                  [window](const Subclassed& s) { return s.window == window; });
+  if (found == subclassed_.end()) return 0;
+  return CallWindowProcW(found->original, window, message, wParam, lParam);
+}
+
+std::wstring ControlPeer::windowText() {
+  std::wstring text(static_cast<std::size_t>(pass(WM_GETTEXTLENGTH)), L'\0');
+  const LRESULT length = pass(WM_GETTEXT, text.size() + 1, reinterpret_cast<LPARAM>(text.data()));
+  text.resize(static_cast<std::size_t>(length));
+  return text;
+}
+
+void ControlPeer::setWindowText(const std::wstring& text) {
+  if (windowText() == text) return;
+  const Copying quiet(*this);
+  pass(WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()));
+}
+
+// State ------------------------------------------------------------------------------------------
+
+void ControlPeer::update(Aspect what) {
+  if (!window_) return;
+  switch (what) {
+    case Aspect::Enabled:
+      applyEnabled();
+      host_.resumeKeyboard(control_);
+      break;
+    case Aspect::Visible:
+      applyVisible();
+      host_.resumeKeyboard(control_);
+      break;
+    case Aspect::Place:
+      applyPlace();
+      break;
+    case Aspect::Style:
+      applyFont();
+      copy(what);
+      break;
+    default:
+      copy(what);
+  }
+}
+
+void ControlPeer::refresh() {
+  for (const Aspect what : {Aspect::Caption, Aspect::Range, Aspect::Items, Aspect::Text,
+                            Aspect::Selection, Aspect::Value, Aspect::Style}) {
+    copy(what);
+  }
+  applyEnabled();
+  applyVisible();
+}
+
+void ControlPeer::applyFont() {
+  const auto font = reinterpret_cast<WPARAM>(host_.font(control_.font()));
+  if (static_cast<WPARAM>(pass(WM_GETFONT)) == font) return;
+  const Copying quiet(*this);
+  pass(WM_SETFONT, font, TRUE);
+}
+
+RECT ControlPeer::placeInPixels() const {
+  const Host::Site site = host_.siteOf(control_);
+  const Place& place = control_.place();
+  return host_.scale().rectangle(site.left + place.left, site.top + place.top, place.width,
+                                 place.height);
+}
+
+void ControlPeer::applyPlace() {
+  const Copying quiet(*this);
+  const RECT place = placeInPixels();
+  SetWindowPos(window_, nullptr, place.left, place.top, place.right - place.left,
+               place.bottom - place.top, SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+// The surface's own disabling is portable: windows follow what is between it and the control.
+bool ControlPeer::windowEnabled() const {
+  for (const Control* c = &control_; c && c->kind() != Kind::Surface; c = c->parent()) {
+    if (!c->enabled()) return false;
+  }
+  return true;
+}
+
+bool ControlPeer::windowVisible() const {
+  for (const Control* c = &control_; c; c = c->parent()) {
+    if (!c->visible()) return false;
+    if (c->parent() && hasOwnWindow(*c->parent())) break;
+  }
+  return true;
+}
+
+void ControlPeer::applyEnabled() {
+  if (!followsEnabled()) return;
+  const bool enabled = windowEnabled();
+  if ((IsWindowEnabled(window_) != FALSE) == enabled) return;
+  if (!enabled && host_.hasKeyboard() && GetFocus() == focusWindow()) host_.parkKeyboard();
+  if (window_) EnableWindow(window_, enabled ? TRUE : FALSE);
+}
+
+void ControlPeer::applyVisible() {
+  const bool visible = windowVisible();
+  if (((GetWindowLongW(window_, GWL_STYLE) & WS_VISIBLE) != 0) == visible) return;
+  if (!visible && (GetFocus() == window_ || IsChild(window_, GetFocus()))) host_.parkKeyboard();
+  if (window_) ShowWindow(window_, visible ? SW_SHOWNA : SW_HIDE);
+}
+
+HBRUSH ControlPeer::colors(HDC context, UINT) {
+  if (control_.color() != kBlack) {
+    const Color color = control_.color();
+    SetTextColor(context, RGB((color >> 16) & 0xFF, (color >> 8) & 0xFF, color & 0xFF));
+  }
+  SetBkColor(context, host_.ambience().backColor);
+  return host_.background();
+}
+
+LRESULT ControlPeer::giveName(WPARAM room, LPARAM buffer) const {
+  if (room == 0 || buffer == 0) return 0;
+  const std::wstring name = wide(control_.name());
+  const std::size_t length = std::min<std::size_t>(name.size(), room - 1);
+  wchar_t* out = reinterpret_cast<wchar_t*>(buffer);
+  name.copy(out, length);
+  out[length] = L'\0';
+  return static_cast<LRESULT>(length + 1);
+}
+
+// Messages ---------------------------------------------------------------------------------------
+
+LRESULT CALLBACK ControlPeer::procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  return windowBorder("ControlPeer", LRESULT{0}, [=]() -> LRESULT {
+    auto* raw = reinterpret_cast<ControlPeer*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    if (!raw) return DefWindowProcW(window, message, wParam, lParam);
+    const auto host = raw->host_.shared_from_this();
+    const auto peer = raw->shared_from_this();
+    if (!peer->attached()) return DefWindowProcW(window, message, wParam, lParam);
+    if (message == WM_NCDESTROY) {
+      if (window == peer->window_) peer->detach();
+      return peer->pass(window, message, wParam, lParam);
+    }
+    return peer->message(window, message, wParam, lParam);
+  });
+}
+
+LRESULT ControlPeer::message(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  if (message == controlNameMessage() && window == window_) return giveName(wParam, lParam);
+  flush();
+  if (isKey(message)) return keyMessage(window, message, wParam, lParam);
+  if (isPress(message)) return press(window, message, wParam, lParam);
+  if (isOtherInput(message)) {
+    host_.deliver();
+    if (!attached() || !host_.takesInput()) return 0;
+  }
+  switch (message) {
+    case WM_GETDLGCODE:
+      return host_.dialogCode(dialogCode(), lParam);
+    case WM_SETFOCUS: {
+      const LRESULT result = pass(window, message, wParam, lParam);
+      host_.keyboardCame(this, reinterpret_cast<HWND>(wParam));
+      return result;
+    }
+    case WM_KILLFOCUS: {
+      const LRESULT result = pass(window, message, wParam, lParam);
+      host_.keyboardLeft(reinterpret_cast<HWND>(wParam));
+      return result;
+    }
+    default:
+      return pass(window, message, wParam, lParam);
+  }
+}
+
+LRESULT ControlPeer::keyMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  host_.deliver();
+  if (!attached()) return 0;
+  const bool system = message == WM_SYSKEYDOWN || message == WM_SYSCHAR;
+  if (!host_.takesInput()) {
+    return system ? DefWindowProcW(window, message, wParam, lParam) : 0;
+  }
+  if (message == WM_CHAR) {
+    reportSilent();
+    return attached() ? character(window, wParam, lParam) : 0;
+  }
+  if (ownsKey(wParam)) return pass(window, message, wParam, lParam);
+  reportSilent();
+  if (!attached() || host_.key(message, wParam)) return 0;
+  return attached() ? leftKey(window, message, wParam, lParam) : 0;
+}
+
+LRESULT ControlPeer::leftKey(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  return pass(window, message, wParam, lParam);
+}
+
+LRESULT ControlPeer::character(HWND window, WPARAM wParam, LPARAM lParam) {
+  return pass(window, WM_CHAR, wParam, lParam);
+}
+
+LRESULT ControlPeer::press(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  host_.deliver();
+  if (!attached() || !host_.takesInput() || !control_.usable()) return 0;
+  bool moves = false;
+  if (control_.focusable()) {
+    moves = host_.surface().focus() != &control_;
+    const bool arrived = host_.surface().moveFocus(&control_);
+    if (!attached()) return 0;
+    host_.bringKeyboard();
+    if (!arrived || !attached()) return 0;
+  }
+  const LRESULT result = pressed(window, message, wParam, lParam);
+  // A box opened by the focus moving has swallowed the button's release: without it the window
+  // would go on waiting.
+  if (moves && attached() && message == WM_LBUTTONDOWN && GetKeyState(VK_LBUTTON) >= 0) {
+    return pass(window, WM_LBUTTONUP, 0, lParam);
+  }
+  return result;
+}
+
+LRESULT ControlPeer::pressed(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  return pass(window, message, wParam, lParam);
+}
+
+}  // namespace toolkit::win32

@@ -1,0 +1,159 @@
+#include "toolkit/win32/FormWindow.h"
+
+#include <algorithm>
+#include <system_error>
+
+#include "toolkit/win32/Border.h"
+#include "toolkit/win32/Scale.h"
+#include "toolkit/win32/WideText.h"
+#include "toolkit/win32/WindowClasses.h"
+
+namespace toolkit::win32 {
+
+namespace {
+
+// A dialog template without controls: menu, class and title are empty.
+struct alignas(4) EmptyTemplate {
+  DLGTEMPLATE dialog{};
+  WORD menu = 0;
+  WORD windowClass = 0;
+  WORD title = 0;
+
+  EmptyTemplate() {
+    dialog.style = WS_POPUP | WS_CAPTION | WS_SYSMENU | DS_MODALFRAME;
+    dialog.cx = 10;
+    dialog.cy = 10;
+  }
+};
+
+RECT centred(SIZE size, HWND owner) {
+  RECT around{};
+  if (!owner || !GetWindowRect(owner, &around)) {
+    SystemParametersInfoW(SPI_GETWORKAREA, 0, &around, 0);
+  }
+  const LONG left = std::max(0L, around.left + (around.right - around.left - size.cx) / 2);
+  const LONG top = std::max(0L, around.top + (around.bottom - around.top - size.cy) / 2);
+  return {left, top, left + size.cx, top + size.cy};
+}
+
+}  // namespace
+
+FormWindow::~FormWindow() {
+  surface_.reset();
+  if (dialog_) {
+    SetWindowLongPtrW(dialog_, DWLP_USER, 0);
+    DestroyWindow(dialog_);
+  }
+}
+
+void FormWindow::runModal(HWND owner) {
+  modal_ = true;
+  const EmptyTemplate plan;
+  DialogBoxIndirectParamW(moduleInstance(), &plan.dialog, owner, &FormWindow::procedure,
+                          reinterpret_cast<LPARAM>(this));
+}
+
+void FormWindow::showModeless(HWND owner) {
+  const EmptyTemplate plan;
+  HWND dialog = CreateDialogIndirectParamW(moduleInstance(), &plan.dialog, owner,
+                                           &FormWindow::procedure, reinterpret_cast<LPARAM>(this));
+  if (!dialog || !surface_) {
+    throw std::system_error(static_cast<int>(GetLastError()), std::system_category(), "form");
+  }
+  ShowWindow(dialog, SW_SHOWNA);
+  RedrawWindow(dialog, nullptr, nullptr,
+               RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW);
+}
+
+void FormWindow::close() {
+  closed_ = true;
+  window_.setOpen(false);
+  if (!dialog_) return;
+  if (modal_) {
+    EndDialog(dialog_, 0);
+  } else {
+    DestroyWindow(dialog_);
+  }
+}
+
+INT_PTR CALLBACK FormWindow::procedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
+  return windowBorder("FormWindow", INT_PTR{FALSE}, [=]() -> INT_PTR {
+    if (message == WM_INITDIALOG) {
+      SetWindowLongPtrW(dialog, DWLP_USER, lParam);
+      reinterpret_cast<FormWindow*>(lParam)->dialog_ = dialog;
+    }
+    auto* form = reinterpret_cast<FormWindow*>(GetWindowLongPtrW(dialog, DWLP_USER));
+    return form ? form->message(message, wParam) : FALSE;
+  });
+}
+
+INT_PTR FormWindow::message(UINT message, WPARAM wParam) {
+  switch (message) {
+    case WM_INITDIALOG:
+      build();
+      return FALSE;  // the keyboard is where the surface has put it
+    case WM_ACTIVATE:
+      if (LOWORD(wParam) != WA_INACTIVE && surface_) surface_->takeFocus();
+      return TRUE;
+    case WM_SETFOCUS:
+      if (surface_) surface_->takeFocus();
+      return TRUE;
+    case WM_CLOSE:
+      closeAsked();
+      return TRUE;
+    case WM_COMMAND:
+      return TRUE;  // Enter and Escape that nobody wanted
+    case WM_DESTROY:
+      surface_.reset();
+      SetWindowLongPtrW(dialog_, DWLP_USER, 0);
+      dialog_ = nullptr;
+      window_.setOpen(false);
+      return TRUE;
+    default:
+      return FALSE;
+  }
+}
+
+void FormWindow::build() {
+  SetWindowTextW(dialog_, wide(window_.caption()).c_str());
+  window_.setOpen(true);
+  fit();
+  RECT client{};
+  GetClientRect(dialog_, &client);
+  surface_ = std::make_unique<SurfaceWindow>(window_.surface(), dialog_, client, Ambience{});
+  surface_->keepTabs();
+  surface_->show(true);
+  if (modal_) surface_->takeFocus();
+}
+
+// The frame around a given client area is what the system makes of it at this dpi.
+void FormWindow::fit() {
+  const Scale scale(dpiOf(dialog_));
+  RECT outside{};
+  RECT inside{};
+  GetWindowRect(dialog_, &outside);
+  GetClientRect(dialog_, &inside);
+  const SIZE size{scale.pixels(window_.width()) + (outside.right - outside.left) - inside.right,
+                  scale.pixels(window_.height()) + (outside.bottom - outside.top) - inside.bottom};
+  const RECT place = centred(size, GetWindow(dialog_, GW_OWNER));
+  SetWindowPos(dialog_, nullptr, place.left, place.top, place.right - place.left,
+               place.bottom - place.top, SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void FormWindow::closeAsked() {
+  if (!surface_) {
+    close();  // it could not be built
+    return;
+  }
+  surface_->deliver();
+  Surface& surface = window_.surface();
+  if (surface.cancelable()) {
+    surface.key({.key = Key::Escape});
+    return;
+  }
+  if (!window_.onCloseAsked) return;
+  const Surface::Action action(surface, Surface::Action::By::User);
+  if (action.accepted()) window_.onCloseAsked();
+}
+
+}  // namespace toolkit::win32

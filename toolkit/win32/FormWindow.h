@@ -1,0 +1,46 @@
+// One of the system's own forms on the screen: an empty dialog that holds a surface.
+#pragma once
+
+#include <windows.h>
+
+#include <exception>
+#include <memory>
+
+#include "toolkit/Window.h"
+#include "toolkit/win32/SurfaceWindow.h"
+
+namespace toolkit::win32 {
+
+class FormWindow {
+ public:
+  explicit FormWindow(Window& window) : window_(window) {}
+  FormWindow(const FormWindow&) = delete;
+  FormWindow& operator=(const FormWindow&) = delete;
+  ~FormWindow();
+
+  // Returns when the form has been closed, by itself or by the end of its owner.
+  void runModal(HWND owner);
+  // Is painted before it returns. Throws std::system_error.
+  void showModeless(HWND owner);
+  void close();
+
+  Window& window() const { return window_; }
+  HWND handle() const { return dialog_; }
+  // False: it ended with its owner, not by close().
+  bool closed() const { return closed_; }
+
+ private:
+  static INT_PTR CALLBACK procedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam);
+  INT_PTR message(UINT message, WPARAM wParam);
+  void build();
+  void fit();
+  void closeAsked();
+
+  Window& window_;
+  HWND dialog_ = nullptr;
+  bool modal_ = false;
+  bool closed_ = false;
+  std::unique_ptr<SurfaceWindow> surface_;
+};
+
+}  // namespace toolkit::win32

@@ -1,0 +1,56 @@
+// The tabbed dialog and its pages.
+#pragma once
+
+#include "toolkit/SSTab.h"
+#include "toolkit/win32/ControlPeer.h"
+
+namespace toolkit::win32 {
+
+// A tab is pressed only if the object lets it come to the front.
+class TabsPeer final : public ControlPeer {
+ public:
+  TabsPeer(Host& host, SSTab& tabs) : ControlPeer(host, tabs), tabs_(tabs) {}
+  LRESULT notified(const NMHDR& header) override;
+  void drawItem(const DRAWITEMSTRUCT& item) override;
+  void applyPlace() override;
+  void applyFont() override;
+  void redrawTabs();
+  // What the tabs leave to the pages, in pixels of the tabs' window.
+  RECT pageArea();
+
+ protected:
+  Blueprint blueprint() const override;
+  void created() override;
+  void copy(Aspect what) override;
+  LRESULT message(HWND window, UINT message, WPARAM wParam, LPARAM lParam) override;
+  LRESULT leftKey(HWND window, UINT message, WPARAM wParam, LPARAM lParam) override;
+  LRESULT dialogCode() const override { return DLGC_WANTARROWS; }
+
+ private:
+  void sizeTabs();
+  bool fitsOnOneLine(int width);
+
+  SSTab& tabs_;
+};
+
+// One window of our class, child of the tabs' window.
+class PagePeer final : public ControlPeer {
+ public:
+  PagePeer(Host& host, TabPage& page) : ControlPeer(host, page), page_(page) {}
+  void applyPlace() override;
+  void applyFont() override {}
+
+ protected:
+  Blueprint blueprint() const override { return {}; }
+  HWND makeWindow(HWND parent, const RECT& place) override;
+  void copy(Aspect what) override;
+  bool windowVisible() const override;
+  LRESULT message(HWND window, UINT message, WPARAM wParam, LPARAM lParam) override;
+  bool followsEnabled() const override { return false; }
+
+ private:
+  SSTab& tabs() const { return static_cast<SSTab&>(*page_.parent()); }
+  TabPage& page_;
+};
+
+}  // namespace toolkit::win32

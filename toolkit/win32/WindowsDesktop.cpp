@@ -1,0 +1,268 @@
+#include "toolkit/win32/WindowsDesktop.h"
+
+#include <algorithm>
+#include <map>
+#include <optional>
+#include <stdexcept>
+#include <utility>
+#include <vector>
+
+#include "toolkit/ControlClosed.h"
+#include "toolkit/Window.h"
+#include "toolkit/win32/FormWindow.h"
+#include "toolkit/win32/PrinterList.h"
+#include "toolkit/win32/SurfaceWindow.h"
+#include "toolkit/win32/WideText.h"
+
+namespace toolkit::win32 {
+
+namespace {
+
+// The host's own windows are out of reach while a box or a modal form is open.
+class ModalSpell {
+ public:
+  explicit ModalSpell(ModalHost& host) : host_(host) { host_.enableModeless(false); }
+  ModalSpell(const ModalSpell&) = delete;
+  ModalSpell& operator=(const ModalSpell&) = delete;
+  ~ModalSpell() { host_.enableModeless(true); }
+
+ private:
+  ModalHost& host_;
+};
+
+UINT styleOf(Buttons buttons) {
+  switch (buttons) {
+    case Buttons::YesNo:
+      return MB_YESNO;
+    case Buttons::YesNoCancel:
+      return MB_YESNOCANCEL;
+    default:
+      return MB_OK;
+  }
+}
+
+UINT styleOf(Icon icon) {
+  switch (icon) {
+    case Icon::Information:
+      return MB_ICONINFORMATION;
+    case Icon::Exclamation:
+      return MB_ICONEXCLAMATION;
+    case Icon::Question:
+      return MB_ICONQUESTION;
+    default:
+      return 0;
+  }
+}
+
+std::optional<Answer> offeredAnswer(int result, Buttons buttons) {
+  switch (result) {
+    case IDOK:
+      if (buttons == Buttons::Ok) return Answer::Ok;
+      break;
+    case IDYES:
+      if (buttons != Buttons::Ok) return Answer::Yes;
+      break;
+    case IDNO:
+      if (buttons != Buttons::Ok) return Answer::No;
+      break;
+    case IDCANCEL:
+      if (buttons == Buttons::YesNoCancel) return Answer::Cancel;
+      break;
+    default:
+      break;
+  }
+  return std::nullopt;
+}
+
+bool isInput(UINT message) {
+  return (message >= WM_KEYFIRST && message <= WM_KEYLAST) ||
+         (message >= WM_MOUSEFIRST && message <= WM_MOUSELAST) ||
+         (message >= WM_NCMOUSEMOVE && message <= WM_NCXBUTTONDBLCLK);
+}
+
+class WindowsDesktop final : public Desktop {
+ public:
+  explicit WindowsDesktop(ModalHost& host) : host_(host) {}
+  ~WindowsDesktop() override {
+    if (pointer_ != Pointer::Normal) SurfaceWindow::keepHourglass(host_.surfaceWindow(), false);
+  }
+
+  Answer messageBox(std::string_view text, std::string_view title, Buttons buttons,
+                    Icon icon) override {
+    requireOpen();
+    HWND owner = this->owner();
+    const UINT style = styleOf(buttons) | styleOf(icon) | (owner ? 0U : MB_TASKMODAL);
+    int result = 0;
+    {
+      const ModalSpell modal(host_);
+      result = MessageBoxW(owner, wide(text).c_str(), wide(title).c_str(), style);
+    }
+    requireOpen();
+    restoreFocus();
+    const std::optional<Answer> answer = offeredAnswer(result, buttons);
+    if (!answer) throw ControlClosed();
+    return *answer;
+  }
+
+  void beep() override { MessageBeep(MB_OK); }
+
+  void setPointer(Pointer pointer) override {
+    pointer_ = pointer;
+    SurfaceWindow::keepHourglass(host_.surfaceWindow(), pointer != Pointer::Normal);
+    showPointer();
+  }
+  Pointer pointer() const override { return pointer_; }
+
+  void doEvents() override {
+    requireOpen();
+    std::optional<int> quit;
+    // Bounded: a window that never validates itself is repainted for ever.
+    constexpr int kMost = 10000;
+    MSG message{};
+    for (int i = 0; i < kMost && PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE); ++i) {
+      if (message.message == WM_QUIT) {
+        quit = static_cast<int>(message.wParam);
+        break;
+      }
+      if (isInput(message.message) && isOurs(message.hwnd)) continue;
+      TranslateMessage(&message);
+      DispatchMessageW(&message);
+    }
+    if (quit) PostQuitMessage(*quit);
+    requireOpen();
+  }
+
+  CalendarDate today() const override {
+    SYSTEMTIME now{};
+    GetLocalTime(&now);
+    return {now.wYear, now.wMonth, now.wDay};
+  }
+
+  std::vector<PrinterInfo> printers() override { return systemPrinters(); }
+
+  int currentPrinter() override {
+    const std::string name = currentPrinterName();
+    const std::vector<PrinterInfo> all = systemPrinters();
+    const auto found = std::find_if(all.begin(), all.end(),
+                                    [&](const PrinterInfo& p) { return p.deviceName == name; });
+    return found == all.end() ? -1 : static_cast<int>(found - all.begin());
+  }
+
+  void setCurrentPrinter(int position) override {
+    const std::vector<PrinterInfo> all = systemPrinters();
+    if (position < 0 || position >= static_cast<int>(all.size())) {
+      throw std::invalid_argument("no such printer");
+    }
+    chosenPrinter_ = all[static_cast<std::size_t>(position)].deviceName;
+  }
+
+  Printer& printer() override {
+    const std::string name = currentPrinterName();
+    if (name.empty()) throw std::runtime_error("there is no printer");
+    std::unique_ptr<Printer>& printer = openPrinters_[name];
+    if (!printer) printer = makeGdiPrinter(name);
+    return *printer;
+  }
+
+  void showModal(Window& window) override {
+    requireOpen();
+    FormWindow& form = addForm(window);
+    {
+      const ModalSpell modal(host_);
+      modal_.push_back(&form);
+      form.runModal(ownerBelow(&form));
+      std::erase(modal_, &form);
+    }
+    const bool closedItself = form.closed();
+    removeForm(window);
+    requireOpen();
+    restoreFocus();
+    if (!closedItself) throw ControlClosed();
+  }
+
+  void show(Window& window) override {
+    requireOpen();
+    if (window.open()) return;
+    addForm(window).showModeless(owner());
+  }
+
+  void close(Window& window) override {
+    const auto form = std::find_if(forms_.begin(), forms_.end(),
+                                   [&](const auto& f) { return &f->window() == &window; });
+    if (form == forms_.end()) return;
+    const bool modal = std::find(modal_.begin(), modal_.end(), form->get()) != modal_.end();
+    (*form)->close();
+    if (!modal) {
+      removeForm(window);
+      restoreFocus();
+    }
+  }
+
+ private:
+  void requireOpen() const {
+    if (host_.closed()) throw ControlClosed();
+  }
+
+  void restoreFocus() {
+    if (modal_.empty()) host_.restoreFocus();
+  }
+
+  // A box belongs to the modal form that it came from.
+  HWND owner() const { return ownerBelow(nullptr); }
+  HWND ownerBelow(const FormWindow* form) const {
+    for (auto f = modal_.rbegin(); f != modal_.rend(); ++f) {
+      if (*f != form && (*f)->handle()) return (*f)->handle();
+    }
+    HWND owner = host_.owner();
+    if (!owner || !IsWindow(owner)) return nullptr;
+    return GetAncestor(owner, GA_ROOT);
+  }
+
+  bool isOurs(HWND window) const {
+    HWND surface = host_.surfaceWindow();
+    return surface && window && (window == surface || IsChild(surface, window));
+  }
+
+  void showPointer() const {
+    if (pointer_ != Pointer::Normal) {
+      SetCursor(LoadCursorW(nullptr, IDC_WAIT));
+      return;
+    }
+    POINT at{};
+    GetCursorPos(&at);
+    HWND below = WindowFromPoint(at);
+    if (below && GetWindowThreadProcessId(below, nullptr) == GetCurrentThreadId()) {
+      SendMessageW(below, WM_SETCURSOR, reinterpret_cast<WPARAM>(below),
+                   MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
+    } else {
+      SetCursor(LoadCursorW(nullptr, IDC_ARROW));
+    }
+  }
+
+  std::string currentPrinterName() const {
+    return chosenPrinter_.empty() ? narrow(defaultPrinterName()) : chosenPrinter_;
+  }
+
+  FormWindow& addForm(Window& window) {
+    forms_.push_back(std::make_unique<FormWindow>(window));
+    return *forms_.back();
+  }
+  void removeForm(Window& window) {
+    std::erase_if(forms_, [&](const auto& form) { return &form->window() == &window; });
+  }
+
+  ModalHost& host_;
+  Pointer pointer_ = Pointer::Normal;
+  std::string chosenPrinter_;
+  std::map<std::string, std::unique_ptr<Printer>> openPrinters_;
+  std::vector<std::unique_ptr<FormWindow>> forms_;
+  std::vector<FormWindow*> modal_;
+};
+
+}  // namespace
+
+std::unique_ptr<Desktop> makeWindowsDesktop(ModalHost& host) {
+  return std::make_unique<WindowsDesktop>(host);
+}
+
+}  // namespace toolkit::win32
