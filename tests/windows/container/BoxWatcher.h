@@ -1,0 +1,66 @@
+// Sees the message boxes of this thread while they are open, checks them and answers.
+#pragma once
+
+#include <windows.h>
+
+#include <deque>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace container {
+
+// What a box showed.
+struct Box {
+  std::wstring title;
+  std::wstring text;
+  std::wstring icon;     // "exclamation", "question", "information", "error", "" for none
+  std::wstring buttons;  // their answers: "OK", "YESNO", "YESNOCANCEL", "OKCANCEL"
+  HWND owner = nullptr;
+};
+
+// One at a time. A box that nobody expected is kept as an error and answered by its last button.
+class BoxWatcher {
+ public:
+  BoxWatcher();
+  BoxWatcher(const BoxWatcher&) = delete;
+  BoxWatcher& operator=(const BoxWatcher&) = delete;
+  ~BoxWatcher();
+
+  // The next box shows this text and is answered with IDOK, IDYES, IDNO or IDCANCEL.
+  void expect(std::wstring text, std::wstring icon, std::wstring buttons, int answer);
+  // The same, but what happens instead of an answer is up to the test; the box is not closed.
+  void expect(std::wstring text, std::wstring icon, std::wstring buttons,
+              std::function<void(HWND box)> instead);
+
+  // Every box has this owner; null: not looked at.
+  void setOwner(HWND owner) { owner_ = owner; }
+
+  const std::vector<Box>& seen() const { return seen_; }
+  // Boxes that were not as expected, and expected ones that did not come; empty when all is well.
+  std::string report() const;
+
+ private:
+  struct Expected {
+    std::wstring text;
+    std::wstring icon;
+    std::wstring buttons;
+    int answer = 0;
+    std::function<void(HWND box)> instead;
+  };
+
+  static void CALLBACK tick(HWND window, UINT message, UINT_PTR id, DWORD time);
+  void look();
+  void meet(HWND box);
+
+  UINT_PTR timer_ = 0;
+  HWND owner_ = nullptr;
+  HWND met_ = nullptr;
+  std::deque<Expected> expected_;
+  std::vector<Box> seen_;
+  std::string errors_;
+};
+
+std::string narrow(const std::wstring& text);  // UTF-8
+
+}  // namespace container

@@ -1,0 +1,190 @@
+#include "tests/windows/container/Typist.h"
+
+#include "tests/windows/container/BoxWatcher.h"
+
+#include <stdexcept>
+
+namespace container {
+
+namespace {
+
+INPUT keyInput(WORD code, bool up) {
+  INPUT input = {};
+  input.type = INPUT_KEYBOARD;
+  input.ki.wVk = code;
+  input.ki.wScan = static_cast<WORD>(MapVirtualKeyW(code, MAPVK_VK_TO_VSC));
+  input.ki.dwFlags = up ? KEYEVENTF_KEYUP : 0;
+  const bool extended = code == VK_LEFT || code == VK_RIGHT || code == VK_UP || code == VK_DOWN ||
+                        code == VK_HOME || code == VK_END || code == VK_PRIOR || code == VK_NEXT ||
+                        code == VK_DELETE || code == VK_INSERT;
+  if (extended) input.ki.dwFlags |= KEYEVENTF_EXTENDEDKEY;
+  return input;
+}
+
+INPUT unicodeInput(wchar_t character, bool up) {
+  INPUT input = {};
+  input.type = INPUT_KEYBOARD;
+  input.ki.wScan = character;
+  input.ki.dwFlags = KEYEVENTF_UNICODE | (up ? KEYEVENTF_KEYUP : 0u);
+  return input;
+}
+
+INPUT mouseInput(int x, int y, DWORD flags) {
+  INPUT input = {};
+  input.type = INPUT_MOUSE;
+  const int width = GetSystemMetrics(SM_CXSCREEN);
+  const int height = GetSystemMetrics(SM_CYSCREEN);
+  input.mi.dx = (x * 65536 + width - 1) / width;
+  input.mi.dy = (y * 65536 + height - 1) / height;
+  input.mi.dwFlags = MOUSEEVENTF_ABSOLUTE | MOUSEEVENTF_MOVE | flags;
+  return input;
+}
+
+std::wstring textOf(HWND window) {
+  const LRESULT length = SendMessageW(window, WM_GETTEXTLENGTH, 0, 0);
+  std::wstring text(static_cast<size_t>(length) + 1, L'\0');
+  SendMessageW(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()));
+  text.resize(static_cast<size_t>(length));
+  return text;
+}
+
+}  // namespace
+
+std::wstring nameOf(HWND window) {
+  static const UINT message = RegisterWindowMessageW(L"WM_GETCONTROLNAME");
+  wchar_t name[128] = {};
+  const LRESULT copied = SendMessageW(window, message, 128, reinterpret_cast<LPARAM>(name));
+  return copied > 0 ? name : L"";
+}
+
+namespace {
+
+struct Search {
+  const std::wstring& name;
+  HWND found;
+};
+
+BOOL CALLBACK findNamed(HWND window, LPARAM where) {
+  Search& wanted = *reinterpret_cast<Search*>(where);
+  if (nameOf(window) != wanted.name) return TRUE;
+  wanted.found = window;
+  return FALSE;
+}
+
+}  // namespace
+
+void Typist::send(std::vector<INPUT>& inputs) {
+  if (GetForegroundWindow() != container_.window().handle())
+    throw std::runtime_error("the host's window is not in the foreground");
+  for (INPUT& input : inputs) {
+    SendInput(1, &input, sizeof input);
+    container_.pump();
+  }
+}
+
+void Typist::key(WORD code, bool shift, bool control, bool altHeld) {
+  std::vector<INPUT> inputs;
+  if (control) inputs.push_back(keyInput(VK_CONTROL, false));
+  if (altHeld) inputs.push_back(keyInput(VK_MENU, false));
+  if (shift) inputs.push_back(keyInput(VK_SHIFT, false));
+  inputs.push_back(keyInput(code, false));
+  inputs.push_back(keyInput(code, true));
+  if (shift) inputs.push_back(keyInput(VK_SHIFT, true));
+  if (altHeld) inputs.push_back(keyInput(VK_MENU, true));
+  if (control) inputs.push_back(keyInput(VK_CONTROL, true));
+  send(inputs);
+}
+
+void Typist::alt(wchar_t letter) {
+  key(static_cast<WORD>(VkKeyScanW(letter) & 0xFF), false, false, true);
+}
+
+void Typist::type(std::wstring_view text) {
+  for (const wchar_t character : text) {
+    const SHORT code = VkKeyScanW(character);
+    const bool plain = code != -1 && (code & 0x600) == 0;
+    if (plain) {
+      key(static_cast<WORD>(code & 0xFF), (code & 0x100) != 0);
+    } else {
+      std::vector<INPUT> inputs = {unicodeInput(character, false), unicodeInput(character, true)};
+      send(inputs);
+    }
+  }
+}
+
+void Typist::click(HWND window, int x, int y) {
+  if (window == nullptr) throw std::runtime_error("nothing to click on");
+  RECT place = {};
+  GetClientRect(window, &place);
+  POINT at = {x < 0 ? place.right / 2 : x, y < 0 ? place.bottom / 2 : y};
+  ClientToScreen(window, &at);
+  std::vector<INPUT> inputs = {mouseInput(at.x, at.y, 0),
+                               mouseInput(at.x, at.y, MOUSEEVENTF_LEFTDOWN),
+                               mouseInput(at.x, at.y, MOUSEEVENTF_LEFTUP)};
+  send(inputs);
+}
+
+void Typist::click(const std::wstring& name) {
+  const HWND window = find(name);
+  if (window == nullptr) throw std::runtime_error("no control of that name: " + narrow(name));
+  click(window);
+}
+
+void Typist::fill(const std::wstring& name, std::wstring_view newText) {
+  click(name);
+  key(VK_HOME);
+  key(VK_END, true);
+  key(VK_DELETE);
+  type(newText);
+}
+
+HWND Typist::find(const std::wstring& name) const {
+  Search search{name, nullptr};
+  EnumChildWindows(container_.window().handle(), &findNamed, reinterpret_cast<LPARAM>(&search));
+  return search.found;
+}
+
+std::wstring Typist::text(const std::wstring& name) const {
+  const HWND window = find(name);
+  return window == nullptr ? L"<none>" : textOf(window);
+}
+
+bool Typist::enabled(const std::wstring& name) const {
+  const HWND window = find(name);
+  return window != nullptr && IsWindowEnabled(window) != FALSE;
+}
+
+bool Typist::visible(const std::wstring& name) const {
+  const HWND window = find(name);
+  return window != nullptr && IsWindowVisible(window) != FALSE;
+}
+
+std::wstring Typist::focused() const {
+  const HWND inner = container_.controlWindow();
+  for (HWND window = GetFocus(); window != nullptr && window != inner; window = GetParent(window)) {
+    const std::wstring name = nameOf(window);
+    if (!name.empty()) return name;
+  }
+  return L"";
+}
+
+std::vector<std::wstring> Typist::lines(const std::wstring& name) const {
+  const HWND window = find(name);
+  wchar_t type[32] = {};
+  GetClassNameW(window, type, 32);
+  const bool combo = lstrcmpiW(type, L"COMBOBOX") == 0;
+  std::vector<std::wstring> all;
+  const LRESULT count = SendMessageW(window, combo ? CB_GETCOUNT : LB_GETCOUNT, 0, 0);
+  for (LRESULT i = 0; i < count; ++i) {
+    const auto at = static_cast<WPARAM>(i);
+    const LRESULT length = SendMessageW(window, combo ? CB_GETLBTEXTLEN : LB_GETTEXTLEN, at, 0);
+    std::wstring line(static_cast<size_t>(length) + 1, L'\0');
+    SendMessageW(window, combo ? CB_GETLBTEXT : LB_GETTEXT, at,
+                 reinterpret_cast<LPARAM>(line.data()));
+    line.resize(static_cast<size_t>(length));
+    all.push_back(line);
+  }
+  return all;
+}
+
+}  // namespace container

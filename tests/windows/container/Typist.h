@@ -1,0 +1,51 @@
+// A user at the keyboard and the mouse of real windows: everything goes through SendInput.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "tests/windows/container/Container.h"
+
+namespace container {
+
+// Every verb is followed by what it brings: the message loop runs until nothing is waiting.
+// Before each, the host's window must be in the foreground, else std::runtime_error.
+class Typist {
+ public:
+  explicit Typist(Container& container) : container_(container) {}
+
+  // Characters into the window that has the focus.
+  void type(std::wstring_view text);
+  // One key by its virtual code, with Shift, Ctrl or Alt held.
+  void key(WORD code, bool shift = false, bool control = false, bool alt = false);
+  void alt(wchar_t letter);
+  // The mouse, on the middle of a control of this name, or of a window.
+  void click(const std::wstring& name);
+  void click(HWND window, int x = -1, int y = -1);
+  // Replaces what a field holds: clicks into it, selects all, types.
+  void fill(const std::wstring& name, std::wstring_view text);
+
+  // The window of a control by the name that it answers to; null when there is none.
+  HWND find(const std::wstring& name) const;
+  std::wstring text(const std::wstring& name) const;
+  bool enabled(const std::wstring& name) const;
+  bool visible(const std::wstring& name) const;
+  // The name of the control that has the focus: of the combo box when its own field has it; "" when
+  // the focus is outside the control.
+  std::wstring focused() const;
+  // The lines of a combo or list box.
+  std::vector<std::wstring> lines(const std::wstring& name) const;
+
+ private:
+  void send(std::vector<INPUT>& inputs);
+
+  Container& container_;
+};
+
+// What a window answers to WM_GETCONTROLNAME; "" when nothing.
+std::wstring nameOf(HWND window);
+
+}  // namespace container
