@@ -1,0 +1,269 @@
+#include <stdexcept>
+
+#include "tests/unit/toolkit/RuleTest.h"
+
+namespace toolkit::test {
+namespace {
+
+class ComboBoxRules : public RuleTest {
+ protected:
+  ComboBox combo{&surface, "Cbo_Editable"};
+  ComboBox fixed{&surface, "Cbo_Fixed", ComboBox::Style::ListOnly};
+  TextBox other{&surface, "Txt_Other"};
+
+  ComboBoxRules() {
+    for (ComboBox* box : {&combo, &fixed}) {
+      box->setItems({{"one", 1}, {"two", 2}, {"three", 3}});
+    }
+  }
+
+  void noteEvents(ComboBox& box) {
+    box.onChange = [this, &box] { events.push_back("change " + box.text()); };
+    box.onClick = [this, &box] { events.push_back("click " + box.text()); };
+    box.onDropDown = note("drop down");
+  }
+};
+
+TEST_F(ComboBoxRules, ChangeFiresWhenTheUserTypes) {
+  noteEvents(combo);
+  user().go(combo);
+  user().type("ab");
+  EXPECT_EQ(taken(), (Events{"change a", "change ab"}));
+}
+
+TEST_F(ComboBoxRules, TypingLeavesNoLineChosen) {
+  combo.setListIndex(1);
+  user().go(combo);
+  user().type("x");
+  EXPECT_EQ(combo.listIndex(), -1);
+}
+
+TEST_F(ComboBoxRules, KeyPressMayReplaceOrDropTheKey) {
+  combo.onKeyPress = [](char32_t& key) { key = key == U'a' ? U'A' : 0; };
+  user().go(combo);
+  user().type("ab");
+  EXPECT_EQ(combo.text(), "A");
+}
+
+TEST_F(ComboBoxRules, EnterAndBackspaceAreKeyPresses) {
+  combo.onKeyPress = [this](char32_t& key) {
+    events.push_back(std::to_string(static_cast<unsigned>(key)));
+  };
+  user().go(combo);
+  user().type("\r\b");
+  EXPECT_EQ(taken(), (Events{"13", "8"}));
+}
+
+TEST_F(ComboBoxRules, TypingStopsAtTheLimitCountedInCharacters) {
+  combo.setMaxLength(2);
+  user().go(combo);
+  user().type("éàx");
+  EXPECT_EQ(combo.text(), "éà");
+}
+
+TEST_F(ComboBoxRules, TheMarkCharactersCannotBeTyped) {
+  user().go(combo);
+  user().type("aþýb");
+  EXPECT_EQ(combo.text(), "ab");
+}
+
+TEST_F(ComboBoxRules, ChangeFiresWhenCodeAssignsAnotherText) {
+  combo.setListIndex(0);
+  noteEvents(combo);
+  user();
+  combo.setText("free");
+  EXPECT_EQ(taken(), Events{"change free"});
+  EXPECT_EQ(combo.listIndex(), -1);
+}
+
+TEST_F(ComboBoxRules, AssigningTheTextItHasKeepsTheChosenLine) {
+  combo.setListIndex(1);
+  noteEvents(combo);
+  user();
+  combo.setText("two");
+  EXPECT_EQ(combo.listIndex(), 1);
+  EXPECT_EQ(taken(), Events{});
+}
+
+TEST_F(ComboBoxRules, ALineChosenByTheUserFiresClickAndNoChange) {
+  noteEvents(combo);
+  user().choose(combo, 2);
+  EXPECT_EQ(taken(), (Events{"drop down", "click three"}));
+  EXPECT_EQ(combo.listIndex(), 2);
+  EXPECT_EQ(combo.text(), "three");
+}
+
+TEST_F(ComboBoxRules, TheSameLineChosenAgainByTheUserCounts) {
+  combo.setListIndex(2);
+  noteEvents(combo);
+  user().choose(combo, 2);
+  EXPECT_EQ(taken(), (Events{"drop down", "click three"}));
+}
+
+TEST_F(ComboBoxRules, CodeThatSetsTheListIndexToAnotherLineFiresClickAndNoChange) {
+  noteEvents(combo);
+  user();
+  combo.setListIndex(1);
+  EXPECT_EQ(combo.text(), "two");
+  EXPECT_EQ(taken(), Events{"click two"});
+}
+
+TEST_F(ComboBoxRules, CodeThatSetsTheListIndexToTheChosenLineFiresNothing) {
+  combo.setListIndex(1);
+  noteEvents(combo);
+  user();
+  combo.setListIndex(1);
+  EXPECT_EQ(taken(), Events{});
+}
+
+TEST_F(ComboBoxRules, AListIndexOfNoneClearsTheTextAndFiresChange) {
+  combo.setListIndex(1);
+  noteEvents(combo);
+  user();
+  combo.setListIndex(-1);
+  EXPECT_EQ(combo.text(), "");
+  EXPECT_EQ(taken(), Events{"change "});
+  combo.setListIndex(-1);
+  EXPECT_EQ(taken(), Events{});
+}
+
+TEST_F(ComboBoxRules, AListIndexPastTheEndIsRefused) {
+  user();
+  EXPECT_THROW(combo.setListIndex(3), std::invalid_argument);
+  EXPECT_THROW(combo.setListIndex(-2), std::invalid_argument);
+  EXPECT_EQ(combo.listIndex(), -1);
+}
+
+TEST_F(ComboBoxRules, ClearingTheListClearsTheTextAndFiresChangeIfThereWasOne) {
+  combo.setText("free");
+  noteEvents(combo);
+  user();
+  combo.clear();
+  EXPECT_EQ(combo.text(), "");
+  EXPECT_EQ(combo.listCount(), 0);
+  EXPECT_EQ(taken(), Events{"change "});
+}
+
+TEST_F(ComboBoxRules, ClearingTheListOfAComboWithoutTextFiresNothing) {
+  noteEvents(combo);
+  user();
+  combo.clear();
+  EXPECT_EQ(taken(), Events{});
+}
+
+TEST_F(ComboBoxRules, DropDownComesBeforeTheListOpensSoThatItMayFillIt) {
+  fixed.clear();
+  fixed.onDropDown = [this] { fixed.setItems({{"late", 9}}); };
+  user().choose(fixed, 0);
+  EXPECT_EQ(fixed.text(), "late");
+  EXPECT_EQ(fixed.itemData(fixed.listIndex()), 9);
+}
+
+TEST_F(ComboBoxRules, OpeningTheListFiresDropDownAlone) {
+  noteEvents(combo);
+  user().open(combo);
+  EXPECT_EQ(taken(), Events{"drop down"});
+  EXPECT_TRUE(combo.hasFocus());
+}
+
+TEST_F(ComboBoxRules, AComboRefilledInItsOwnClickHoldsWhatTheHandlerLeft) {
+  combo.onClick = [this] {
+    combo.setItems({{"other", 7}});
+    combo.setText("text of the handler");
+  };
+  user().choose(combo, 1);
+  EXPECT_EQ(combo.text(), "text of the handler");
+  EXPECT_EQ(combo.listCount(), 1);
+  EXPECT_EQ(combo.listIndex(), -1);
+}
+
+TEST_F(ComboBoxRules, AFixedListTakesNoTypedText) {
+  noteEvents(fixed);
+  fixed.onKeyPress = [this](char32_t&) { events.emplace_back("key"); };
+  user().go(fixed);
+  user().type("z");
+  EXPECT_EQ(fixed.text(), "");
+  EXPECT_EQ(taken(), Events{});
+}
+
+TEST_F(ComboBoxRules, ATextAssignedToAFixedListChoosesItsLine) {
+  noteEvents(fixed);
+  user();
+  fixed.setText("two");
+  EXPECT_EQ(fixed.listIndex(), 1);
+  EXPECT_EQ(taken(), Events{"click two"});
+}
+
+TEST_F(ComboBoxRules, ATextThatIsNoLineOfAFixedListLeavesNoneChosen) {
+  fixed.setListIndex(0);
+  noteEvents(fixed);
+  user();
+  fixed.setText("four");
+  EXPECT_EQ(fixed.listIndex(), -1);
+  EXPECT_EQ(fixed.text(), "");
+  EXPECT_EQ(taken(), Events{"change "});
+}
+
+TEST_F(ComboBoxRules, FillingFiresNothing) {
+  noteEvents(combo);
+  user();
+  combo.addItem("four", 4);
+  combo.setItems({{"five", 5}});
+  combo.removeItem(0);
+  EXPECT_EQ(taken(), Events{});
+}
+
+TEST_F(ComboBoxRules, RemovingTheChosenLineFiresNothingAndLeavesNoneChosen) {
+  combo.setListIndex(1);
+  fixed.setListIndex(1);
+  noteEvents(combo);
+  noteEvents(fixed);
+  user();
+  combo.removeItem(1);
+  fixed.removeItem(1);
+  EXPECT_EQ(combo.listIndex(), -1);
+  EXPECT_EQ(combo.text(), "two");
+  EXPECT_EQ(fixed.listIndex(), -1);
+  EXPECT_EQ(fixed.text(), "");
+  EXPECT_EQ(taken(), Events{});
+}
+
+TEST_F(ComboBoxRules, RemovingALineAboveTheChosenOneKeepsItChosen) {
+  combo.setListIndex(2);
+  user();
+  combo.removeItem(0);
+  EXPECT_EQ(combo.listIndex(), 1);
+  EXPECT_EQ(combo.list(combo.listIndex()), "three");
+}
+
+TEST_F(ComboBoxRules, ItemDataTravelsWithItsLineAndReadingPastTheEndGivesNothing) {
+  user();
+  combo.removeItem(0);
+  EXPECT_EQ(combo.itemData(0), 2);
+  EXPECT_EQ(combo.list(2), "");
+  EXPECT_EQ(combo.itemData(2), 0);
+  EXPECT_EQ(combo.list(-1), "");
+}
+
+TEST_F(ComboBoxRules, ADisabledComboNeitherOpensNorTakesKeys) {
+  noteEvents(combo);
+  combo.setEnabled(false);
+  user().open(combo);
+  user().go(combo);
+  user().type("a");
+  EXPECT_EQ(taken(), Events{});
+  EXPECT_EQ(combo.text(), "");
+  EXPECT_EQ(combo.listIndex(), -1);
+}
+
+TEST_F(ComboBoxRules, AChoiceIsDroppedWhenALostFocusHandlerKeepsTheFocus) {
+  noteEvents(combo);
+  other.onLostFocus = [this] { other.setFocus(); };
+  user().go(other);
+  user().open(combo);
+  EXPECT_TRUE(other.hasFocus());
+  EXPECT_EQ(taken(), Events{});
+}
+
+}  // namespace
+}  // namespace toolkit::test

@@ -1,0 +1,250 @@
+#include <stdexcept>
+
+#include "tests/unit/toolkit/RuleTest.h"
+
+namespace toolkit::test {
+namespace {
+
+class ListBoxRules : public RuleTest {
+ protected:
+  ListBox list{&surface, "Lst_Single"};
+  ListBox several{&surface, "Lst_Extended", ListBox::Selection::Extended};
+  TextBox other{&surface, "Txt_Other"};
+
+  ListBoxRules() {
+    for (ListBox* box : {&list, &several}) {
+      box->setItems({{"a", 1}, {"b", 2}, {"c", 3}, {"d", 4}});
+    }
+  }
+
+  void noteEvents(ListBox& box) {
+    box.onClick = [this, &box] { events.push_back("click " + std::to_string(box.listIndex())); };
+    box.onDblClick = note("double click");
+  }
+
+  std::string selectedOf(const ListBox& box) const {
+    std::string lines;
+    for (int line = 0; line < box.listCount(); ++line) {
+      if (box.selected(line)) lines += box.list(line);
+    }
+    return lines;
+  }
+};
+
+TEST_F(ListBoxRules, ClickFiresWhenTheUserSelectsAnotherLine) {
+  noteEvents(list);
+  user().click(list, 1);
+  EXPECT_EQ(taken(), Events{"click 1"});
+  EXPECT_EQ(list.listIndex(), 1);
+  EXPECT_TRUE(list.hasFocus());
+}
+
+TEST_F(ListBoxRules, ClickDoesNotFireWhenTheUserSelectsTheSelectedLine) {
+  list.setListIndex(1);
+  noteEvents(list);
+  user().click(list, 1);
+  EXPECT_EQ(taken(), Events{});
+}
+
+TEST_F(ListBoxRules, ClickFiresWhenCodeSelectsAnotherLine) {
+  noteEvents(list);
+  user();
+  list.setListIndex(2);
+  EXPECT_EQ(taken(), Events{"click 2"});
+}
+
+TEST_F(ListBoxRules, ClickDoesNotFireWhenCodeSelectsTheSelectedLine) {
+  list.setListIndex(2);
+  noteEvents(list);
+  user();
+  list.setListIndex(2);
+  EXPECT_EQ(taken(), Events{});
+}
+
+TEST_F(ListBoxRules, ListsThatSelectEachOtherComeToRest) {
+  list.onClick = [this] {
+    events.emplace_back("first");
+    several.setSelected(list.listIndex(), true);
+  };
+  several.onClick = [this] {
+    events.emplace_back("second");
+    list.setListIndex(3);
+  };
+  user().click(list, 3);
+  EXPECT_EQ(taken(), (Events{"first", "second"}));
+}
+
+TEST_F(ListBoxRules, SelectingNoLineFiresNothing) {
+  list.setListIndex(2);
+  noteEvents(list);
+  user();
+  list.setListIndex(-1);
+  EXPECT_EQ(list.listIndex(), -1);
+  EXPECT_EQ(list.selectedCount(), 0);
+  EXPECT_EQ(taken(), Events{});
+}
+
+TEST_F(ListBoxRules, RemovingTheSelectedLineFiresNothing) {
+  list.setListIndex(2);
+  noteEvents(list);
+  user();
+  list.removeItem(2);
+  EXPECT_EQ(list.listIndex(), -1);
+  EXPECT_EQ(taken(), Events{});
+}
+
+TEST_F(ListBoxRules, TheSelectionFollowsItsLineWhenLinesAboveComeAndGo) {
+  list.setListIndex(2);
+  several.setSelected(2, true);
+  noteEvents(list);
+  noteEvents(several);
+  user();
+  for (ListBox* box : {&list, &several}) {
+    box->insertItem(0, "new");
+    EXPECT_EQ(selectedOf(*box), "c");
+    box->removeItem(1);
+    EXPECT_EQ(selectedOf(*box), "c");
+  }
+  EXPECT_EQ(list.listIndex(), 2);
+  EXPECT_EQ(taken(), Events{});
+}
+
+TEST_F(ListBoxRules, FillingFiresNothing) {
+  list.setListIndex(0);
+  noteEvents(list);
+  user();
+  list.addItem("e", 5);
+  list.insertItem(1, "between", 6);
+  list.replaceItem(0, "A", 7);
+  EXPECT_EQ(list.listIndex(), 0);
+  list.setItems({{"x", 8}});
+  list.clear();
+  EXPECT_EQ(list.listIndex(), -1);
+  EXPECT_EQ(taken(), Events{});
+}
+
+TEST_F(ListBoxRules, ItemDataTravelsWithItsLineAndReadingPastTheEndGivesNothing) {
+  user();
+  list.insertItem(1, "between", 9);
+  list.removeItem(0);
+  EXPECT_EQ(list.list(0), "between");
+  EXPECT_EQ(list.itemData(0), 9);
+  EXPECT_EQ(list.itemData(1), 2);
+  EXPECT_EQ(list.list(4), "");
+  EXPECT_EQ(list.itemData(4), 0);
+  EXPECT_EQ(list.list(-1), "");
+  EXPECT_FALSE(list.selected(4));
+}
+
+TEST_F(ListBoxRules, ALineThatIsNotThereIsRefused) {
+  user();
+  EXPECT_THROW(list.setListIndex(4), std::invalid_argument);
+  EXPECT_THROW(list.setSelected(4, true), std::invalid_argument);
+  EXPECT_THROW(list.removeItem(4), std::invalid_argument);
+  EXPECT_THROW(list.insertItem(5, "x"), std::invalid_argument);
+  EXPECT_THROW(list.replaceItem(-1, "x"), std::invalid_argument);
+  EXPECT_EQ(list.listCount(), 4);
+}
+
+TEST_F(ListBoxRules, ADoubleClickSelectsTheLineFirst) {
+  noteEvents(list);
+  user().dblClick(list, 1);
+  EXPECT_EQ(taken(), (Events{"click 1", "double click"}));
+}
+
+TEST_F(ListBoxRules, ADoubleClickOnTheSelectedLineIsADoubleClickAlone) {
+  list.setListIndex(1);
+  noteEvents(list);
+  user().dblClick(list, 1);
+  EXPECT_EQ(taken(), Events{"double click"});
+}
+
+TEST_F(ListBoxRules, ADisabledListHearsOfNoClickOrDoubleClick) {
+  noteEvents(list);
+  list.setEnabled(false);
+  user().dblClick(list, 1);
+  user().click(list, 2);
+  EXPECT_EQ(taken(), Events{});
+  EXPECT_EQ(list.listIndex(), -1);
+}
+
+TEST_F(ListBoxRules, AListThatItsClickDisablesHearsOfNoDoubleClick) {
+  noteEvents(list);
+  list.onClick = [this] {
+    events.emplace_back("click");
+    list.setEnabled(false);
+  };
+  user().dblClick(list, 1);
+  EXPECT_EQ(taken(), Events{"click"});
+}
+
+TEST_F(ListBoxRules, AClickIsDroppedWhenALostFocusHandlerKeepsTheFocus) {
+  noteEvents(list);
+  other.onLostFocus = [this] { other.setFocus(); };
+  user().go(other);
+  user().click(list, 1);
+  user().dblClick(list, 2);
+  EXPECT_TRUE(other.hasFocus());
+  EXPECT_EQ(list.listIndex(), -1);
+  EXPECT_EQ(taken(), Events{});
+}
+
+TEST_F(ListBoxRules, APlainClickInAnExtendedListSelectsThatLineAlone) {
+  several.setSelected(0, true);
+  noteEvents(several);
+  user().click(several, 2);
+  EXPECT_EQ(selectedOf(several), "c");
+  EXPECT_EQ(several.selectedCount(), 1);
+  EXPECT_EQ(taken(), Events{"click 2"});
+}
+
+TEST_F(ListBoxRules, CtrlAddsAndTakesAwaySingleLines) {
+  user().click(several, 0);
+  user().click(several, 2, true);
+  EXPECT_EQ(selectedOf(several), "ac");
+  user().click(several, 0, true);
+  EXPECT_EQ(selectedOf(several), "c");
+  EXPECT_EQ(several.listIndex(), 0);
+}
+
+TEST_F(ListBoxRules, ShiftSelectsFromTheLineClickedBefore) {
+  user().click(several, 1);
+  noteEvents(several);
+  user().click(several, 3, false, true);
+  EXPECT_EQ(selectedOf(several), "bcd");
+  user().click(several, 0, false, true);
+  EXPECT_EQ(selectedOf(several), "ab");
+  EXPECT_EQ(taken(), (Events{"click 3", "click 0"}));
+}
+
+TEST_F(ListBoxRules, SelectingInAnExtendedListByCodeFiresClickWhenItChangesSomething) {
+  noteEvents(several);
+  user();
+  several.setSelected(1, true);
+  several.setSelected(1, true);
+  several.setSelected(2, false);
+  EXPECT_EQ(selectedOf(several), "b");
+  EXPECT_EQ(taken(), Events{"click -1"});
+}
+
+TEST_F(ListBoxRules, TheListIndexOfAnExtendedListMovesTheFocusRectangleOnly) {
+  several.setSelected(1, true);
+  noteEvents(several);
+  user();
+  several.setListIndex(3);
+  EXPECT_EQ(several.listIndex(), 3);
+  EXPECT_EQ(selectedOf(several), "b");
+  EXPECT_EQ(taken(), Events{});
+}
+
+TEST_F(ListBoxRules, TheFirstLineInViewIsPulledIn) {
+  user();
+  list.setTopIndex(-1);
+  EXPECT_EQ(list.topIndex(), 0);
+  list.clear();
+  list.setTopIndex(5);
+  EXPECT_EQ(list.topIndex(), 0);
+}
+
+}  // namespace
+}  // namespace toolkit::test
