@@ -73,17 +73,17 @@ HWND openBox() {
   return found;
 }
 
-void press(HWND box, int answer) {
-  const HWND button = GetDlgItem(box, answer);
-  if (button != nullptr) PostMessageW(button, BM_CLICK, 0, 0);
-}
-
 int lastAnswer(const Box& box) {
   if (box.buttons.ends_with(L"CANCEL")) return IDCANCEL;
   return box.buttons.ends_with(L"NO") ? IDNO : IDOK;
 }
 
 }  // namespace
+
+void press(HWND box, int answer) {
+  const HWND button = GetDlgItem(box, answer);
+  if (button != nullptr) PostMessageW(button, BM_CLICK, 0, 0);
+}
 
 std::string narrow(const std::wstring& text) {
   const int length = WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()),
@@ -132,6 +132,11 @@ void BoxWatcher::look() {
 void BoxWatcher::meet(HWND window) {
   const Box box = read(window);
   seen_.push_back(box);
+  if (onBox) onBox();
+  if (all_ != 0) {
+    press(window, GetDlgItem(window, all_) != nullptr ? all_ : lastAnswer(box));
+    return;
+  }
   if (expected_.empty()) {
     errors_ += "unexpected box: " + narrow(box.text) + "\n";
     press(window, lastAnswer(box));

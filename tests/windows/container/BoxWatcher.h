@@ -33,6 +33,12 @@ class BoxWatcher {
   void expect(std::wstring text, std::wstring icon, std::wstring buttons,
               std::function<void(HWND box)> instead);
 
+  // From now on every box is answered so when it offers that, else by its last button; what it
+  // shows is only kept.
+  void answerAll(int answer) { all_ = answer; }
+  // Called with each box just before it is answered.
+  std::function<void()> onBox;
+
   // Every box has this owner; null: not looked at.
   void setOwner(HWND owner) { owner_ = owner; }
 
@@ -56,10 +62,14 @@ class BoxWatcher {
   UINT_PTR timer_ = 0;
   HWND owner_ = nullptr;
   HWND met_ = nullptr;
+  int all_ = 0;
   std::deque<Expected> expected_;
   std::vector<Box> seen_;
   std::string errors_;
 };
+
+// Presses the button of a box that gives this answer.
+void press(HWND box, int answer);
 
 std::string narrow(const std::wstring& text);  // UTF-8
 

@@ -325,9 +325,8 @@ void Container::checkWindows() {
   if (left > 0) rules_->violation(std::to_string(left) + " windows are left");
 }
 
-std::string Container::finish() {
-  if (finished_) return rules_->report();
-  finished_ = true;
+ULONG Container::letGo() {
+  released_ = true;
   window_.onFocus = {};
   unadviseAll();
   deactivate();
@@ -336,11 +335,28 @@ std::string Container::finish() {
   if (frame_ != nullptr) frame_->forget();
   if (document_ != nullptr) document_->forget();
   storage_.Reset();
-  container::pump();
   IUnknown* const last = control_.Detach();
-  const ULONG left = last->Release();
-  if (left != 0) rules_->violation("the last Release gives " + std::to_string(left));
+  return last->Release();
+}
+
+void Container::abandon() {
+  if (!released_) letGo();
+}
+
+std::string Container::finish() {
+  if (finished_) return rules_->report();
+  finished_ = true;
+  if (!released_) {
+    container::pump();
+    const ULONG left = letGo();
+    if (left != 0) rules_->violation("the last Release gives " + std::to_string(left));
+  }
   container::pump();
+  check();
+  return rules_->report();
+}
+
+void Container::check() {
   rules_->ended();
   checkReferences();
   checkWindows();
@@ -351,7 +367,6 @@ std::string Container::finish() {
   keepIfHeld(properties_);
   keepIfHeld(advises_);
   keepIfHeld(views_);
-  return rules_->report();
 }
 
 }  // namespace container

@@ -60,6 +60,10 @@ class Container {
   IUnknown* control() const { return control_.Get(); }
   CONTROLINFO controlInfo(HRESULT* result = nullptr);
 
+  // What a host does that goes while a call into the control is still running: everything is let
+  // go, the last reference included, and nothing is checked. finish() then only checks.
+  void abandon();
+
   // Lets the sinks and all interfaces go, takes the control down and releases it; then checks that
   // nothing is left: no reference, no window, and a library that could be unloaded.
   // Gives back the report of broken rules, empty when there is none.
@@ -82,6 +86,8 @@ class Container {
   HRESULT keyLeftByControl(const MSG& message, DWORD modifiers);
   bool asAccelerator(MSG& message);
   IOleInPlaceActiveObject* activeObject() const;
+  ULONG letGo();
+  void check();
   void checkReferences();
   void checkWindows();
 
@@ -101,6 +107,7 @@ class Container {
   DWORD connectionCookie_ = 0;
   DWORD adviseCookie_ = 0;
   int windowsBefore_ = 0;
+  bool released_ = false;
   bool finished_ = false;
 };
 

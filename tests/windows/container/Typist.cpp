@@ -74,11 +74,11 @@ BOOL CALLBACK findNamed(HWND window, LPARAM where) {
 }  // namespace
 
 void Typist::send(std::vector<INPUT>& inputs) {
-  if (GetForegroundWindow() != container_.window().handle())
+  if (GetForegroundWindow() != stage_.window.handle())
     throw std::runtime_error("the host's window is not in the foreground");
   for (INPUT& input : inputs) {
     SendInput(1, &input, sizeof input);
-    container_.pump();
+    stage_.pump();
   }
 }
 
@@ -127,7 +127,8 @@ void Typist::click(HWND window, int x, int y) {
 void Typist::click(const std::wstring& name) {
   const HWND window = find(name);
   if (window == nullptr) throw std::runtime_error("no control of that name: " + narrow(name));
-  click(window);
+  const HWND edit = FindWindowExW(window, nullptr, L"Edit", nullptr);
+  click(edit != nullptr ? edit : window);
 }
 
 void Typist::fill(const std::wstring& name, std::wstring_view newText) {
@@ -140,7 +141,7 @@ void Typist::fill(const std::wstring& name, std::wstring_view newText) {
 
 HWND Typist::find(const std::wstring& name) const {
   Search search{name, nullptr};
-  EnumChildWindows(container_.window().handle(), &findNamed, reinterpret_cast<LPARAM>(&search));
+  EnumChildWindows(stage_.window.handle(), &findNamed, reinterpret_cast<LPARAM>(&search));
   return search.found;
 }
 
@@ -160,7 +161,7 @@ bool Typist::visible(const std::wstring& name) const {
 }
 
 std::wstring Typist::focused() const {
-  const HWND inner = container_.controlWindow();
+  const HWND inner = stage_.controlWindow();
   for (HWND window = GetFocus(); window != nullptr && window != inner; window = GetParent(window)) {
     const std::wstring name = nameOf(window);
     if (!name.empty()) return name;

@@ -3,26 +3,36 @@
 
 #include <windows.h>
 
+#include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
-#include "tests/windows/container/Container.h"
+#include "tests/windows/container/HostWindow.h"
 
 namespace container {
+
+// Where the user sits: a host's window, its message loop and the control's window in it.
+struct Stage {
+  HostWindow& window;
+  std::function<void()> pump;
+  std::function<HWND()> controlWindow;
+};
 
 // Every verb is followed by what it brings: the message loop runs until nothing is waiting.
 // Before each, the host's window must be in the foreground, else std::runtime_error.
 class Typist {
  public:
-  explicit Typist(Container& container) : container_(container) {}
+  explicit Typist(Stage stage) : stage_(std::move(stage)) {}
 
   // Characters into the window that has the focus.
   void type(std::wstring_view text);
   // One key by its virtual code, with Shift, Ctrl or Alt held.
   void key(WORD code, bool shift = false, bool control = false, bool alt = false);
   void alt(wchar_t letter);
-  // The mouse, on the middle of a control of this name, or of a window.
+  // The mouse, on the middle of a control of this name (of a combo box: on its text), or of a
+  // window.
   void click(const std::wstring& name);
   void click(HWND window, int x = -1, int y = -1);
   // Replaces what a field holds: clicks into it, selects all, types.
@@ -42,7 +52,7 @@ class Typist {
  private:
   void send(std::vector<INPUT>& inputs);
 
-  Container& container_;
+  Stage stage_;
 };
 
 // What a window answers to WM_GETCONTROLNAME; "" when nothing.
