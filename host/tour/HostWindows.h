@@ -1,0 +1,38 @@
+// The windows of a running host, found from another process: the child controls by their names, and
+// the message boxes.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+#include <vector>
+
+namespace tour {
+
+struct Box {
+  HWND window = nullptr;
+  std::wstring title;
+  std::wstring text;
+  std::vector<std::wstring> buttons;  // captions without the mnemonic mark
+};
+
+class HostWindows {
+ public:
+  // Null while the host has no visible window.
+  HWND frame() const;
+  // The control with this name; null when there is none.
+  HWND control(const std::wstring& name) const;
+  // The visible message box of the host; its window is null when there is none.
+  Box box() const;
+  // The box's button with this caption, null when it has none.
+  HWND button(const Box& box, const std::wstring& caption) const;
+};
+
+// What a window shows. A window that does not answer within a second shows "".
+std::wstring textOf(HWND window);
+// The lines of a combo box's or list box's list.
+std::vector<std::wstring> linesOf(HWND window);
+// Waits until the window's thread has taken in what was sent to it so far.
+void settle(HWND window);
+
+}  // namespace tour
