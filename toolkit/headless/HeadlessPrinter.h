@@ -39,7 +39,7 @@ class HeadlessPrinter : public Printer {
   int textHeight() override;
   int pageWidth() override { return 11906; }
   int pageHeight() override { return 16838; }
-  void print(std::string_view text, LineEnd end) override;
+  void print(std::string_view text, LineEnd end = LineEnd::Break) override;
   void newPage() override;
   void endDoc() override;
 

@@ -257,6 +257,8 @@ TEST_F(KeyRules, AChangeWithinAHandlerIsToldOnceAtItsEnd) {
   };
   user().go(name);
   surface.onInfoChanged = note("info");
+  cancel.setCaption("Canc&el");
+  EXPECT_EQ(taken(), Events{"info"});
   user().click(ok);
   EXPECT_EQ(taken(), (Events{"handler ends", "info"}));
 }
