@@ -58,7 +58,10 @@ void AcronymSearch::Cbo_SigleOrgChg_Click() {
 
 void AcronymSearch::Cbo_SigleOrgChg_LostFocus() { view_.montrerSigle(); }
 
-void AcronymSearch::Txt_SigleOrgChg_KeyPress(char32_t& key) { key = text::upper(key); }
+void AcronymSearch::Txt_SigleOrgChg_KeyPress(char32_t& key) {
+  screen::filtrerRecherche(context_.desktop, key);
+  key = text::upper(key);
+}
 
 void AcronymSearch::Txt_SigleOrgChg_Change() {
   toolkit::TextBox& field = context_.screen.bar.Txt_SigleOrgChg;

@@ -18,7 +18,8 @@ class AcronymSearch {
   // While a record is in hand, its acronym comes back.
   void Cbo_SigleOrgChg_LostFocus();
 
-  // The search looks for capitals, so what is typed or pasted becomes capitals.
+  // The search looks for capitals and takes no accents: letters typed or pasted become capitals,
+  // and the keys that it refuses are refused here too.
   void Txt_SigleOrgChg_KeyPress(char32_t& key);
   void Txt_SigleOrgChg_Change();
 

@@ -1,7 +1,11 @@
 #pragma once
 
+#include <exception>
+
+#include "toolkit/ControlClosed.h"
 #include "toolkit/Desktop.h"
 #include "toolkit/Surface.h"
+#include "toolkit/Trace.h"
 
 namespace control {
 
@@ -9,14 +13,25 @@ namespace control {
 class BusyScreen {
  public:
   BusyScreen(toolkit::Desktop& desktop, toolkit::Surface& surface)
-      : desktop_(desktop), surface_(surface) {
+      : desktop_(desktop), surface_(surface), exceptions_(std::uncaught_exceptions()) {
     desktop_.setPointer(toolkit::Pointer::Hourglass);
     surface_.setEnabled(false);
   }
-  // Enabling gives the focus that was asked for meanwhile, so it may run a handler that throws.
+  // Enabling gives the focus that was asked for meanwhile. An error of its GotFocus passes on, or
+  // is traced when this ends by another one.
   ~BusyScreen() noexcept(false) {
     desktop_.setPointer(toolkit::Pointer::Normal);
-    surface_.setEnabled(true);
+    if (std::uncaught_exceptions() == exceptions_) {
+      surface_.setEnabled(true);
+      return;
+    }
+    try {
+      surface_.setEnabled(true);
+    } catch (const std::exception& error) {
+      toolkit::trace("BusyScreen", error.what());
+    } catch (const toolkit::ControlClosed&) {
+      toolkit::trace("BusyScreen", "closed");
+    }
   }
   BusyScreen(const BusyScreen&) = delete;
   BusyScreen& operator=(const BusyScreen&) = delete;
@@ -24,6 +39,7 @@ class BusyScreen {
  private:
   toolkit::Desktop& desktop_;
   toolkit::Surface& surface_;
+  int exceptions_;
 };
 
 }  // namespace control

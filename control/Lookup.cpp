@@ -1,6 +1,8 @@
 #include "control/Lookup.h"
 
 #include <initializer_list>
+#include <memory>
+#include <utility>
 
 #include "control/States.h"
 #include "screen/Messages.h"
@@ -25,7 +27,7 @@ void Lookup::Txt_CodOrgChg_Change() {
     abandonner(code);
     return;
   }
-  if (context_.session.RecOrgChg->fields().empty()) {
+  if (!context_.session.RecOrgChg) {
     screen::informer(context_.desktop, "Cet organisme de prise en charge n'existe pas.");
     view_.Vider_Donnees();
     return;
@@ -38,7 +40,9 @@ void Lookup::lire(const std::string& code) {
   screen::EditSession& session = context_.session;
   session.RecOrgChg.reset();
   session.codeEnMain.clear();
-  session.RecOrgChg = session.files.orgPriseCharge->ReadRecord(code);
+  std::unique_ptr<store::Record> record = session.files.orgPriseCharge->ReadRecord(code);
+  if (record->fields().empty()) return;
+  session.RecOrgChg = std::move(record);
   session.codeEnMain = code;
   session.ImageOrgChg = session.RecOrgChg->fields().text();
   session.AncienOrgChg = store::DynamicArray(session.ImageOrgChg);

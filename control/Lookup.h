@@ -21,6 +21,7 @@ class Lookup {
   void Txt_CodOrgChg_LostFocus();
 
  private:
+  // Takes the record in hand, unless it is empty.
   void lire(const std::string& code);
   void montrer();
   void abandonner(const std::string& code);

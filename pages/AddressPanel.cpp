@@ -58,7 +58,8 @@ void AddressPanel::initialiser() {
 void AddressPanel::afficher(store::DynamicArray& record, int firstAttribute) {
   const screen::Quiet quiet(session_);
   for (const Field& field : boxes_) field.box->setText(record.get(firstAttribute + field.step));
-  fields_.Cbo_NatureVoie.setText(libelleNature(record.get(firstAttribute + adresse::NatureVoie)));
+  natureMontree_ = record.get(firstAttribute + adresse::NatureVoie);
+  fields_.Cbo_NatureVoie.setText(libelleNature(natureMontree_));
 }
 
 void AddressPanel::ecrire(store::DynamicArray& record, int firstAttribute) {
@@ -69,6 +70,7 @@ void AddressPanel::ecrire(store::DynamicArray& record, int firstAttribute) {
 void AddressPanel::vider() {
   const screen::Quiet quiet(session_);
   for (const Field& field : boxes_) field.box->setText("");
+  natureMontree_.clear();
   fields_.Cbo_NatureVoie.setText("");
 }
 
@@ -83,11 +85,12 @@ std::string AddressPanel::libelleNature(std::string_view key) const {
   return std::string(key);
 }
 
-std::string AddressPanel::cleNature(std::string_view label) const {
+std::string AddressPanel::cleNature(const std::string& label) const {
+  if (label == libelleNature(natureMontree_)) return natureMontree_;
   for (int i = 1; i <= natures_.DCount(); ++i) {
     if (natures_.get(i, 2) == label) return std::string(natures_.get(i, 1));
   }
-  return std::string(label);
+  return label;
 }
 
 }  // namespace pages

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <string>
 
 #include "pages/AddressPort.h"
 #include "screen/EditSession.h"
@@ -37,7 +38,7 @@ class AddressPanel : public AddressPort {
 
   void capitale(char32_t& key) const;
   std::string libelleNature(std::string_view key) const;
-  std::string cleNature(std::string_view label) const;
+  std::string cleNature(const std::string& label) const;
 
   screen::Adresse& fields_;
   screen::EditSession& session_;
@@ -45,6 +46,7 @@ class AddressPanel : public AddressPort {
   std::shared_ptr<store::Database> database_;
   std::array<bool, 3> settings_{};
   store::DynamicArray natures_;  // columns "0 1" of NATUREVOIE
+  std::string natureMontree_;    // key of the kind last shown; several may bear one label
 };
 
 }  // namespace pages
