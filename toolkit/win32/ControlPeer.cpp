@@ -212,6 +212,7 @@ LRESULT CALLBACK ControlPeer::procedure(HWND window, UINT message, WPARAM wParam
     auto* raw = reinterpret_cast<ControlPeer*>(GetWindowLongPtrW(window, GWLP_USERDATA));
     if (!raw) return DefWindowProcW(window, message, wParam, lParam);
     const auto host = raw->host_.shared_from_this();
+    const auto entry = host->entered();
     const auto peer = raw->shared_from_this();
     if (!peer->attached()) return DefWindowProcW(window, message, wParam, lParam);
     if (message == WM_NCDESTROY) {

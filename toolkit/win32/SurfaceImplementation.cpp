@@ -400,7 +400,9 @@ LRESULT CALLBACK SurfaceWindow::Implementation::containerProcedure(HWND window, 
     }
     auto* raw = reinterpret_cast<Implementation*>(GetWindowLongPtrW(window, 0));
     if (!raw) return DefWindowProcW(window, message, wParam, lParam);
-    return raw->shared_from_this()->containerMessage(window, message, wParam, lParam);
+    const auto self = raw->shared_from_this();
+    const auto entry = self->entered();
+    return self->containerMessage(window, message, wParam, lParam);
   });
 }
 

@@ -73,6 +73,11 @@ class SurfaceWindow::Implementation final : public Peer,
   void keyboardCame(ControlPeer* peer, HWND from);
   void keyboardLeft(HWND to);
 
+  // What a window procedure holds until it has unwound.
+  std::shared_ptr<void> entered() const {
+    return face_ && face_->onEntry ? face_->onEntry() : nullptr;
+  }
+
   // Of the surface's window and the pages' alike.
   LRESULT containerMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
   static LRESULT CALLBACK containerProcedure(HWND window, UINT message, WPARAM wParam,
