@@ -88,6 +88,7 @@ void Catalogue::createFile(std::string_view name) {
                                                     " differs from it by case alone");
     }
   }
+  forget();
   FileDescription file;
   file.name = name;
   Query(connection_, "INSERT INTO store_file VALUES(?1)").bind(1, name).run();
@@ -113,6 +114,11 @@ void Catalogue::createFile(std::string_view name) {
     }
   }
   scope.commit();
+}
+
+void Catalogue::forget() {
+  schemaVersion_ = -1;
+  files_.clear();
 }
 
 void Catalogue::refresh() {

@@ -41,6 +41,8 @@ class Catalogue {
   // Nothing happens when the file exists. Names are letters, digits, "_", "-" and ".", and may not
   // differ by case alone: else StoreError (kBadValue).
   void createFile(std::string_view name);
+  // After a transaction was undone: what was seen in it may never have been.
+  void forget();
 
  private:
   void refresh();

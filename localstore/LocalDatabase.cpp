@@ -1,6 +1,7 @@
 #include "localstore/LocalDatabase.h"
 
 #include <filesystem>
+#include <optional>
 #include <system_error>
 #include <utility>
 
@@ -79,13 +80,19 @@ class LocalFile final : public store::File {
 class LocalTransaction final : public Transaction {
  public:
   explicit LocalTransaction(std::shared_ptr<Engine> engine)
-      : engine_(std::move(engine)), scope_(engine_->connection) {}
+      : engine_(std::move(engine)), scope_(std::in_place, engine_->connection) {}
+  LocalTransaction(const LocalTransaction&) = delete;
+  LocalTransaction& operator=(const LocalTransaction&) = delete;
+  ~LocalTransaction() override {
+    scope_.reset();
+    engine_->catalogue.forget();
+  }
 
-  void commit() override { scope_.commit(); }
+  void commit() override { scope_->commit(); }
 
  private:
   std::shared_ptr<Engine> engine_;
-  WriteScope scope_;
+  std::optional<WriteScope> scope_;
 };
 
 class SqliteDatabase final : public LocalDatabase {
