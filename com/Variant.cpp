@@ -80,6 +80,13 @@ Variant Variant::ofNumber(long number) {
   return result;
 }
 
+Variant Variant::ofShort(short number) {
+  Variant result;
+  result.value_.vt = VT_I2;
+  result.value_.iVal = number;
+  return result;
+}
+
 Variant Variant::ofBoolean(bool value) {
   Variant result;
   result.value_.vt = VT_BOOL;

@@ -50,6 +50,7 @@ class Variant {
 
   static Variant ofText(std::wstring_view text);
   static Variant ofNumber(long number);
+  static Variant ofShort(short number);
   static Variant ofBoolean(bool value);
   static Variant ofObject(IDispatch* object);  // adds a reference
   // A copy by value: VT_BYREF is followed. DISP_E_TYPEMISMATCH when there is nothing to follow.

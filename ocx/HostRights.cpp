@@ -1,0 +1,42 @@
+#include "ocx/HostRights.h"
+
+#include <utility>
+
+#include "com/LateBound.h"
+
+namespace ocx {
+
+using Microsoft::WRL::ComPtr;
+
+namespace {
+
+class HostRightsEntry final : public screen::RightsEntry {
+ public:
+  explicit HostRightsEntry(ComPtr<IDispatch> object) : object_(std::move(object)) {}
+  long Level() override { return com::numberOf(object_.call(L"Level").get()); }
+
+ private:
+  com::LateBound object_;
+};
+
+class HostRights final : public screen::Rights {
+ public:
+  explicit HostRights(ComPtr<IDispatch> object) : object_(std::move(object)) {}
+
+  std::shared_ptr<screen::RightsEntry> entry(std::string_view right) override {
+    std::vector<com::Variant> arguments;
+    arguments.push_back(com::Variant::ofText(com::wide(right)));
+    return std::make_shared<HostRightsEntry>(object_.callForObject(L"", std::move(arguments)));
+  }
+
+ private:
+  com::LateBound object_;
+};
+
+}  // namespace
+
+std::shared_ptr<screen::Rights> rightsOf(IDispatch* object) {
+  return object == nullptr ? nullptr : std::make_shared<HostRights>(object);
+}
+
+}  // namespace ocx

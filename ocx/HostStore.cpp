@@ -1,0 +1,134 @@
+#include "ocx/HostStore.h"
+
+#include <utility>
+
+#include "com/LateBound.h"
+
+namespace ocx {
+
+using Microsoft::WRL::ComPtr;
+
+namespace {
+
+constexpr const wchar_t* kWholeText = L"";
+
+// U+00FD and U+00FE in UTF-8: lead byte 0xC3, then 0xBD or 0xBE.
+bool holdsMarkCharacter(std::string_view text) {
+  return text.find("\xC3\xBD") != std::string_view::npos ||
+         text.find("\xC3\xBE") != std::string_view::npos;
+}
+
+com::Variant outgoing(std::string_view text) {
+  if (holdsMarkCharacter(text)) {
+    throw store::StoreError(store::kBadValue, "a text holds one of the store's mark characters");
+  }
+  return com::Variant::ofText(com::wide(text));
+}
+
+std::vector<com::Variant> argument(std::string_view text) {
+  std::vector<com::Variant> arguments;
+  arguments.push_back(outgoing(text));
+  return arguments;
+}
+
+// The full text of a dynamic array, given as an object or at once as a text.
+std::string fullText(const com::Variant& answer) {
+  if (answer.get().vt != VT_DISPATCH && answer.get().vt != VT_UNKNOWN) {
+    return com::recordText(com::textOf(answer.get()));
+  }
+  const ComPtr<IDispatch> object = com::objectOf(answer.get());
+  if (object == nullptr) {
+    return {};
+  }
+  return com::recordText(com::textOf(com::LateBound(object).call(kWholeText).get()));
+}
+
+bool recordExists(com::LateBound& record) {
+  constexpr const wchar_t* kStatus = L"Status";
+  return !record.has(kStatus) ||
+         static_cast<unsigned>(com::numberOf(record.call(kStatus).get())) != store::kRecordNotFound;
+}
+
+class HostRecord final : public store::Record {
+ public:
+  HostRecord(com::LateBound object, std::string asRead, bool found)
+      : Record(store::DynamicArray(asRead), found),
+        object_(std::move(object)),
+        asRead_(std::move(asRead)) {}
+
+  void DBWrite() override {
+    std::string now = fields().text();
+    if (now != asRead_) {
+      object_.put(kWholeText, outgoing(now));
+      asRead_ = std::move(now);
+    }
+    object_.call(L"DBWrite");
+  }
+
+ private:
+  com::LateBound object_;
+  std::string asRead_;
+};
+
+// What a store gives that fails to read a record which does not exist: there is no object to write
+// the record through.
+class MissingRecord final : public store::Record {
+ public:
+  MissingRecord() : Record(store::DynamicArray(), false) {}
+  void DBWrite() override {
+    throw store::StoreError(store::kRecordNotFound, "the store gave no object for a new record");
+  }
+};
+
+class HostFile final : public store::File {
+ public:
+  explicit HostFile(ComPtr<IDispatch> object) : object_(std::move(object)) {}
+
+  std::unique_ptr<store::Record> ReadRecord(std::string_view id) override {
+    ComPtr<IDispatch> object;
+    try {
+      object = object_.callForObject(L"ReadRecord", argument(id));
+    } catch (const store::StoreError& failure) {
+      if (failure.code() != store::kRecordNotFound) {
+        throw;
+      }
+      return std::make_unique<MissingRecord>();
+    }
+    com::LateBound record(std::move(object));
+    const bool found = recordExists(record);
+    std::string text = com::recordText(com::textOf(record.call(kWholeText).get()));
+    return std::make_unique<HostRecord>(std::move(record), std::move(text), found);
+  }
+
+  int DeleteRecord(std::string_view id) override {
+    const com::Variant status = object_.call(L"DeleteRecord", argument(id));
+    return status.get().vt == VT_EMPTY ? 0 : static_cast<int>(com::numberOf(status.get()));
+  }
+
+ private:
+  com::LateBound object_;
+};
+
+class HostDatabase final : public store::Database {
+ public:
+  explicit HostDatabase(ComPtr<IDispatch> object) : object_(std::move(object)) {}
+
+  std::unique_ptr<store::File> OpenFile(std::string_view name) override {
+    return std::make_unique<HostFile>(object_.callForObject(L"OpenFile", argument(name)));
+  }
+
+  store::DynamicArray ExecuteSentence(std::string_view request) override {
+    return store::DynamicArray(fullText(object_.call(L"ExecuteSentence", argument(request))));
+  }
+
+ private:
+  com::LateBound object_;
+};
+
+}  // namespace
+
+std::shared_ptr<store::Database> databaseOf(IDispatch* object) {
+  return object == nullptr ? nullptr : std::make_shared<HostDatabase>(object);
+}
+
+}  // namespace ocx

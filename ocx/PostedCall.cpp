@@ -1,0 +1,79 @@
+#include "ocx/PostedCall.h"
+
+#include <system_error>
+
+#include "com/Module.h"
+#include "toolkit/win32/Border.h"
+
+namespace ocx {
+
+namespace {
+
+constexpr const wchar_t* kClass = L"TessalineCall";
+constexpr UINT kCall = WM_APP;
+constexpr UINT_PTR kTimer = 1;
+constexpr UINT kRetryMilliseconds = 20;
+
+[[noreturn]] void refused(const char* what) {
+  throw std::system_error(static_cast<int>(GetLastError()), std::system_category(), what);
+}
+
+}  // namespace
+
+LRESULT CALLBACK PostedCall::procedure(HWND window, UINT message, WPARAM first, LPARAM second) {
+  return toolkit::win32::windowBorder("PostedCall", LRESULT{0},
+                                      [&] { return received(window, message, first, second); });
+}
+
+LRESULT PostedCall::received(HWND window, UINT message, WPARAM first, LPARAM second) {
+  if (message != kCall && message != WM_TIMER) {
+    return DefWindowProcW(window, message, first, second);
+  }
+  KillTimer(window, kTimer);
+  if (auto* call = reinterpret_cast<PostedCall*>(GetWindowLongPtrW(window, GWLP_USERDATA))) {
+    call->attempt();
+  }
+  return 0;
+}
+
+// A call that is made may end the life of this object.
+void PostedCall::attempt() {
+  const std::function<bool()> call = call_;
+  waiting_ = false;
+  if (!call()) {
+    waiting_ = SetTimer(window_, kTimer, kRetryMilliseconds, nullptr) != 0;
+  }
+}
+
+void PostedCall::post() {
+  if (window_ == nullptr) {
+    WNDCLASSEXW windowClass{};
+    windowClass.cbSize = sizeof windowClass;
+    windowClass.lpfnWndProc = procedure;
+    windowClass.hInstance = com::module();
+    windowClass.lpszClassName = kClass;
+    if (RegisterClassExW(&windowClass) == 0 && GetLastError() != ERROR_CLASS_ALREADY_EXISTS) {
+      refused("RegisterClassEx");
+    }
+    window_ = CreateWindowExW(0, kClass, L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, com::module(),
+                              nullptr);
+    if (window_ == nullptr) {
+      refused("CreateWindowEx");
+    }
+    SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+  }
+  if (!waiting_) {
+    waiting_ = PostMessageW(window_, kCall, 0, 0) != 0;
+  }
+}
+
+PostedCall::~PostedCall() {
+  if (window_ != nullptr) {
+    SetWindowLongPtrW(window_, GWLP_USERDATA, 0);
+    DestroyWindow(window_);
+  }
+}
+
+void PostedCall::unregisterClass() { UnregisterClassW(kClass, com::module()); }
+
+}  // namespace ocx
