@@ -7,7 +7,7 @@ target_compile_options(tessaline_options INTERFACE
 target_compile_options(tessaline_options INTERFACE $<$<COMPILE_LANG_AND_ID:CXX,GNU>:-Wno-restrict>)
 if(TESSALINE_SANITIZE)
   target_compile_options(tessaline_options INTERFACE
-    -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer -O1)
+    -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_link_options(tessaline_options INTERFACE -fsanitize=address,undefined)
 endif()
 if(WIN32)
