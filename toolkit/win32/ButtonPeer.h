@@ -15,7 +15,6 @@ class ButtonPeer final : public ControlPeer {
   Blueprint blueprint() const override;
   void created() override;
   void copy(Aspect what) override;
-  LRESULT dialogCode() const override { return DLGC_BUTTON; }
 
  private:
   void click();

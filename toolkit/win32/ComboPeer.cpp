@@ -123,7 +123,9 @@ bool ComboPeer::opens() {
 }
 
 LRESULT ComboPeer::message(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-  if (message == WM_PASTE && window == edit_ && host().takesInput() && pasteCleaned(window)) {
+  if (message == WM_PASTE && window == edit_) {
+    host().deliver();
+    if (attached() && host().takesInput()) pasteCleaned(window);
     return 0;
   }
   if (message == CB_SHOWDROPDOWN && wParam && !copying()) {

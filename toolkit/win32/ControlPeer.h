@@ -77,6 +77,8 @@ class ControlPeer : public Peer, public std::enable_shared_from_this<ControlPeer
   virtual LRESULT pressed(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
   // True: the key belongs to the window alone now (an open list).
   virtual bool ownsKey(WPARAM) const { return false; }
+  // What the window itself needs of a dialog's keys. Never that it is a button or a static: a
+  // dialog would look for mnemonics among them past the surface.
   virtual LRESULT dialogCode() const { return 0; }
   // Tells the object what windows do not notify (the caret), before an event needs it.
   virtual void reportSilent() {}

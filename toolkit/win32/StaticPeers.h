@@ -17,7 +17,6 @@ class FramePeer final : public ControlPeer {
   Blueprint blueprint() const override { return {L"BUTTON", BS_GROUPBOX, 0}; }
   void copy(Aspect what) override;
   LRESULT message(HWND window, UINT message, WPARAM wParam, LPARAM lParam) override;
-  LRESULT dialogCode() const override { return DLGC_STATIC; }
 
  private:
   Frame& frame_;
@@ -30,7 +29,6 @@ class LabelPeer final : public ControlPeer {
  protected:
   Blueprint blueprint() const override;
   void copy(Aspect what) override;
-  LRESULT dialogCode() const override { return DLGC_STATIC; }
 
  private:
   Label& label_;

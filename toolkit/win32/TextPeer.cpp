@@ -74,8 +74,10 @@ HBRUSH TextPeer::colors(HDC context, UINT message) {
 }
 
 LRESULT TextPeer::message(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-  if (message == WM_PASTE && host().takesInput() && pasteCleaned(window)) return 0;
-  return ControlPeer::message(window, message, wParam, lParam);
+  if (message != WM_PASTE) return ControlPeer::message(window, message, wParam, lParam);
+  host().deliver();
+  if (attached() && host().takesInput()) pasteCleaned(window);
+  return 0;
 }
 
 LRESULT TextPeer::leftKey(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {

@@ -12,9 +12,18 @@ constexpr WPARAM kControlBackspace = 127;
 
 bool controlDown() { return GetKeyState(VK_CONTROL) < 0; }
 
+// Other programs look into it as well, for a moment.
+bool openClipboard(HWND owner) {
+  for (int tries = 0; tries < 10; ++tries) {
+    if (OpenClipboard(owner)) return true;
+    Sleep(5);
+  }
+  return false;
+}
+
 std::wstring clipboardText(HWND owner) {
   std::wstring text;
-  if (!OpenClipboard(owner)) return text;
+  if (!openClipboard(owner)) return text;
   if (HANDLE data = GetClipboardData(CF_UNICODETEXT)) {
     if (const auto* characters = static_cast<const wchar_t*>(GlobalLock(data))) {
       text = characters;
@@ -53,16 +62,13 @@ char32_t joined(wchar_t& highSurrogate, WPARAM unit) {
 
 std::wstring unitsOf(char32_t character) { return wide(text::encode(character)); }
 
-bool pasteCleaned(HWND edit) {
-  const std::wstring text = clipboardText(edit);
+void pasteCleaned(HWND edit) {
   std::wstring cleaned;
-  for (const wchar_t unit : text) {
+  for (const wchar_t unit : clipboardText(edit)) {
     if (unit == L'\r' || unit == L'\n') break;
     if (unit != kAttributeMark && unit != kValueMark) cleaned += unit;
   }
-  if (cleaned == text) return false;
   SendMessageW(edit, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(cleaned.c_str()));
-  return true;
 }
 
 }  // namespace toolkit::win32

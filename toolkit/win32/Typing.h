@@ -21,8 +21,7 @@ char32_t joined(wchar_t& highSurrogate, WPARAM unit);
 // The units of a character, for WM_CHAR to an edit's own procedure.
 std::wstring unitsOf(char32_t character);
 
-// Pastes what the clipboard holds, without marks and from its first line alone. False: the
-// clipboard holds nothing to leave out, the edit can paste by itself.
-bool pasteCleaned(HWND edit);
+// Pastes what the clipboard holds, without marks and from its first line alone.
+void pasteCleaned(HWND edit);
 
 }  // namespace toolkit::win32

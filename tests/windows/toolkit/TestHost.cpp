@@ -46,6 +46,26 @@ Loop loopFromEnvironment() {
   return Loop::Plain;
 }
 
+constexpr int kFieldId = 100;
+
+// Without a frame: Wine's driver then asks no window manager, and Alt opens no system menu.
+HWND makeTopLevel() {
+  HWND window =
+      CreateWindowExW(WS_EX_CONTROLPARENT, WC_DIALOG, L"Host", WS_POPUP | WS_CLIPCHILDREN, 0, 0,
+                      1200, 1000, nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
+  CreateWindowExW(0, L"EDIT", L"", WS_CHILD | WS_VISIBLE | WS_TABSTOP, 1050, 10, 100, 20, window,
+                  reinterpret_cast<HMENU>(INT_PTR{kFieldId}), GetModuleHandleW(nullptr), nullptr);
+  ShowWindow(window, SW_SHOW);
+  SetForegroundWindow(window);
+  // What the display has to say about a new window comes late, and disturbs held keys.
+  for (int i = 0; i < 20; ++i) {
+    MSG message{};
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&message);
+    Sleep(10);
+  }
+  return window;
+}
+
 struct Search {
   std::string_view name;
   HWND found;
@@ -79,17 +99,14 @@ std::string controlNameOf(HWND window) {
   return copied > 0 ? win32::narrow(name) : std::string();
 }
 
-TestHost::TestHost(Surface& surface, const win32::Ambience& ambience)
-    : loop_(loopFromEnvironment()) {
-  // Without a frame: Wine's driver then asks no window manager, and Alt opens no system menu.
-  window_ = CreateWindowExW(WS_EX_CONTROLPARENT, WC_DIALOG, L"Host", WS_POPUP | WS_CLIPCHILDREN, 0,
-                            0, 1200, 1000, nullptr, nullptr, GetModuleHandleW(nullptr), nullptr);
-  field_ = CreateWindowExW(0, L"EDIT", L"", WS_CHILD | WS_VISIBLE | WS_TABSTOP, 1050, 10, 100, 20,
-                           window_, nullptr, GetModuleHandleW(nullptr), nullptr);
+TestHost::TestHost(Surface& surface, const win32::Ambience& ambience, TopLevel topLevel)
+    : topLevel_(topLevel), loop_(loopFromEnvironment()) {
+  static HWND shared = makeTopLevel();
+  window_ = topLevel == TopLevel::Shared ? shared : makeTopLevel();
+  field_ = GetDlgItem(window_, kFieldId);
   const RECT place{0, 0, 1000, 1000};
   surface_ = std::make_unique<win32::SurfaceWindow>(surface, window_, place, ambience);
   surface_->show(true);
-  ShowWindow(window_, SW_SHOW);
   SetForegroundWindow(window_);
   SetFocus(window_);
   pump();
@@ -97,13 +114,9 @@ TestHost::TestHost(Surface& surface, const win32::Ambience& ambience)
 
 TestHost::~TestHost() {
   surface_.reset();
-  destroyWindow();
+  if (topLevel_ == TopLevel::Own && IsWindow(window_)) DestroyWindow(window_);
   MSG message{};
   while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&message);
-}
-
-void TestHost::destroyWindow() {
-  if (IsWindow(window_)) DestroyWindow(window_);
 }
 
 HWND TestHost::find(std::string_view name) const {

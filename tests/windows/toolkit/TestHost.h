@@ -21,7 +21,11 @@ enum class Loop { Forwarding, Plain, Dialog };
 
 class TestHost {
  public:
-  explicit TestHost(Surface& surface, const win32::Ambience& ambience = {});
+  // The tests share one top-level window, which keeps the display quiet; one that is to be
+  // destroyed in a test is the test's own.
+  enum class TopLevel { Shared, Own };
+  explicit TestHost(Surface& surface, const win32::Ambience& ambience = {},
+                    TopLevel topLevel = TopLevel::Shared);
   TestHost(const TestHost&) = delete;
   TestHost& operator=(const TestHost&) = delete;
   ~TestHost();
@@ -32,7 +36,7 @@ class TestHost {
   win32::SurfaceWindow& surface() { return *surface_; }
   bool hasSurface() const { return surface_ != nullptr; }
   void dropSurface() { surface_.reset(); }
-  void destroyWindow();
+  void destroyWindow() { DestroyWindow(window_); }
 
   // The window of a control by its name; null when there is none.
   HWND find(std::string_view name) const;
@@ -57,6 +61,7 @@ class TestHost {
   void handle(MSG& message);
   POINT onScreen(HWND window, POINT at);
 
+  TopLevel topLevel_;
   HWND window_ = nullptr;
   HWND field_ = nullptr;
   Loop loop_;

@@ -1,12 +1,12 @@
 // The user of a surface in real windows.
-#include <commctrl.h>
-#include <windows.h>
-
-#include <string>
-
 #include "tests/unit/toolkit/UserDriver.h"
 #include "tests/windows/toolkit/TestHost.h"
 #include "toolkit/win32/WideText.h"
+
+#include <commctrl.h>
+
+#include <stdexcept>
+#include <string>
 
 namespace toolkit::test {
 
@@ -45,7 +45,11 @@ WORD virtualKeyOf(const KeyStroke& stroke) {
 }
 
 void putOnClipboard(HWND owner, const std::wstring& text) {
-  if (!OpenClipboard(owner)) return;
+  // Others on the desktop look into it as well.
+  for (int tries = 0; !OpenClipboard(owner); ++tries) {
+    if (tries == 100) throw std::runtime_error("the clipboard stays closed");
+    Sleep(10);
+  }
   EmptyClipboard();
   const std::size_t size = (text.size() + 1) * sizeof(wchar_t);
   if (HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, size)) {
@@ -144,7 +148,8 @@ class WindowsDriver final : public UserDriver {
     info.cbSize = sizeof info;
     if (!window || !GetScrollBarInfo(window, OBJID_CLIENT, &info)) return;
     const int thumb = info.xyThumbBottom - info.xyThumbTop;
-    const int length = info.rcScrollBar.bottom - info.rcScrollBar.top - 2 * info.dxyLineButton;
+    const int length =
+        info.rcScrollBar.bottom - info.rcScrollBar.top - 2 * GetSystemMetrics(SM_CYVSCROLL);
     const int middle = (info.xyThumbTop + info.xyThumbBottom) / 2;
     const int steps = bar.max() - bar.min();
     const int away = steps > 0 ? MulDiv(value - bar.value(), length - thumb, steps) : 0;
