@@ -21,7 +21,7 @@ void label(toolkit::Control& control, int left, int top, int width) {
 // to line up with those on the page itself.
 constexpr int kFrameLeft = 240;
 constexpr int kFrameWidth = 10560;
-constexpr int kFields = 2640;  // left of the fields, from the page's edge
+constexpr int kFields = 2700;  // left of the fields, from the page's edge
 constexpr int kFieldsEnd = 10620;
 constexpr int kInFrame = kFields - kFrameLeft;
 constexpr int kInFrameEnd = kFieldsEnd - kFrameLeft;

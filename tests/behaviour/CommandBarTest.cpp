@@ -1,0 +1,391 @@
+#include "tests/behaviour/ControlTest.h"
+
+namespace behaviour {
+namespace {
+
+using toolkit::Buttons;
+
+constexpr const char* kQuitterCreation = "Etes-vous sûr de vouloir quitter cette création ?";
+constexpr const char* kSupprimer =
+    "Etes-vous sûr de vouloir supprimer cet organisme de prise en charge ?";
+constexpr const char* kEnregistrer =
+    "Voulez-vous enregistrer les modifications apportées à cet article ?";
+
+class CommandBar : public ControlTest {
+ protected:
+  CommandBar() {
+    fillThreeBodies(store_);
+    start();
+  }
+};
+
+// States ------------------------------------------------------------------------------------------
+
+class States : public CommandBar {};
+
+TEST_F(States, EmptyAfterInit) { EXPECT_EQ(state(), kEmpty); }
+
+TEST_F(States, ExistingAfterALookUp) {
+  lookUp("001");
+  EXPECT_EQ(state(), kExisting);
+  EXPECT_FALSE(box("Txt_SigleOrgChg").visible());
+}
+
+TEST_F(States, CreatingAfterAjouter) {
+  press("Cmd_Ajouter");
+  EXPECT_EQ(state(), kCreating);
+  EXPECT_FALSE(sigles().visible());
+  EXPECT_TRUE(box("Txt_SigleOrgChg").visible());
+}
+
+TEST_F(States, EmptyAfterCancellingABody) {
+  lookUp("001");
+  press("Cmd_Annuler");
+  EXPECT_EQ(state(), kEmpty);
+}
+
+TEST_F(States, EmptyAfterCancellingACreation) {
+  press("Cmd_Ajouter");
+  desktop_.answer(Answer::Yes);
+  press("Cmd_Annuler");
+  EXPECT_EQ(state(), kEmpty);
+  EXPECT_TRUE(sigles().visible());
+  EXPECT_FALSE(box("Txt_SigleOrgChg").visible());
+}
+
+TEST_F(States, EmptyAfterADeletion) {
+  lookUp("001");
+  desktop_.answer(Answer::Yes);
+  press("Cmd_Supprimer");
+  EXPECT_EQ(state(), kEmpty);
+}
+
+TEST_F(States, ExistingAgainAfterAnotherLookUpFromARefusedAcronym) {
+  store_.set("ORGPRISECHARGE", "002", 1, "");
+  lookUp("002");
+  press("Cmd_OK");
+  lookUp("001");
+  EXPECT_EQ(state(), kExisting);
+}
+
+TEST_F(States, InTheEmptyStateThePagesTakeNoInput) {
+  EXPECT_FALSE(user_->go(box("Txt_RaisonOrgChg")));
+  EXPECT_FALSE(user_->fill(box("Txt_Ville"), "Lyon"));
+  EXPECT_FALSE(user_->click(tabs(), 2));
+  EXPECT_FALSE(user_->alt('L'));
+}
+
+// Cancel ------------------------------------------------------------------------------------------
+
+class Cancel : public CommandBar {};
+
+TEST_F(Cancel, OfABodyAsksNothingAndWritesNothing) {
+  lookUp("001");
+  user_->fill(box("Txt_RaisonOrgChg"), "Perdu");
+  store_.forgetCalls();
+  press("Cmd_Annuler");
+  expectNoBox();
+  EXPECT_TRUE(store_.calls().empty());
+  EXPECT_EQ(code().text(), "");
+  EXPECT_EQ(box("Txt_RaisonOrgChg").text(), "");
+  EXPECT_TRUE(code().hasFocus());
+  EXPECT_EQ(attribute("001", 2), "Domus Mutuelle");
+}
+
+TEST_F(Cancel, ShowsTheHourglassWhileEventsRun) {
+  lookUp("001");
+  bool disabled = false;
+  desktop_.onEvents = [&] {
+    disabled = !control_->surface().enabled() && desktop_.pointer() == toolkit::Pointer::Hourglass;
+  };
+  press("Cmd_Annuler");
+  EXPECT_TRUE(disabled);
+  EXPECT_TRUE(control_->surface().enabled());
+  EXPECT_EQ(desktop_.pointer(), toolkit::Pointer::Normal);
+}
+
+TEST_F(Cancel, OfACreationBeepsAndAsks) {
+  beginCreation();
+  desktop_.answer(Answer::Yes);
+  press("Cmd_Annuler");
+  EXPECT_EQ(desktop_.beeps(), 1);
+  ASSERT_GE(desktop_.journal().size(), 2U);
+  EXPECT_EQ(desktop_.journal()[0].what, toolkit::headless::Entry::What::Beep);
+  expectBox(kQuitterCreation, Icon::Question, Buttons::YesNo);
+  EXPECT_EQ(box("Txt_RaisonOrgChg").text(), "");
+  EXPECT_TRUE(code().hasFocus());
+  expectNothingWritten();
+}
+
+TEST_F(Cancel, AnsweredNoChangesNothingAtAll) {
+  beginCreation();
+  user_->fill(box("Txt_Ville"), "Lyon");
+  button("Cmd_NouveauBareme").setCaption("Annuler barème");
+  desktop_.answer(Answer::No);
+  press("Cmd_Annuler");
+  EXPECT_EQ(state(), kCreating);
+  EXPECT_EQ(box("Txt_SigleOrgChg").text(), "NEUF");
+  EXPECT_EQ(box("Txt_RaisonOrgChg").text(), "Organisme neuf");
+  EXPECT_EQ(box("Txt_Ville").text(), "Lyon");
+  EXPECT_EQ(button("Cmd_NouveauBareme").caption(), "Annuler barème");
+  press("Cmd_OK");
+  EXPECT_EQ(attribute("004", 9), "Lyon");
+}
+
+TEST_F(Cancel, ResetsTheCaptionOfTheScaleButton) {
+  lookUp("001");
+  button("Cmd_NouveauBareme").setCaption("Annuler barème");
+  press("Cmd_Annuler");
+  EXPECT_EQ(button("Cmd_NouveauBareme").caption(), "Nouveau barème");
+}
+
+// Deletion ----------------------------------------------------------------------------------------
+
+class Deletion : public CommandBar {
+ protected:
+  Deletion() {
+    lookUp("001");
+    store_.forgetCalls();
+  }
+};
+
+TEST_F(Deletion, BeepsAndAsks) {
+  desktop_.answer(Answer::No);
+  press("Cmd_Supprimer");
+  EXPECT_EQ(desktop_.beeps(), 1);
+  expectBox(kSupprimer, Icon::Question, Buttons::YesNo);
+  EXPECT_TRUE(store_.calls().empty());
+  EXPECT_EQ(state(), kExisting);
+  EXPECT_EQ(code().text(), "001");
+}
+
+TEST_F(Deletion, ChecksAgreementsThenRequestsThenDeletes) {
+  desktop_.answer(Answer::Yes);
+  press("Cmd_Supprimer");
+  const std::vector<std::string> told = store_.told();
+  ASSERT_EQ(told.size(), 4U);
+  const auto request = [](const char* sentence, const char* file) {
+    store::DynamicArray built;
+    built.set(1, sentence);
+    built.set(2, file);
+    built.set(3, "0");
+    return "ExecuteSentence " + built.text();
+  };
+  EXPECT_EQ(told[0], request("SSELECT ACCORD AVEC 1 = \"001\"", "ACCORD"));
+  EXPECT_EQ(told[1], request("SSELECT DEMANDACC AVEC 1 = \"001\"", "DEMANDACC"));
+  EXPECT_EQ(told[2], "DeleteRecord ORGPRISECHARGE 001");
+  EXPECT_TRUE(told[3].starts_with("ExecuteSentence SSELECT ORGPRISECHARGE PAR 1"));
+  EXPECT_FALSE(store_.has("ORGPRISECHARGE", "001"));
+}
+
+TEST_F(Deletion, ClearsScreenAndRefillsTheList) {
+  desktop_.answer(Answer::Yes);
+  press("Cmd_Supprimer");
+  EXPECT_EQ(code().text(), "");
+  EXPECT_EQ(box("Txt_RaisonOrgChg").text(), "");
+  EXPECT_EQ(sigles().listCount(), 2);
+  EXPECT_EQ(state(), kEmpty);
+}
+
+TEST_F(Deletion, RefusedByAnAgreementAlone) {
+  store_.put("ACCORD", "A1", {"001"});
+  desktop_.answer(Answer::Yes);
+  press("Cmd_Supprimer");
+  const auto boxes = desktop_.takeBoxes();
+  ASSERT_EQ(boxes.size(), 2U);
+  EXPECT_EQ(boxes[1].text, "Des accords sont créés pour cet organisme. Suppression impossible.");
+  EXPECT_EQ(boxes[1].icon, Icon::Exclamation);
+  EXPECT_EQ(boxes[1].buttons, Buttons::Ok);
+  EXPECT_EQ(boxes[1].title, "Message VALDRIS");
+  EXPECT_EQ(store_.calls().size(), 1U);
+  EXPECT_TRUE(store_.has("ORGPRISECHARGE", "001"));
+  EXPECT_EQ(state(), kExisting);
+}
+
+TEST_F(Deletion, RefusedByARequest) {
+  store_.put("DEMANDACC", "D1", {"001"});
+  desktop_.answer(Answer::Yes);
+  press("Cmd_Supprimer");
+  const auto boxes = desktop_.takeBoxes();
+  ASSERT_EQ(boxes.size(), 2U);
+  EXPECT_EQ(boxes[1].text,
+            "Des demandes d'accords sont créées pour cet organisme. Suppression impossible.");
+  EXPECT_EQ(boxes[1].icon, Icon::Exclamation);
+  EXPECT_TRUE(store_.has("ORGPRISECHARGE", "001"));
+}
+
+TEST_F(Deletion, AgreementsOfOtherBodiesDoNotCount) {
+  store_.put("ACCORD", "A1", {"002"});
+  store_.put("DEMANDACC", "D1", {"003"});
+  desktop_.answer(Answer::Yes);
+  press("Cmd_Supprimer");
+  EXPECT_FALSE(store_.has("ORGPRISECHARGE", "001"));
+}
+
+TEST_F(Deletion, ADeletedBodyIsNotFoundAgain) {
+  desktop_.answer(Answer::Yes);
+  press("Cmd_Supprimer");
+  desktop_.takeBoxes();
+  lookUp("001");
+  expectBox("Cet organisme de prise en charge n'existe pas.", Icon::Information);
+}
+
+// Leaving -----------------------------------------------------------------------------------------
+
+class Leaving : public CommandBar {
+ protected:
+  void change() {
+    lookUp("001");
+    user_->fill(box("Txt_RaisonOrgChg"), "Domus");
+    store_.forgetCalls();
+  }
+};
+
+TEST_F(Leaving, WithNoCodeOnScreenAsksNothing) {
+  press("Cmd_Sortir");
+  EXPECT_TRUE(control_->W_Sortir());
+  expectNoBox();
+  EXPECT_TRUE(store_.calls().empty());
+}
+
+TEST_F(Leaving, WithoutAChangeAsksNothing) {
+  for (const char* body : {"001", "002", "003"}) {
+    control_->setW_Sortir(false);
+    lookUp(body);
+    press("Cmd_Sortir");
+    EXPECT_TRUE(control_->W_Sortir());
+    expectNoBox();
+  }
+  expectNothingWritten();
+}
+
+TEST_F(Leaving, WhatIsTypedAndTakenBackIsNoChange) {
+  change();
+  user_->fill(box("Txt_RaisonOrgChg"), "Domus Mutuelle");
+  press("Cmd_Sortir");
+  EXPECT_TRUE(control_->W_Sortir());
+  expectNoBox();
+}
+
+TEST_F(Leaving, AfterAChangeAsks) {
+  change();
+  desktop_.answer(Answer::Cancel);
+  press("Cmd_Sortir");
+  expectBox(kEnregistrer, Icon::Question, Buttons::YesNoCancel);
+  EXPECT_EQ(desktop_.beeps(), 0);
+}
+
+TEST_F(Leaving, CancelStays) {
+  change();
+  desktop_.answer(Answer::Cancel);
+  press("Cmd_Sortir");
+  EXPECT_FALSE(control_->W_Sortir());
+  EXPECT_EQ(state(), kExisting);
+  EXPECT_EQ(box("Txt_RaisonOrgChg").text(), "Domus");
+  expectNothingWritten();
+}
+
+TEST_F(Leaving, CancelTakesAnEarlierWishBack) {
+  control_->setW_Sortir(true);
+  change();
+  desktop_.answer(Answer::Cancel);
+  press("Cmd_Sortir");
+  EXPECT_FALSE(control_->W_Sortir());
+}
+
+TEST_F(Leaving, NoLeavesWithoutSaving) {
+  change();
+  desktop_.answer(Answer::No);
+  press("Cmd_Sortir");
+  EXPECT_TRUE(control_->W_Sortir());
+  expectNothingWritten();
+  EXPECT_EQ(attribute("001", 2), "Domus Mutuelle");
+}
+
+TEST_F(Leaving, YesSavesAndLeavesWithoutRefillingTheList) {
+  change();
+  desktop_.answer(Answer::Yes);
+  press("Cmd_Sortir");
+  EXPECT_TRUE(control_->W_Sortir());
+  EXPECT_EQ(attribute("001", 2), "Domus");
+  EXPECT_EQ(store_.told(), std::vector<std::string>{"DBWrite ORGPRISECHARGE 001"});
+  EXPECT_EQ(code().text(), "");
+}
+
+TEST_F(Leaving, YesRunsTheChecks) {
+  lookUp("001");
+  user_->fill(box("Txt_RaisonOrgChg"), "");
+  desktop_.answer(Answer::Yes);
+  press("Cmd_Sortir");
+  const auto boxes = desktop_.takeBoxes();
+  ASSERT_EQ(boxes.size(), 2U);
+  EXPECT_EQ(boxes[1].text, "La raison sociale de l'organisme de prise en charge est obligatoire.");
+  EXPECT_FALSE(control_->W_Sortir());
+  EXPECT_TRUE(box("Txt_RaisonOrgChg").hasFocus());
+  expectNothingWritten();
+  user_->type("Retour");
+  press("Cmd_OK");
+  EXPECT_EQ(attribute("001", 2), "Retour");
+}
+
+TEST_F(Leaving, TheCheckOfTheWritesBeforeTheQuestionIsOff) {
+  lookUp("001");
+  user_->fill(box("Txt_RaisonOrgChg"), "");
+  desktop_.answer(Answer::Cancel);
+  press("Cmd_Sortir");
+  expectBox(kEnregistrer, Icon::Question, Buttons::YesNoCancel);
+}
+
+TEST_F(Leaving, WithTheCodeErasedStillAsksForTheBodyInHand) {
+  change();
+  user_->fill(code(), "");
+  desktop_.answer(Answer::Yes);
+  press("Cmd_Sortir");
+  EXPECT_TRUE(control_->W_Sortir());
+  EXPECT_EQ(attribute("001", 2), "Domus");
+}
+
+TEST_F(Leaving, TrailingEmptyAttributesAreNoChange) {
+  store::DynamicArray record = store_.record("ORGPRISECHARGE", "002");
+  record.set(62, "");
+  store_.put("ORGPRISECHARGE", "002", record);
+  lookUp("002");
+  press("Cmd_Sortir");
+  EXPECT_TRUE(control_->W_Sortir());
+  expectNoBox();
+}
+
+TEST_F(Leaving, TellsItsHostOnce) {
+  int told = 0;
+  control_->onSortirChanged = [&] { ++told; };
+  press("Cmd_Sortir");
+  press("Cmd_Sortir");
+  EXPECT_EQ(told, 1);
+  control_->setW_Sortir(true);
+  EXPECT_EQ(told, 1);
+  control_->setW_Sortir(false);
+  EXPECT_EQ(told, 2);
+}
+
+TEST_F(Leaving, ItsHostCanReadTheWishWhileBeingTold) {
+  bool read = false;
+  control_->onSortirChanged = [&] { read = control_->W_Sortir(); };
+  press("Cmd_Sortir");
+  EXPECT_TRUE(read);
+}
+
+TEST_F(Leaving, AFailingSaveEndsWithTheErrorAndStays) {
+  change();
+  desktop_.answer(Answer::Yes);
+  store_.fail(CallKind::DBWrite);
+  EXPECT_THROW(press("Cmd_Sortir"), store::StoreError);
+  EXPECT_FALSE(control_->W_Sortir());
+  EXPECT_EQ(box("Txt_RaisonOrgChg").text(), "Domus");
+  EXPECT_EQ(state(), kExisting);
+  store_.stopFailing();
+  press("Cmd_OK");
+  EXPECT_EQ(attribute("001", 2), "Domus");
+}
+
+}  // namespace
+}  // namespace behaviour

@@ -1,0 +1,109 @@
+#include "tests/behaviour/ControlTest.h"
+
+namespace behaviour {
+namespace {
+
+class TestEntry : public screen::RightsEntry {
+ public:
+  TestEntry(std::shared_ptr<RightsLevel> level, std::shared_ptr<std::vector<std::string>> log)
+      : level_(std::move(level)), log_(std::move(log)) {}
+  ~TestEntry() override { log_->push_back("RightsEntry"); }
+  long Level() override {
+    ++level_->reads;
+    if (level_->fails) throw std::runtime_error("the rights cannot be read");
+    return level_->value;
+  }
+
+ private:
+  std::shared_ptr<RightsLevel> level_;
+  std::shared_ptr<std::vector<std::string>> log_;
+};
+
+}  // namespace
+
+std::shared_ptr<screen::RightsEntry> TestRights::entry(std::string_view right) {
+  asked.emplace_back(right);
+  return std::make_shared<TestEntry>(level_, log_);
+}
+
+void fillTables(testing_support::MemoryStore& store) {
+  const std::string mark(1, store::kValueMark);
+  store.put("TABLES", "PIECESRENOUV",
+            {"Pièces", "AI" + mark + "RI", "Avis d'imposition" + mark + "Relevé d'identité"});
+  store.put("TABLES", "STATORGCHG",
+            {"Statistiques", "CD" + mark + "MU", "Conseil départemental" + mark + "Mutuelle"});
+  store.set("COMPTEUR", "999", 10, "003");
+  store.put("PARAMBORDORGCHG", "1", {"Nom", "30"});
+  store.put("PARAMBORDORGCHG", "2", {"Heures", "8"});
+  store.put("NATUREVOIE", "AV", {"Avenue"});
+  store.put("NATUREVOIE", "R", {"Rue"});
+}
+
+void fillThreeBodies(testing_support::MemoryStore& store) {
+  fillTables(store);
+  store.put("ORGPRISECHARGE", "001",
+            {"DOMUS", "Domus Mutuelle", "Bât. A", "12", "R", "des Lilas", "Le Bourg", "63000",
+             "Clermont", "0400000001", "0400000002", "contact@domus.example", "", "", "Mme Dossier",
+             "M. Facture", "", "P"});
+  store.put("ORGPRISECHARGE", "002", {"CRAM", "Caisse régionale"});
+  store.put("ORGPRISECHARGE", "003", {"CAF", "Caisse familiale"});
+}
+
+ControlTest::ControlTest()
+    : control_(std::make_unique<control::Ctr_OrgPriseCharge>(desktop_)),
+      user_(std::make_unique<toolkit::headless::User>(control_->surface())) {}
+
+void ControlTest::connect() {
+  control_->setTheClient(std::make_shared<int>(0));
+  control_->setTheDatabase(store_.connect());
+  control_->setDroitsUtilisateur(std::make_shared<TestRights>(level_, store_.sharedReleases()));
+}
+
+void ControlTest::start() {
+  connect();
+  control_->Init();
+  store_.forgetCalls();
+  desktop_.clearJournal();
+}
+
+void ControlTest::lookUp(std::string_view typed) { user_->fill(code(), typed); }
+
+void ControlTest::beginCreation(std::string_view sigle, std::string_view raison) {
+  ASSERT_TRUE(press("Cmd_Ajouter"));
+  ASSERT_TRUE(user_->type(sigle));
+  ASSERT_TRUE(user_->fill(box("Txt_RaisonOrgChg"), raison));
+}
+
+std::string ControlTest::state() {
+  std::string told;
+  const auto add = [&told](bool holds, std::string_view word) {
+    if (holds) told += (told.empty() ? "" : " ") + std::string(word);
+  };
+  add(code().usable(), "code");
+  add(button("Cmd_Ajouter").usable(), "ajouter");
+  add(button("Cmd_Supprimer").usable(), "supprimer");
+  add(button("Cmd_OK").usable(), "ok");
+  add(button("Cmd_Annuler").usable(), "annuler");
+  add(button("Cmd_Sortir").usable(), "sortir");
+  add(true, "|");
+  add(sigles().usable(), "recherche");
+  add(box("Txt_SigleOrgChg").usable(), "saisie");
+  add(box("Txt_RaisonOrgChg").reachable(), "pages");
+  return told;
+}
+
+void ControlTest::expectBox(std::string_view text, Icon icon, toolkit::Buttons buttons) {
+  const auto boxes = desktop_.takeBoxes();
+  ASSERT_EQ(boxes.size(), 1U);
+  EXPECT_EQ(boxes[0].text, text);
+  EXPECT_EQ(boxes[0].title, "Message VALDRIS");
+  EXPECT_EQ(boxes[0].icon, icon);
+  EXPECT_EQ(boxes[0].buttons, buttons);
+}
+
+void ControlTest::expectNothingWritten() {
+  EXPECT_TRUE(store_.calls(CallKind::DBWrite).empty());
+  EXPECT_TRUE(store_.calls(CallKind::DeleteRecord).empty());
+}
+
+}  // namespace behaviour

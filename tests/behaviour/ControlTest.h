@@ -1,0 +1,101 @@
+// The control as its user and its host have it: a store in memory, a desktop that answers from a
+// script, a user at keyboard and mouse.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "control/Ctr_OrgPriseCharge.h"
+#include "tests/support/MemoryStore.h"
+#include "toolkit/headless/HeadlessDesktop.h"
+#include "toolkit/headless/User.h"
+
+namespace behaviour {
+
+using testing_support::CallKind;
+using toolkit::Answer;
+using toolkit::CheckBox;
+using toolkit::ComboBox;
+using toolkit::CommandButton;
+using toolkit::Icon;
+using toolkit::ListBox;
+using toolkit::TextBox;
+
+struct RightsLevel {
+  long value = 2;
+  bool fails = false;
+  int reads = 0;
+};
+
+class TestRights : public screen::Rights {
+ public:
+  TestRights(std::shared_ptr<RightsLevel> level, std::shared_ptr<std::vector<std::string>> log)
+      : level_(std::move(level)), log_(std::move(log)) {}
+  ~TestRights() override { log_->push_back("Rights"); }
+  std::shared_ptr<screen::RightsEntry> entry(std::string_view right) override;
+
+  std::vector<std::string> asked;
+
+ private:
+  std::shared_ptr<RightsLevel> level_;
+  std::shared_ptr<std::vector<std::string>> log_;
+};
+
+// Three bodies, 001 DOMUS, 002 CRAM, 003 CAF; the counter stands at 003.
+void fillThreeBodies(testing_support::MemoryStore& store);
+// Code tables, counter, slip parameters and kinds of street; no body.
+void fillTables(testing_support::MemoryStore& store);
+
+class ControlTest : public testing::Test {
+ protected:
+  ControlTest();
+  // Gives the control its objects, without Init.
+  void connect();
+  // The same, then Init; the journals start empty.
+  void start();
+
+  template <class T>
+  T& child(std::string_view name) {
+    auto* control = dynamic_cast<T*>(control_->surface().find(name));
+    if (!control) throw std::logic_error("no child control " + std::string(name));
+    return *control;
+  }
+  TextBox& box(std::string_view name) { return child<TextBox>(name); }
+  CommandButton& button(std::string_view name) { return child<CommandButton>(name); }
+  TextBox& code() { return box("Txt_CodOrgChg"); }
+  ComboBox& sigles() { return child<ComboBox>("Cbo_SigleOrgChg"); }
+  toolkit::SSTab& tabs() { return child<toolkit::SSTab>("Ong_OrgPriseChg"); }
+
+  // The user types a code into the empty code field.
+  void lookUp(std::string_view code);
+  // The user starts a creation and fills the two fields that it needs.
+  void beginCreation(std::string_view sigle = "NEUF", std::string_view raison = "Organisme neuf");
+  bool press(std::string_view name) { return user_->click(button(name)); }
+
+  // What each button, the code and the acronym's fields are: see state().
+  std::string state();
+  std::string attribute(std::string_view code, int number) {
+    return std::string(store_.record("ORGPRISECHARGE", code).get(number));
+  }
+  // The one box shown since the last call.
+  void expectBox(std::string_view text, Icon icon, toolkit::Buttons buttons = toolkit::Buttons::Ok);
+  void expectNoBox() { EXPECT_TRUE(desktop_.takeBoxes().empty()); }
+  void expectNothingWritten();
+
+  testing_support::MemoryStore store_;
+  toolkit::headless::HeadlessDesktop desktop_;
+  std::shared_ptr<RightsLevel> level_ = std::make_shared<RightsLevel>();
+  std::unique_ptr<control::Ctr_OrgPriseCharge> control_;
+  std::unique_ptr<toolkit::headless::User> user_;
+};
+
+inline constexpr const char* kEmpty = "code ajouter sortir | recherche";
+inline constexpr const char* kExisting = "code supprimer ok annuler sortir | recherche pages";
+inline constexpr const char* kCreating = "ok annuler | saisie pages";
+
+}  // namespace behaviour

@@ -1,0 +1,161 @@
+#include "tests/behaviour/ControlTest.h"
+
+namespace behaviour {
+namespace {
+
+class Creation : public ControlTest {
+ protected:
+  Creation() {
+    fillThreeBodies(store_);
+    start();
+  }
+};
+
+TEST_F(Creation, StartsOnTheFirstPageWithTheFocusOnTheAcronym) {
+  tabs().setTab(3);
+  press("Cmd_Ajouter");
+  EXPECT_EQ(tabs().tab(), 0);
+  EXPECT_EQ(state(), kCreating);
+  EXPECT_TRUE(box("Txt_SigleOrgChg").hasFocus());
+  EXPECT_TRUE(store_.calls().empty());
+}
+
+TEST_F(Creation, SetsTheDefaultsOfTheOtherPages) {
+  button("Cmd_NouveauBareme").setEnabled(false);
+  press("Cmd_Ajouter");
+  EXPECT_FALSE(button("Cmd_AjoutPart").enabled());
+  EXPECT_TRUE(button("Cmd_NouveauBareme").enabled());
+  EXPECT_FALSE(box("Txt_DatBaremCours").enabled());
+  EXPECT_EQ(child<ComboBox>("Cbo_PeriodFactOrgChg").text(), "Mensuelle");
+  EXPECT_EQ(child<ComboBox>("Cbo_RenouvOrgChg").text(), "Pas de gestion renouvellement");
+  EXPECT_TRUE(child<toolkit::OptionButton>("Opt_Totalite").value());
+}
+
+TEST_F(Creation, DropsACodeThatWasHalfTyped) {
+  user_->fill(code(), "00");
+  press("Cmd_Ajouter");
+  EXPECT_EQ(code().text(), "");
+}
+
+TEST_F(Creation, SavesUnderTheNextCode) {
+  beginCreation();
+  user_->fill(box("Txt_Ville"), "Lyon");
+  press("Cmd_OK");
+  EXPECT_EQ(attribute("004", 1), "NEUF");
+  EXPECT_EQ(attribute("004", 2), "Organisme neuf");
+  EXPECT_EQ(attribute("004", 9), "Lyon");
+  EXPECT_EQ(store_.record("COMPTEUR", "999").get(10, 1), "004");
+  expectNoBox();
+}
+
+TEST_F(Creation, WritesTheCounterBeforeTheBody) {
+  beginCreation();
+  store_.forgetCalls();
+  press("Cmd_OK");
+  std::vector<std::string> told = store_.told();
+  ASSERT_EQ(told.size(), 5U);
+  EXPECT_EQ(told[0], "ReadRecord COMPTEUR 999");
+  EXPECT_EQ(told[1], "DBWrite COMPTEUR 999");
+  EXPECT_EQ(told[2], "ReadRecord ORGPRISECHARGE 004");
+  EXPECT_EQ(told[3], "DBWrite ORGPRISECHARGE 004");
+  EXPECT_TRUE(told[4].starts_with("ExecuteSentence SSELECT ORGPRISECHARGE PAR 1"));
+}
+
+TEST_F(Creation, ACounterWithoutAttribute10GivesTheFirstCode) {
+  for (const char* body : {"001", "002", "003"}) store_.erase("ORGPRISECHARGE", body);
+  store_.set("COMPTEUR", "999", 10, "");
+  beginCreation();
+  press("Cmd_OK");
+  EXPECT_TRUE(store_.has("ORGPRISECHARGE", "001"));
+}
+
+TEST_F(Creation, ReadsTheCounterAgain) {
+  beginCreation();
+  store_.set("COMPTEUR", "999", 10, "041");
+  press("Cmd_OK");
+  EXPECT_TRUE(store_.has("ORGPRISECHARGE", "042"));
+}
+
+TEST_F(Creation, NeverOverwritesABodyWhenTheCounterLagsBehind) {
+  store_.set("COMPTEUR", "999", 10, "001");
+  beginCreation();
+  press("Cmd_OK");
+  EXPECT_EQ(attribute("002", 1), "CRAM");
+  EXPECT_EQ(attribute("003", 1), "CAF");
+  EXPECT_EQ(attribute("004", 1), "NEUF");
+}
+
+TEST_F(Creation, TheLastCodeIs999) {
+  store_.set("COMPTEUR", "999", 10, "998");
+  beginCreation();
+  press("Cmd_OK");
+  EXPECT_TRUE(store_.has("ORGPRISECHARGE", "999"));
+  beginCreation("PLEIN");
+  press("Cmd_OK");
+  EXPECT_EQ(store_.ids("ORGPRISECHARGE").size(), 4U);
+  EXPECT_EQ(state(), kCreating);
+  EXPECT_EQ(box("Txt_SigleOrgChg").text(), "PLEIN");
+}
+
+TEST_F(Creation, EndsEmptyWithTheListRefilledAndTheFocusOnTheCode) {
+  beginCreation();
+  press("Cmd_OK");
+  EXPECT_EQ(state(), kEmpty);
+  EXPECT_EQ(code().text(), "");
+  EXPECT_EQ(box("Txt_RaisonOrgChg").text(), "");
+  EXPECT_EQ(sigles().listCount(), 4);
+  EXPECT_TRUE(code().hasFocus());
+  lookUp("004");
+  EXPECT_EQ(box("Txt_RaisonOrgChg").text(), "Organisme neuf");
+}
+
+TEST_F(Creation, ARefusalDrawsNoCode) {
+  press("Cmd_Ajouter");
+  press("Cmd_OK");
+  expectBox("Le sigle de l'organisme de prise en charge est obligatoire.", Icon::Exclamation);
+  EXPECT_TRUE(store_.calls().empty());
+  EXPECT_EQ(state(), kCreating);
+}
+
+TEST_F(Creation, GoesOnAfterARefusal) {
+  press("Cmd_Ajouter");
+  user_->type("neuf");
+  press("Cmd_OK");
+  expectBox("La raison sociale de l'organisme de prise en charge est obligatoire.",
+            Icon::Exclamation);
+  user_->type("Organisme neuf");
+  press("Cmd_OK");
+  EXPECT_EQ(attribute("004", 2), "Organisme neuf");
+}
+
+TEST_F(Creation, TwoInARow) {
+  beginCreation("UN");
+  press("Cmd_OK");
+  beginCreation("DEUX");
+  press("Cmd_OK");
+  EXPECT_EQ(attribute("004", 1), "UN");
+  EXPECT_EQ(attribute("005", 1), "DEUX");
+}
+
+TEST_F(Creation, TheHostCanSaveIt) {
+  beginCreation();
+  control_->Creer_Donnees();
+  EXPECT_EQ(attribute("004", 1), "NEUF");
+  EXPECT_EQ(state(), kEmpty);
+  EXPECT_EQ(sigles().listCount(), 4);
+}
+
+TEST_F(Creation, TheHostCannotSaveWhatWasNotStarted) {
+  EXPECT_THROW(control_->Creer_Donnees(), control::NotReady);
+  EXPECT_THROW(control_->Ecrire_Donnees(), control::NotReady);
+  EXPECT_THROW(control_->Ecrire_Ong1(), control::NotReady);
+  lookUp("001");
+  EXPECT_THROW(control_->Creer_Donnees(), control::NotReady);
+  press("Cmd_Annuler");
+  beginCreation();
+  EXPECT_THROW(control_->Ecrire_Donnees(), control::NotReady);
+  EXPECT_EQ(store_.ids("ORGPRISECHARGE").size(), 3U);
+}
+
+}  // namespace
+}  // namespace behaviour

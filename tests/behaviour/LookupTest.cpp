@@ -1,0 +1,164 @@
+#include "tests/behaviour/ControlTest.h"
+
+namespace behaviour {
+namespace {
+
+class Lookup : public ControlTest {
+ protected:
+  Lookup() {
+    fillThreeBodies(store_);
+    start();
+  }
+};
+
+TEST_F(Lookup, OneOrTwoCharactersReadNothing) {
+  user_->fill(code(), "00");
+  EXPECT_TRUE(store_.calls().empty());
+  EXPECT_EQ(state(), kEmpty);
+}
+
+TEST_F(Lookup, TheThirdCharacterReadsAndShows) {
+  user_->fill(code(), "00");
+  user_->type("1");
+  EXPECT_EQ(store_.told(), std::vector<std::string>{"ReadRecord ORGPRISECHARGE 001"});
+  EXPECT_EQ(box("Txt_RaisonOrgChg").text(), "Domus Mutuelle");
+  EXPECT_EQ(state(), kExisting);
+  expectNoBox();
+}
+
+TEST_F(Lookup, AFourthCharacterCannotBeTyped) {
+  lookUp("0011");
+  EXPECT_EQ(code().text(), "001");
+  EXPECT_EQ(store_.calls().size(), 1U);
+}
+
+TEST_F(Lookup, AnUnknownCodeIsToldAndCleared) {
+  lookUp("777");
+  expectBox("Cet organisme de prise en charge n'existe pas.", Icon::Information);
+  EXPECT_EQ(code().text(), "");
+  EXPECT_EQ(state(), kEmpty);
+}
+
+TEST_F(Lookup, AnUnknownCodeClearsTheBodyShownBefore) {
+  lookUp("001");
+  lookUp("777");
+  EXPECT_EQ(box("Txt_RaisonOrgChg").text(), "");
+  EXPECT_EQ(box("Txt_SigleOrgChg").text(), "");
+  EXPECT_EQ(sigles().text(), "");
+  EXPECT_EQ(state(), kEmpty);
+}
+
+TEST_F(Lookup, AnotherCodeShowsTheOtherBodyWithNothingLeftOfTheFirst) {
+  lookUp("001");
+  lookUp("002");
+  EXPECT_EQ(box("Txt_RaisonOrgChg").text(), "Caisse régionale");
+  for (const char* name : {"Txt_Complement", "Txt_NumVoie", "Txt_NomVoie", "Txt_Localite",
+                           "Txt_CodePostal", "Txt_Ville", "Txt_Telephone", "Txt_Fax", "Txt_Email",
+                           "Txt_InterlocDossOrgChg", "Txt_InterlocFactOrgChg"}) {
+    EXPECT_EQ(box(name).text(), "") << name;
+  }
+  EXPECT_EQ(child<ComboBox>("Cbo_NatureVoie").text(), "");
+}
+
+TEST_F(Lookup, ShowingABodyIsQuiet) {
+  int searches = 0;
+  lookUp("001");
+  for (const auto& call : store_.calls()) searches += call.kind == CallKind::ExecuteSentence;
+  EXPECT_EQ(searches, 0);
+  expectNoBox();
+  EXPECT_TRUE(code().hasFocus());
+}
+
+TEST_F(Lookup, AnAcronymInSmallLettersIsShownAsItIsStored) {
+  store_.set("ORGPRISECHARGE", "002", 1, "Cram");
+  lookUp("002");
+  EXPECT_EQ(box("Txt_SigleOrgChg").text(), "Cram");
+  user_->fill(box("Txt_RaisonOrgChg"), "Autre");
+  press("Cmd_OK");
+  EXPECT_EQ(attribute("002", 1), "Cram");
+}
+
+TEST_F(Lookup, AccentedSmallLettersAreRefusedInTheCode) {
+  user_->go(code());
+  user_->type("é");
+  expectBox("La saisie de minuscule accentuée est interdite sur cette zone.", Icon::Exclamation);
+  EXPECT_EQ(code().text(), "");
+}
+
+TEST_F(Lookup, TheCodeComesBackWhenItIsLeftUnfinished) {
+  lookUp("001");
+  user_->fill(code(), "0");
+  EXPECT_EQ(state(), kExisting);
+  user_->go(box("Txt_RaisonOrgChg"));
+  EXPECT_EQ(code().text(), "001");
+  EXPECT_EQ(store_.calls().size(), 1U);
+}
+
+TEST_F(Lookup, AnUnfinishedCodeStaysWhileNothingIsInHand) {
+  user_->fill(code(), "00");
+  user_->go(sigles());
+  EXPECT_EQ(code().text(), "00");
+}
+
+TEST_F(Lookup, ArrivingOnTheCodeSelectsItSoThatTypingReplacesIt) {
+  lookUp("001");
+  user_->go(box("Txt_RaisonOrgChg"));
+  user_->go(code());
+  user_->type("002");
+  EXPECT_EQ(box("Txt_RaisonOrgChg").text(), "Caisse régionale");
+}
+
+TEST_F(Lookup, TheCodeThatCountsIsTheOneLoaded) {
+  lookUp("001");
+  user_->fill(box("Txt_RaisonOrgChg"), "Nouveau nom");
+  user_->fill(code(), "00");
+  user_->alt('O');
+  EXPECT_EQ(attribute("001", 2), "Nouveau nom");
+}
+
+TEST_F(Lookup, DeletionUsesTheLoadedCodeToo) {
+  lookUp("001");
+  user_->fill(code(), "00");
+  desktop_.answer(Answer::Yes);
+  press("Cmd_Supprimer");
+  EXPECT_FALSE(store_.has("ORGPRISECHARGE", "001"));
+}
+
+TEST_F(Lookup, AFailingReadIsQuietAndKeepsTheTypedCode) {
+  lookUp("002");
+  store_.fail(CallKind::ReadRecord);
+  EXPECT_NO_THROW(lookUp("001"));
+  expectNoBox();
+  EXPECT_EQ(code().text(), "001");
+  EXPECT_EQ(box("Txt_RaisonOrgChg").text(), "");
+  EXPECT_EQ(state(), kEmpty);
+  store_.stopFailing();
+  lookUp("001");
+  EXPECT_EQ(box("Txt_RaisonOrgChg").text(), "Domus Mutuelle");
+}
+
+TEST_F(Lookup, ACodeTypedInVainCanBeChosenByItsAcronym) {
+  store_.fail(CallKind::ReadRecord);
+  lookUp("001");
+  store_.stopFailing();
+  user_->choose(sigles(), 2);
+  EXPECT_EQ(box("Txt_RaisonOrgChg").text(), "Domus Mutuelle");
+  EXPECT_EQ(state(), kExisting);
+}
+
+TEST_F(Lookup, TheHostShowsTheRecordInHandAgain) {
+  lookUp("001");
+  user_->fill(box("Txt_RaisonOrgChg"), "x");
+  control_->Afficher_Ong1();
+  EXPECT_EQ(box("Txt_RaisonOrgChg").text(), "Domus Mutuelle");
+  user_->fill(box("Txt_RaisonOrgChg"), "y");
+  control_->Afficher_Donnees();
+  EXPECT_EQ(box("Txt_RaisonOrgChg").text(), "Domus Mutuelle");
+  control_->Vider_Donnees();
+  EXPECT_EQ(state(), kEmpty);
+  control_->Afficher_Ong1();
+  EXPECT_EQ(box("Txt_RaisonOrgChg").text(), "");
+}
+
+}  // namespace
+}  // namespace behaviour

@@ -1,0 +1,269 @@
+#include <algorithm>
+
+#include "store/Layouts.h"
+#include "tests/behaviour/ControlTest.h"
+
+namespace behaviour {
+namespace {
+
+class StartUp : public ControlTest {
+ protected:
+  StartUp() { fillThreeBodies(store_); }
+};
+
+TEST_F(StartUp, SettersOpenNothing) {
+  connect();
+  EXPECT_TRUE(store_.calls().empty());
+  EXPECT_EQ(level_->reads, 0);
+}
+
+TEST_F(StartUp, TheRightsSetterAsksForTheEntryAtOnce) {
+  auto rights = std::make_shared<TestRights>(level_, store_.sharedReleases());
+  control_->setDroitsUtilisateur(rights);
+  EXPECT_EQ(rights->asked, std::vector<std::string>{"CONSULTATIONORGCHARGE"});
+}
+
+TEST_F(StartUp, MakesItsStoreCallsInOrder) {
+  connect();
+  control_->Init();
+  const auto selection = [](const char* sentence, const char* file, const char* columns) {
+    store::DynamicArray request;
+    request.set(1, sentence);
+    request.set(2, file);
+    request.set(3, columns);
+    return "ExecuteSentence " + request.text();
+  };
+  EXPECT_EQ(
+      store_.told(),
+      (std::vector<std::string>{
+          "OpenFile ORGPRISECHARGE", "OpenFile PARAMBORDORGCHG", "OpenFile COMPTEUR",
+          "OpenFile TABLES", "OpenFile ACTIVITES", "OpenFile ASSOCIATION", "OpenFile PLANCOMPTABLE",
+          "OpenFile PERIODESPAIE", "OpenFile ACCORD", "ReadRecord TABLES PIECESRENOUV",
+          "ReadRecord TABLES STATORGCHG", "ReadRecord COMPTEUR 999",
+          selection("SSELECT NATUREVOIE PAR 1", "NATUREVOIE", "0 1"),
+          selection("SSELECT PARAMBORDORGCHG PAR 1", "PARAMBORDORGCHG", "0 1 2"),
+          selection("SSELECT ORGPRISECHARGE PAR 1", "ORGPRISECHARGE", "0 1")}));
+}
+
+TEST_F(StartUp, TheRightsAreAppliedBeforeAnyFileIsOpened) {
+  connect();
+  level_->fails = true;
+  EXPECT_THROW(control_->Init(), std::runtime_error);
+  EXPECT_TRUE(store_.calls().empty());
+}
+
+TEST_F(StartUp, FillsTheLists) {
+  start();
+  ASSERT_EQ(sigles().listCount(), 3);
+  EXPECT_EQ(sigles().list(0), "CAF");
+  EXPECT_EQ(sigles().list(1), "CRAM");
+  EXPECT_EQ(sigles().list(2), "DOMUS");
+  auto& pieces = child<ListBox>("Lst_PiecePossibleOrgChg");
+  ASSERT_EQ(pieces.listCount(), 2);
+  EXPECT_EQ(pieces.list(0), "Avis d'imposition");
+  EXPECT_EQ(pieces.list(1), "Relevé d'identité");
+  auto& stats = child<ComboBox>("Cbo_StatsOrgChg");
+  ASSERT_EQ(stats.listCount(), 2);
+  EXPECT_EQ(stats.list(0), "Conseil départemental");
+  EXPECT_EQ(stats.list(1), "Mutuelle");
+  auto& params = child<ListBox>("Lst_ParamPossOrgChg");
+  auto& widths = child<ListBox>("Lst_LongParam");
+  ASSERT_EQ(params.listCount(), 2);
+  EXPECT_EQ(params.list(0), "Heures");
+  EXPECT_EQ(params.itemData(0), 2);
+  EXPECT_EQ(widths.list(0), "8");
+  EXPECT_EQ(params.list(1), "Nom");
+  EXPECT_EQ(params.itemData(1), 1);
+  EXPECT_EQ(widths.list(1), "30");
+}
+
+TEST_F(StartUp, FillingTheListsAgainDoublesNothing) {
+  start();
+  control_->Remplir_PiecesPoss();
+  control_->Remplir_StatOrgChg();
+  control_->Remplir_ParamsPoss();
+  control_->Remplir_OrgPriseChg();
+  EXPECT_EQ(child<ListBox>("Lst_PiecePossibleOrgChg").listCount(), 2);
+  EXPECT_EQ(child<ComboBox>("Cbo_StatsOrgChg").listCount(), 2);
+  EXPECT_EQ(child<ListBox>("Lst_ParamPossOrgChg").listCount(), 2);
+  EXPECT_EQ(child<ListBox>("Lst_LongParam").listCount(), 2);
+  EXPECT_EQ(sigles().listCount(), 3);
+}
+
+TEST_F(StartUp, EndsEmptyWithTheFocusOnTheCode) {
+  start();
+  EXPECT_EQ(state(), kEmpty);
+  EXPECT_TRUE(code().hasFocus());
+  EXPECT_EQ(tabs().tab(), 0);
+  EXPECT_FALSE(control_->W_Sortir());
+}
+
+TEST_F(StartUp, ShowsTheHourglassAndLetsEventsRunOnceWithTheControlDisabled) {
+  connect();
+  bool disabled = false;
+  desktop_.onEvents = [&] {
+    disabled = !control_->surface().enabled() && desktop_.pointer() == toolkit::Pointer::Hourglass;
+  };
+  control_->Init();
+  EXPECT_TRUE(disabled);
+  EXPECT_TRUE(control_->surface().enabled());
+  EXPECT_EQ(desktop_.pointer(), toolkit::Pointer::Normal);
+}
+
+TEST_F(StartUp, AFailureAtAnyCallEndsInitWithItsError) {
+  connect();
+  control_->Init();
+  const int calls = static_cast<int>(store_.calls().size());
+  for (int n = 1; n <= calls; ++n) {
+    control::Ctr_OrgPriseCharge fresh(desktop_);
+    fresh.setTheDatabase(store_.connect());
+    fresh.setDroitsUtilisateur(std::make_shared<TestRights>(level_, store_.sharedReleases()));
+    store_.failAt(n, 0x80040099U);
+    try {
+      fresh.Init();
+      FAIL() << "call " << n;
+    } catch (const store::StoreError& error) {
+      EXPECT_EQ(error.code(), 0x80040099U) << n;
+    }
+    EXPECT_TRUE(fresh.surface().enabled()) << n;
+    EXPECT_EQ(desktop_.pointer(), toolkit::Pointer::Normal) << n;
+    store_.stopFailing();
+    fresh.Init();
+    EXPECT_EQ(dynamic_cast<ComboBox&>(*fresh.surface().find("Cbo_SigleOrgChg")).listCount(), 3);
+  }
+}
+
+TEST_F(StartUp, NeedsItsObjects) {
+  EXPECT_THROW(control_->Init(), control::NotReady);
+  control_->setTheDatabase(store_.connect());
+  EXPECT_THROW(control_->Init(), control::NotReady);
+  EXPECT_THROW(control_->Remplir_OrgPriseChg(), control::NotReady);
+  EXPECT_THROW(control_->Afficher_Donnees(), control::NotReady);
+  EXPECT_THROW(control_->Creer_Donnees(), control::NotReady);
+  EXPECT_THROW((void)control_->Verif_Ong1(), control::NotReady);
+}
+
+TEST_F(StartUp, BeforeInitTheUserCanOnlyLeave) {
+  connect();
+  EXPECT_TRUE(user_->fill(code(), "001"));
+  EXPECT_TRUE(press("Cmd_Ajouter"));
+  EXPECT_EQ(state(), kEmpty);
+  EXPECT_TRUE(store_.calls().empty());
+  EXPECT_TRUE(press("Cmd_Sortir"));
+  EXPECT_TRUE(control_->W_Sortir());
+}
+
+TEST_F(StartUp, AnEmptyAttribute15LeavesTheAccountsAsTheyAre) {
+  start();
+  child<TextBox>("Txt_DebitOrgChg").setEnabled(false);
+  lookUp("001");
+  EXPECT_FALSE(child<TextBox>("Txt_DebitOrgChg").enabled());
+}
+
+TEST_F(StartUp, ANonEmptyAttribute15EnablesTheAccountsOfABodyLookedUp) {
+  store_.set("COMPTEUR", "999", 15, "X");
+  start();
+  const std::vector<const char*> names = {
+      "Etq_DebitOrgChg",  "Txt_DebitOrgChg",  "Cbo_DebitOrgChg",  "Etq_CreditOrgChg",
+      "Txt_CreditOrgChg", "Cbo_CreditOrgChg", "Txt_CpteProdAide", "Cbo_CpteProdAide"};
+  for (const char* name : names) control_->surface().find(name)->setEnabled(false);
+  lookUp("001");
+  for (const char* name : names) EXPECT_TRUE(control_->surface().find(name)->enabled()) << name;
+}
+
+TEST_F(StartUp, ReleasesInItsOrder) {
+  start();
+  lookUp("001");
+  store_.releases().clear();
+  control_->UserControl_Terminate();
+  EXPECT_EQ(store_.releases(),
+            (std::vector<std::string>{
+                "File ACCORD", "Record TABLES PIECESRENOUV", "Record TABLES STATORGCHG",
+                "Record ORGPRISECHARGE 001", "Record COMPTEUR 999", "File COMPTEUR", "File TABLES",
+                "File PARAMBORDORGCHG", "File ORGPRISECHARGE", "File ASSOCIATION", "File ACTIVITES",
+                "File PLANCOMPTABLE", "File PERIODESPAIE", "Database", "RightsEntry", "Rights"}));
+  store_.releases().clear();
+  control_.reset();
+  EXPECT_TRUE(store_.releases().empty());
+}
+
+TEST_F(StartUp, TheDestructorReleasesToo) {
+  start();
+  store_.releases().clear();
+  control_.reset();
+  EXPECT_EQ(store_.releases().back(), "Rights");
+}
+
+TEST_F(StartUp, TheClientIsKeptUntilTheEnd) {
+  auto client = std::make_shared<int>(1);
+  const std::weak_ptr<int> watch = client;
+  control_->setTheClient(std::move(client));
+  EXPECT_FALSE(watch.expired());
+  control_->UserControl_Terminate();
+  EXPECT_TRUE(watch.expired());
+}
+
+TEST_F(StartUp, AnotherStoreReleasesWhatWasOpenedThroughTheFirst) {
+  start();
+  lookUp("001");
+  testing_support::MemoryStore other;
+  fillTables(other);
+  store_.releases().clear();
+  control_->setTheDatabase(other.connect());
+  EXPECT_EQ(store_.releases().size(), 14U);
+  EXPECT_EQ(store_.releases().back(), "Database");
+  EXPECT_EQ(state(), kEmpty);
+  control_->Init();
+  EXPECT_EQ(sigles().listCount(), 0);
+}
+
+TEST_F(StartUp, HostCallsAreRefusedWhileTheUserActs) {
+  start();
+  beginCreation();
+  int refused = 0;
+  desktop_.onBox = [&](const toolkit::headless::Entry&) {
+    const std::vector<std::function<void()>> calls = {
+        [&] { control_->Init(); },
+        [&] { control_->Afficher_Donnees(); },
+        [&] { control_->Afficher_Ong1(); },
+        [&] { control_->Remplir_OrgPriseChg(); },
+        [&] { control_->Remplir_ParamsPoss(); },
+        [&] { control_->Remplir_PiecesPoss(); },
+        [&] { control_->Remplir_StatOrgChg(); },
+        [&] { control_->Vider_Donnees(); },
+        [&] { control_->Creer_Donnees(); },
+        [&] { control_->Ecrire_Donnees(); },
+        [&] { control_->Ecrire_Ong1(); },
+        [&] { (void)control_->Verif_Ong1(); },
+        [&] { control_->setW_Sortir(true); },
+        [&] { control_->setTheClient(nullptr); },
+        [&] { control_->setTheDatabase(nullptr); },
+        [&] { control_->setDroitsUtilisateur(nullptr); }};
+    for (const auto& call : calls) {
+      try {
+        call();
+      } catch (const control::Busy&) {
+        ++refused;
+      }
+    }
+    EXPECT_FALSE(control_->W_Sortir());
+  };
+  desktop_.answer(Answer::No);
+  press("Cmd_Annuler");
+  EXPECT_EQ(refused, 16);
+  EXPECT_EQ(state(), kCreating);
+}
+
+TEST_F(StartUp, TheUserIsIgnoredWhileABoxIsOpen) {
+  start();
+  beginCreation();
+  bool taken = true;
+  desktop_.onBox = [&](const toolkit::headless::Entry&) { taken = press("Cmd_OK"); };
+  desktop_.answer(Answer::No);
+  press("Cmd_Annuler");
+  EXPECT_FALSE(taken);
+  expectNothingWritten();
+}
+
+}  // namespace
+}  // namespace behaviour
