@@ -220,7 +220,6 @@ void noteKey(RegistryRoot& root, const std::wstring& key, std::vector<std::wstri
 
 Before look(RegistryRoot& root, const RegistryTable& table) {
   Before before = readJournal(root, table.journal);
-  noteKey(root, table.journal, before.created);
   for (const RegistryEntry& entry : table.entries) {
     noteKey(root, entry.key, before.created);
     const std::pair place(entry.key, entry.name);
@@ -248,21 +247,14 @@ void putBack(RegistryRoot& root, const std::wstring& journal, const Before& befo
       root.erase(place.first, place.second);
     }
   }
-  std::vector<std::wstring> ofJournal;
   for (auto key = before.created.rbegin(); key != before.created.rend(); ++key) {
-    if (journal.starts_with(*key)) {
-      ofJournal.push_back(*key);
-    } else {
-      root.eraseIfEmpty(*key);
-    }
+    root.eraseIfEmpty(*key);
   }
   if (root.exists(journal)) {
     for (const std::wstring& name : root.names(journal)) {
       root.erase(journal, name);
     }
-  }
-  for (const std::wstring& key : ofJournal) {
-    root.eraseIfEmpty(key);
+    root.eraseIfEmpty(journal);
   }
 }
 
@@ -276,8 +268,9 @@ void takeBack(RegistryRoot& root, const std::wstring& journal, const Before& bef
 }
 
 void write(RegistryRoot& root, const RegistryTable& table, const Before& before) {
-  createMissing(root, before.created);
+  createMissing(root, {table.journal});
   writeJournal(root, table.journal, before);
+  createMissing(root, before.created);
   for (const RegistryEntry& entry : table.entries) {
     if (entry.value) {
       root.write(entry.key, entry.name, *entry.value);

@@ -27,7 +27,8 @@ struct RegistryEntry {
 };
 
 struct RegistryTable {
-  // A key of the library's own, below which is kept what must come back when the table is undone.
+  // A key of the library's own, directly below the root, that keeps what must come back when the
+  // table is undone.
   std::wstring journal;
   std::vector<RegistryEntry> entries;
 };

@@ -53,7 +53,7 @@ std::vector<com::RegistryEntry> progIdEntries(const std::wstring& clsid) {
 com::RegistryTable controlTable(const std::wstring& file) {
   const std::wstring clsid = com::guidText(__uuidof(Ctr_OrgPriseCharge));
   const std::wstring key = L"CLSID\\" + clsid;
-  com::RegistryTable table{key + L"\\Replaced", classEntries(key, file)};
+  com::RegistryTable table{L"Tessaline.Replaced", classEntries(key, file)};
   append(table.entries, progIdEntries(clsid));
   append(table.entries, com::typeLibraryEntries(libraryId(), kVersion, L"Tessaline 1.0", file));
   append(table.entries, com::interfaceEntries(__uuidof(_Ctr_OrgPriseCharge), L"_Ctr_OrgPriseCharge",

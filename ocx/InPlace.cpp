@@ -13,11 +13,15 @@ using Microsoft::WRL::ComPtr;
 
 namespace {
 
+// KEYMODIFIERS, which not every SDK declares.
+constexpr DWORD kShiftDown = 1;
+constexpr DWORD kControlDown = 2;
+constexpr DWORD kAltDown = 4;
+
 DWORD modifiersNow() {
   const auto down = [](int key) { return GetKeyState(key) < 0; };
-  return static_cast<DWORD>((down(VK_SHIFT) ? KEYMOD_SHIFT : 0) |
-                            (down(VK_CONTROL) ? KEYMOD_CONTROL : 0) |
-                            (down(VK_MENU) ? KEYMOD_ALT : 0));
+  return static_cast<DWORD>((down(VK_SHIFT) ? kShiftDown : 0) |
+                            (down(VK_CONTROL) ? kControlDown : 0) | (down(VK_MENU) ? kAltDown : 0));
 }
 
 // An error in a handler ends that handler alone: the key that led to it counts as used.

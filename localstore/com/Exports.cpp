@@ -63,7 +63,7 @@ void addClass(com::RegistryTable& table, const Class& type) {
 
 com::RegistryTable registration() {
   com::RegistryTable table;
-  table.journal = L"CLSID\\" + com::guidText(kClientClass) + L"\\Before";
+  table.journal = L"TessalineStore.Replaced";
   for (const Class& type : kClasses) {
     addClass(table, type);
   }
