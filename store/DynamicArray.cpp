@@ -127,9 +127,10 @@ void DynamicArray::set(int attribute, int value, std::string_view text) {
     return;
   }
   const std::size_t present = std::max<std::size_t>(valuesIn(target), 1);
-  std::string added(static_cast<std::size_t>(value) - present, kValueMark);
-  added += text;
-  splice(attribute, target.text.size(), 0, added);
+  const std::size_t end = target.text.size();
+  splice(attribute, end, 0, text);
+  attributes_[static_cast<std::size_t>(attribute) - 1].text.insert(
+      end, static_cast<std::size_t>(value) - present, kValueMark);
 }
 
 int DynamicArray::DCount() const {
