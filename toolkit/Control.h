@@ -176,6 +176,8 @@ class Control {
 class Container : public Control {
  public:
   using Control::Control;
+  Container(const Container&) = delete;
+  Container& operator=(const Container&) = delete;
   ~Container() override;
   const std::vector<Control*>& children() const { return children_; }
 

@@ -94,8 +94,6 @@ Control* firstThatTakesFocus(const Container& container) {
 
 Surface::Surface(std::string name) : Container(nullptr, Kind::Surface, std::move(name)) {}
 
-Surface::~Surface() = default;
-
 // Focus ------------------------------------------------------------------------------------------
 
 bool Surface::moveFocus(Control* target) {

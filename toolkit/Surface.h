@@ -39,7 +39,6 @@ struct KeyStroke {
 class Surface : public Container {
  public:
   explicit Surface(std::string name);
-  ~Surface() override;
 
   // The control that has the focus within this surface, kept while another window is active;
   // null before any had it.
