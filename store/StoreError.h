@@ -17,7 +17,8 @@ inline constexpr unsigned kFailed = 0x80004005U;  // anything else
 // A call on a store object has failed.
 class StoreError : public std::runtime_error {
  public:
-  StoreError(unsigned code, const std::string& message) : std::runtime_error(message), code_(code) {}
+  StoreError(unsigned code, const std::string& message)
+      : std::runtime_error(message), code_(code) {}
   unsigned code() const { return code_; }
 
  private:

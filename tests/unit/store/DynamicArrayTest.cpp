@@ -302,7 +302,7 @@ TEST(DynamicArray, AgreesWithAPlainModelOverManyRandomOperations) {
   const auto below = [&random](unsigned limit) { return random() % limit; };
   DynamicArray record;
   Rows model;
-  for (int step = 0; step < 20'000; ++step) {
+  for (int step = 0; step < 8'000; ++step) {
     if (step % 500 == 0) {
       record = DynamicArray();
       model.clear();
