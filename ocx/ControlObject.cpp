@@ -117,7 +117,7 @@ void* ControlObject::find(REFIID wanted) {
       {&__uuidof(IProvideClassInfo2), static_cast<IProvideClassInfo2*>(this)},
       {&__uuidof(IConnectionPointContainer), static_cast<IConnectionPointContainer*>(this)},
       {&__uuidof(ISupportErrorInfo), static_cast<ISupportErrorInfo*>(this)},
-      {&__uuidof(IObjectSafety), static_cast<IObjectSafety*>(this)},
+      {&IID_IObjectSafety, static_cast<IObjectSafety*>(this)},
   };
   for (const Face& face : interfaces) {
     if (*face.id == wanted) {
