@@ -1,0 +1,252 @@
+// The host's late-bound objects as store and rights.
+#include <gtest/gtest.h>
+
+#include "ocx/HostRights.h"
+#include "ocx/HostStore.h"
+#include "tests/windows/registration/FakeObject.h"
+
+namespace {
+
+using Microsoft::WRL::ComPtr;
+using Journal = std::vector<std::wstring>;
+
+unsigned codeOf(const std::function<void()>& call) {
+  try {
+    call();
+  } catch (const store::StoreError& failure) {
+    return failure.code();
+  }
+  return 0;
+}
+
+// Fails as an object does that raises an exception.
+FakeObject::Member raises(SCODE code, WORD smallCode = 0, const wchar_t* description = L"refused") {
+  return [=](const FakeCall& call) {
+    call.exception->scode = code;
+    call.exception->wCode = smallCode;
+    call.exception->bstrDescription = SysAllocString(description);
+    return DISP_E_EXCEPTION;
+  };
+}
+
+class HostStore : public testing::Test {
+ protected:
+  HostStore() {
+    record_->answers(L"", L"SIGLE\u00FERaison \u00E9t\u00E9\u00FDautre");
+    record_->on(L"DBWrite", [](const FakeCall&) { return S_OK; });
+    file_->gives(L"ReadRecord", record_);
+    database_->gives(L"OpenFile", file_);
+    store_ = ocx::databaseOf(database_.Get());
+  }
+
+  std::unique_ptr<store::File> file() { return store_->OpenFile("ORGPRISECHARGE"); }
+
+  ComPtr<FakeObject> record_ = FakeObject::make();
+  ComPtr<FakeObject> file_ = FakeObject::make();
+  ComPtr<FakeObject> database_ = FakeObject::make();
+  std::shared_ptr<store::Database> store_;
+};
+
+TEST_F(HostStore, ReadsARecordWithItsMarks) {
+  const auto file = this->file();
+  const auto record = file->ReadRecord("001");
+  EXPECT_TRUE(record->found());
+  EXPECT_EQ(record->fields().get(1), "SIGLE");
+  EXPECT_EQ(record->fields().get(2, 1), "Raison été");
+  EXPECT_EQ(record->fields().get(2, 2), "autre");
+  EXPECT_EQ(database_->journal, Journal{L"OpenFile(ORGPRISECHARGE)"});
+  EXPECT_EQ(file_->journal, Journal{L"ReadRecord(001)"});
+}
+
+TEST_F(HostStore, WritesTheTextOnlyWhenItHasChanged) {
+  const auto file = this->file();
+  const auto record = file->ReadRecord("001");
+  record_->journal.clear();
+  record->DBWrite();
+  EXPECT_EQ(record_->journal, Journal{L"DBWrite()"});
+  record->fields().set(1, "AUTRE");
+  record_->journal.clear();
+  record->DBWrite();
+  EXPECT_EQ(record_->journal,
+            (Journal{L"=AUTRE\u00FERaison \u00E9t\u00E9\u00FDautre", L"DBWrite()"}));
+  record_->journal.clear();
+  record->DBWrite();
+  EXPECT_EQ(record_->journal, Journal{L"DBWrite()"});
+}
+
+TEST_F(HostStore, RefusesAValueThatHoldsAMarkCharacter) {
+  const auto file = this->file();
+  const auto record = file->ReadRecord("001");
+  record_->journal.clear();
+  for (const char* mark : {"\xC3\xBE", "\xC3\xBD"}) {
+    record->fields().set(3, std::string("un") + mark + "deux");
+    EXPECT_EQ(codeOf([&] { record->DBWrite(); }), store::kBadValue);
+  }
+  EXPECT_TRUE(record_->journal.empty());
+  EXPECT_EQ(codeOf([&] { store_->ExecuteSentence("SSELECT A AVEC 1 = \"\xC3\xBE\""); }),
+            store::kBadValue);
+}
+
+TEST_F(HostStore, LooksEachNameUpOnce) {
+  const auto file = this->file();
+  const auto record = file->ReadRecord("001");
+  file->ReadRecord("002");
+  file->ReadRecord("003");
+  EXPECT_EQ(file_->lookUps(), 1);
+  const int before = record_->lookUps();
+  record->DBWrite();
+  record->DBWrite();
+  EXPECT_EQ(record_->lookUps(), before + 1);
+}
+
+TEST_F(HostStore, GivesAnEmptyRecordForOneThatDoesNotExist) {
+  file_->on(L"ReadRecord", raises(static_cast<SCODE>(store::kRecordNotFound)));
+  const auto file = this->file();
+  const auto record = file->ReadRecord("999");
+  EXPECT_FALSE(record->found());
+  EXPECT_TRUE(record->fields().empty());
+  file_->on(L"ReadRecord",
+            [](const FakeCall&) { return static_cast<HRESULT>(store::kRecordNotFound); });
+  EXPECT_FALSE(file->ReadRecord("999")->found());
+}
+
+TEST_F(HostStore, AsksTheRecordForItsStatus) {
+  record_->answers(L"", L"");
+  record_->on(L"Status", [](const FakeCall& call) {
+    *call.result = com::Variant::ofNumber(static_cast<long>(store::kRecordNotFound)).release();
+    return S_OK;
+  });
+  const auto file = this->file();
+  const auto record = file->ReadRecord("999");
+  EXPECT_FALSE(record->found());
+  record->fields().set(1, "NEUF");
+  record_->journal.clear();
+  record->DBWrite();
+  EXPECT_EQ(record_->journal, (Journal{L"=NEUF", L"DBWrite()"}));
+  record_->on(L"Status", [](const FakeCall& call) {
+    *call.result = com::Variant::ofNumber(0).release();
+    return S_OK;
+  });
+  EXPECT_TRUE(file->ReadRecord("001")->found());
+}
+
+TEST_F(HostStore, CarriesTheCodeOfAFailure) {
+  file_->on(L"ReadRecord", [](const FakeCall&) { return static_cast<HRESULT>(0x80040003U); });
+  const auto file = this->file();
+  EXPECT_EQ(codeOf([&] { file->ReadRecord("001"); }), 0x80040003U);
+  file_->on(L"ReadRecord", raises(static_cast<SCODE>(0x80040005U)));
+  EXPECT_EQ(codeOf([&] { file->ReadRecord("001"); }), 0x80040005U);
+  try {
+    file->ReadRecord("001");
+    FAIL() << "no failure";
+  } catch (const store::StoreError& failure) {
+    EXPECT_NE(std::string(failure.what()).find("refused"), std::string::npos);
+  }
+}
+
+TEST_F(HostStore, UnderstandsAFailureThatGivesASmallNumberOnly) {
+  file_->on(L"ReadRecord", raises(0, 1004));
+  const auto file = this->file();
+  EXPECT_EQ(codeOf([&] { file->ReadRecord("001"); }), 0x800A0000U | 1004U);
+  file_->on(L"ReadRecord", raises(0, 0));
+  EXPECT_EQ(codeOf([&] { file->ReadRecord("001"); }), static_cast<unsigned>(E_FAIL));
+}
+
+HRESULT STDMETHODCALLTYPE fillInLater(EXCEPINFO* exception) {
+  exception->scode = static_cast<SCODE>(0x80040002U);
+  exception->bstrDescription = SysAllocString(L"told later");
+  return S_OK;
+}
+
+TEST_F(HostStore, AsksForADeferredDescription) {
+  file_->on(L"ReadRecord", [](const FakeCall& call) {
+    call.exception->pfnDeferredFillIn = fillInLater;
+    return DISP_E_EXCEPTION;
+  });
+  const auto file = this->file();
+  EXPECT_EQ(codeOf([&] { file->ReadRecord("001"); }), 0x80040002U);
+}
+
+TEST_F(HostStore, TakesResultsByReferenceAndUnknownObjects) {
+  VARIANT inner;
+  VariantInit(&inner);
+  inner.vt = VT_DISPATCH;
+  inner.pdispVal = record_.Get();
+  file_->on(L"ReadRecord", [&inner](const FakeCall& call) {
+    call.result->vt = VT_BYREF | VT_VARIANT;
+    call.result->pvarVal = &inner;
+    return S_OK;
+  });
+  const auto file = this->file();
+  EXPECT_EQ(file->ReadRecord("001")->fields().get(1), "SIGLE");
+  file_->on(L"ReadRecord", [this](const FakeCall& call) {
+    call.result->vt = VT_UNKNOWN;
+    call.result->punkVal = record_.Get();
+    record_->AddRef();
+    return S_OK;
+  });
+  EXPECT_EQ(file->ReadRecord("001")->fields().get(1), "SIGLE");
+}
+
+TEST_F(HostStore, RefusesAnAnswerThatIsNoObject) {
+  file_->answers(L"ReadRecord", L"a text");
+  const auto file = this->file();
+  EXPECT_EQ(codeOf([&] { file->ReadRecord("001"); }), store::kFailed);
+  database_->on(L"OpenFile", [](const FakeCall&) { return S_OK; });
+  EXPECT_EQ(codeOf([&] { store_->OpenFile("TABLES"); }), store::kFailed);
+}
+
+TEST_F(HostStore, SendsARequestAndReadsItsAnswer) {
+  const ComPtr<FakeObject> answer = FakeObject::make();
+  answer->answers(L"", L"001\u00FDCD01\u00FE002\u00FDCD02");
+  database_->gives(L"ExecuteSentence", answer);
+  const store::DynamicArray rows = store_->ExecuteSentence(
+      "SSELECT A\xFE"
+      "A\xFE"
+      "0 1");
+  EXPECT_EQ(rows.DCount(), 2);
+  EXPECT_EQ(rows.get(2, 2), "CD02");
+  EXPECT_EQ(database_->journal, Journal{L"ExecuteSentence(SSELECT A\u00FEA\u00FE0 1)"});
+}
+
+TEST_F(HostStore, GivesTheStatusOfADeletion) {
+  file_->on(L"DeleteRecord", [](const FakeCall& call) {
+    *call.result = com::Variant::ofNumber(3).release();
+    return S_OK;
+  });
+  const auto file = this->file();
+  EXPECT_EQ(file->DeleteRecord("001"), 3);
+  file_->on(L"DeleteRecord", [](const FakeCall&) { return S_OK; });
+  EXPECT_EQ(file->DeleteRecord("001"), 0);
+  EXPECT_EQ(file_->journal, (Journal{L"DeleteRecord(001)", L"DeleteRecord(001)"}));
+}
+
+TEST(HostRights, ReadTheLevelEachTime) {
+  const ComPtr<FakeObject> entry = FakeObject::make();
+  long level = 1;
+  entry->on(L"Level", [&level](const FakeCall& call) {
+    *call.result = com::Variant::ofNumber(level).release();
+    return S_OK;
+  });
+  const ComPtr<FakeObject> rights = FakeObject::make();
+  rights->gives(L"", entry);
+  const auto right = ocx::rightsOf(rights.Get())->entry("CONSULTATIONORGCHARGE");
+  EXPECT_EQ(rights->journal, Journal{L"(CONSULTATIONORGCHARGE)"});
+  EXPECT_EQ(right->Level(), 1);
+  level = 2;
+  EXPECT_EQ(right->Level(), 2);
+  EXPECT_EQ(entry->lookUps(), 1);
+}
+
+TEST(HostRights, ThatGiveNoEntryAreAFailure) {
+  const ComPtr<FakeObject> rights = FakeObject::make();
+  rights->on(L"", [](const FakeCall&) { return S_OK; });
+  EXPECT_EQ(codeOf([&] { ocx::rightsOf(rights.Get())->entry("X"); }), store::kFailed);
+}
+
+TEST(HostObjects, NullIsNull) {
+  EXPECT_EQ(ocx::databaseOf(nullptr), nullptr);
+  EXPECT_EQ(ocx::rightsOf(nullptr), nullptr);
+}
+
+}  // namespace
