@@ -120,7 +120,7 @@ bool CommandBar::modifie() {
 
 void CommandBar::enregistrerEtSortir() {
   screen::EditSession& session = context_.session;
-  const screen::Raised checking(session.modeVerif);
+  const screen::Held checking(session.modeVerif, true);
   save_.Ecrire_Donnees();
   view_.effacerErreurs();
   if (!session.codeEnMain.empty()) return;

@@ -50,6 +50,8 @@ bool RecordView::pageRefusee() const {
 void RecordView::effacerErreurs() { context_.session.ErreurOng.fill(false); }
 
 std::string RecordView::texteEcrit() {
+  // A body can be loaded in the middle of a save, by the list that the save refills.
+  const screen::Held unchecked(context_.session.modeVerif, false);
   store::DynamicArray& fields = context_.session.RecOrgChg->fields();
   const store::DynamicArray before = fields;
   ecrirePages();

@@ -36,10 +36,10 @@ class RecordSwap {
 void Save::Cmd_OK_Click() {
   screen::EditSession& session = context_.session;
   if (session.enregistrementEnCours) return;
-  const screen::Raised inProgress(session.enregistrementEnCours);
+  const screen::Held inProgress(session.enregistrementEnCours, true);
   bool accepted = false;
   {
-    const screen::Raised checking(session.modeVerif);
+    const screen::Held checking(session.modeVerif, true);
     const BusyScreen busy(context_.desktop, context_.surface);
     accepted = enregistrer();
     if (accepted) {

@@ -78,16 +78,17 @@ class Quiet {
   EditSession& session_;
 };
 
-// A flag that is set while this lives.
-class Raised {
+// A flag that has another value while this lives.
+class Held {
  public:
-  explicit Raised(bool& flag) : flag_(flag) { flag_ = true; }
-  ~Raised() { flag_ = false; }
-  Raised(const Raised&) = delete;
-  Raised& operator=(const Raised&) = delete;
+  Held(bool& flag, bool value) : flag_(flag), before_(flag) { flag_ = value; }
+  ~Held() { flag_ = before_; }
+  Held(const Held&) = delete;
+  Held& operator=(const Held&) = delete;
 
  private:
   bool& flag_;
+  bool before_;
 };
 
 }  // namespace screen

@@ -40,6 +40,15 @@ TEST_F(OnlyBody, IsLoadedAgainAfterItsSave) {
   EXPECT_TRUE(code().hasFocus());
 }
 
+TEST_F(OnlyBody, IsLoadedBySomeOtherSaveWithoutBeingChecked) {
+  store_.put("ORGPRISECHARGE", "002", {"CRAM", ""});
+  store_.answer("SSELECT ORGPRISECHARGE PAR 1", {{"002", "CRAM"}});
+  press("Cmd_OK");
+  expectNoBox();
+  EXPECT_EQ(code().text(), "002");
+  EXPECT_EQ(state(), kExisting);
+}
+
 TEST_F(OnlyBody, LeavesTheScreenWhenItIsCancelled) {
   press("Cmd_Annuler");
   EXPECT_EQ(state(), kEmpty);

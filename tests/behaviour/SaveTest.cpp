@@ -83,6 +83,15 @@ TEST_F(Save, TheHourglassShowsAndTheControlIsDisabledMeanwhile) {
   EXPECT_EQ(desktop_.pointer(), toolkit::Pointer::Normal);
 }
 
+TEST_F(Save, CannotBeEnteredAgainWhileItRuns) {
+  change();
+  bool again = true;
+  desktop_.onEvents = [&] { again = press("Cmd_OK") || user_->alt('O'); };
+  press("Cmd_OK");
+  EXPECT_FALSE(again);
+  EXPECT_EQ(store_.calls(CallKind::DBWrite).size(), 1U);
+}
+
 TEST_F(Save, PendingEventsRunAfterARefusalToo) {
   press("Cmd_Ajouter");
   int events = 0;
