@@ -172,6 +172,8 @@ class MemoryRecord : public store::Record {
         state_(std::move(state)),
         file_(std::move(file)),
         id_(std::move(id)) {}
+  MemoryRecord(const MemoryRecord&) = delete;
+  MemoryRecord& operator=(const MemoryRecord&) = delete;
   ~MemoryRecord() override { state_->releases->push_back("Record " + file_ + " " + id_); }
 
   void DBWrite() override {
@@ -189,6 +191,8 @@ class MemoryFile : public store::File {
  public:
   MemoryFile(std::shared_ptr<State> state, std::string name)
       : state_(std::move(state)), name_(std::move(name)) {}
+  MemoryFile(const MemoryFile&) = delete;
+  MemoryFile& operator=(const MemoryFile&) = delete;
   ~MemoryFile() override { state_->releases->push_back("File " + name_); }
 
   std::unique_ptr<store::Record> ReadRecord(std::string_view id) override {
@@ -214,6 +218,8 @@ class MemoryFile : public store::File {
 class MemoryDatabase : public store::Database {
  public:
   explicit MemoryDatabase(std::shared_ptr<State> state) : state_(std::move(state)) {}
+  MemoryDatabase(const MemoryDatabase&) = delete;
+  MemoryDatabase& operator=(const MemoryDatabase&) = delete;
   ~MemoryDatabase() override { state_->releases->push_back("Database"); }
 
   std::unique_ptr<store::File> OpenFile(std::string_view name) override {
