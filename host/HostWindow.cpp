@@ -21,7 +21,6 @@ constexpr UINT kEnterByTab = WM_APP + 2;
 constexpr UINT_PTR kPoll = 1;
 constexpr UINT kPollMilliseconds = 500;
 constexpr int kHimetricToInch = 2540;
-constexpr int kIcon = 1;
 
 int pixels(LONG himetric, UINT dpi) {
   return MulDiv(himetric, static_cast<int>(dpi), kHimetricToInch);
@@ -50,7 +49,7 @@ void HostWindow::create() {
   type.cbSize = sizeof type;
   type.lpfnWndProc = windowProcedure;
   type.hInstance = GetModuleHandleW(nullptr);
-  type.hIcon = LoadIconW(type.hInstance, MAKEINTRESOURCEW(kIcon));
+  type.hIcon = LoadIconW(nullptr, IDI_APPLICATION);
   type.hCursor = LoadCursorW(nullptr, IDC_ARROW);
   type.hbrBackground = GetSysColorBrush(COLOR_BTNFACE);
   type.lpszClassName = kClassName;
