@@ -184,6 +184,9 @@ bool ComboPeer::ownsKey(WPARAM virtualKey) const {
   return (virtualKey == VK_RETURN || virtualKey == VK_ESCAPE) && dropped();
 }
 
+// What the arrows have chosen in the open list has been told already.
+void ComboPeer::ownedKey(WPARAM) { pass(CB_SHOWDROPDOWN, FALSE); }
+
 LRESULT ComboPeer::dialogCode() const { return DLGC_WANTCHARS | DLGC_WANTARROWS; }
 
 }  // namespace toolkit::win32

@@ -24,6 +24,7 @@ class ComboPeer final : public ControlPeer {
   LRESULT character(HWND window, WPARAM wParam, LPARAM lParam) override;
   LRESULT pressed(HWND window, UINT message, WPARAM wParam, LPARAM lParam) override;
   bool ownsKey(WPARAM virtualKey) const override;
+  void ownedKey(WPARAM virtualKey) override;
   LRESULT dialogCode() const override;
   void flush() override;
 

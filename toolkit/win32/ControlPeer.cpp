@@ -261,7 +261,10 @@ LRESULT ControlPeer::keyMessage(HWND window, UINT message, WPARAM wParam, LPARAM
     reportSilent();
     return attached() ? character(window, wParam, lParam) : 0;
   }
-  if (ownsKey(wParam)) return pass(window, message, wParam, lParam);
+  if (message == WM_KEYDOWN && ownsKey(wParam)) {
+    ownedKey(wParam);
+    return 0;
+  }
   reportSilent();
   if (!attached() || host_.key(message, wParam)) return 0;
   return attached() ? leftKey(window, message, wParam, lParam) : 0;

@@ -75,8 +75,9 @@ class ControlPeer : public Peer, public std::enable_shared_from_this<ControlPeer
   virtual LRESULT character(HWND window, WPARAM wParam, LPARAM lParam);
   // A mouse button pressed, the focus having arrived. By default the window gets it.
   virtual LRESULT pressed(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-  // True: the key belongs to the window alone now (an open list).
+  // True: the key pressed belongs to the window alone now (an open list).
   virtual bool ownsKey(WPARAM) const { return false; }
+  virtual void ownedKey(WPARAM) {}
   // What the window itself needs of a dialog's keys. Never that it is a button or a static: a
   // dialog would look for mnemonics among them past the surface.
   virtual LRESULT dialogCode() const { return 0; }

@@ -33,7 +33,7 @@ class TestHost {
   HWND handle() const { return window_; }
   // A control of the host's own, beside the surface.
   HWND field() const { return field_; }
-  win32::SurfaceWindow& surface() { return *surface_; }
+  win32::SurfaceWindow& surface() const { return *surface_; }
   bool hasSurface() const { return surface_ != nullptr; }
   void dropSurface() { surface_.reset(); }
   void destroyWindow() { DestroyWindow(window_); }
