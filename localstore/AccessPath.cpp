@@ -6,9 +6,6 @@ namespace localstore {
 
 namespace {
 
-constexpr std::int64_t kFirstProbe = 256;
-constexpr std::int64_t kProbeGrowth = 8;
-
 std::optional<AccessPath> pathOf(const FileDescription& file, const Test& test) {
   const Criterion& criterion = test.criterion;
   if (criterion.comparison() != Operator::Equal || criterion.text().empty()) return std::nullopt;
@@ -38,15 +35,17 @@ std::int64_t entries(Connection& connection, const FileDescription& file, const 
 
 }  // namespace
 
-std::string AccessPath::condition(std::string_view column) const {
+std::string AccessPath::condition(std::string_view column, int first) const {
   const std::string name(column);
-  if (exact) return name + " = ?1";
-  return high ? name + " >= ?1 AND " + name + " < ?2" : name + " >= ?1";
+  const std::string lowest = "?" + std::to_string(first);
+  if (exact) return name + " = " + lowest;
+  if (!high) return name + " >= " + lowest;
+  return name + " >= " + lowest + " AND " + name + " < ?" + std::to_string(first + 1);
 }
 
-void AccessPath::bind(Query& query) const {
-  query.bind(1, low);
-  if (!exact && high) query.bind(2, *high);
+void AccessPath::bind(Query& query, int first) const {
+  query.bind(first, low);
+  if (!exact && high) query.bind(first + 1, *high);
 }
 
 std::optional<std::string> endOfPrefix(std::string prefix) {
@@ -56,22 +55,31 @@ std::optional<std::string> endOfPrefix(std::string prefix) {
   return prefix;
 }
 
-std::optional<AccessPath> narrowestPath(Connection& connection, const FileDescription& file,
-                                        const std::vector<Test>& tests) {
+std::optional<AccessPath> keyPath(const FileDescription& file, const std::vector<Test>& tests) {
+  for (const Test& test : tests) {
+    if (test.attribute != 0) continue;
+    if (std::optional<AccessPath> path = pathOf(file, test)) return path;
+  }
+  return std::nullopt;
+}
+
+std::vector<AccessPath> accessPaths(const FileDescription& file, const std::vector<Test>& tests) {
   std::vector<AccessPath> paths;
   for (const Test& test : tests) {
     std::optional<AccessPath> path = pathOf(file, test);
     if (!path) continue;
-    if (path->attribute == 0 && path->exact) return path;
+    if (path->attribute == 0 && path->exact) return {*path};
     paths.push_back(std::move(*path));
   }
-  if (paths.empty()) return std::nullopt;
-  if (paths.size() == 1) return paths.front();
-  for (std::int64_t limit = kFirstProbe;; limit *= kProbeGrowth) {
-    for (AccessPath& path : paths) {
-      if (entries(connection, file, path, limit) < limit) return std::move(path);
-    }
+  return paths;
+}
+
+std::optional<AccessPath> pathBelow(Connection& connection, const FileDescription& file,
+                                    const std::vector<AccessPath>& paths, std::int64_t limit) {
+  for (const AccessPath& path : paths) {
+    if (entries(connection, file, path, limit) < limit) return path;
   }
+  return std::nullopt;
 }
 
 }  // namespace localstore

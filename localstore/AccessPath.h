@@ -25,18 +25,22 @@ struct AccessPath {
   std::optional<std::string> high;
   bool exact = false;
 
-  // The condition on a column, with parameters ?1 (low) and ?2 (high).
-  std::string condition(std::string_view column) const;
-  void bind(Query& query) const;
+  // The condition on a column, with two parameters: low, the one numbered `first`, and high.
+  std::string condition(std::string_view column, int first = 1) const;
+  void bind(Query& query, int first = 1) const;
 };
 
 // The first text, byte by byte, that does not begin with the prefix and comes after those that do.
 std::optional<std::string> endOfPrefix(std::string prefix);
 
-// The path into the fewest entries among those that the tests offer; none when they offer none.
-// Found by counting a bounded number of entries in each, so that asking costs no more than a
-// fraction of going through the narrowest.
-std::optional<AccessPath> narrowestPath(Connection& connection, const FileDescription& file,
-                                        const std::vector<Test>& tests);
+// A key or range of keys that one of the tests asks for; none when none does.
+std::optional<AccessPath> keyPath(const FileDescription& file, const std::vector<Test>& tests);
+
+// All that the tests offer; a single key alone when they ask for one.
+std::vector<AccessPath> accessPaths(const FileDescription& file, const std::vector<Test>& tests);
+
+// The first of the paths with fewer entries than the limit; none when all have as many.
+std::optional<AccessPath> pathBelow(Connection& connection, const FileDescription& file,
+                                    const std::vector<AccessPath>& paths, std::int64_t limit);
 
 }  // namespace localstore

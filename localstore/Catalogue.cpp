@@ -62,8 +62,18 @@ std::vector<std::string> Catalogue::names() {
   return found;
 }
 
-std::shared_ptr<const FileDescription> Catalogue::find(std::string_view name) {
-  refresh();
+std::shared_ptr<const FileDescription> Catalogue::forWriting(std::string_view name) {
+  {
+    Query query(connection_, "PRAGMA schema_version");
+    if (query.step() && query.number(0) != schemaVersion_) {
+      files_.clear();
+      schemaVersion_ = query.number(0);
+    }
+  }
+  return forReading(name);
+}
+
+std::shared_ptr<const FileDescription> Catalogue::forReading(std::string_view name) {
   const auto known = files_.find(name);
   if (known != files_.end()) return known->second;
   const std::shared_ptr<const FileDescription> loaded = load(std::string(name));
@@ -118,13 +128,6 @@ void Catalogue::createFile(std::string_view name) {
 
 void Catalogue::forget() {
   schemaVersion_ = -1;
-  files_.clear();
-}
-
-void Catalogue::refresh() {
-  Query query(connection_, "PRAGMA schema_version");
-  if (!query.step() || query.number(0) == schemaVersion_) return;
-  schemaVersion_ = query.number(0);
   files_.clear();
 }
 

@@ -35,9 +35,10 @@ class Catalogue {
   void checkFormat();
 
   std::vector<std::string> names();
-  // Throws StoreError (kUnknownFile). Sees at once a file or index that another process made,
-  // inside the transaction that is open, if one is.
-  std::shared_ptr<const FileDescription> find(std::string_view name);
+  // Throws StoreError (kUnknownFile). What is given for reading may lack an index that another
+  // process has just made; a writer, inside its transaction, must know them all.
+  std::shared_ptr<const FileDescription> forReading(std::string_view name);
+  std::shared_ptr<const FileDescription> forWriting(std::string_view name);
   // Nothing happens when the file exists. Names are letters, digits, "_", "-" and ".", and may not
   // differ by case alone: else StoreError (kBadValue).
   void createFile(std::string_view name);
@@ -45,7 +46,6 @@ class Catalogue {
   void forget();
 
  private:
-  void refresh();
   std::shared_ptr<const FileDescription> load(const std::string& name);
 
   Connection& connection_;

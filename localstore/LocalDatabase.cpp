@@ -28,13 +28,13 @@ struct Engine {
   // The file is looked up inside the transaction: another process may have given it an index.
   void write(std::string_view file, std::string_view id, std::string_view record) {
     WriteScope scope(connection);
-    RecordTable(connection, catalogue.find(file)).write(id, record);
+    RecordTable(connection, catalogue.forWriting(file)).write(id, record);
     scope.commit();
   }
 
   bool remove(std::string_view file, std::string_view id) {
     WriteScope scope(connection);
-    const bool removed = RecordTable(connection, catalogue.find(file)).remove(id);
+    const bool removed = RecordTable(connection, catalogue.forWriting(file)).remove(id);
     scope.commit();
     return removed;
   }
@@ -63,7 +63,7 @@ class LocalFile final : public store::File {
       : engine_(std::move(engine)), name_(name) {}
 
   std::unique_ptr<store::Record> ReadRecord(std::string_view id) override {
-    RecordTable table(engine_->connection, engine_->catalogue.find(name_));
+    RecordTable table(engine_->connection, engine_->catalogue.forReading(name_));
     const std::optional<std::string> text = table.read(id);
     return std::make_unique<LocalRecord>(engine_, name_, id, text.value_or(""), text.has_value());
   }
@@ -100,7 +100,7 @@ class SqliteDatabase final : public LocalDatabase {
   explicit SqliteDatabase(std::shared_ptr<Engine> engine) : engine_(std::move(engine)) {}
 
   std::unique_ptr<store::File> OpenFile(std::string_view name) override {
-    return std::make_unique<LocalFile>(engine_, engine_->catalogue.find(name)->name);
+    return std::make_unique<LocalFile>(engine_, engine_->catalogue.forReading(name)->name);
   }
 
   store::DynamicArray ExecuteSentence(std::string_view request) override {
@@ -119,7 +119,7 @@ class SqliteDatabase final : public LocalDatabase {
   void createFile(std::string_view name) override { engine_->catalogue.createFile(name); }
 
   std::string fieldName(std::string_view file, int attribute) override {
-    for (const auto& [name, number] : engine_->catalogue.find(file)->fields) {
+    for (const auto& [name, number] : engine_->catalogue.forReading(file)->fields) {
       if (number == attribute) return name;
     }
     return {};
@@ -134,14 +134,14 @@ class SqliteDatabase final : public LocalDatabase {
   }
 
   long long recordCount(std::string_view file) override {
-    const auto description = engine_->catalogue.find(file);
+    const auto description = engine_->catalogue.forReading(file);
     Query query(engine_->connection, "SELECT count(*) FROM " + description->recordTable());
     return query.step() ? query.number(0) : 0;
   }
 
   void forEachRecord(std::string_view file, const Visitor& visitor) override {
     const ReadScope scope(engine_->connection);
-    RecordTable(engine_->connection, engine_->catalogue.find(file)).forEach(visitor);
+    RecordTable(engine_->connection, engine_->catalogue.forReading(file)).forEach(visitor);
   }
 
  private:

@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <charconv>
 #include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -54,7 +57,7 @@ struct Plan {
 Plan planOf(Catalogue& catalogue, std::string_view text, const Sentence& sentence) {
   Plan plan;
   try {
-    plan.file = catalogue.find(sentence.file.text);
+    plan.file = catalogue.forReading(sentence.file.text);
   } catch (const store::StoreError& error) {
     if (error.code() != store::kUnknownFile) throw;
     const std::size_t place = text::length(text.substr(0, sentence.file.offset)) + 1;
@@ -120,6 +123,12 @@ class Rows {
     rows_.push_back(row);
   }
 
+  void clear() {
+    pool_.clear();
+    keys_.clear();
+    rows_.clear();
+  }
+
   store::DynamicArray answer() {
     const auto before = [this](const Row& a, const Row& b) { return comesBefore(a, b); };
     if (!std::is_sorted(rows_.begin(), rows_.end(), before)) {
@@ -128,13 +137,10 @@ class Rows {
     // A record that was met under several of its values has stood beside itself since the sort.
     const auto same = [this](const Row& a, const Row& b) { return view(a.id) == view(b.id); };
     rows_.erase(std::unique(rows_.begin(), rows_.end(), same), rows_.end());
-    std::string text;
-    text.reserve(pool_.size());
-    for (const Row& row : rows_) {
-      if (!text.empty() || &row != rows_.data()) text += store::kAttributeMark;
-      text += view(row.answer);
-    }
-    return store::DynamicArray(text);
+    store::DynamicArray answer;
+    int number = 0;
+    for (const Row& row : rows_) answer.set(++number, view(row.answer));
+    return answer;
   }
 
  private:
@@ -172,26 +178,56 @@ class Rows {
   std::vector<Row> rows_;
 };
 
+// One statement reads all that counts, so that it sees one state of the store.
 class Selector {
  public:
   Selector(Connection& connection, const Plan& plan)
       : connection_(connection), plan_(plan), rows_(plan) {}
 
   store::DynamicArray run() {
-    const std::optional<AccessPath> path = narrowestPath(connection_, *plan_.file, plan_.tests);
-    if (!path) {
+    const std::vector<AccessPath> paths = accessPaths(*plan_.file, plan_.tests);
+    if (paths.empty()) {
       throughRecords(nullptr);
-    } else if (path->attribute == 0) {
-      throughRecords(&*path);
-    } else if (plan_.coveredBy(*path)) {
-      throughIndexAlone(*path);
+    } else if (paths.size() == 1) {
+      through(paths.front());
     } else {
-      throughIndex(*path);
+      throughNarrowest(paths);
     }
     return rows_.answer();
   }
 
  private:
+  // Which range is the narrowest is found by counting a bounded number of entries in each. An index
+  // that answers alone is gone through about as fast as it is counted, so that is tried first.
+  void throughNarrowest(const std::vector<AccessPath>& paths) {
+    constexpr std::int64_t kFew = 64;
+    constexpr std::int64_t kTrial = 1024;
+    constexpr std::int64_t kGrowth = 16;
+    std::optional<AccessPath> path = pathBelow(connection_, *plan_.file, paths, kFew);
+    if (!path) {
+      for (const AccessPath& offered : paths) {
+        if (offered.attribute == 0 || !plan_.coveredBy(offered)) continue;
+        if (throughIndexAlone(offered, kTrial)) return;
+        rows_.clear();
+        break;
+      }
+    }
+    for (std::int64_t limit = kTrial; !path; limit *= kGrowth) {
+      path = pathBelow(connection_, *plan_.file, paths, limit);
+    }
+    through(*path);
+  }
+
+  void through(const AccessPath& path) {
+    if (path.attribute == 0) {
+      throughRecords(&path);
+    } else if (plan_.coveredBy(path)) {
+      throughIndexAlone(path, std::numeric_limits<std::int64_t>::max());
+    } else {
+      throughIndex(path);
+    }
+  }
+
   // All records, or those of a range of keys.
   void throughRecords(const AccessPath* path) {
     const bool keyOnly = plan_.coveredBy(AccessPath{});
@@ -212,14 +248,22 @@ class Selector {
     while (query.step()) addRecord(query.text(0), query.text(1));
   }
 
-  // The index answers by itself, but for a record whose first value is another one.
-  void throughIndexAlone(const AccessPath& path) {
+  // The index answers by itself, but for a record whose first value is another one. False when it
+  // was left after `limit` entries.
+  bool throughIndexAlone(const AccessPath& path, std::int64_t limit) {
+    // A range of keys narrows the entries where they are read, unless each is to be counted; it is
+    // tested again with the rest.
+    const bool counted = limit < std::numeric_limits<std::int64_t>::max();
+    const auto keys = counted ? std::nullopt : keyPath(*plan_.file, plan_.tests);
     Query query(connection_, "SELECT id, value, first FROM " +
                                  plan_.file->indexTable(path.attribute) + " WHERE " +
-                                 path.condition("value"));
+                                 path.condition("value") +
+                                 (keys ? " AND " + keys->condition("id", 3) : ""));
     path.bind(query);
+    if (keys) keys->bind(query, 3);
     RecordTable table(connection_, plan_.file);
     while (query.step()) {
+      if (limit-- == 0) return false;
       const std::string_view id = query.text(0);
       const std::string_view value = query.text(1);
       if (query.number(2) == 0) {
@@ -232,6 +276,7 @@ class Selector {
       if (!std::all_of(plan_.tests.begin(), plan_.tests.end(), holds)) continue;
       rows_.add([&](int attribute) { return attribute == 0 ? id : value; });
     }
+    return true;
   }
 
   void addRecord(std::string_view id, std::string_view record) {
@@ -263,7 +308,6 @@ store::DynamicArray runSelection(Connection& connection, Catalogue& catalogue,
                    "the sentence selects from " + parsed.file.text + ", the request from " +
                        std::string(file));
   }
-  const ReadScope scope(connection);
   Plan plan = planOf(catalogue, sentence, parsed);
   plan.columns = columnsOf(*plan.file, columns);
   return Selector(connection, plan).run();

@@ -49,13 +49,20 @@ const char* explanation(int result) {
 
 }  // namespace
 
-Query::Query(Connection& connection, std::string_view sql)
-    : connection_(connection), sql_(sql), statement_(connection.take(sql_)) {}
+Query::Query(Connection& connection, const std::string& sql)
+    : connection_(connection), rest_(connection.statements_[sql]) {
+  if (rest_.empty()) {
+    statement_ = connection.prepare(sql);
+  } else {
+    statement_ = std::move(rest_.back());
+    rest_.pop_back();
+  }
+}
 
 Query::~Query() {
   sqlite3_reset(statement_.get());
   sqlite3_clear_bindings(statement_.get());
-  connection_.giveBack(sql_, std::move(statement_));
+  rest_.push_back(std::move(statement_));
 }
 
 void Query::check(int result) const {
@@ -136,22 +143,12 @@ void Connection::fail(int result) const {
   throw store::StoreError(codeOf(result), message);
 }
 
-StatementHandle Connection::take(const std::string& sql) {
-  const auto found = statements_.find(sql);
-  if (found != statements_.end() && !found->second.empty()) {
-    StatementHandle statement = std::move(found->second.back());
-    found->second.pop_back();
-    return statement;
-  }
+StatementHandle Connection::prepare(std::string_view sql) {
   sqlite3_stmt* prepared = nullptr;
   const int result = sqlite3_prepare_v3(database_.get(), sql.data(), static_cast<int>(sql.size()),
                                         SQLITE_PREPARE_PERSISTENT, &prepared, nullptr);
   if (result != SQLITE_OK) fail(result);
   return StatementHandle(prepared);
-}
-
-void Connection::giveBack(const std::string& sql, StatementHandle statement) {
-  statements_[sql].push_back(std::move(statement));
 }
 
 WriteScope::WriteScope(Connection& connection)

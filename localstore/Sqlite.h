@@ -24,7 +24,7 @@ class Connection;
 // that no read transaction stays open behind it. The connection must outlive it.
 class Query {
  public:
-  Query(Connection& connection, std::string_view sql);
+  Query(Connection& connection, const std::string& sql);
   Query(const Query&) = delete;
   Query& operator=(const Query&) = delete;
   ~Query();
@@ -47,7 +47,8 @@ class Query {
   void check(int result) const;
 
   Connection& connection_;
-  std::string sql_;
+  // Where the connection keeps the statements of this text while they are at rest.
+  std::vector<StatementHandle>& rest_;
   StatementHandle statement_;
 };
 
@@ -77,8 +78,7 @@ class Connection {
     void operator()(sqlite3* database) const { sqlite3_close_v2(database); }
   };
 
-  StatementHandle take(const std::string& sql);
-  void giveBack(const std::string& sql, StatementHandle statement);
+  StatementHandle prepare(std::string_view sql);
 
   std::string path_;
   std::unique_ptr<sqlite3, Closer> database_;
