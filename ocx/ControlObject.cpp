@@ -3,6 +3,7 @@
 #include <array>
 #include <string>
 #include <system_error>
+#include <utility>
 #include <vector>
 
 #include "com/Variant.h"
@@ -201,6 +202,7 @@ HRESULT ControlObject::verify(VARIANT_BOOL* accepted, bool (Control::*check)()) 
 // IOleObject -------------------------------------------------------------------------------------
 
 HRESULT ControlObject::setClientSite(IOleClientSite* site) {
+  sortirPending_ = sortirPending_ && site != nullptr;
   place_.setSite(site);
   viewChanged();
   return S_OK;
@@ -211,15 +213,17 @@ HRESULT ControlObject::close(DWORD save) {
   if (save != OLECLOSE_NOSAVE && dirty_ && site != nullptr) {
     site->SaveObject();
   }
+  sortirPending_ = false;  // a host that closes the control needs no word of its leaving
   place_.takeDown();
   const ComPtr<IOleAdviseHolder> holder = adviseHolder_;
-  if (holder != nullptr) {
+  if (holder != nullptr && !std::exchange(closeTold_, true)) {
     holder->SendOnClose();
   }
   return S_OK;
 }
 
 HRESULT ControlObject::doVerb(LONG verb, const MSG* message) {
+  closeTold_ = false;
   switch (verb) {
     case OLEIVERB_PRIMARY:
     case OLEIVERB_UIACTIVATE:

@@ -584,6 +584,7 @@ class ControlObject final : public _Ctr_OrgPriseCharge,
   Saved saved_;
   bool dirty_ = false;
   bool infoChanged_ = false;
+  bool closeTold_ = false;  // since the last verb
   bool sortirPending_ = false;
   bool frozen_ = false;
   struct DestroyTable {

@@ -4,6 +4,7 @@
 
 #include "com/ComBorder.h"
 #include "com/Module.h"
+#include "com/Owned.h"
 #include "com/Registration.h"
 #include "ocx/ClassFactory.h"
 #include "ocx/ControlRegistration.h"
@@ -26,8 +27,7 @@ HRESULT classObject(REFCLSID type, REFIID wanted, void** object) {
     return CLASS_E_CLASSNOTAVAILABLE;
   }
   com::pinModule();
-  Microsoft::WRL::ComPtr<IClassFactory> factory;
-  factory.Attach(ocx::ClassFactory::make());
+  const auto factory = com::owned(ocx::ClassFactory::make());
   return factory->QueryInterface(wanted, object);
 }
 

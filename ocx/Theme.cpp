@@ -31,7 +31,7 @@ HANDLE contextOfModule() {
 
 }  // namespace
 
-Theme::Theme() noexcept {
+Theme::Theme() {
   static const HANDLE context = contextOfModule();
   active_ = context != INVALID_HANDLE_VALUE && ActivateActCtx(context, &cookie_) != 0;
 }

@@ -9,7 +9,7 @@ namespace ocx {
 // when the host has them too, else whatever the host has.
 class Theme {
  public:
-  Theme() noexcept;
+  Theme();
   Theme(const Theme&) = delete;
   Theme& operator=(const Theme&) = delete;
   ~Theme();

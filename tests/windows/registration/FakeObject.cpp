@@ -2,12 +2,12 @@
 
 #include <algorithm>
 
+#include "com/Owned.h"
+
 using Microsoft::WRL::ComPtr;
 
 ComPtr<FakeObject> FakeObject::make() {
-  ComPtr<FakeObject> object;
-  object.Attach(new FakeObject);
-  return object;
+  return com::owned(new FakeObject);
 }
 
 void FakeObject::answers(const std::wstring& name, const std::wstring& text) {
