@@ -1,0 +1,116 @@
+#!/usr/bin/env bash
+# Prints through the toolkit's GDI printer and reads the PDF back.  print-check.sh PROBE.EXE
+# Runs a print server of its own, on a socket of its own; ends with "N passed, N failed".
+set -uo pipefail
+probe=$1
+work=$(mktemp -d)
+passed=0
+failed=0
+server=
+
+finish() {
+  [ -z "$server" ] || { kill "$server" 2>/dev/null; wait "$server" 2>/dev/null; }
+  rm -rf "$work"
+}
+trap finish EXIT
+
+check() {
+  local what=$1
+  shift
+  if "$@" >/dev/null 2>&1; then passed=$((passed + 1)); else
+    echo "FAILED: $what"
+    failed=$((failed + 1))
+  fi
+}
+
+start_server() {
+  mkdir -p "$work"/{root/ppd,spool/tmp,cache,state,log}
+  cat >"$work/root/cups-files.conf" <<CONF
+SystemGroup root lpadmin
+ServerRoot $work/root
+RequestRoot $work/spool
+TempDir $work/spool/tmp
+CacheDir $work/cache
+StateDir $work/state
+ErrorLog $work/log/error
+AccessLog $work/log/access
+PageLog $work/log/page
+CONF
+  cat >"$work/root/cupsd.conf" <<CONF
+LogLevel warn
+Listen $work/socket
+Browsing Off
+DefaultAuthType None
+<Location />
+  Order allow,deny
+  Allow all
+</Location>
+<Location /admin>
+  Order allow,deny
+  Allow all
+</Location>
+<Policy default>
+  <Limit All>
+    Order allow,deny
+    Allow all
+  </Limit>
+</Policy>
+CONF
+  chmod 755 "$work"
+  /usr/sbin/cupsd -f -c "$work/root/cupsd.conf" -s "$work/root/cups-files.conf" \
+    >"$work/log/out" 2>&1 &
+  server=$!
+  export CUPS_SERVER=$work/socket
+  local tries
+  for tries in $(seq 50); do [ -S "$work/socket" ] && break; sleep 0.1; done
+  local printer
+  for printer in PDF_A4 MATRICIELLE; do
+    lpadmin -p "$printer" -E -v cups-pdf:/ -P /usr/share/ppd/cups-pdf/CUPS-PDF_noopt.ppd 2>/dev/null
+  done
+  lpadmin -d PDF_A4 2>/dev/null
+}
+
+# The newest PDF that came since the mark, once it is complete.
+find_pdf() {
+  local tries
+  for tries in $(seq 100); do
+    pdf=$(find "$HOME/PDF" /var/spool/cups-pdf -name '*.pdf' -newer "$work/mark" 2>/dev/null | head -1)
+    [ -n "$pdf" ] && pdftotext -layout "$pdf" "$work/text" 2>/dev/null && return 0
+    sleep 0.2
+  done
+  return 1
+}
+
+# The point at which a word starts on the page, in points.
+word_at() {
+  pdftotext -bbox "$pdf" - 2>/dev/null |
+    sed -nE "s/.*xMin=\"([0-9.]+)\" yMin=\"([0-9.]+)\".*>$1<.*/\1 \2/p" | head -1
+}
+near() { awk -v a="$1" -v b="$2" 'BEGIN { d = a - b; exit !(d < 4 && d > -4) }'; }
+
+start_server
+touch "$work/mark"
+sleep 1
+timeout 120 wine "$probe" print PDF_A4 2>/dev/null | tr -d '\r' >"$work/said"
+check "both printers are listed" grep -q '^printer MATRICIELLE on ' "$work/said"
+check "the default printer is the current one" grep -qE '^current [0-9]+$' "$work/said"
+check "the job is taken" grep -q '^printed$' "$work/said"
+# Ten characters of 12 points, 0.6 of the size each: 1440 twips.
+width=$(sed -nE 's/^width of ten characters ([0-9]+),.*/\1/p' "$work/said")
+check "text is measured in twips (${width:-none})" test "${width:-0}" -gt 1380 -a "${width:-0}" -lt 1500
+if find_pdf; then
+  check "two pages" grep -q '^Pages: *2$' <(pdfinfo "$pdf")
+  check "the first page's text" grep -q 'Première page' "$work/text"
+  check "bold and underlined on one line" grep -qE 'gras +souligné' "$work/text"
+  check "the second page's text" grep -q 'Deuxième page' "$work/text"
+  read -r x y < <(word_at Première)
+  # 2880 and 1440 twips are 144 and 72 points from the corner of what can be printed.
+  echo "the first word stands at ${x:-?} ${y:-?} points"
+  check "it stands where it was put, across" near "${x:-0}" 144
+  check "it stands where it was put, down" near "${y:-0}" 72
+  rm -f "$pdf"
+else
+  check "a PDF comes out" false
+  tail -20 "$work/log/error"
+fi
+echo "$passed passed, $failed failed"
