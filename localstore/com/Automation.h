@@ -5,6 +5,7 @@
 #include <wrl/client.h>
 
 #include "com/Module.h"
+#include "com/Owned.h"
 #include "com/Variant.h"
 #include "localstore/com/Arguments.h"
 
@@ -53,9 +54,7 @@ class Automation : public IDispatch, public ISupportErrorInfo {
 // A new object, and the one reference to it.
 template <class Object, class... Values>
 Microsoft::WRL::ComPtr<Object> make(Values&&... values) {
-  Microsoft::WRL::ComPtr<Object> object;
-  object.Attach(new Object(std::forward<Values>(values)...));
-  return object;
+  return com::owned(new Object(std::forward<Values>(values)...));
 }
 
 }  // namespace localstore::face

@@ -3,6 +3,7 @@
 
 #include "com/ComBorder.h"
 #include "com/Module.h"
+#include "com/Owned.h"
 #include "com/Registration.h"
 #include "localstore/com/ClassFactory.h"
 #include "localstore/com/Classes.h"
@@ -21,9 +22,7 @@ using Microsoft::WRL::ComPtr;
 
 template <class Object>
 ComPtr<IUnknown> makeAsUnknown() {
-  ComPtr<IUnknown> object;
-  object.Attach(static_cast<IDispatch*>(new Object));
-  return object;
+  return com::owned<IUnknown>(static_cast<IDispatch*>(new Object));
 }
 
 struct Class {
