@@ -103,7 +103,7 @@ class Object : public IDispatch {
   virtual HRESULT call(DISPID id, bool put, const std::vector<std::wstring>& args,
                        VARIANT* result) = 0;
 
-  FakeStoreState& state() { return *state_; }
+  FakeStoreState& state() const { return *state_; }
   const State& shared() const { return state_; }
 
   // Notes the call; a fault becomes what the style says.
@@ -184,7 +184,10 @@ class Array final : public Object {
         found_(found) {}
 
  protected:
-  std::vector<const wchar_t*> members() const override { return {L"DBWrite", L"Status"}; }
+  std::vector<const wchar_t*> members() const override {
+    if (!state().offersStatus) return {L"DBWrite"};
+    return {L"DBWrite", L"Status"};
+  }
   HRESULT call(DISPID id, bool put, const std::vector<std::wstring>& args,
                VARIANT* result) override {
     if (id == DISPID_VALUE && put && args.size() == 1) {
