@@ -175,7 +175,10 @@ void TestHost::key(WORD virtualKey, bool shift, bool control, bool alt) {
   inputs.push_back(keyInput(virtualKey, false));
   inputs.push_back(keyInput(virtualKey, true));
   for (const WORD each : held) inputs.push_back(keyInput(each, true));
-  send(inputs);
+  // All at once: what the display tells of its own keyboard in between would release those held.
+  requireForeground();
+  SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
+  pump();
 }
 
 void TestHost::type(std::wstring_view text) {
