@@ -265,15 +265,15 @@ class Selector {
     while (query.step()) {
       if (limit-- == 0) return false;
       const std::string_view id = query.text(0);
-      const std::string_view value = query.text(1);
-      if (query.number(2) == 0) {
-        addRecord(id, table.read(id).value_or(""));
-        continue;
-      }
       const auto holds = [&](const Test& test) {
         return test.attribute != 0 || test.criterion.holdsForValue(id);
       };
       if (!std::all_of(plan_.tests.begin(), plan_.tests.end(), holds)) continue;
+      if (query.number(2) == 0) {
+        addRecord(id, table.read(id).value_or(""));
+        continue;
+      }
+      const std::string_view value = query.text(1);
       rows_.add([&](int attribute) { return attribute == 0 ? id : value; });
     }
     return true;
