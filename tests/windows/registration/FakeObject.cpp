@@ -6,9 +6,7 @@
 
 using Microsoft::WRL::ComPtr;
 
-ComPtr<FakeObject> FakeObject::make() {
-  return com::owned(new FakeObject);
-}
+ComPtr<FakeObject> FakeObject::make() { return com::owned(new FakeObject); }
 
 void FakeObject::answers(const std::wstring& name, const std::wstring& text) {
   on(name, [text](const FakeCall& call) {
