@@ -37,13 +37,18 @@ std::optional<GUID> classNamed(ITypeInfo& info, const std::wstring& name) {
 
 Library::Library(const std::wstring& fileName) : path_(besideProgram(fileName)) {
   const HMODULE library = LoadLibraryExW(path_.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
-  const FARPROC entry = library == nullptr ? nullptr : GetProcAddress(library, "DllGetClassObject");
-  if (entry == nullptr) {
+  const auto entry = [library](const char* name) {
+    return library == nullptr ? nullptr : GetProcAddress(library, name);
+  };
+  getClassObject_ = std::bit_cast<GetClassObject>(entry("DllGetClassObject"));
+  canUnloadNow_ = std::bit_cast<CanUnloadNow>(entry("DllCanUnloadNow"));
+  if (getClassObject_ == nullptr || canUnloadNow_ == nullptr) {
     throw com::Error(HRESULT_FROM_WIN32(GetLastError()),
                      com::utf8(fileName) + " : bibliothèque absente ou illisible");
   }
-  getClassObject_ = std::bit_cast<GetClassObject>(entry);
 }
+
+bool Library::unused() const { return canUnloadNow_() == S_OK; }
 
 CLSID Library::classOf(const std::wstring& className) const {
   ComPtr<ITypeLib> types;

@@ -17,13 +17,18 @@ class Library {
 
   // An object of the class that the library's own type library gives this name.
   Microsoft::WRL::ComPtr<IUnknown> create(const std::wstring& className) const;
+  // None of its objects lives any more.
+  bool unused() const;
 
  private:
+  using GetClassObject = HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**);
+  using CanUnloadNow = HRESULT(STDAPICALLTYPE*)();
+
   CLSID classOf(const std::wstring& className) const;
 
   std::wstring path_;
-  using GetClassObject = HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**);
   GetClassObject getClassObject_ = nullptr;
+  CanUnloadNow canUnloadNow_ = nullptr;
 };
 
 }  // namespace host

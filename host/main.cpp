@@ -80,20 +80,24 @@ ComPtr<IDispatch> rightsOfLevel(const Library& library, long level) {
   return rights;
 }
 
-void start(const Arguments& arguments, HostWindow& window, Journal& journal) {
-  const Library stores(L"TessalineStore.dll");
-  const Library controls(L"Tessaline.ocx");
-  const ComPtr<IDispatch> client = automationOf(stores.create(L"Client"));
+struct Libraries {
+  Library stores{L"TessalineStore.dll"};
+  Library controls{L"Tessaline.ocx"};
+};
+
+void start(const Arguments& arguments, const Libraries& libraries, HostWindow& window,
+           Journal& journal) {
+  const ComPtr<IDispatch> client = automationOf(libraries.stores.create(L"Client"));
   const ComPtr<IDispatch> database = com::LateBound(client).callForObject(
       L"OpenDatabase", words(com::Variant::ofText(com::wide(arguments.store))));
   journal.write("opened " + arguments.store);
 
-  const ComPtr<IUnknown> created = controls.create(L"Ctr_OrgPriseCharge");
+  const ComPtr<IUnknown> created = libraries.controls.create(L"Ctr_OrgPriseCharge");
   window.hold(created);
   com::LateBound control(automationOf(created));
   control.put(L"TheClient", object(client));
   control.put(L"TheDatabase", object(database));
-  control.put(L"DroitsUtilisateur", object(rightsOfLevel(stores, arguments.rights)));
+  control.put(L"DroitsUtilisateur", object(rightsOfLevel(libraries.stores, arguments.rights)));
   control.call(L"Init");
   window.enterControl();
   journal.write("ready");
@@ -103,9 +107,14 @@ int runHost() {
   try {
     const Arguments arguments = parseArguments(commandLine());
     Journal journal(arguments.record);
-    HostWindow window(journal);
-    start(arguments, window, journal);
-    window.run();
+    const Libraries libraries;
+    {
+      HostWindow window(journal);
+      start(arguments, libraries, window, journal);
+      window.run();
+    }
+    journal.write(libraries.controls.unused() ? "control released" : "control kept");
+    journal.write(libraries.stores.unused() ? "store released" : "store kept");
     return 0;
   } catch (const NoStart& reason) {
     tell(reason.what(), reason.exitCode() == 0 ? MB_ICONINFORMATION : MB_ICONERROR);

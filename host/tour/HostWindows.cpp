@@ -133,6 +133,9 @@ Box HostWindows::box() const {
 }
 
 HWND HostWindows::button(const Box& box, const std::wstring& caption) const {
+  if (box.window == nullptr) {
+    return nullptr;
+  }
   return firstOf(box.window, [&caption](HWND window) {
     return classOf(window) == L"Button" && withoutMnemonic(textOf(window)) == caption;
   });

@@ -85,18 +85,6 @@ void typeCharacter(wchar_t code) {
   press(static_cast<WORD>(found & 0xFF), held);
 }
 
-INPUT mouse(DWORD flags, LONG x, LONG y) {
-  INPUT input{};
-  input.type = INPUT_MOUSE;
-  input.mi.dwFlags = flags | MOUSEEVENTF_ABSOLUTE;
-  input.mi.dx = x;
-  input.mi.dy = y;
-  return input;
-}
-
-// In the units of SendInput: 65536 to the width of the screen, the pixel's middle.
-LONG inScreen(LONG pixel, int extent) { return (pixel * 65536 + 32768) / extent; }
-
 }  // namespace
 
 void typeText(std::wstring_view text) {
@@ -114,15 +102,6 @@ void pressKey(std::wstring_view name) {
     }
   }
   press(codeOf(name), held);
-}
-
-void click(HWND window) {
-  RECT place{};
-  GetWindowRect(window, &place);
-  const LONG x = inScreen((place.left + place.right) / 2, GetSystemMetrics(SM_CXSCREEN));
-  const LONG y = inScreen((place.top + place.bottom) / 2, GetSystemMetrics(SM_CYSCREEN));
-  send({mouse(MOUSEEVENTF_MOVE, x, y), mouse(MOUSEEVENTF_LEFTDOWN, x, y),
-        mouse(MOUSEEVENTF_LEFTUP, x, y)});
 }
 
 }  // namespace tour

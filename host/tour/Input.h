@@ -1,4 +1,4 @@
-// Keyboard and mouse, as if from the user: what is sent goes to whatever window is in front.
+// The keyboard, as if from the user: what is sent goes to whatever window is in front.
 #pragma once
 
 #include <windows.h>
@@ -12,7 +12,5 @@ void typeText(std::wstring_view text);
 // "Tab", "Enter", "Escape", "Down", "Up", "Home", "End", "Delete", "Backspace", "Space", a letter;
 // preceded by "Alt+", "Ctrl+" or "Shift+". std::invalid_argument for any other.
 void pressKey(std::wstring_view key);
-// A click of the left button in the middle of the window.
-void click(HWND window);
 
 }  // namespace tour

@@ -4,7 +4,7 @@
 //
 //   wait NAME          until the control NAME is visible and enabled ("host": the host's window)
 //   gone               until the host's window is closed
-//   click NAME         a click on a control
+//   at NAME            where the middle of a control is that can be used: "X Y" in pixels
 //   type TEXT          the text, key by key
 //   key KEY            one key: Tab, Enter, Escape, Alt+A ...
 //   read NAME          what a control shows
@@ -12,8 +12,10 @@
 //   await NAME TEXT    until the control shows the text
 //   state NAME         "shown" or "hidden", then "enabled" or "disabled"
 //   box                waits for a message box: its title, text and buttons, separated by "|"
-//   answer CAPTION     clicks a button of the box and waits until it is closed
+//   button CAPTION     where the middle of a button of the box is
+//   closed             until that box is closed; another may have followed
 //   quiet              that there is no box
+//   end                ends the host, whatever it is doing
 //
 // Line breaks in texts are answered as " / ".
 #include <windows.h>
@@ -91,12 +93,16 @@ std::wstring gone(const std::wstring&) {
   return {};
 }
 
-std::wstring clickControl(const std::wstring& name) {
+std::wstring middleOf(HWND window) {
+  RECT place{};
+  GetWindowRect(window, &place);
+  return std::to_wstring((place.left + place.right) / 2) + L" " +
+         std::to_wstring((place.top + place.bottom) / 2);
+}
+
+std::wstring at(const std::wstring& name) {
   wait(name);
-  const HWND window = controlNamed(name);
-  click(window);
-  settle(window);
-  return {};
+  return middleOf(controlNamed(name));
 }
 
 // Key by key, each taken in before the next is sent: what a key does may change what has the focus.
@@ -150,13 +156,18 @@ std::wstring box(const std::wstring&) {
   return told;
 }
 
-std::wstring answer(const std::wstring& caption) {
-  const Box found = windows.box();
-  require(found.window != nullptr, L"no message box");
-  const HWND button = windows.button(found, caption);
-  require(button != nullptr, L"the box has no button " + caption);
-  click(button);
-  require(until([&] { return IsWindow(found.window) == FALSE; }), L"the box stays");
+HWND askedBox = nullptr;  // the box that `button` was last asked of
+
+std::wstring boxButton(const std::wstring& caption) {
+  const Box box = windows.box();
+  const HWND button = windows.button(box, caption);
+  askedBox = box.window;
+  require(button != nullptr, L"no box with a button " + caption);
+  return middleOf(button);
+}
+
+std::wstring closed(const std::wstring&) {
+  require(until([] { return IsWindow(askedBox) == FALSE; }), L"the box stays");
   return {};
 }
 
@@ -167,12 +178,22 @@ std::wstring quiet(const std::wstring&) {
   return {};
 }
 
+std::wstring end(const std::wstring&) {
+  DWORD process = 0;
+  GetWindowThreadProcessId(windows.frame(), &process);
+  const HANDLE handle = OpenProcess(PROCESS_TERMINATE, FALSE, process);
+  require(handle != nullptr, L"no host");
+  TerminateProcess(handle, 1);
+  CloseHandle(handle);
+  return {};
+}
+
 using Command = std::wstring (*)(const std::wstring& argument);
 
 const std::map<std::string, Command> kCommands = {
-    {"wait", wait},   {"gone", gone}, {"click", clickControl}, {"type", type},
-    {"key", key},     {"read", read}, {"lines", lines},        {"await", await},
-    {"state", state}, {"box", box},   {"answer", answer},      {"quiet", quiet},
+    {"wait", wait},        {"gone", gone},     {"at", at},       {"type", type},   {"key", key},
+    {"read", read},        {"lines", lines},   {"await", await}, {"state", state}, {"box", box},
+    {"button", boxButton}, {"closed", closed}, {"quiet", quiet}, {"end", end},
 };
 
 std::string onOneLine(std::string text) {
