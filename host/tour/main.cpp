@@ -15,6 +15,7 @@
 //   button CAPTION     where the middle of a button of the box is
 //   closed             until that box is closed; another may have followed
 //   quiet              that there is no box
+//   close              asks the host's window to close, as the task bar does, whatever is open
 //   end                ends the host, whatever it is doing
 //
 // Line breaks in texts are answered as " / ".
@@ -178,6 +179,11 @@ std::wstring quiet(const std::wstring&) {
   return {};
 }
 
+std::wstring close(const std::wstring&) {
+  require(PostMessageW(windows.frame(), WM_CLOSE, 0, 0) != FALSE, L"no host");
+  return {};
+}
+
 std::wstring end(const std::wstring&) {
   DWORD process = 0;
   GetWindowThreadProcessId(windows.frame(), &process);
@@ -193,7 +199,7 @@ using Command = std::wstring (*)(const std::wstring& argument);
 const std::map<std::string, Command> kCommands = {
     {"wait", wait},        {"gone", gone},     {"at", at},       {"type", type},   {"key", key},
     {"read", read},        {"lines", lines},   {"await", await}, {"state", state}, {"box", box},
-    {"button", boxButton}, {"closed", closed}, {"quiet", quiet}, {"end", end},
+    {"button", boxButton}, {"closed", closed}, {"quiet", quiet}, {"close", close}, {"end", end},
 };
 
 std::string onOneLine(std::string text) {
