@@ -11,18 +11,32 @@ namespace pages {
 
 namespace adresse = store::adresse;
 
+namespace {
+
+// Columns "0 1" of NATUREVOIE. A store need not have that file: there are then no kinds.
+store::DynamicArray naturesDuMagasin(store::Database& database) {
+  try {
+    return store::select(database, "SSELECT NATUREVOIE PAR 1", store::naturevoie::kFile, "0 1");
+  } catch (const store::StoreError& error) {
+    if (error.code() != store::kUnknownFile) throw;
+    return store::NewDynamicArray();
+  }
+}
+
+}  // namespace
+
 AddressPanel::AddressPanel(screen::Adresse& fields, screen::EditSession& session)
     : fields_(fields),
       session_(session),
-      boxes_{{{&fields.Txt_Complement, adresse::Complement},
-              {&fields.Txt_NumVoie, adresse::Numero},
-              {&fields.Txt_NomVoie, adresse::Voie},
-              {&fields.Txt_Localite, adresse::Localite},
-              {&fields.Txt_CodePostal, adresse::CodePostal},
-              {&fields.Txt_Ville, adresse::Ville},
-              {&fields.Txt_Telephone, adresse::Telephone},
-              {&fields.Txt_Fax, adresse::Fax},
-              {&fields.Txt_Email, adresse::Mail}}} {
+      boxes_{{{&fields.Txt_Complement, adresse::Complement, {}},
+              {&fields.Txt_NumVoie, adresse::Numero, {}},
+              {&fields.Txt_NomVoie, adresse::Voie, {}},
+              {&fields.Txt_Localite, adresse::Localite, {}},
+              {&fields.Txt_CodePostal, adresse::CodePostal, {}},
+              {&fields.Txt_Ville, adresse::Ville, {}},
+              {&fields.Txt_Telephone, adresse::Telephone, {}},
+              {&fields.Txt_Fax, adresse::Fax, {}},
+              {&fields.Txt_Email, adresse::Mail, {}}}} {
   const auto filter = [this](char32_t& key) { capitale(key); };
   for (const Field& field : boxes_) {
     if (field.step != adresse::Mail) field.box->onKeyPress = filter;
@@ -40,10 +54,7 @@ void AddressPanel::setReglage(int number, bool value) {
 
 void AddressPanel::initialiser() {
   natures_ = store::NewDynamicArray();
-  if (settings_[0] && database_) {
-    natures_ =
-        store::select(*database_, "SSELECT NATUREVOIE PAR 1", store::naturevoie::kFile, "0 1");
-  }
+  if (settings_[0] && database_) natures_ = naturesDuMagasin(*database_);
   std::vector<toolkit::ListItem> lines;
   if (store::anySelected(natures_)) {
     for (int i = 1; i <= natures_.DCount(); ++i) {
@@ -57,21 +68,28 @@ void AddressPanel::initialiser() {
 
 void AddressPanel::afficher(store::DynamicArray& record, int firstAttribute) {
   const screen::Quiet quiet(session_);
-  for (const Field& field : boxes_) field.box->setText(record.get(firstAttribute + field.step));
-  natureMontree_ = record.get(firstAttribute + adresse::NatureVoie);
-  fields_.Cbo_NatureVoie.setText(libelleNature(natureMontree_));
+  for (Field& field : boxes_) {
+    const std::string_view attribute = record.get(firstAttribute + field.step);
+    field.box->setText(attribute);
+    field.shown.keep(attribute, field.box->text());
+  }
+  const std::string_view nature = record.get(firstAttribute + adresse::NatureVoie);
+  fields_.Cbo_NatureVoie.setText(libelleNature(nature));
+  nature_.keep(nature, fields_.Cbo_NatureVoie.text());
 }
 
 void AddressPanel::ecrire(store::DynamicArray& record, int firstAttribute) {
-  for (const Field& field : boxes_) record.set(firstAttribute + field.step, field.box->text());
-  record.set(firstAttribute + adresse::NatureVoie, cleNature(fields_.Cbo_NatureVoie.text()));
+  for (const Field& field : boxes_) {
+    record.set(firstAttribute + field.step, field.shown.written(field.box->text()));
+  }
+  const std::string& nature = fields_.Cbo_NatureVoie.text();
+  record.set(firstAttribute + adresse::NatureVoie,
+             nature_.stands(nature) ? nature_.attribute() : cleNature(nature));
 }
 
 void AddressPanel::vider() {
-  const screen::Quiet quiet(session_);
-  for (const Field& field : boxes_) field.box->setText("");
-  natureMontree_.clear();
-  fields_.Cbo_NatureVoie.setText("");
+  store::DynamicArray nothing;
+  afficher(nothing, adresse::Premier);
 }
 
 void AddressPanel::capitale(char32_t& key) const {
@@ -86,7 +104,6 @@ std::string AddressPanel::libelleNature(std::string_view key) const {
 }
 
 std::string AddressPanel::cleNature(const std::string& label) const {
-  if (label == libelleNature(natureMontree_)) return natureMontree_;
   for (int i = 1; i <= natures_.DCount(); ++i) {
     if (natures_.get(i, 2) == label) return std::string(natures_.get(i, 1));
   }

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "pages/AddressPort.h"
+#include "pages/ShownAttribute.h"
 #include "screen/EditSession.h"
 #include "screen/Screen.h"
 
@@ -13,7 +14,8 @@ namespace pages {
 // telephone, fax and e-mail address, in the attributes that store/Layouts.h numbers.
 //
 // The kind of street is chosen by its label, from the records of NATUREVOIE, and written as its
-// key. A kind that is in no record is shown and written as it stands.
+// key. A kind that is in no record is shown and written as it stands, as are all kinds in a store
+// that does not know that file.
 //
 // Settings:
 //   1  the kinds of street are offered for choice; without it the field takes free text alone
@@ -34,6 +36,7 @@ class AddressPanel : public AddressPort {
   struct Field {
     toolkit::TextBox* box;
     int step;  // from the address's first attribute
+    ShownAttribute shown;
   };
 
   void capitale(char32_t& key) const;
@@ -46,7 +49,7 @@ class AddressPanel : public AddressPort {
   std::shared_ptr<store::Database> database_;
   std::array<bool, 3> settings_{};
   store::DynamicArray natures_;  // columns "0 1" of NATUREVOIE
-  std::string natureMontree_;    // key of the kind last shown; several may bear one label
+  ShownAttribute nature_;        // a key; several may bear one label
 };
 
 }  // namespace pages

@@ -8,30 +8,33 @@ namespace pages {
 
 namespace attribut = store::orgprisecharge;
 
-Ong1::Ong1(PageContext context, AddressPort& adresse) : context_(context), adresse_(adresse) {}
+Ong1::Ong1(PageContext context, AddressPort& adresse)
+    : context_(context),
+      adresse_(adresse),
+      fields_{
+          {{&context.screen.bar.Txt_SigleOrgChg, attribut::SigleOrgChg, {}},
+           {&context.screen.coordonnees.Txt_RaisonOrgChg, attribut::RaisonOrgChg, {}},
+           {&context.screen.coordonnees.Txt_InterlocDossOrgChg, attribut::InterlocDossOrgChg, {}},
+           {&context.screen.coordonnees.Txt_InterlocFactOrgChg,
+            attribut::InterlocFactOrgChg,
+            {}}}} {}
 
 void Ong1::Afficher_Ong1() {
   const screen::Quiet quiet(context_.session);
   vider();
   store::DynamicArray& record = context_.session.RecOrgChg->fields();
-  screen::Coordonnees& page = context_.screen.coordonnees;
-  context_.screen.bar.Txt_SigleOrgChg.setText(record.get(attribut::SigleOrgChg));
-  page.Txt_RaisonOrgChg.setText(record.get(attribut::RaisonOrgChg));
+  for (Field& field : fields_) montrer(field, record.get(field.attribute));
   adresse_.afficher(record, store::adresse::Premier);
-  page.Txt_InterlocDossOrgChg.setText(record.get(attribut::InterlocDossOrgChg));
-  page.Txt_InterlocFactOrgChg.setText(record.get(attribut::InterlocFactOrgChg));
 }
 
 void Ong1::Ecrire_Ong1() {
   context_.session.ErreurOng[screen::kCoordonnees] = false;
   if (context_.session.modeVerif && !Verif_Ong1()) return;
   store::DynamicArray& record = context_.session.RecOrgChg->fields();
-  const screen::Coordonnees& page = context_.screen.coordonnees;
-  record.set(attribut::SigleOrgChg, context_.screen.bar.Txt_SigleOrgChg.text());
-  record.set(attribut::RaisonOrgChg, page.Txt_RaisonOrgChg.text());
+  for (const Field& field : fields_) {
+    record.set(field.attribute, field.shown.written(field.box->text()));
+  }
   adresse_.ecrire(record, store::adresse::Premier);
-  record.set(attribut::InterlocDossOrgChg, page.Txt_InterlocDossOrgChg.text());
-  record.set(attribut::InterlocFactOrgChg, page.Txt_InterlocFactOrgChg.text());
 }
 
 bool Ong1::Verif_Ong1() {
@@ -40,7 +43,7 @@ bool Ong1::Verif_Ong1() {
   if (bar.Txt_SigleOrgChg.text().empty()) {
     refuser("Le sigle de l'organisme de prise en charge est obligatoire.");
     // Of an existing body the acronym is unseen until it has to be entered.
-    montrerSaisieSigle(bar);
+    if (context_.session.RecOrgChg) montrerSaisieSigle(bar);
     bar.Txt_SigleOrgChg.setFocus();
     return false;
   }
@@ -54,12 +57,13 @@ bool Ong1::Verif_Ong1() {
 
 void Ong1::vider() {
   const screen::Quiet quiet(context_.session);
-  screen::Coordonnees& page = context_.screen.coordonnees;
-  context_.screen.bar.Txt_SigleOrgChg.setText("");
-  page.Txt_RaisonOrgChg.setText("");
+  for (Field& field : fields_) montrer(field, "");
   adresse_.vider();
-  page.Txt_InterlocDossOrgChg.setText("");
-  page.Txt_InterlocFactOrgChg.setText("");
+}
+
+void Ong1::montrer(Field& field, std::string_view attribute) {
+  field.box->setText(attribute);
+  field.shown.keep(attribute, field.box->text());
 }
 
 void Ong1::refuser(std::string_view message) {

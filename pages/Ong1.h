@@ -1,8 +1,11 @@
 // The contact details page: acronym, company name, address, contacts.
 #pragma once
 
+#include <array>
+
 #include "pages/AddressPort.h"
 #include "pages/Page.h"
+#include "pages/ShownAttribute.h"
 
 namespace pages {
 
@@ -20,10 +23,18 @@ class Ong1 : public Page {
   void vider() override;
 
  private:
+  struct Field {
+    toolkit::TextBox* box;
+    int attribute;
+    ShownAttribute shown;
+  };
+
+  void montrer(Field& field, std::string_view attribute);
   void refuser(std::string_view message);
 
   PageContext context_;
   AddressPort& adresse_;
+  std::array<Field, 4> fields_;
 };
 
 }  // namespace pages

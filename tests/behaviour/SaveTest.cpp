@@ -38,11 +38,12 @@ TEST_F(Save, EndsEmptyWithTheListRefilledAndTheFocusOnTheCode) {
 
 TEST_F(Save, ClearsTheScreenBeforeTheListIsReadAgain) {
   change();
-  std::string raison = "unset";
-  store_.answer("SSELECT ORGPRISECHARGE PAR 1", {});
-  desktop_.onEvents = [&] { raison = box("Txt_RaisonOrgChg").text(); };
+  // An only body is loaded when nothing is in hand, and would not survive being cleared.
+  store_.answer("SSELECT ORGPRISECHARGE PAR 1", {{"002", "CRAM"}});
   press("Cmd_OK");
-  EXPECT_EQ(raison, "");
+  EXPECT_EQ(state(), kExisting);
+  EXPECT_EQ(code().text(), "002");
+  EXPECT_EQ(box("Txt_RaisonOrgChg").text(), "Caisse régionale");
 }
 
 TEST_F(Save, OtherPagesAttributesSurviveUntouched) {
@@ -312,6 +313,125 @@ TEST_F(ContactPage, TwoKindsOfStreetUnderOneLabelAreNotMixedUp) {
   lookUp("001");
   press("Cmd_OK");
   EXPECT_EQ(attribute("001", 5), "RU");
+}
+
+TEST_F(ContactPage, AStoreWithoutKindsOfStreetTakesThemAsText) {
+  store_.fail(CallKind::ExecuteSentence, "NATUREVOIE", store::kUnknownFile);
+  EXPECT_NO_THROW(control_->Init());
+  EXPECT_EQ(child<ComboBox>("Cbo_NatureVoie").listCount(), 0);
+  EXPECT_EQ(sigles().listCount(), 3);
+  lookUp("001");
+  EXPECT_EQ(child<ComboBox>("Cbo_NatureVoie").text(), "R");
+  press("Cmd_OK");
+  EXPECT_EQ(attribute("001", 5), "R");
+  lookUp("001");
+  user_->fill(child<ComboBox>("Cbo_NatureVoie"), "Sente");
+  press("Cmd_OK");
+  EXPECT_EQ(attribute("001", 5), "Sente");
+}
+
+TEST_F(ContactPage, AnyOtherFailureOfTheKindsOfStreetEndsInit) {
+  for (const unsigned code : {store::kFailed, store::kBusy, store::kBadSentence}) {
+    store_.fail(CallKind::ExecuteSentence, "NATUREVOIE", code);
+    try {
+      control_->Init();
+      FAIL() << code;
+    } catch (const store::StoreError& error) {
+      EXPECT_EQ(error.code(), code);
+    }
+    store_.stopFailing();
+  }
+}
+
+class MultivaluedContacts : public ContactPage {
+ protected:
+  MultivaluedContacts() {
+    record_ = store_.record("ORGPRISECHARGE", "001");
+    for (const int i : {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 15, 16}) {
+      record_.set(i, 1, "R");
+      record_.set(i, 2, "deux" + std::to_string(i));
+    }
+    store_.put("ORGPRISECHARGE", "001", record_);
+    lookUp("001");
+  }
+  void expectStored() { EXPECT_EQ(store_.record("ORGPRISECHARGE", "001").text(), record_.text()); }
+
+  store::DynamicArray record_;
+};
+
+TEST_F(MultivaluedContacts, SurviveASave) {
+  press("Cmd_OK");
+  EXPECT_EQ(store_.calls(CallKind::DBWrite).size(), 1U);
+  expectStored();
+}
+
+TEST_F(MultivaluedContacts, AreNoChangeOnLeaving) {
+  press("Cmd_Sortir");
+  expectNoBox();
+  EXPECT_TRUE(control_->W_Sortir());
+}
+
+TEST_F(MultivaluedContacts, ChangeOnlyWhereTheUserChangesThem) {
+  user_->fill(box("Txt_Complement"), "Bât. B");
+  user_->fill(box("Txt_InterlocDossOrgChg"), "Mme Dossier");
+  press("Cmd_OK");
+  record_.set(3, "Bât. B");
+  record_.set(15, "Mme Dossier");
+  expectStored();
+}
+
+TEST_F(MultivaluedContacts, SurviveATextThatIsTakenBack) {
+  const std::string shown = box("Txt_Complement").text();
+  user_->fill(box("Txt_Complement"), "Bât. B");
+  user_->fill(box("Txt_Complement"), shown);
+  press("Cmd_OK");
+  expectStored();
+}
+
+TEST_F(MultivaluedContacts, AreNotWrittenIntoAnotherBody) {
+  const std::string shown = box("Txt_Complement").text();
+  lookUp("002");
+  user_->fill(box("Txt_Complement"), shown);
+  press("Cmd_OK");
+  EXPECT_EQ(attribute("002", 3), shown);
+  press("Cmd_Ajouter");
+  user_->type("NEUF");
+  user_->fill(box("Txt_RaisonOrgChg"), "Organisme neuf");
+  user_->fill(box("Txt_Complement"), shown);
+  press("Cmd_OK");
+  EXPECT_EQ(attribute("004", 3), shown);
+  expectStored();
+}
+
+TEST_F(ContactPage, ARefusalByTheHostsCheckDoesNotKeepTheHostFromWriting) {
+  lookUp("001");
+  user_->fill(box("Txt_RaisonOrgChg"), "");
+  EXPECT_FALSE(control_->Verif_Ong1());
+  control_->Ecrire_Ong1();
+  control_->Afficher_Ong1();
+  EXPECT_EQ(box("Txt_RaisonOrgChg").text(), "");
+}
+
+TEST_F(ContactPage, ARefusalByTheHostsCheckDoesNotKeepTheUserFromSaving) {
+  lookUp("001");
+  user_->fill(box("Txt_RaisonOrgChg"), "");
+  EXPECT_FALSE(control_->Verif_Ong1());
+  user_->type("Domus");
+  press("Cmd_OK");
+  EXPECT_EQ(attribute("001", 2), "Domus");
+  EXPECT_EQ(state(), kEmpty);
+}
+
+TEST_F(ContactPage, ARefusalByTheHostsCheckDoesNotKeepTheUserFromLeaving) {
+  lookUp("001");
+  user_->fill(box("Txt_RaisonOrgChg"), "");
+  EXPECT_FALSE(control_->Verif_Ong1());
+  desktop_.takeBoxes();
+  desktop_.answer(Answer::No);
+  press("Cmd_Sortir");
+  expectBox("Voulez-vous enregistrer les modifications apportées à cet article ?", Icon::Question,
+            toolkit::Buttons::YesNoCancel);
+  EXPECT_TRUE(control_->W_Sortir());
 }
 
 TEST_F(ContactPage, AMissingRecordReadsAsEmptyEverywhere) {

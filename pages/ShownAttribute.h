@@ -1,0 +1,30 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace pages {
+
+// An attribute as it stands on screen. A field may show less than its attribute holds (value marks
+// cannot stand in a field, and a code is shown by its label), so the attribute itself is written
+// back while the field still shows what it was shown from.
+class ShownAttribute {
+ public:
+  // The attribute has just been shown, and the field now holds `text`.
+  void keep(std::string_view attribute, std::string_view text) {
+    attribute_ = attribute;
+    text_ = text;
+  }
+  bool stands(std::string_view text) const { return text == text_; }
+  const std::string& attribute() const { return attribute_; }
+  // What to write for a field that holds `text` now.
+  const std::string& written(const std::string& text) const {
+    return stands(text) ? attribute_ : text;
+  }
+
+ private:
+  std::string attribute_;
+  std::string text_;
+};
+
+}  // namespace pages
