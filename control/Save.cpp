@@ -31,6 +31,25 @@ class RecordSwap {
   bool kept_ = false;
 };
 
+// Unless keep() is called, the record in hand is in the end as it was at first: what was not
+// written to the store must not be in it when it is written next.
+class FieldsKept {
+ public:
+  explicit FieldsKept(screen::EditSession& session)
+      : session_(session), before_(session.RecOrgChg->fields()) {}
+  ~FieldsKept() {
+    if (!kept_) session_.RecOrgChg->fields() = std::move(before_);
+  }
+  FieldsKept(const FieldsKept&) = delete;
+  FieldsKept& operator=(const FieldsKept&) = delete;
+  void keep() { kept_ = true; }
+
+ private:
+  screen::EditSession& session_;
+  store::DynamicArray before_;
+  bool kept_ = false;
+};
+
 }  // namespace
 
 void Save::Cmd_OK_Click() {
@@ -76,14 +95,16 @@ void Save::Creer_Donnees() {
 }
 
 void Save::creer() {
-  if (!view_.ecrirePages()) return;
   screen::EditSession& session = context_.session;
+  FieldsKept fields(session);
+  if (!view_.ecrirePages()) return;
   std::string code;
   RecordSwap swap(session, ficheDuNouveauCode(code));
   if (!view_.ecrirePages()) return;
   session.RecOrgChg->DBWrite();
   // From here on the body exists: should anything fail, saving again must not create it twice.
   swap.keep();
+  fields.keep();
   session.EnCreation = false;
   session.codeEnMain = code;
   {
@@ -105,8 +126,9 @@ std::unique_ptr<store::Record> Save::ficheDuNouveauCode(std::string& code) {
 }
 
 void Save::Ecrire_Donnees() {
-  if (!view_.ecrirePages()) return;
   screen::EditSession& session = context_.session;
+  FieldsKept fields(session);
+  if (!view_.ecrirePages()) return;
   store::DynamicArray& record = session.RecOrgChg->fields();
   const bool withoutAccounts =
       session.OptionCompteur && context_.screen.regles.Cac_IncidCompta.value();
@@ -115,6 +137,7 @@ void Save::Ecrire_Donnees() {
     record.set(attribut::CreditOrgChg, "");
   }
   session.RecOrgChg->DBWrite();
+  fields.keep();
   view_.Vider_Donnees();
 }
 

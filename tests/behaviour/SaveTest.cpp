@@ -46,6 +46,15 @@ TEST_F(Save, ClearsTheScreenBeforeTheListIsReadAgain) {
   EXPECT_EQ(box("Txt_RaisonOrgChg").text(), "Caisse régionale");
 }
 
+TEST_F(Save, AFailedOneLeavesTheRecordInHandAsItWas) {
+  change();
+  store_.fail(CallKind::DBWrite);
+  press("Cmd_OK");
+  EXPECT_EQ(box("Txt_RaisonOrgChg").text(), "Domus");
+  control_->Afficher_Ong1();
+  EXPECT_EQ(box("Txt_RaisonOrgChg").text(), "Domus Mutuelle");
+}
+
 TEST_F(Save, OtherPagesAttributesSurviveUntouched) {
   const std::string value(1, store::kValueMark);
   store::DynamicArray record = store_.record("ORGPRISECHARGE", "001");
@@ -186,6 +195,23 @@ TEST_F(Save, WithoutAccountingEffectTheDebitAndCreditAccountsAreEmptied) {
   EXPECT_EQ(attribute("001", 22), "");
   EXPECT_EQ(attribute("001", 23), "");
   EXPECT_EQ(attribute("001", 56), "7400000000");
+}
+
+TEST_F(Save, AccountsEmptiedByAFailedOneComeBack) {
+  store_.set("COMPTEUR", "999", 15, "X");
+  store_.set("ORGPRISECHARGE", "001", 22, "4110000000");
+  store_.set("ORGPRISECHARGE", "001", 23, "7060000000");
+  control_->Init();
+  lookUp("001");
+  child<CheckBox>("Cac_IncidCompta").setValue(true);
+  store_.fail(CallKind::DBWrite);
+  press("Cmd_OK");
+  store_.stopFailing();
+  child<CheckBox>("Cac_IncidCompta").setValue(false);
+  press("Cmd_OK");
+  EXPECT_EQ(state(), kEmpty);
+  EXPECT_EQ(attribute("001", 22), "4110000000");
+  EXPECT_EQ(attribute("001", 23), "7060000000");
 }
 
 TEST_F(Save, WithoutTheAccountingFlagTheAccountsSurvive) {
