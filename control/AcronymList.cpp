@@ -1,6 +1,5 @@
 #include "control/AcronymList.h"
 
-#include <string>
 #include <utility>
 #include <vector>
 
@@ -14,7 +13,14 @@ void AcronymList::Remplir_OrgPriseChg() {
   const store::DynamicArray& all = context_.session.organismes;
   const bool only = all.DCount() == 1 && !all.get(1, 2).empty();
   if (!only || context_.session.RecOrgChg || context_.session.EnCreation) return;
-  context_.screen.bar.Txt_CodOrgChg.setText(all.get(1, 1));
+  charger(std::string(all.get(1, 1)));
+}
+
+void AcronymList::charger(const std::string& code) {
+  toolkit::TextBox& field = context_.screen.bar.Txt_CodOrgChg;
+  // The code may stand there without its record: typed, but not read.
+  if (field.text() == code && context_.session.codeEnMain != code) field.setText("");
+  field.setText(code);
 }
 
 void AcronymList::lister() {

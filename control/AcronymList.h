@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 #include "control/Context.h"
 #include "control/RecordView.h"
 
@@ -21,6 +23,8 @@ class AcronymList {
   void montrerListeComplete();
   // Lists an answer; the text is cleared.
   void montrer(const store::DynamicArray& answer);
+  // Looks that code up, unless its body is in hand.
+  void charger(const std::string& code);
 
  private:
   Context& context_;

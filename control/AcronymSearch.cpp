@@ -49,14 +49,13 @@ void AcronymSearch::Cbo_SigleOrgChg_Click() {
   if (line < 0) return;
   const store::DynamicArray& answer =
       session.rechercheSigle.empty() ? session.organismes : session.rechercheSigle;
-  const std::string code(answer.get(line + 1, 1));
-  toolkit::TextBox& field = context_.screen.bar.Txt_CodOrgChg;
-  // The code may stand there without its record: typed, but not read.
-  if (field.text() == code && session.codeEnMain != code) field.setText("");
-  field.setText(code);
+  list_.charger(std::string(answer.get(line + 1, 1)));
 }
 
-void AcronymSearch::Cbo_SigleOrgChg_LostFocus() { view_.montrerSigle(); }
+void AcronymSearch::Cbo_SigleOrgChg_LostFocus() {
+  view_.montrerSigle();
+  view_.montrerCode();
+}
 
 void AcronymSearch::Txt_SigleOrgChg_KeyPress(char32_t& key) {
   screen::filtrerRecherche(context_.desktop, key);

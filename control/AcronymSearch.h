@@ -15,7 +15,7 @@ class AcronymSearch {
   void Cbo_SigleOrgChg_KeyPress(char32_t& key);
   // Loads the body that the chosen line stands for.
   void Cbo_SigleOrgChg_Click();
-  // While a record is in hand, its acronym comes back.
+  // While a record is in hand, its acronym and its code come back.
   void Cbo_SigleOrgChg_LostFocus();
 
   // The search looks for capitals and takes no accents: letters typed or pasted become capitals,

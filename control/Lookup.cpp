@@ -4,7 +4,6 @@
 #include <memory>
 #include <utility>
 
-#include "control/States.h"
 #include "screen/Messages.h"
 #include "text/Utf8.h"
 #include "toolkit/Trap.h"
@@ -24,7 +23,7 @@ void Lookup::Txt_CodOrgChg_Change() {
   const std::string code = context_.screen.bar.Txt_CodOrgChg.text();
   if (text::length(code) != kLongueurCode) return;
   if (!toolkit::quietly("Txt_CodOrgChg_Change", [&] { lire(code); })) {
-    abandonner(code);
+    garderSaisie(code);
     return;
   }
   if (!context_.session.RecOrgChg) {
@@ -33,19 +32,20 @@ void Lookup::Txt_CodOrgChg_Change() {
     return;
   }
   // A record shown in part must not be saved.
-  if (!toolkit::quietly("Afficher_Donnees", [&] { montrer(); })) abandonner(code);
+  if (!toolkit::quietly("Afficher_Donnees", [&] { montrer(); })) {
+    view_.Vider_Donnees();
+    garderSaisie(code);
+  }
 }
 
 void Lookup::lire(const std::string& code) {
   screen::EditSession& session = context_.session;
-  session.RecOrgChg.reset();
-  session.codeEnMain.clear();
   std::unique_ptr<store::Record> record = session.files.orgPriseCharge->ReadRecord(code);
-  if (record->fields().empty()) return;
-  session.RecOrgChg = std::move(record);
-  session.codeEnMain = code;
-  session.ImageOrgChg = session.RecOrgChg->fields().text();
+  session.ImageOrgChg = record->fields().text();
   session.AncienOrgChg = store::DynamicArray(session.ImageOrgChg);
+  const bool known = !session.ImageOrgChg.empty();
+  session.RecOrgChg = known ? std::move(record) : nullptr;
+  session.codeEnMain = known ? code : "";
 }
 
 void Lookup::montrer() {
@@ -60,11 +60,9 @@ void Lookup::montrer() {
   }
   view_.Afficher_Donnees();
   context_.session.imageNormalisee = view_.texteEcrit();
-  applyState(context_.screen, State::Existing);
 }
 
-void Lookup::abandonner(const std::string& code) {
-  view_.Vider_Donnees();
+void Lookup::garderSaisie(const std::string& code) {
   const screen::Quiet quiet(context_.session);
   context_.screen.bar.Txt_CodOrgChg.setText(code);
   selectionner(context_.screen.bar.Txt_CodOrgChg);
@@ -76,10 +74,6 @@ void Lookup::Txt_CodOrgChg_KeyPress(char32_t& key) {
 
 void Lookup::Txt_CodOrgChg_GotFocus() { selectionner(context_.screen.bar.Txt_CodOrgChg); }
 
-void Lookup::Txt_CodOrgChg_LostFocus() {
-  if (!context_.session.RecOrgChg) return;
-  const screen::Quiet quiet(context_.session);
-  context_.screen.bar.Txt_CodOrgChg.setText(context_.session.codeEnMain);
-}
+void Lookup::Txt_CodOrgChg_LostFocus() { view_.montrerCode(); }
 
 }  // namespace control

@@ -12,8 +12,9 @@ class Lookup {
  public:
   Lookup(Context& context, RecordView& view) : context_(context), view_(view) {}
 
-  // The third character reads and shows the record. Store errors are trapped: nothing is then in
-  // hand, and the code stays as typed.
+  // The third character reads and shows the record. Errors are trapped, and the code stays as
+  // typed: a failing read leaves the record in hand with all that is on screen; one that cannot be
+  // shown leaves nothing in hand.
   void Txt_CodOrgChg_Change();
   void Txt_CodOrgChg_KeyPress(char32_t& key);
   void Txt_CodOrgChg_GotFocus();
@@ -21,10 +22,10 @@ class Lookup {
   void Txt_CodOrgChg_LostFocus();
 
  private:
-  // Takes the record in hand, unless it is empty.
+  // Takes the record in hand instead of the one before; of an empty one, nothing.
   void lire(const std::string& code);
   void montrer();
-  void abandonner(const std::string& code);
+  void garderSaisie(const std::string& code);
 
   Context& context_;
   RecordView& view_;

@@ -17,6 +17,7 @@ void RecordView::Afficher_Donnees() {
     }
   }
   montrerSigle();
+  applyState(context_.screen, stateOf(context_.session));
 }
 
 void RecordView::Vider_Donnees() {
@@ -26,6 +27,7 @@ void RecordView::Vider_Donnees() {
   session.codeEnMain.clear();
   session.ImageOrgChg.clear();
   session.imageNormalisee.clear();
+  session.AncienOrgChg = store::NewDynamicArray();
   session.EnCreation = false;
   for (pages::Page* page : context_.pages) page->vider();
   context_.screen.bar.Txt_CodOrgChg.setText("");
@@ -72,6 +74,13 @@ void RecordView::montrerSigle() {
   const screen::Quiet quiet(context_.session);
   context_.screen.bar.Cbo_SigleOrgChg.setText(
       session.RecOrgChg->fields().get(store::orgprisecharge::SigleOrgChg));
+}
+
+void RecordView::montrerCode() {
+  const screen::EditSession& session = context_.session;
+  if (!session.RecOrgChg || session.EnCreation) return;
+  const screen::Quiet quiet(context_.session);
+  context_.screen.bar.Txt_CodOrgChg.setText(session.codeEnMain);
 }
 
 }  // namespace control

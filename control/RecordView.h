@@ -9,7 +9,8 @@ class RecordView {
  public:
   explicit RecordView(Context& context) : context_(context) {}
 
-  // Shows the record in hand, or clears the pages when there is none.
+  // Shows the record in hand, or clears the pages when there is none, and the state that goes with
+  // it.
   void Afficher_Donnees();
 
   // Clears the screen, code and acronym included, and lets go of the record in hand: the Empty
@@ -31,6 +32,8 @@ class RecordView {
 
   // Cbo_SigleOrgChg shows the acronym of the record in hand; without one it is left as it is.
   void montrerSigle();
+  // The same of Txt_CodOrgChg and its code.
+  void montrerCode();
 
  private:
   Context& context_;

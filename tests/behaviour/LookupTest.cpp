@@ -125,7 +125,6 @@ TEST_F(Lookup, DeletionUsesTheLoadedCodeToo) {
 }
 
 TEST_F(Lookup, AFailingReadIsQuietAndKeepsTheTypedCode) {
-  lookUp("002");
   store_.fail(CallKind::ReadRecord);
   EXPECT_NO_THROW(lookUp("001"));
   expectNoBox();
@@ -135,6 +134,81 @@ TEST_F(Lookup, AFailingReadIsQuietAndKeepsTheTypedCode) {
   store_.stopFailing();
   lookUp("001");
   EXPECT_EQ(box("Txt_RaisonOrgChg").text(), "Domus Mutuelle");
+}
+
+TEST_F(Lookup, AFailingReadKeepsTheBodyInHandWithItsEdits) {
+  const std::string other = store_.record("ORGPRISECHARGE", "001").text();
+  lookUp("002");
+  user_->fill(box("Txt_RaisonOrgChg"), "Modifiée");
+  store_.fail(CallKind::ReadRecord);
+  EXPECT_NO_THROW(lookUp("001"));
+  expectNoBox();
+  EXPECT_EQ(code().text(), "001");
+  EXPECT_EQ(state(), kExisting);
+  EXPECT_EQ(box("Txt_RaisonOrgChg").text(), "Modifiée");
+  user_->go(box("Txt_Ville"));
+  EXPECT_EQ(code().text(), "002");
+  store_.stopFailing();
+  press("Cmd_OK");
+  EXPECT_EQ(attribute("002", 2), "Modifiée");
+  EXPECT_EQ(store_.record("ORGPRISECHARGE", "001").text(), other);
+}
+
+TEST_F(Lookup, AFailingReadStillAsksForTheEditsOnLeaving) {
+  lookUp("002");
+  user_->fill(box("Txt_RaisonOrgChg"), "Modifiée");
+  store_.fail(CallKind::ReadRecord);
+  lookUp("001");
+  desktop_.answer(Answer::Yes);
+  press("Cmd_Sortir");
+  EXPECT_TRUE(control_->W_Sortir());
+  EXPECT_EQ(attribute("002", 2), "Modifiée");
+}
+
+TEST_F(Lookup, AFailingReadOfAChosenAcronymBringsCodeAndAcronymBackWhenItIsLeft) {
+  lookUp("002");
+  store_.fail(CallKind::ReadRecord);
+  user_->choose(sigles(), 2);
+  EXPECT_EQ(box("Txt_RaisonOrgChg").text(), "Caisse régionale");
+  EXPECT_EQ(code().text(), "001");
+  user_->go(box("Txt_Ville"));
+  EXPECT_EQ(code().text(), "002");
+  EXPECT_EQ(sigles().text(), "CRAM");
+}
+
+TEST_F(Lookup, AnotherBodyIsSavedWithNothingOfTheOneChangedBefore) {
+  store_.set("ORGPRISECHARGE", "002", 24, "P");
+  const std::string first = store_.record("ORGPRISECHARGE", "001").text();
+  const std::string second = store_.record("ORGPRISECHARGE", "002").text();
+  lookUp("001");
+  user_->fill(box("Txt_RaisonOrgChg"), "Perdu");
+  lookUp("002");
+  press("Cmd_OK");
+  EXPECT_EQ(store_.calls(CallKind::DBWrite).size(), 1U);
+  EXPECT_EQ(store_.calls(CallKind::DBWrite)[0].id, "002");
+  EXPECT_EQ(store_.record("ORGPRISECHARGE", "001").text(), first);
+  EXPECT_EQ(store_.record("ORGPRISECHARGE", "002").text(), second);
+}
+
+TEST_F(Lookup, AnotherBodyIsLeftWithoutAQuestionForTheOneChangedBefore) {
+  lookUp("001");
+  user_->fill(box("Txt_RaisonOrgChg"), "Perdu");
+  lookUp("002");
+  press("Cmd_Sortir");
+  expectNoBox();
+  EXPECT_TRUE(control_->W_Sortir());
+  expectNothingWritten();
+}
+
+TEST_F(Lookup, AnUnknownCodeWritesNothingOfTheBodyChangedBefore) {
+  const std::string first = store_.record("ORGPRISECHARGE", "001").text();
+  lookUp("001");
+  user_->fill(box("Txt_RaisonOrgChg"), "Perdu");
+  lookUp("777");
+  EXPECT_EQ(state(), kEmpty);
+  expectNothingWritten();
+  EXPECT_EQ(store_.record("ORGPRISECHARGE", "001").text(), first);
+  EXPECT_FALSE(store_.has("ORGPRISECHARGE", "777"));
 }
 
 TEST_F(Lookup, ACodeTypedInVainCanBeChosenByItsAcronym) {

@@ -108,6 +108,61 @@ TEST_F(OnlyBody, IsSavedOnLeavingWithoutComingBack) {
   EXPECT_EQ(code().text(), "");
 }
 
+TEST_F(OnlyBody, KeepsItsEditsWhenTheHostRefillsTheList) {
+  user_->fill(box("Txt_RaisonOrgChg"), "Nouveau nom");
+  control_->Remplir_OrgPriseChg();
+  EXPECT_EQ(box("Txt_RaisonOrgChg").text(), "Nouveau nom");
+  EXPECT_EQ(state(), kExisting);
+  press("Cmd_OK");
+  EXPECT_EQ(attribute("003", 2), "Nouveau nom");
+}
+
+TEST_F(OnlyBody, IsLoadedAlthoughItsCodeStandsThereUnread) {
+  press("Cmd_Annuler");
+  store_.fail(CallKind::ReadRecord);
+  lookUp("003");
+  ASSERT_EQ(state(), kEmpty);
+  store_.stopFailing();
+  control_->Remplir_OrgPriseChg();
+  EXPECT_EQ(state(), kExisting);
+  EXPECT_EQ(box("Txt_RaisonOrgChg").text(), "Caisse familiale");
+}
+
+TEST_F(OnlyBody, ThatCannotBeReadDoesNotEndInit) {
+  store_.fail(CallKind::ReadRecord, "ORGPRISECHARGE");
+  EXPECT_NO_THROW(control_->Init());
+  expectNoBox();
+  EXPECT_EQ(state(), kEmpty);
+  EXPECT_EQ(code().text(), "003");
+  EXPECT_TRUE(code().hasFocus());
+  store_.stopFailing();
+  lookUp("003");
+  EXPECT_EQ(state(), kExisting);
+}
+
+TEST_F(OnlyBody, ThatCannotBeReadAgainAfterItsSaveLeavesItsCode) {
+  user_->fill(box("Txt_RaisonOrgChg"), "Nouveau nom");
+  store_.fail(CallKind::ReadRecord, "ORGPRISECHARGE");
+  EXPECT_NO_THROW(press("Cmd_OK"));
+  expectNoBox();
+  EXPECT_EQ(attribute("003", 2), "Nouveau nom");
+  EXPECT_EQ(state(), kEmpty);
+  EXPECT_EQ(code().text(), "003");
+  EXPECT_EQ(box("Txt_RaisonOrgChg").text(), "");
+  EXPECT_TRUE(code().hasFocus());
+}
+
+TEST_F(OnlyBody, IsDeletedThoughTheListCannotBeReadAgain) {
+  store_.fail(CallKind::ExecuteSentence, "ORGPRISECHARGE");
+  desktop_.answer(Answer::Yes);
+  EXPECT_THROW(press("Cmd_Supprimer"), store::StoreError);
+  EXPECT_TRUE(store_.ids("ORGPRISECHARGE").empty());
+  EXPECT_EQ(sigles().listCount(), 0);
+  EXPECT_EQ(code().text(), "");
+  EXPECT_EQ(state(), kEmpty);
+  EXPECT_TRUE(code().hasFocus());
+}
+
 TEST_F(OnlyBody, DoesNotBreakIntoACreation) {
   press("Cmd_Annuler");
   beginCreation();

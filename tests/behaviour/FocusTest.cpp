@@ -1,0 +1,114 @@
+// Where the focus is after each message box.
+#include "tests/behaviour/ControlTest.h"
+
+namespace behaviour {
+namespace {
+
+class Focus : public ControlTest {
+ protected:
+  Focus() {
+    fillThreeBodies(store_);
+    start();
+  }
+  void expectBoxes(std::size_t count) { EXPECT_EQ(desktop_.takeBoxes().size(), count); }
+};
+
+TEST_F(Focus, IsOnTheCodeAfterAnUnknownCode) {
+  lookUp("777");
+  expectBoxes(1);
+  EXPECT_TRUE(code().hasFocus());
+}
+
+TEST_F(Focus, StaysOnTheAcronymWhoseBodyIsGone) {
+  store_.erase("ORGPRISECHARGE", "002");
+  user_->choose(sigles(), 1);
+  expectBoxes(1);
+  EXPECT_TRUE(sigles().hasFocus());
+}
+
+TEST_F(Focus, StaysOnTheAcronymWhenNothingIsFound) {
+  user_->fill(sigles(), "ZZ");
+  user_->press(toolkit::Key::Enter);
+  expectBoxes(1);
+  EXPECT_TRUE(sigles().hasFocus());
+}
+
+TEST_F(Focus, StaysWhereAKeyIsRefused) {
+  user_->go(code());
+  user_->type("é");
+  expectBoxes(1);
+  EXPECT_TRUE(code().hasFocus());
+  user_->go(sigles());
+  user_->type("é");
+  expectBoxes(1);
+  EXPECT_TRUE(sigles().hasFocus());
+  press("Cmd_Ajouter");
+  user_->type("é");
+  expectBoxes(1);
+  EXPECT_TRUE(box("Txt_SigleOrgChg").hasFocus());
+}
+
+TEST_F(Focus, IsOnTheCodeAfterADeletion) {
+  lookUp("001");
+  desktop_.answer(Answer::Yes);
+  press("Cmd_Supprimer");
+  expectBoxes(1);
+  EXPECT_TRUE(code().hasFocus());
+}
+
+TEST_F(Focus, StaysOnTheButtonOfADeletionAnsweredNo) {
+  lookUp("001");
+  desktop_.answer(Answer::No);
+  press("Cmd_Supprimer");
+  expectBoxes(1);
+  EXPECT_TRUE(button("Cmd_Supprimer").hasFocus());
+}
+
+TEST_F(Focus, StaysOnTheButtonOfADeletionRefusedByAnAgreement) {
+  store_.put("ACCORD", "A1", {"001"});
+  lookUp("001");
+  desktop_.answer(Answer::Yes);
+  press("Cmd_Supprimer");
+  expectBoxes(2);
+  EXPECT_TRUE(button("Cmd_Supprimer").hasFocus());
+}
+
+TEST_F(Focus, StaysOnTheButtonOfADeletionRefusedByARequest) {
+  store_.put("DEMANDACC", "D1", {"001"});
+  lookUp("001");
+  desktop_.answer(Answer::Yes);
+  press("Cmd_Supprimer");
+  expectBoxes(2);
+  EXPECT_TRUE(button("Cmd_Supprimer").hasFocus());
+}
+
+TEST_F(Focus, StaysOnTheButtonOfLeavingWhateverTheAnswer) {
+  for (const Answer answer : {Answer::Cancel, Answer::No, Answer::Yes}) {
+    lookUp("001");
+    user_->fill(box("Txt_RaisonOrgChg"), "Domus");
+    desktop_.answer(answer);
+    press("Cmd_Sortir");
+    expectBoxes(1);
+    EXPECT_TRUE(button("Cmd_Sortir").hasFocus());
+  }
+}
+
+TEST_F(Focus, IsOnTheRefusedFieldWhenLeavingCannotSave) {
+  lookUp("001");
+  user_->fill(box("Txt_RaisonOrgChg"), "");
+  desktop_.answer(Answer::Yes);
+  press("Cmd_Sortir");
+  expectBoxes(2);
+  EXPECT_TRUE(box("Txt_RaisonOrgChg").hasFocus());
+}
+
+TEST_F(Focus, IsOnTheCodeAfterACancelledCreation) {
+  beginCreation();
+  desktop_.answer(Answer::Yes);
+  press("Cmd_Annuler");
+  expectBoxes(1);
+  EXPECT_TRUE(code().hasFocus());
+}
+
+}  // namespace
+}  // namespace behaviour
