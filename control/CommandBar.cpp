@@ -88,7 +88,8 @@ bool CommandBar::refusParFichier(const std::string& file, std::string_view messa
 }
 
 void CommandBar::Cmd_Sortir_Click() {
-  if (context_.session.codeEnMain.empty() || !fullRights(context_.session)) {
+  const screen::EditSession& session = context_.session;
+  if (!session.pret || session.codeEnMain.empty() || !fullRights(session)) {
     setSortir_(true);
     return;
   }

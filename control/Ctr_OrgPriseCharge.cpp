@@ -35,7 +35,7 @@ class Ctr_OrgPriseCharge::Implementation {
         lookup(context, view),
         save(context, view, list),
         bar(context, view, list, save, [this](bool leave) { setSortir(leave); }),
-        startUp(context, list, ong2, ong5) {
+        startUp(context, view, list, ong2, ong5) {
     applyState(screen, State::Empty);
     bindLookup();
     bindBar();
@@ -58,7 +58,7 @@ class Ctr_OrgPriseCharge::Implementation {
   template <class F>
   auto started(F call) {
     return host([&] {
-      if (!session.pret) throw NotReady("Init has not been called");
+      if (!session.pret) throw NotReady("Init has not succeeded");
       return call();
     });
   }
@@ -93,7 +93,7 @@ class Ctr_OrgPriseCharge::Implementation {
   bool sortir = false;
 
  private:
-  bool active() const { return session.pret && session.silence == 0; }
+  bool active() const { return (session.pret || session.demarrage) && session.silence == 0; }
 
   // The one place where handlers are kept quiet.
   template <class Part>
@@ -129,7 +129,7 @@ class Ctr_OrgPriseCharge::Implementation {
     screen.bar.Cmd_Supprimer.onClick = handler(bar, &CommandBar::Cmd_Supprimer_Click);
     screen.bar.Cmd_OK.onClick = handler(save, &Save::Cmd_OK_Click);
     screen.bar.Cmd_Annuler.onClick = handler(bar, &CommandBar::Cmd_Annuler_Click);
-    // Leaving is possible even when start-up has failed.
+    // Leaving is possible before start-up too, and when it has failed.
     screen.bar.Cmd_Sortir.onClick = [this] { bar.Cmd_Sortir_Click(); };
   }
 };
@@ -172,11 +172,7 @@ void Ctr_OrgPriseCharge::setTheDatabase(std::shared_ptr<store::Database> databas
 }
 
 void Ctr_OrgPriseCharge::Init() {
-  implementation_->host([&] {
-    implementation_->view.Vider_Donnees();
-    implementation_->startUp.releaseStore();
-    implementation_->startUp.Init();
-  });
+  implementation_->host([&] { implementation_->startUp.Init(); });
 }
 
 void Ctr_OrgPriseCharge::Afficher_Donnees() {

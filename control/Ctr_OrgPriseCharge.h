@@ -24,7 +24,8 @@ class Busy : public std::runtime_error {
   Busy() : std::runtime_error("the control is busy with another action") {}
 };
 
-// A host's call that needs what has not been given: Init before TheDatabase or DroitsUtilisateur.
+// A host's call that needs what is not there: Init before TheDatabase or DroitsUtilisateur, a
+// page's member before an Init that succeeded.
 class NotReady : public std::runtime_error {
  public:
   explicit NotReady(const char* what) : std::runtime_error(what) {}

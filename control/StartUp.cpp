@@ -12,6 +12,8 @@ void StartUp::Init() {
   screen::EditSession& session = context_.session;
   if (!session.TheDatabase) throw NotReady("TheDatabase has not been given");
   Appliquer_Droits(context_);
+  view_.Vider_Donnees();
+  releaseStore();
   openStore();
   {
     const BusyScreen busy(context_.desktop, context_.surface);
@@ -26,6 +28,7 @@ void StartUp::Init() {
     remplirListes();
     session.enregistrementEnCours = false;
     context_.desktop.doEvents();
+    session.pret = true;
   }
   context_.screen.bar.Txt_CodOrgChg.setFocus();
 }
@@ -48,10 +51,10 @@ void StartUp::openStore() {
   session.compteur999 = files.compteur->ReadRecord(store::kCounterRecord);
   session.OptionCompteur =
       !session.compteur999->fields().get(store::compteur::InterfaceComptable).empty();
-  session.pret = true;
 }
 
 void StartUp::remplirListes() {
+  const screen::Held demarrage(context_.session.demarrage, true);
   ong5_.Remplir_ParamsPoss();
   list_.Remplir_OrgPriseChg();
   ong2_.Remplir_PiecesPoss();

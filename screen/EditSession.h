@@ -33,7 +33,8 @@ struct EditSession {
   std::shared_ptr<RightsEntry> DroitOrgChg;
 
   StoreFiles files;
-  bool pret = false;  // the files are open and the records below read; no handler works before
+  bool pret = false;  // Init has succeeded; before, no member and no handler works, but leaving
+  bool demarrage = false;  // Init fills the lists: the look-up of an only body works already
   // Code tables, kept for the life of the control.
   std::unique_ptr<store::Record> piecesRenouv;
   std::unique_ptr<store::Record> statOrgChg;

@@ -19,6 +19,14 @@ class TestEntry : public screen::RightsEntry {
   std::shared_ptr<std::vector<std::string>> log_;
 };
 
+struct TestClient {
+  explicit TestClient(std::shared_ptr<std::vector<std::string>> log) : log_(std::move(log)) {}
+  TestClient(const TestClient&) = delete;
+  TestClient& operator=(const TestClient&) = delete;
+  ~TestClient() { log_->push_back("Client"); }
+  std::shared_ptr<std::vector<std::string>> log_;
+};
+
 }  // namespace
 
 std::shared_ptr<screen::RightsEntry> TestRights::entry(std::string_view right) {
@@ -54,7 +62,7 @@ ControlTest::ControlTest()
       user_(std::make_unique<toolkit::headless::User>(control_->surface())) {}
 
 void ControlTest::connect() {
-  control_->setTheClient(std::make_shared<int>(0));
+  control_->setTheClient(std::make_shared<TestClient>(store_.sharedReleases()));
   control_->setTheDatabase(store_.connect());
   control_->setDroitsUtilisateur(std::make_shared<TestRights>(level_, store_.sharedReleases()));
 }

@@ -1,4 +1,6 @@
 #include <algorithm>
+#include <functional>
+#include <stdexcept>
 
 #include "store/Layouts.h"
 #include "tests/behaviour/ControlTest.h"
@@ -101,10 +103,13 @@ TEST_F(StartUp, EndsEmptyWithTheFocusOnTheCode) {
 TEST_F(StartUp, ShowsTheHourglassAndLetsEventsRunOnceWithTheControlDisabled) {
   connect();
   bool disabled = false;
+  int events = 0;
   desktop_.onEvents = [&] {
+    ++events;
     disabled = !control_->surface().enabled() && desktop_.pointer() == toolkit::Pointer::Hourglass;
   };
   control_->Init();
+  EXPECT_EQ(events, 1);
   EXPECT_TRUE(disabled);
   EXPECT_TRUE(control_->surface().enabled());
   EXPECT_EQ(desktop_.pointer(), toolkit::Pointer::Normal);
@@ -153,6 +158,130 @@ TEST_F(StartUp, BeforeInitTheUserCanOnlyLeave) {
   EXPECT_TRUE(control_->W_Sortir());
 }
 
+// Start-up failing at each list, and when all are filled.
+class FailedStartUp : public StartUp {
+ protected:
+  void expectInitFailing(const std::function<void()>& fault) {
+    for (const char* file : {"NATUREVOIE", "PARAMBORDORGCHG", "ORGPRISECHARGE"}) {
+      SCOPED_TRACE(file);
+      store_.fail(CallKind::ExecuteSentence, file);
+      EXPECT_THROW(control_->Init(), store::StoreError);
+      store_.stopFailing();
+      store_.forgetCalls();
+      fault();
+    }
+    desktop_.onEvents = [] { throw std::runtime_error("events"); };
+    EXPECT_THROW(control_->Init(), std::runtime_error);
+    desktop_.onEvents = nullptr;
+    store_.forgetCalls();
+    fault();
+  }
+};
+
+TEST_F(FailedStartUp, LeavesItsMembersNotReady) {
+  connect();
+  expectInitFailing([this] {
+    EXPECT_THROW(control_->Afficher_Donnees(), control::NotReady);
+    EXPECT_THROW(control_->Afficher_Ong1(), control::NotReady);
+    EXPECT_THROW(control_->Remplir_OrgPriseChg(), control::NotReady);
+    EXPECT_THROW(control_->Remplir_ParamsPoss(), control::NotReady);
+    EXPECT_THROW(control_->Remplir_PiecesPoss(), control::NotReady);
+    EXPECT_THROW(control_->Remplir_StatOrgChg(), control::NotReady);
+    EXPECT_THROW(control_->Vider_Donnees(), control::NotReady);
+    EXPECT_THROW(control_->Creer_Donnees(), control::NotReady);
+    EXPECT_THROW(control_->Ecrire_Donnees(), control::NotReady);
+    EXPECT_THROW(control_->Ecrire_Ong1(), control::NotReady);
+    EXPECT_THROW((void)control_->Verif_Ong1(), control::NotReady);
+    EXPECT_TRUE(store_.calls().empty());
+  });
+}
+
+TEST_F(FailedStartUp, LeavesKeysWithoutEffectButForLeaving) {
+  connect();
+  expectInitFailing([this] {
+    lookUp("001");
+    user_->fill(sigles(), "CA");
+    user_->press(toolkit::Key::Enter);
+    press("Cmd_Ajouter");
+    EXPECT_EQ(state(), kEmpty);
+    expectNoBox();
+    EXPECT_TRUE(store_.calls().empty());
+    EXPECT_TRUE(press("Cmd_Sortir"));
+    EXPECT_TRUE(control_->W_Sortir());
+    control_->setW_Sortir(false);
+  });
+}
+
+TEST_F(FailedStartUp, IsMendedByAnother) {
+  connect();
+  expectInitFailing([this] {
+    control_->Init();
+    EXPECT_EQ(state(), kEmpty);
+    EXPECT_EQ(code().text(), "");
+    EXPECT_EQ(sigles().listCount(), 3);
+    lookUp("001");
+    EXPECT_EQ(state(), kExisting);
+  });
+}
+
+TEST_F(FailedStartUp, EndsWhatAnEarlierOneHadStarted) {
+  start();
+  lookUp("001");
+  expectInitFailing([this] {
+    EXPECT_THROW(control_->Afficher_Donnees(), control::NotReady);
+    EXPECT_EQ(state(), kEmpty);
+    EXPECT_EQ(box("Txt_RaisonOrgChg").text(), "");
+  });
+}
+
+TEST_F(FailedStartUp, WithAnOnlyBodyOnScreenCanStillBeLeft) {
+  for (const char* body : {"001", "002"}) store_.erase("ORGPRISECHARGE", body);
+  connect();
+  desktop_.onEvents = [] { throw std::runtime_error("events"); };
+  EXPECT_THROW(control_->Init(), std::runtime_error);
+  press("Cmd_Sortir");
+  EXPECT_TRUE(control_->W_Sortir());
+  expectNoBox();
+  expectNothingWritten();
+}
+
+TEST_F(StartUp, ASecondOneThatCannotReadTheRightsKeepsTheRecordAndItsEdits) {
+  start();
+  lookUp("001");
+  user_->fill(box("Txt_RaisonOrgChg"), "Domus");
+  store_.forgetCalls();
+  store_.releases().clear();
+  level_->fails = true;
+  EXPECT_THROW(control_->Init(), std::runtime_error);
+  EXPECT_TRUE(store_.calls().empty());
+  EXPECT_TRUE(store_.releases().empty());
+  EXPECT_EQ(state(), kExisting);
+  EXPECT_EQ(box("Txt_RaisonOrgChg").text(), "Domus");
+  level_->fails = false;
+  press("Cmd_OK");
+  EXPECT_EQ(attribute("001", 2), "Domus");
+}
+
+TEST_F(StartUp, ASecondOneWithoutRightsKeepsTheRecordAndItsEdits) {
+  start();
+  lookUp("001");
+  user_->fill(box("Txt_RaisonOrgChg"), "Domus");
+  control_->setDroitsUtilisateur(nullptr);
+  EXPECT_THROW(control_->Init(), control::NotReady);
+  EXPECT_EQ(state(), kExisting);
+  EXPECT_EQ(box("Txt_RaisonOrgChg").text(), "Domus");
+}
+
+TEST_F(StartUp, ASecondOneDropsWhatWasInHand) {
+  start();
+  lookUp("001");
+  user_->fill(box("Txt_RaisonOrgChg"), "Domus");
+  control_->Init();
+  EXPECT_EQ(state(), kEmpty);
+  EXPECT_EQ(code().text(), "");
+  EXPECT_EQ(attribute("001", 2), "Domus Mutuelle");
+}
+
 TEST_F(StartUp, AnEmptyAttribute15LeavesTheAccountsAsTheyAre) {
   start();
   child<TextBox>("Txt_DebitOrgChg").setEnabled(false);
@@ -178,13 +307,52 @@ TEST_F(StartUp, ReleasesInItsOrder) {
   control_->UserControl_Terminate();
   EXPECT_EQ(store_.releases(),
             (std::vector<std::string>{
-                "File ACCORD", "Record TABLES PIECESRENOUV", "Record TABLES STATORGCHG",
+                "Client", "File ACCORD", "Record TABLES PIECESRENOUV", "Record TABLES STATORGCHG",
                 "Record ORGPRISECHARGE 001", "Record COMPTEUR 999", "File COMPTEUR", "File TABLES",
                 "File PARAMBORDORGCHG", "File ORGPRISECHARGE", "File ASSOCIATION", "File ACTIVITES",
                 "File PLANCOMPTABLE", "File PERIODESPAIE", "Database", "RightsEntry", "Rights"}));
   store_.releases().clear();
   control_.reset();
   EXPECT_TRUE(store_.releases().empty());
+}
+
+TEST_F(StartUp, ReleasesInItsOrderDuringACreation) {
+  start();
+  beginCreation();
+  store_.releases().clear();
+  control_->UserControl_Terminate();
+  EXPECT_EQ(store_.releases(),
+            (std::vector<std::string>{
+                "Client", "File ACCORD", "Record TABLES PIECESRENOUV", "Record TABLES STATORGCHG",
+                "Record COMPTEUR 999", "File COMPTEUR", "File TABLES", "File PARAMBORDORGCHG",
+                "File ORGPRISECHARGE", "File ASSOCIATION", "File ACTIVITES", "File PLANCOMPTABLE",
+                "File PERIODESPAIE", "Database", "RightsEntry", "Rights"}));
+  expectNothingWritten();
+}
+
+TEST_F(FailedStartUp, ReleasesWhatItHasOpenedInTheSameOrder) {
+  connect();
+  store_.fail(CallKind::ReadRecord, "COMPTEUR");
+  EXPECT_THROW(control_->Init(), store::StoreError);
+  store_.releases().clear();
+  control_->UserControl_Terminate();
+  EXPECT_EQ(store_.releases(),
+            (std::vector<std::string>{"Client", "File ACCORD", "Record TABLES PIECESRENOUV",
+                                      "Record TABLES STATORGCHG", "File COMPTEUR", "File TABLES",
+                                      "File PARAMBORDORGCHG", "File ORGPRISECHARGE",
+                                      "File ASSOCIATION", "File ACTIVITES", "File PLANCOMPTABLE",
+                                      "File PERIODESPAIE", "Database", "RightsEntry", "Rights"}));
+}
+
+TEST_F(FailedStartUp, ReleasesTheFilesItHasOpened) {
+  connect();
+  store_.fail(CallKind::OpenFile, "TABLES");
+  EXPECT_THROW(control_->Init(), store::StoreError);
+  store_.releases().clear();
+  control_->UserControl_Terminate();
+  EXPECT_EQ(store_.releases(),
+            (std::vector<std::string>{"Client", "File COMPTEUR", "File PARAMBORDORGCHG",
+                                      "File ORGPRISECHARGE", "Database", "RightsEntry", "Rights"}));
 }
 
 TEST_F(StartUp, TheDestructorReleasesToo) {
