@@ -68,6 +68,31 @@ TEST_F(States, ExistingAgainAfterAnotherLookUpFromARefusedAcronym) {
   EXPECT_EQ(state(), kExisting);
 }
 
+TEST_F(States, StaysEmptyWhenTheHostChecksAPage) {
+  EXPECT_FALSE(control_->Verif_Ong1());
+  expectBox("Le sigle de l'organisme de prise en charge est obligatoire.", Icon::Exclamation);
+  EXPECT_EQ(state(), kEmpty);
+  EXPECT_TRUE(sigles().visible());
+  EXPECT_FALSE(box("Txt_SigleOrgChg").visible());
+}
+
+TEST_F(States, ExistingAgainWhenTheHostShowsTheRecordAfterARefusedAcronym) {
+  store_.set("ORGPRISECHARGE", "002", 1, "");
+  lookUp("002");
+  press("Cmd_OK");
+  EXPECT_TRUE(box("Txt_SigleOrgChg").visible());
+  control_->Afficher_Donnees();
+  EXPECT_EQ(state(), kExisting);
+}
+
+TEST_F(States, StaysAsItIsWhenTheHostShowsTheRecord) {
+  control_->Afficher_Donnees();
+  EXPECT_EQ(state(), kEmpty);
+  press("Cmd_Ajouter");
+  control_->Afficher_Donnees();
+  EXPECT_EQ(state(), kCreating);
+}
+
 TEST_F(States, InTheEmptyStateThePagesTakeNoInput) {
   EXPECT_FALSE(user_->go(box("Txt_RaisonOrgChg")));
   EXPECT_FALSE(user_->fill(box("Txt_Ville"), "Lyon"));
@@ -102,6 +127,72 @@ TEST_F(Cancel, ShowsTheHourglassWhileEventsRun) {
   EXPECT_TRUE(disabled);
   EXPECT_TRUE(control_->surface().enabled());
   EXPECT_EQ(desktop_.pointer(), toolkit::Pointer::Normal);
+}
+
+TEST_F(Cancel, OfACreationShowsTheHourglassOnceItIsConfirmed) {
+  beginCreation();
+  bool disabled = false;
+  desktop_.onBox = [&](const toolkit::headless::Entry&) {
+    EXPECT_TRUE(control_->surface().enabled());
+    EXPECT_EQ(desktop_.pointer(), toolkit::Pointer::Normal);
+  };
+  desktop_.onEvents = [&] {
+    disabled = !control_->surface().enabled() && desktop_.pointer() == toolkit::Pointer::Hourglass;
+  };
+  desktop_.answer(Answer::Yes);
+  press("Cmd_Annuler");
+  EXPECT_TRUE(disabled);
+  EXPECT_TRUE(control_->surface().enabled());
+  EXPECT_EQ(desktop_.pointer(), toolkit::Pointer::Normal);
+}
+
+TEST_F(Cancel, OfABodyWhoseAcronymWasRefusedBringsTheLookUpBack) {
+  lookUp("001");
+  store_.set("ORGPRISECHARGE", "002", 1, "");
+  lookUp("002");
+  user_->fill(box("Txt_RaisonOrgChg"), "Perdu");
+  press("Cmd_OK");
+  desktop_.takeBoxes();
+  user_->type("PERDU");
+  press("Cmd_Annuler");
+  expectNoBox();
+  EXPECT_EQ(state(), kEmpty);
+  EXPECT_TRUE(sigles().visible());
+  EXPECT_FALSE(box("Txt_SigleOrgChg").visible());
+  lookUp("002");
+  EXPECT_EQ(box("Txt_RaisonOrgChg").text(), "Caisse régionale");
+  EXPECT_EQ(box("Txt_SigleOrgChg").text(), "");
+  expectNothingWritten();
+}
+
+TEST_F(Cancel, OfARefusedCreationLeavesTheNextOneClean) {
+  beginCreation("NEUF", "");
+  user_->fill(box("Txt_Ville"), "Lyon");
+  press("Cmd_OK");
+  desktop_.takeBoxes();
+  desktop_.answer(Answer::Yes);
+  press("Cmd_Annuler");
+  EXPECT_EQ(state(), kEmpty);
+  EXPECT_TRUE(store_.calls().empty());
+  beginCreation("AUTRE", "Autre organisme");
+  EXPECT_EQ(box("Txt_Ville").text(), "");
+  press("Cmd_OK");
+  EXPECT_EQ(attribute("004", 1), "AUTRE");
+  EXPECT_EQ(attribute("004", 9), "");
+}
+
+TEST_F(Cancel, OfARefusedCreationAnsweredNoKeepsTextsAndFocus) {
+  beginCreation("NEUF", "");
+  user_->fill(box("Txt_Ville"), "Lyon");
+  press("Cmd_OK");
+  EXPECT_TRUE(box("Txt_RaisonOrgChg").hasFocus());
+  desktop_.answer(Answer::No);
+  press("Cmd_Annuler");
+  EXPECT_EQ(state(), kCreating);
+  EXPECT_EQ(box("Txt_SigleOrgChg").text(), "NEUF");
+  EXPECT_EQ(box("Txt_Ville").text(), "Lyon");
+  EXPECT_TRUE(button("Cmd_Annuler").hasFocus());
+  expectNothingWritten();
 }
 
 TEST_F(Cancel, OfACreationBeepsAndAsks) {
@@ -211,7 +302,11 @@ TEST_F(Deletion, RefusedByARequest) {
   EXPECT_EQ(boxes[1].text,
             "Des demandes d'accords sont créées pour cet organisme. Suppression impossible.");
   EXPECT_EQ(boxes[1].icon, Icon::Exclamation);
+  EXPECT_EQ(boxes[1].buttons, Buttons::Ok);
+  EXPECT_EQ(boxes[1].title, "Message VALDRIS");
+  EXPECT_TRUE(store_.calls(CallKind::DeleteRecord).empty());
   EXPECT_TRUE(store_.has("ORGPRISECHARGE", "001"));
+  EXPECT_EQ(state(), kExisting);
 }
 
 TEST_F(Deletion, AgreementsOfOtherBodiesDoNotCount) {

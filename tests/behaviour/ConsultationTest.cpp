@@ -159,6 +159,7 @@ TEST_F(RightsTakenAway, ALevelThatCannotBeReadSavesNothing) {
   EXPECT_THROW(press("Cmd_Sortir"), std::runtime_error);
   EXPECT_THROW(control_->Ecrire_Donnees(), std::runtime_error);
   expectNothingWritten();
+  EXPECT_FALSE(control_->W_Sortir());
   EXPECT_EQ(state(), kExisting);
 }
 
