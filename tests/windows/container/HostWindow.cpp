@@ -12,9 +12,13 @@ constexpr int kWidth = 900;
 constexpr int kHeight = 700;
 constexpr int kField = 22;
 
+// All measures are pixels at 96 dots per inch.
+int scaled(int pixels) { return MulDiv(pixels, static_cast<int>(GetDpiForSystem()), 96); }
+
 HWND field(HWND parent, int top) {
-  return CreateWindowExW(0, L"EDIT", L"", WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_BORDER, 4, top,
-                         120, kField, parent, nullptr, nullptr, nullptr);
+  return CreateWindowExW(0, L"EDIT", L"", WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_BORDER, 4,
+                         scaled(top), scaled(120), scaled(kField), parent, nullptr, nullptr,
+                         nullptr);
 }
 
 bool dispatchOne(const std::function<bool(MSG&)>& translate) {
@@ -37,9 +41,9 @@ HostWindow::HostWindow() {
   type.hCursor = LoadCursorW(nullptr, IDC_ARROW);
   type.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
   RegisterClassW(&type);  // fails the second time, harmlessly
-  window_ =
-      CreateWindowExW(WS_EX_CONTROLPARENT, kClass, L"Hôte", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN,
-                      20, 20, kWidth, kHeight, nullptr, nullptr, type.hInstance, this);
+  window_ = CreateWindowExW(WS_EX_CONTROLPARENT, kClass, L"Hôte",
+                            WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, 20, 20, scaled(kWidth),
+                            scaled(kHeight), nullptr, nullptr, type.hInstance, this);
   if (window_ == nullptr) throw std::runtime_error("no host window");
   before_ = field(window_, 4);
   after_ = field(window_, kHeight - 70);
@@ -55,7 +59,9 @@ HostWindow::~HostWindow() {
   pump();
 }
 
-RECT HostWindow::place() const { return {4, 30, 4 + 860, 30 + 590}; }
+RECT HostWindow::place() const {
+  return {4, scaled(30), 4 + scaled(860), scaled(30) + scaled(590)};
+}
 
 void HostWindow::destroy() {
   if (window_ != nullptr) DestroyWindow(window_);

@@ -10,6 +10,8 @@ int main(int argc, char** argv) {
   SetConsoleOutputCP(CP_UTF8);
   // Many hosts do this, and share the C library with the control.
   std::setlocale(LC_ALL, "French");
+  // Hosts of ours say so in their manifest.
+  SetProcessDpiAwarenessContext(DPI_AWARENESS_CONTEXT_PER_MONITOR_AWARE_V2);
   // A crash ends the program.
   SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX);
   OleInitialize(nullptr);

@@ -76,8 +76,10 @@ BOOL CALLBACK findNamed(HWND window, LPARAM where) {
 void Typist::send(std::vector<INPUT>& inputs) {
   if (GetForegroundWindow() != stage_.window.handle())
     throw std::runtime_error("the host's window is not in the foreground");
-  for (INPUT& input : inputs) {
-    SendInput(1, &input, sizeof input);
+  // Held keys go in one piece, so that the display cannot release them in between.
+  const size_t together = inputs.size() > 3 ? inputs.size() : 1;
+  for (size_t i = 0; i < inputs.size(); i += together) {
+    SendInput(static_cast<UINT>(together), &inputs[i], sizeof(INPUT));
     stage_.pump();
   }
 }

@@ -9,6 +9,8 @@ namespace {
 using container::AutomationError;
 using container::FaultStyle;
 
+// ReadRecord and the record's text: failing there, nothing was on the screen to be changed.
+constexpr int kCallsOfALookUp = 2;
 constexpr HRESULT kFailure = static_cast<HRESULT>(0x80040042);
 
 struct Outcome {
@@ -93,7 +95,7 @@ TEST(FailingStore, KeepsTheOldRecordOrTheNewOneWhenSaving) {
     // Nothing typed is lost: it is in the store, or still on the screen.
     EXPECT_TRUE(name == L"Caisse nouvelle" ||
                 running.user.text(L"Txt_RaisonOrgChg") == L"Caisse nouvelle" ||
-                running.state().count("GetText ORGPRISECHARGE 001") == 0)
+                failing <= kCallsOfALookUp)
         << failing;
   });
 }
@@ -131,7 +133,10 @@ TEST(FailingStore, NeverWritesOverABodyWhenCreating) {
     EXPECT_EQ(running.stored(L"003", 1), L"MSA") << failing;
     const std::wstring created = running.stored(L"004", 1);
     EXPECT_TRUE(created.empty() || created == L"CPAM") << failing;
-    EXPECT_TRUE(created == L"CPAM" || running.user.text(L"Txt_SigleOrgChg") == L"CPAM") << failing;
+    // The first call asks for the rights: failing there, no creation is begun.
+    EXPECT_TRUE(created == L"CPAM" || running.user.text(L"Txt_SigleOrgChg") == L"CPAM" ||
+                failing == 1)
+        << failing;
   });
 }
 

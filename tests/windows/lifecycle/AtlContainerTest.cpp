@@ -1,0 +1,146 @@
+// The control in a container that is not ours: the ATL library's window class. It places, shows and
+// closes; it forwards no keys and has no ambients.
+#include <ole2.h>
+
+#include <stdexcept>
+
+#include "tests/windows/lifecycle/ControlTest.h"
+
+namespace lifecycle {
+namespace {
+
+using container::HostWindow;
+using container::Value;
+using Microsoft::WRL::ComPtr;
+using Lines = std::vector<std::wstring>;
+
+template <class Function>
+Function exported(HMODULE module, const char* name) {
+  return reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(module, name)));
+}
+
+class AtlContainer : public testing::Test {
+ protected:
+  using Init = BOOL(WINAPI*)();
+  using Attach = HRESULT(WINAPI*)(IUnknown*, HWND, IUnknown**);
+
+  void SetUp() override {
+    const HMODULE atl = LoadLibraryW(L"atl100.dll");
+    ASSERT_NE(atl, nullptr);
+    static const bool ready = exported<Init>(atl, "AtlAxWinInit")() != FALSE;  // once a process
+    ASSERT_TRUE(ready);
+    const RECT place = window_.place();
+    holder_ =
+        CreateWindowExW(0, L"AtlAxWin100", nullptr, WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN,
+                        place.left, place.top, place.right - place.left, place.bottom - place.top,
+                        window_.handle(), nullptr, nullptr, nullptr);
+    ASSERT_NE(holder_, nullptr);
+    container::fillWithThreeBodies(store_);
+    ComPtr<IUnknown> made = library().create();
+    ASSERT_TRUE(
+        SUCCEEDED(exported<Attach>(atl, "AtlAxAttachControl")(made.Get(), holder_, nullptr)));
+    made.As(&control_);
+    container::put(control_, L"TheClient", Value(store_.client().Get()));
+    container::put(control_, L"TheDatabase", Value(store_.database().Get()));
+    container::put(control_, L"DroitsUtilisateur", Value(store_.rights().Get()));
+    container::call(control_, L"Init");
+    boxes_.setOwner(window_.handle());
+    container::pump();
+  }
+
+  void TearDown() override {
+    control_.Reset();
+    window_.destroy();
+    container::pump();
+    EXPECT_EQ(boxes_.report(), "");
+    EXPECT_EQ(store_.state().alive, 0);
+    EXPECT_EQ(library().canUnloadNow(), S_OK);
+  }
+
+  HWND inner() const {
+    ComPtr<IOleWindow> window;
+    HWND handle = nullptr;
+    if (control_ != nullptr && SUCCEEDED(control_.As(&window))) window->GetWindow(&handle);
+    return handle;
+  }
+
+  HostWindow window_;
+  container::BoxWatcher boxes_;
+  container::FakeStore store_;
+  HWND holder_ = nullptr;
+  ComPtr<IDispatch> control_;
+  container::Typist user_{{window_, [] { container::pump(); }, [this] { return inner(); }}};
+};
+
+TEST_F(AtlContainer, FillsItsPlace) {
+  RECT outer = {};
+  RECT got = {};
+  GetWindowRect(holder_, &outer);
+  GetWindowRect(inner(), &got);
+  EXPECT_TRUE(EqualRect(&outer, &got))
+      << got.left - outer.left << " " << got.top - outer.top << " " << got.right - outer.right
+      << " " << got.bottom - outer.bottom;
+}
+
+TEST_F(AtlContainer, FindsChangesAndRefuses) {
+  user_.click(L"Cbo_SigleOrgChg");
+  user_.type(L"ca");
+  user_.key(VK_RETURN);
+  EXPECT_EQ(user_.lines(L"Cbo_SigleOrgChg"), (Lines{L"CAF", L"CARSAT"}));
+  user_.key(VK_DOWN);
+  EXPECT_EQ(user_.text(L"Txt_CodOrgChg"), L"001");
+  user_.fill(L"Txt_RaisonOrgChg", L"");
+  boxes_.expect(kNoName, kExclamation, L"OK", IDOK);
+  user_.click(L"Cmd_OK");
+  EXPECT_EQ(user_.focused(), L"Txt_RaisonOrgChg");
+  user_.type(L"Caisse nouvelle");
+  user_.click(L"Cmd_OK");
+  EXPECT_EQ(store_.state().attribute(L"ORGPRISECHARGE", L"001", 2), L"Caisse nouvelle");
+  EXPECT_EQ(store_.state().attribute(L"ORGPRISECHARGE", L"001", 59), L"Prise en charge");
+}
+
+TEST_F(AtlContainer, CreatesABody) {
+  user_.click(L"Cmd_Ajouter");
+  user_.type(L"cpam");
+  user_.key(VK_TAB);
+  user_.fill(L"Txt_RaisonOrgChg", L"Caisse primaire");
+  user_.alt(L'o');
+  EXPECT_EQ(store_.state().attribute(L"ORGPRISECHARGE", L"004", 1), L"CPAM");
+  EXPECT_EQ(store_.state().attribute(L"COMPTEUR", L"999", 10), L"004");
+}
+
+TEST_F(AtlContainer, RefusesAndMakesDeletions) {
+  user_.click(L"Txt_CodOrgChg");
+  user_.type(L"002");
+  boxes_.expect(kDelete, kQuestion, L"YESNO", IDYES);
+  boxes_.expect(kHasAgreements, kExclamation, L"OK", IDOK);
+  user_.click(L"Cmd_Supprimer");
+  EXPECT_EQ(store_.state().count("DeleteRecord"), 0);
+  user_.fill(L"Txt_CodOrgChg", L"001");
+  boxes_.expect(kDelete, kQuestion, L"YESNO", IDYES);
+  user_.click(L"Cmd_Supprimer");
+  EXPECT_EQ(store_.state().files[L"ORGPRISECHARGE"].count(L"001"), 0u);
+}
+
+TEST_F(AtlContainer, Leaves) {
+  user_.click(L"Txt_CodOrgChg");
+  user_.type(L"001");
+  user_.fill(L"Txt_RaisonOrgChg", L"Caisse nouvelle");
+  boxes_.expect(kSaveChanges, kQuestion, L"YESNOCANCEL", IDYES);
+  user_.click(L"Cmd_Sortir");
+  EXPECT_TRUE(container::get(control_, L"W_Sortir").truth());
+  EXPECT_EQ(store_.state().attribute(L"ORGPRISECHARGE", L"001", 2), L"Caisse nouvelle");
+}
+
+TEST_F(AtlContainer, ClosesWithABoxOpen) {
+  user_.click(L"Txt_CodOrgChg");
+  user_.type(L"001");
+  boxes_.setOwner(nullptr);
+  boxes_.expect(kDelete, kQuestion, L"YESNO", [this](HWND) { window_.destroy(); });
+  user_.click(L"Cmd_Supprimer");
+  EXPECT_EQ(window_.handle(), nullptr);
+  EXPECT_EQ(store_.state().count("DeleteRecord"), 0);
+}
+
+}  // namespace
+}  // namespace lifecycle
