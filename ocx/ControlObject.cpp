@@ -204,7 +204,9 @@ HRESULT ControlObject::verify(VARIANT_BOOL* accepted, bool (Control::*check)()) 
 HRESULT ControlObject::setClientSite(IOleClientSite* site) {
   sortirPending_ = sortirPending_ && site != nullptr;
   place_.setSite(site);
-  viewChanged();
+  if (site != nullptr) {  // one that goes shall hear of nothing any more
+    viewChanged();
+  }
   return S_OK;
 }
 
