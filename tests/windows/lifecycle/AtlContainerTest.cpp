@@ -38,7 +38,7 @@ class AtlContainer : public testing::Test {
     container::fillWithThreeBodies(store_);
     ComPtr<IUnknown> made = library().create();
     ASSERT_TRUE(
-        SUCCEEDED(exported<Attach>(atl, "AtlAxAttachControl")(made.Get(), holder_, nullptr)));
+        SUCCEEDED(exported<Attach>(atl, "AtlAxAttachControl")(made.Get(), holder_, &site_)));
     made.As(&control_);
     container::put(control_, L"TheClient", Value(store_.client().Get()));
     container::put(control_, L"TheDatabase", Value(store_.database().Get()));
@@ -50,6 +50,7 @@ class AtlContainer : public testing::Test {
 
   void TearDown() override {
     control_.Reset();
+    site_.Reset();
     window_.destroy();
     container::pump();
     EXPECT_EQ(boxes_.report(), "");
@@ -68,6 +69,7 @@ class AtlContainer : public testing::Test {
   container::BoxWatcher boxes_;
   container::FakeStore store_;
   HWND holder_ = nullptr;
+  ComPtr<IUnknown> site_;  // the library makes one only when asked for it
   ComPtr<IDispatch> control_;
   container::Typist user_{{window_, [] { container::pump(); }, [this] { return inner(); }}};
 };
