@@ -110,14 +110,15 @@ Variant LateBound::invoke(const wchar_t* name, WORD how, DISPPARAMS& parameters)
   return (result.get().vt & VT_BYREF) != 0 ? Variant::copyOf(result.get()) : std::move(result);
 }
 
-Variant LateBound::call(const wchar_t* name, std::vector<Variant> arguments) {
+Variant LateBound::call(const wchar_t* name, const std::vector<Variant>& arguments) {
   std::vector<VARIANT> values = backwards(arguments);
   DISPPARAMS parameters{values.data(), nullptr, static_cast<UINT>(values.size()), 0};
   return invoke(name, DISPATCH_METHOD | DISPATCH_PROPERTYGET, parameters);
 }
 
-ComPtr<IDispatch> LateBound::callForObject(const wchar_t* name, std::vector<Variant> arguments) {
-  const Variant answer = call(name, std::move(arguments));
+ComPtr<IDispatch> LateBound::callForObject(const wchar_t* name,
+                                           const std::vector<Variant>& arguments) {
+  const Variant answer = call(name, arguments);
   ComPtr<IDispatch> object;
   if (answer.get().vt == VT_DISPATCH || answer.get().vt == VT_UNKNOWN) {
     object = objectOf(answer.get());

@@ -19,10 +19,10 @@ class LateBound {
   explicit LateBound(Microsoft::WRL::ComPtr<IDispatch> object) : object_(std::move(object)) {}
 
   // A method, or a property read with arguments; the empty name is the default member.
-  Variant call(const wchar_t* name, std::vector<Variant> arguments = {});
+  Variant call(const wchar_t* name, const std::vector<Variant>& arguments = {});
   // As `call`; StoreError (kFailed) when the answer is no object.
   Microsoft::WRL::ComPtr<IDispatch> callForObject(const wchar_t* name,
-                                                  std::vector<Variant> arguments = {});
+                                                  const std::vector<Variant>& arguments = {});
   void put(const wchar_t* name, Variant value);
   bool has(const wchar_t* name);
 

@@ -17,6 +17,8 @@ class HostWindow final : private Holder {
  public:
   // The journal must outlive the window.
   explicit HostWindow(Journal& journal);
+  HostWindow(const HostWindow&) = delete;
+  HostWindow& operator=(const HostWindow&) = delete;
   ~HostWindow() override;
 
   // Takes the control in, places it and shows the window.

@@ -73,10 +73,10 @@ std::vector<com::Variant> words(com::Variant first) {
 }
 
 ComPtr<IDispatch> rightsOfLevel(const Library& library, long level) {
-  const ComPtr<IDispatch> rights = automationOf(library.create(L"Rights"));
+  ComPtr<IDispatch> rights = automationOf(library.create(L"Rights"));
   std::vector<com::Variant> values = words(com::Variant::ofText(kRight));
   values.push_back(com::Variant::ofNumber(level));
-  com::LateBound(rights).call(L"SetLevel", std::move(values));
+  com::LateBound(rights).call(L"SetLevel", values);
   return rights;
 }
 

@@ -469,6 +469,8 @@ class ControlObject final : public _Ctr_OrgPriseCharge,
 
   ControlObject();
   ~ControlObject() override;
+  ControlObject(const ControlObject&) = delete;
+  ControlObject& operator=(const ControlObject&) = delete;
 
   static VARIANT_BOOL truth(bool value) { return value ? VARIANT_TRUE : VARIANT_FALSE; }
 

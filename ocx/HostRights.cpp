@@ -26,7 +26,7 @@ class HostRights final : public screen::Rights {
   std::shared_ptr<screen::RightsEntry> entry(std::string_view right) override {
     std::vector<com::Variant> arguments;
     arguments.push_back(com::Variant::ofText(com::wide(right)));
-    return std::make_shared<HostRightsEntry>(object_.callForObject(L"", std::move(arguments)));
+    return std::make_shared<HostRightsEntry>(object_.callForObject(L"", arguments));
   }
 
  private:

@@ -59,6 +59,7 @@ class InPlace final : public toolkit::win32::ModalHost {
   void enableModeless(bool enable) override;
   void restoreFocus() override;
   HWND surfaceWindow() const override { return window(); }
+  std::shared_ptr<void> keepAlive() const override { return keepAlive_ ? keepAlive_() : nullptr; }
 
  private:
   HRESULT enterPlace();

@@ -47,6 +47,7 @@ INPUT character(wchar_t code, bool up) {
 
 void press(WORD code, const std::vector<WORD>& held) {
   std::vector<INPUT> inputs;
+  inputs.reserve(2 * held.size() + 2);
   for (const WORD modifier : held) {
     inputs.push_back(key(modifier, false));
   }

@@ -130,8 +130,7 @@ std::wstring lines(const std::wstring& name) {
 std::wstring await(const std::wstring& argument) {
   const std::size_t blank = argument.find(L' ');
   const std::wstring name = argument.substr(0, blank);
-  const std::wstring wanted =
-      blank == std::wstring::npos ? std::wstring() : argument.substr(blank + 1);
+  std::wstring wanted = blank == std::wstring::npos ? std::wstring() : argument.substr(blank + 1);
   require(until([&] { return textOf(controlNamed(name)) == wanted; }),
           name + L" shows \"" + read(name) + L"\" instead of \"" + wanted + L"\"");
   return wanted;
