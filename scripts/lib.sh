@@ -67,4 +67,10 @@ start_wine() {
   fi
 }
 
+# On a display of our own there is no window manager; Wine would wait two seconds for its answer
+# whenever a window goes.
+without_window_manager() {
+  wine reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f >>build/wine.log 2>&1
+}
+
 stop_wine() { timeout 20 wineserver -k 2>/dev/null || true; }
