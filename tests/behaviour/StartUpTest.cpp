@@ -239,6 +239,8 @@ TEST_F(FailedStartUp, WithAnOnlyBodyOnScreenCanStillBeLeft) {
   connect();
   desktop_.onEvents = [] { throw std::runtime_error("events"); };
   EXPECT_THROW(control_->Init(), std::runtime_error);
+  ASSERT_EQ(code().text(), "003");
+  EXPECT_TRUE(user_->fill(box("Txt_RaisonOrgChg"), "Autre"));
   press("Cmd_Sortir");
   EXPECT_TRUE(control_->W_Sortir());
   expectNoBox();
