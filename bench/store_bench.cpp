@@ -234,6 +234,7 @@ struct Pair {
   const char* sentence;
   const char* columns;
   const char* sql;
+  double limit = 1.5;
 };
 
 constexpr Pair kPairs[] = {
@@ -255,7 +256,9 @@ constexpr Pair kPairs[] = {
      "SELECT id, value FROM index_PLANCOMPTABLE_1"
      " WHERE value >= 'CLIENTS VENTES DE PRESTATIONS 12' AND value < 'CLIENTS VENTES DE "
      "PRESTATIONS 13' AND id >= '001' AND id < '002'"
-     " ORDER BY value, id"},
+     " ORDER BY value, id",
+     // Whoever wrote the SQL knew which of the two ranges is the narrow one; the store finds out.
+     2.0},
     {"AccountsByShortLabelOfAnEntity",
      "SSELECT PLANCOMPTABLE AVEC 1 = \"CLI]\" AND AVEC @ID = \"001]\" PAR 1", "0 1",
      "SELECT id, value FROM index_PLANCOMPTABLE_1"
@@ -276,7 +279,7 @@ void bySentence(benchmark::State& state, const Pair& pair) {
     benchmark::DoNotOptimize(found);
   }
   state.counters["rows"] = found;
-  state.counters["limit"] = 1.5;
+  state.counters["limit"] = pair.limit;
 }
 
 void bySql(benchmark::State& state, const Pair& pair) {

@@ -109,17 +109,16 @@ class Rows {
   template <typename ValueOf>
   void add(const ValueOf& valueOf) {
     Row row;
-    row.id = keep(valueOf(0));
-    row.keys = keys_.size();
-    for (const int attribute : plan_.order) {
-      keys_.push_back(attribute == 0 ? row.id : keep(valueOf(attribute)));
-    }
     row.answer.start = pool_.size();
-    for (std::size_t i = 0; i < plan_.columns.size(); ++i) {
-      if (i > 0) pool_ += store::kValueMark;
-      pool_ += valueOf(plan_.columns[i]);
+    columns_.clear();
+    for (const int attribute : plan_.columns) {
+      if (!columns_.empty()) pool_ += store::kValueMark;
+      columns_.push_back(keep(valueOf(attribute)));
     }
     row.answer.size = pool_.size() - row.answer.start;
+    row.id = kept(0, valueOf);
+    row.keys = keys_.size();
+    for (const int attribute : plan_.order) keys_.push_back(kept(attribute, valueOf));
     rows_.push_back(row);
   }
 
@@ -160,6 +159,14 @@ class Rows {
     return slice;
   }
 
+  // What the answer holds already is not kept twice.
+  template <typename ValueOf>
+  Slice kept(int attribute, const ValueOf& valueOf) {
+    const auto column = std::find(plan_.columns.begin(), plan_.columns.end(), attribute);
+    if (column == plan_.columns.end()) return keep(valueOf(attribute));
+    return columns_[static_cast<std::size_t>(column - plan_.columns.begin())];
+  }
+
   std::string_view view(const Slice& slice) const {
     return {pool_.data() + slice.start, slice.size};
   }
@@ -176,6 +183,7 @@ class Rows {
   std::string pool_;
   std::vector<Slice> keys_;
   std::vector<Row> rows_;
+  std::vector<Slice> columns_;  // of the row being added
 };
 
 // One statement reads all that counts, so that it sees one state of the store.
