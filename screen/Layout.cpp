@@ -5,7 +5,7 @@ namespace {
 
 constexpr int kFieldHeight = 315;
 constexpr int kLabelHeight = 225;
-constexpr int kLabelDrop = 45;  // brings a label's text to the line of the text in its field
+constexpr int kLabelDrop = 75;  // brings a label's text to the line of the text in its field
 constexpr int kRow = 420;
 constexpr int kMargin = 120;
 
@@ -85,6 +85,7 @@ void placeBar(Screen& screen) {
 
   const toolkit::Place tabs{kMargin, 600, kWidth - 2 * kMargin, kHeight - 600 - kMargin};
   screen.Ong_OrgPriseChg.setPlace(tabs);
+  // For a surface drawn without windows; in windows the tabs say where their pages lie.
   for (int tab = 0; tab < screen.Ong_OrgPriseChg.tabs(); ++tab) {
     screen.Ong_OrgPriseChg.page(tab).setPlace({60, 360, tabs.width - 120, tabs.height - 420});
   }

@@ -29,14 +29,31 @@ void ComboPeer::created() {
   subclass(edit_);
 }
 
-// The height of the window is that of the open list.
+// The height given to the window is that of the open list; closed, it is as high as its field.
 void ComboPeer::applyPlace() {
   const Copying quiet(*this);
   const RECT place = placeInPixels();
+  const int height = place.bottom - place.top;
   const auto line = static_cast<int>(pass(CB_GETITEMHEIGHT, 0));
-  const auto field = static_cast<int>(pass(CB_GETITEMHEIGHT, static_cast<WPARAM>(-1)));
   SetWindowPos(window(), nullptr, place.left, place.top, place.right - place.left,
-               field + 8 + kLinesShown * line, SWP_NOZORDER | SWP_NOACTIVATE);
+               height + kLinesShown * line, SWP_NOZORDER | SWP_NOACTIVATE);
+  fitField(height);
+  if (edit_) centreLine(edit_);
+}
+
+// What the window adds around its field is known to the system alone, and may be more for a height
+// that it was given than for its own.
+void ComboPeer::fitField(int height) {
+  constexpr int kAttempts = 2;
+  auto field = static_cast<int>(pass(CB_GETITEMHEIGHT, static_cast<WPARAM>(-1)));
+  for (int attempt = 0; attempt < kAttempts; ++attempt) {
+    RECT closed{};
+    GetWindowRect(window(), &closed);
+    const int missing = height - static_cast<int>(closed.bottom - closed.top);
+    field += missing;
+    if (missing == 0 || field <= 0) return;
+    pass(CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), field);
+  }
 }
 
 void ComboPeer::applyFont() {
@@ -139,7 +156,8 @@ LRESULT ComboPeer::message(HWND window, UINT message, WPARAM wParam, LPARAM lPar
     asked_ = false;
     return result;
   }
-  return ControlPeer::message(window, message, wParam, lParam);
+  return window == edit_ ? lineMessage(window, message, wParam, lParam)
+                         : ControlPeer::message(window, message, wParam, lParam);
 }
 
 LRESULT ComboPeer::leftKey(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {

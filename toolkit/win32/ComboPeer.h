@@ -1,14 +1,14 @@
 #pragma once
 
 #include "toolkit/ComboBox.h"
-#include "toolkit/win32/ControlPeer.h"
+#include "toolkit/win32/LinePeer.h"
 
 namespace toolkit::win32 {
 
 // Keys and focus of a combo that can be typed into are those of the edit inside it.
-class ComboPeer final : public ControlPeer {
+class ComboPeer final : public LinePeer {
  public:
-  ComboPeer(Host& host, ComboBox& combo) : ControlPeer(host, combo), combo_(combo) {}
+  ComboPeer(Host& host, ComboBox& combo) : LinePeer(host, combo), combo_(combo) {}
   HWND focusWindow() const override { return edit_ ? edit_ : window(); }
   void commanded(WORD code) override;
   HBRUSH colors(HDC, UINT) override { return nullptr; }
@@ -33,6 +33,7 @@ class ComboPeer final : public ControlPeer {
   bool editable() const { return combo_.style() == ComboBox::Style::Editable; }
   // Asks the object before the list opens. False: it must not.
   bool opens();
+  void fitField(int height);
   void fill();
   void copyChoice();
 

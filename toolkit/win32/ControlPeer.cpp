@@ -172,7 +172,6 @@ bool ControlPeer::windowVisible() const {
 }
 
 void ControlPeer::applyEnabled() {
-  if (!followsEnabled()) return;
   const bool enabled = windowEnabled();
   if ((IsWindowEnabled(window_) != FALSE) == enabled) return;
   if (!enabled && host_.hasKeyboard() && GetFocus() == focusWindow()) host_.parkKeyboard();

@@ -89,7 +89,7 @@ class ControlPeer : public Peer, public std::enable_shared_from_this<ControlPeer
   // What the window's own switches follow: what is between it and the window that holds it.
   bool windowEnabled() const;
   virtual bool windowVisible() const;
-  virtual bool followsEnabled() const { return true; }
+  virtual void applyEnabled();
 
   void subclass(HWND window);
   // To the standard window's own procedure.
@@ -109,7 +109,6 @@ class ControlPeer : public Peer, public std::enable_shared_from_this<ControlPeer
   static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
   LRESULT keyMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
   LRESULT press(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-  void applyEnabled();
   void applyVisible();
   LRESULT giveName(WPARAM room, LPARAM buffer) const;
 

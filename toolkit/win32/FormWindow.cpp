@@ -83,7 +83,9 @@ INT_PTR CALLBACK FormWindow::procedure(HWND dialog, UINT message, WPARAM wParam,
       reinterpret_cast<FormWindow*>(lParam)->dialog_ = dialog;
     }
     auto* form = reinterpret_cast<FormWindow*>(GetWindowLongPtrW(dialog, DWLP_USER));
-    return form ? form->message(message, wParam) : FALSE;
+    if (!form) return FALSE;
+    const std::shared_ptr<void> entry = form->keepAlive_();
+    return form->message(message, wParam);
   });
 }
 
@@ -121,6 +123,7 @@ void FormWindow::build() {
   RECT client{};
   GetClientRect(dialog_, &client);
   surface_ = std::make_unique<SurfaceWindow>(window_.surface(), dialog_, client, Ambience{});
+  surface_->onEntry = keepAlive_;
   surface_->keepTabs();
   surface_->show(true);
   if (modal_) surface_->takeFocus();
@@ -145,15 +148,17 @@ void FormWindow::closeAsked() {
     close();  // it could not be built
     return;
   }
+  Window& window = window_;  // what is called from here on may end this form
   surface_->deliver();
-  Surface& surface = window_.surface();
+  if (!window.open()) return;
+  Surface& surface = window.surface();
   if (surface.cancelable()) {
     surface.key({.key = Key::Escape});
     return;
   }
-  if (!window_.onCloseAsked) return;
+  if (!window.onCloseAsked) return;
   const Surface::Action action(surface, Surface::Action::By::User);
-  if (action.accepted()) window_.onCloseAsked();
+  if (action.accepted()) window.onCloseAsked();
 }
 
 }  // namespace toolkit::win32

@@ -3,8 +3,9 @@
 
 #include <windows.h>
 
-#include <exception>
+#include <functional>
 #include <memory>
+#include <utility>
 
 #include "toolkit/Window.h"
 #include "toolkit/win32/SurfaceWindow.h"
@@ -13,7 +14,10 @@ namespace toolkit::win32 {
 
 class FormWindow {
  public:
-  explicit FormWindow(Window& window) : window_(window) {}
+  // `keepAlive`: what each window procedure of the form holds until it has unwound. It keeps the
+  // window and its owner alive meanwhile.
+  FormWindow(Window& window, std::function<std::shared_ptr<void>()> keepAlive)
+      : window_(window), keepAlive_(std::move(keepAlive)) {}
   FormWindow(const FormWindow&) = delete;
   FormWindow& operator=(const FormWindow&) = delete;
   ~FormWindow();
@@ -37,6 +41,7 @@ class FormWindow {
   void closeAsked();
 
   Window& window_;
+  std::function<std::shared_ptr<void>()> keepAlive_;
   HWND dialog_ = nullptr;
   bool modal_ = false;
   bool closed_ = false;

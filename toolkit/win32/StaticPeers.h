@@ -19,6 +19,8 @@ class FramePeer final : public ControlPeer {
   LRESULT message(HWND window, UINT message, WPARAM wParam, LPARAM lParam) override;
 
  private:
+  void paintDisabledCaption();
+
   Frame& frame_;
 };
 

@@ -10,19 +10,9 @@ namespace toolkit::win32 {
 
 namespace {
 
-constexpr int kTabMargin = 6;  // pixels at 96 dpi beside and above a tab's caption
-
-int lineHeight(HDC context) {
-  TEXTMETRICW metrics{};
-  GetTextMetricsW(context, &metrics);
-  return metrics.tmHeight;
-}
-
-int widthOf(HDC context, const std::wstring& text) {
-  SIZE size{};
-  GetTextExtentPoint32W(context, text.c_str(), static_cast<int>(text.size()), &size);
-  return size.cx;
-}
+constexpr int kTabMargin = 6;   // pixels at 96 dpi beside and above a tab's caption
+constexpr int kSpare = 15;      // percent that a caption may be wider in another font
+constexpr int kAroundTabs = 8;  // pixels at 96 dpi that the row leaves free, lest it scrolls
 
 class WindowContext {
  public:
@@ -47,18 +37,19 @@ ControlPeer::Blueprint TabsPeer::blueprint() const {
   classes.dwSize = sizeof classes;
   classes.dwICC = ICC_TAB_CLASSES;
   InitCommonControlsEx(&classes);
-  return {WC_TABCONTROLW,
-          WS_TABSTOP | WS_CLIPCHILDREN | TCS_FIXEDWIDTH | TCS_OWNERDRAWFIXED | TCS_FOCUSNEVER, 0};
+  return {WC_TABCONTROLW, WS_TABSTOP | WS_CLIPCHILDREN | TCS_OWNERDRAWFIXED | TCS_FOCUSNEVER, 0};
 }
 
 void TabsPeer::created() {
-  for (int tab = 0; tab < tabs_.tabs(); ++tab) {
-    std::wstring caption = wide(tabs_.page(tab).caption());
-    TCITEMW item{};
-    item.mask = TCIF_TEXT;
-    item.pszText = caption.data();
-    pass(TCM_INSERTITEMW, static_cast<WPARAM>(tab), reinterpret_cast<LPARAM>(&item));
-  }
+  for (int tab = 0; tab < tabs_.tabs(); ++tab) nameTab(tab, TCM_INSERTITEMW);
+}
+
+void TabsPeer::nameTab(int tab, UINT message) {
+  std::wstring caption = wide(withoutMnemonic(tabs_.page(tab).caption()));
+  TCITEMW item{};
+  item.mask = TCIF_TEXT;
+  item.pszText = caption.data();
+  pass(message, static_cast<WPARAM>(tab), reinterpret_cast<LPARAM>(&item));
 }
 
 void TabsPeer::applyFont() {
@@ -72,30 +63,81 @@ void TabsPeer::applyPlace() {
   host().placeWithin(tabs_);
 }
 
-bool TabsPeer::fitsOnOneLine(int width) {
+int TabsPeer::lineHeight() {
   const WindowContext context(window());
   const Selected font(context.get(), host().font(tabs_.font()));
-  for (int tab = 0; tab < tabs_.tabs(); ++tab) {
-    if (widthOf(context.get(), wide(withoutMnemonic(tabs_.page(tab).caption()))) > width) {
-      return false;
-    }
-  }
-  return true;
+  TEXTMETRICW metrics{};
+  GetTextMetricsW(context.get(), &metrics);
+  return metrics.tmHeight;
 }
 
-// Tabs of one width side by side, as high as the caption that needs most lines.
+int TabsPeer::captionWidth(int tab) {
+  const WindowContext context(window());
+  const Selected font(context.get(), host().font(tabs_.font()));
+  const std::wstring caption = wide(withoutMnemonic(tabs_.page(tab).caption()));
+  SIZE size{};
+  GetTextExtentPoint32W(context.get(), caption.c_str(), static_cast<int>(caption.size()), &size);
+  return size.cx;
+}
+
+// Tabs as wide as their captions, the spare width of the row shared out among them. Where the row
+// is too short for that they are of one width, and their captions break into two lines.
 void TabsPeer::sizeTabs() {
-  if (tabs_.tabs() == 0) return;
+  const int count = tabs_.tabs();
+  if (count == 0) return;
   const Copying quiet(*this);
   RECT client{};
   GetClientRect(window(), &client);
+  const int row = client.right - host().scale().ofPixelsAt96(kAroundTabs);
   const int margin = host().scale().ofPixelsAt96(kTabMargin);
-  const int width = std::max<int>((client.right - 4) / tabs_.tabs(), 2 * margin);
-  const int lines = fitsOnOneLine(width - 2 * margin) ? 1 : 2;
-  const WindowContext context(window());
-  const Selected font(context.get(), host().font(tabs_.font()));
-  pass(TCM_SETITEMSIZE, 0, MAKELPARAM(width, lines * lineHeight(context.get()) + margin));
+  int captions = 0;
+  int widest = 0;
+  for (int tab = 0; tab < count; ++tab) {
+    const int width = captionWidth(tab);
+    captions += width;
+    widest = std::max(widest, width);
+  }
+  const int padding = (row - captions) / (2 * count);
+  if (padding >= margin + MulDiv(widest, kSpare, 200)) {
+    sizeByCaption(std::min(padding, 4 * margin));
+  } else {
+    sizeAlike(std::max(row / count, 2 * margin), margin);
+  }
   InvalidateRect(window(), nullptr, TRUE);
+}
+
+void TabsPeer::sizeByCaption(int padding) {
+  const LONG style = GetWindowLongW(window(), GWL_STYLE);
+  if (style & TCS_FIXEDWIDTH) SetWindowLongW(window(), GWL_STYLE, style & ~TCS_FIXEDWIDTH);
+  const int margin = host().scale().ofPixelsAt96(kTabMargin);
+  pass(TCM_SETMINTABWIDTH, 0, 2 * margin);
+  pass(TCM_SETPADDING, 0, MAKELPARAM(padding, margin / 2));
+  pass(TCM_SETITEMSIZE, 0, MAKELPARAM(0, lineHeight() + margin));
+  // The padding counts from the next time on that a caption is measured.
+  for (int tab = 0; tab < tabs_.tabs(); ++tab) nameTab(tab, TCM_SETITEMW);
+}
+
+void TabsPeer::sizeAlike(int width, int margin) {
+  const LONG style = GetWindowLongW(window(), GWL_STYLE);
+  if (!(style & TCS_FIXEDWIDTH)) SetWindowLongW(window(), GWL_STYLE, style | TCS_FIXEDWIDTH);
+  bool breaks = false;
+  for (int tab = 0; tab < tabs_.tabs(); ++tab) breaks |= captionWidth(tab) > width - 2 * margin;
+  const int lines = breaks ? 2 : 1;
+  pass(TCM_SETITEMSIZE, 0, MAKELPARAM(width, lines * lineHeight() + margin));
+}
+
+void TabsPeer::captionChanged(TabPage& page) {
+  const Copying quiet(*this);
+  for (int tab = 0; tab < tabs_.tabs(); ++tab) {
+    if (&tabs_.page(tab) == &page) nameTab(tab, TCM_SETITEMW);
+  }
+  sizeTabs();
+}
+
+// The standard window does not draw its tabs again by itself.
+void TabsPeer::applyEnabled() {
+  ControlPeer::applyEnabled();
+  redrawTabs();
 }
 
 RECT TabsPeer::pageArea() {
@@ -175,19 +217,22 @@ HWND PagePeer::makeWindow(HWND parent, const RECT& place) {
   return host().createContainer(parent, place);
 }
 
+// The tabs say where their pages lie: beside their own border, which no page may cover.
 void PagePeer::applyPlace() {
   RECT place = placeInPixels();
-  if (page_.place() == Place{}) {
-    if (auto* tabsPeer = static_cast<TabsPeer*>(tabs().peer())) place = tabsPeer->pageArea();
-  }
+  if (auto* tabsPeer = static_cast<TabsPeer*>(tabs().peer())) place = tabsPeer->pageArea();
   SetWindowPos(window(), nullptr, place.left, place.top, place.right - place.left,
                place.bottom - place.top, SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 void PagePeer::copy(Aspect what) {
   if (what != Aspect::Caption) return;
-  auto* tabsPeer = static_cast<TabsPeer*>(tabs().peer());
-  if (tabsPeer) tabsPeer->redrawTabs();
+  if (auto* tabsPeer = static_cast<TabsPeer*>(tabs().peer())) tabsPeer->captionChanged(page_);
+}
+
+// The page's own window stays enabled; its tab shows what it is.
+void PagePeer::applyEnabled() {
+  if (auto* tabsPeer = static_cast<TabsPeer*>(tabs().peer())) tabsPeer->redrawTabs();
 }
 
 bool PagePeer::windowVisible() const {

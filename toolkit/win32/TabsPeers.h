@@ -15,6 +15,7 @@ class TabsPeer final : public ControlPeer {
   void applyPlace() override;
   void applyFont() override;
   void redrawTabs();
+  void captionChanged(TabPage& page);
   // What the tabs leave to the pages, in pixels of the tabs' window.
   RECT pageArea();
 
@@ -22,13 +23,18 @@ class TabsPeer final : public ControlPeer {
   Blueprint blueprint() const override;
   void created() override;
   void copy(Aspect what) override;
+  void applyEnabled() override;
   LRESULT message(HWND window, UINT message, WPARAM wParam, LPARAM lParam) override;
   LRESULT leftKey(HWND window, UINT message, WPARAM wParam, LPARAM lParam) override;
   LRESULT dialogCode() const override { return DLGC_WANTARROWS; }
 
  private:
+  void nameTab(int tab, UINT message);
   void sizeTabs();
-  bool fitsOnOneLine(int width);
+  void sizeByCaption(int padding);
+  void sizeAlike(int width, int margin);
+  int lineHeight();
+  int captionWidth(int tab);
 
   SSTab& tabs_;
 };
@@ -46,7 +52,7 @@ class PagePeer final : public ControlPeer {
   void copy(Aspect what) override;
   bool windowVisible() const override;
   LRESULT message(HWND window, UINT message, WPARAM wParam, LPARAM lParam) override;
-  bool followsEnabled() const override { return false; }
+  void applyEnabled() override;
 
  private:
   SSTab& tabs() const { return static_cast<SSTab&>(*page_.parent()); }

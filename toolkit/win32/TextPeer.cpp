@@ -10,6 +10,16 @@ ControlPeer::Blueprint TextPeer::blueprint() const {
   return {L"EDIT", WS_TABSTOP | ES_AUTOHSCROLL | alignment, WS_EX_CLIENTEDGE};
 }
 
+void TextPeer::applyPlace() {
+  ControlPeer::applyPlace();
+  centreLine(window());
+}
+
+void TextPeer::applyFont() {
+  ControlPeer::applyFont();
+  centreLine(window());
+}
+
 void TextPeer::copy(Aspect what) {
   if (what == Aspect::Text) copyText();
   if (what == Aspect::Selection) copySelection();
@@ -74,7 +84,7 @@ HBRUSH TextPeer::colors(HDC context, UINT message) {
 }
 
 LRESULT TextPeer::message(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-  if (message != WM_PASTE) return ControlPeer::message(window, message, wParam, lParam);
+  if (message != WM_PASTE) return lineMessage(window, message, wParam, lParam);
   host().deliver();
   if (attached() && host().takesInput()) pasteCleaned(window);
   return 0;

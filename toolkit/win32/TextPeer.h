@@ -1,15 +1,17 @@
 #pragma once
 
 #include "toolkit/TextBox.h"
-#include "toolkit/win32/ControlPeer.h"
+#include "toolkit/win32/LinePeer.h"
 
 namespace toolkit::win32 {
 
-class TextPeer final : public ControlPeer {
+class TextPeer final : public LinePeer {
  public:
-  TextPeer(Host& host, TextBox& box) : ControlPeer(host, box), box_(box) {}
+  TextPeer(Host& host, TextBox& box) : LinePeer(host, box), box_(box) {}
   void commanded(WORD code) override;
   HBRUSH colors(HDC context, UINT message) override;
+  void applyPlace() override;
+  void applyFont() override;
 
  protected:
   Blueprint blueprint() const override;

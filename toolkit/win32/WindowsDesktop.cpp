@@ -244,7 +244,8 @@ class WindowsDesktop final : public Desktop {
   }
 
   FormWindow& addForm(Window& window) {
-    forms_.push_back(std::make_unique<FormWindow>(window));
+    forms_.push_back(
+        std::make_unique<FormWindow>(window, [&host = host_] { return host.keepAlive(); }));
     return *forms_.back();
   }
   void removeForm(Window& window) {

@@ -23,6 +23,8 @@ class ModalHost {
   virtual void restoreFocus() = 0;               // a box or form has ended
   // The window whose children's input is discarded by doEvents; null: none.
   virtual HWND surfaceWindow() const = 0;
+  // What the window procedures of a form hold while they run: it keeps the control alive.
+  virtual std::shared_ptr<void> keepAlive() const { return nullptr; }
 };
 
 // The host must outlive the desktop.
