@@ -431,6 +431,92 @@ TEST_F(Peers, TwipsFollowTheDpi) {
   EXPECT_EQ(place.right - place.left, 200);
 }
 
+TEST_F(Peers, ACombosFieldIsAsHighAsATextBoxAtEveryDpi) {
+  host();
+  box.setPlace({150, 300, 1500, 315});
+  combo.setPlace({1800, 300, 1500, 315});
+  for (const unsigned dpi : {96U, 144U, 192U, 96U}) {
+    win32::Ambience ambience;
+    ambience.dpi = dpi;
+    host().surface().setAmbience(ambience);
+    RECT text{};
+    GetWindowRect(window(box), &text);
+    RECT choice{};
+    GetWindowRect(window(combo), &choice);
+    EXPECT_EQ(text.bottom - text.top,
+              MulDiv(615, static_cast<int>(dpi), 1440) - MulDiv(300, static_cast<int>(dpi), 1440));
+    EXPECT_EQ(choice.top, text.top);
+    EXPECT_EQ(choice.bottom, text.bottom) << dpi;
+  }
+}
+
+TEST_F(Peers, ATextBoxWritesItsLineInItsMiddle) {
+  host();
+  box.setPlace({150, 300, 1500, 900});
+  RECT outside{};
+  GetWindowRect(window(box), &outside);
+  RECT line{};
+  GetClientRect(window(box), &line);
+  MapWindowPoints(window(box), nullptr, reinterpret_cast<POINT*>(&line), 2);
+  HDC context = GetDC(window(box));
+  const HGDIOBJ before =
+      SelectObject(context, reinterpret_cast<HFONT>(SendMessageW(window(box), WM_GETFONT, 0, 0)));
+  TEXTMETRICW metrics{};
+  GetTextMetricsW(context, &metrics);
+  SelectObject(context, before);
+  ReleaseDC(window(box), context);
+  const LONG above = line.top - outside.top;
+  const LONG below = outside.bottom - (line.top + metrics.tmHeight);
+  EXPECT_NEAR(static_cast<double>(above), static_cast<double>(below), 1.0);
+  const LPARAM inSpare = MAKELPARAM(outside.left + 20, outside.top + 6);
+  EXPECT_EQ(SendMessageW(window(box), WM_NCHITTEST, 0, inSpare), HTCLIENT);
+}
+
+TEST_F(Peers, EachTabLeavesItsCaptionSpareWidth) {
+  SSTab row(&surface, "Ong_Row", {"Un", "Participation béné&ficiaire", "Trois"});
+  row.setPlace({0, 4500, 6000, 1500});
+  host();
+  HDC context = GetDC(window(row));
+  const HGDIOBJ before =
+      SelectObject(context, reinterpret_cast<HFONT>(SendMessageW(window(row), WM_GETFONT, 0, 0)));
+  for (int tab = 0; tab < row.tabs(); ++tab) {
+    const std::wstring caption = win32::wide(withoutMnemonic(row.page(tab).caption()));
+    SIZE needed{};
+    GetTextExtentPoint32W(context, caption.c_str(), static_cast<int>(caption.size()), &needed);
+    RECT item{};
+    SendMessageW(window(row), TCM_GETITEMRECT, static_cast<WPARAM>(tab),
+                 reinterpret_cast<LPARAM>(&item));
+    EXPECT_GE((item.right - item.left) * 100, needed.cx * 115) << row.page(tab).caption();
+  }
+  SelectObject(context, before);
+  ReleaseDC(window(row), context);
+  host_.reset();
+}
+
+TEST_F(Peers, APageLeavesTheTabsTheirBorder) {
+  tabs.page(0).setPlace({0, 0, 30000, 30000});
+  RECT outside{};
+  GetClientRect(window(tabs), &outside);
+  RECT page{};
+  GetWindowRect(window(tabs.page(0)), &page);
+  MapWindowPoints(nullptr, window(tabs), reinterpret_cast<POINT*>(&page), 2);
+  EXPECT_GT(page.left, outside.left);
+  EXPECT_LT(page.right, outside.right);
+  EXPECT_LT(page.bottom, outside.bottom);
+}
+
+TEST_F(Peers, ATabIsPaintedAgainWhenItIsEnabledOrDisabled) {
+  host().pump();
+  for (const bool enabled : {false, true}) {
+    ValidateRect(window(tabs), nullptr);
+    tabs.setEnabled(enabled);
+    EXPECT_TRUE(GetUpdateRect(window(tabs), nullptr, FALSE));
+    ValidateRect(window(tabs), nullptr);
+    tabs.setTabEnabled(1, enabled);
+    EXPECT_TRUE(GetUpdateRect(window(tabs), nullptr, FALSE));
+  }
+}
+
 TEST_F(Peers, AControlsOwnFontGoesBeforeTheAmbience) {
   list.setFont({"Courier New", 9, true});
   LOGFONTW face{};
