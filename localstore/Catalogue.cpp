@@ -76,7 +76,7 @@ std::shared_ptr<const FileDescription> Catalogue::forWriting(std::string_view na
 std::shared_ptr<const FileDescription> Catalogue::forReading(std::string_view name) {
   const auto known = files_.find(name);
   if (known != files_.end()) return known->second;
-  const std::shared_ptr<const FileDescription> loaded = load(std::string(name));
+  std::shared_ptr<const FileDescription> loaded = load(std::string(name));
   if (!loaded) {
     throw store::StoreError(store::kUnknownFile, "unknown file " + std::string(name));
   }

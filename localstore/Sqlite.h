@@ -62,6 +62,7 @@ class Connection {
   Connection(const std::string& path, Mode mode);
   Connection(const Connection&) = delete;
   Connection& operator=(const Connection&) = delete;
+  ~Connection() = default;
 
   void execute(const std::string& sql);
   // True between the beginning and the end of a transaction.
