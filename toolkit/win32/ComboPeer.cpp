@@ -91,7 +91,7 @@ void ComboPeer::fill() {
   const bool visible = (GetWindowLongW(window(), GWL_STYLE) & WS_VISIBLE) != 0;
   if (visible) pass(WM_SETREDRAW, FALSE);
   pass(CB_RESETCONTENT);
-  pass(CB_INITSTORAGE, static_cast<WPARAM>(combo_.listCount()), combo_.listCount() * 32);
+  pass(CB_INITSTORAGE, static_cast<WPARAM>(combo_.listCount()), LPARAM{32} * combo_.listCount());
   for (const ListItem& item : combo_.items().all()) {
     pass(CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(wide(item.text).c_str()));
   }

@@ -29,6 +29,8 @@ class SurfaceWindow::Implementation final : public Peer,
                                             public std::enable_shared_from_this<Implementation> {
  public:
   Implementation(Surface& surface, SurfaceWindow& face, const Ambience& ambience);
+  Implementation(const Implementation&) = delete;
+  Implementation& operator=(const Implementation&) = delete;
   ~Implementation() override;
 
   void create(HWND parent, const RECT& place);
