@@ -45,11 +45,13 @@ bool RecordView::ecrirePages() {
 }
 
 bool RecordView::pageRefusee() const {
-  const auto& flags = context_.session.ErreurOng;
-  return std::find(flags.begin(), flags.end(), true) != flags.end();
+  const auto flags = screen::erreursDesOnglets(context_.session);
+  return std::any_of(flags.begin(), flags.end(), [](const bool* flag) { return *flag; });
 }
 
-void RecordView::effacerErreurs() { context_.session.ErreurOng.fill(false); }
+void RecordView::effacerErreurs() {
+  for (bool* flag : screen::erreursDesOnglets(context_.session)) *flag = false;
+}
 
 std::string RecordView::texteEcrit() {
   // A body can be loaded in the middle of a save, by the list that the save refills.

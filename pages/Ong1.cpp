@@ -28,7 +28,7 @@ void Ong1::Afficher_Ong1() {
 }
 
 void Ong1::Ecrire_Ong1() {
-  context_.session.ErreurOng[screen::kCoordonnees] = false;
+  context_.session.ErreurOng1 = false;
   if (context_.session.modeVerif && !Verif_Ong1()) return;
   store::DynamicArray& record = context_.session.RecOrgChg->fields();
   for (const Field& field : fields_) {
@@ -38,7 +38,7 @@ void Ong1::Ecrire_Ong1() {
 }
 
 bool Ong1::Verif_Ong1() {
-  context_.session.ErreurOng[screen::kCoordonnees] = false;
+  context_.session.ErreurOng1 = false;
   screen::CommandBar& bar = context_.screen.bar;
   if (bar.Txt_SigleOrgChg.text().empty()) {
     refuser("Le sigle de l'organisme de prise en charge est obligatoire.");
@@ -67,7 +67,7 @@ void Ong1::montrer(Field& field, std::string_view attribute) {
 }
 
 void Ong1::refuser(std::string_view message) {
-  context_.session.ErreurOng[screen::kCoordonnees] = true;
+  context_.session.ErreurOng1 = true;
   screen::avertir(context_.desktop, message);
   context_.screen.Ong_OrgPriseChg.setTab(screen::kCoordonnees);
 }

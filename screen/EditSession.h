@@ -57,8 +57,14 @@ struct EditSession {
   store::DynamicArray organismes;
   store::DynamicArray rechercheSigle;
 
-  std::array<bool, 6> ErreurOng{};  // ErreurOng1 to ErreurOng6: the page was refused
-  bool modeVerif = false;           // the write procedures run their page's check first
+  // The page was refused.
+  bool ErreurOng1 = false;
+  bool ErreurOng2 = false;
+  bool ErreurOng3 = false;
+  bool ErreurOng4 = false;
+  bool ErreurOng5 = false;
+  bool ErreurOng6 = false;
+  bool modeVerif = false;  // the write procedures run their page's check first
   bool enregistrementEnCours = false;
   std::string texteEnAttente;
   bool NouveauBareme = false;
@@ -66,6 +72,12 @@ struct EditSession {
 
   int silence = 0;  // see Quiet
 };
+
+// The six error flags, in tab order.
+inline std::array<bool*, 6> erreursDesOnglets(EditSession& session) {
+  return {&session.ErreurOng1, &session.ErreurOng2, &session.ErreurOng3,
+          &session.ErreurOng4, &session.ErreurOng5, &session.ErreurOng6};
+}
 
 // While one lives, events keep the child controls consistent but the system's handlers do nothing.
 class Quiet {

@@ -38,7 +38,7 @@ class SecondPage : public pages::Page {
     ++writes;
     session_.RecOrgChg->fields().set(store::orgprisecharge::TypeOrgChg, "C");
     if (writes == failsAt) throw std::runtime_error("the page cannot be written");
-    session_.ErreurOng[screen::kRegles] = writes == refusesAt;
+    session_.ErreurOng2 = writes == refusesAt;
   }
   bool verif() override { return true; }
   void vider() override {}
