@@ -1,5 +1,6 @@
 #include "ocx/HostStore.h"
 
+#include <optional>
 #include <utility>
 
 #include "com/LateBound.h"
@@ -54,20 +55,21 @@ class HostRecord final : public store::Record {
   HostRecord(com::LateBound object, std::string asRead, bool found)
       : Record(store::DynamicArray(asRead), found),
         object_(std::move(object)),
-        asRead_(std::move(asRead)) {}
+        held_(std::move(asRead)) {}
 
   void DBWrite() override {
     std::string now = fields().text();
-    if (now != asRead_) {
+    if (held_ != now) {
+      held_.reset();
       object_.put(kWholeText, outgoing(now));
-      asRead_ = std::move(now);
+      held_ = std::move(now);
     }
     object_.call(L"DBWrite");
   }
 
  private:
   com::LateBound object_;
-  std::string asRead_;
+  std::optional<std::string> held_;  // by the host's object; unknown after a failed assignment
 };
 
 // What a store gives that fails to read a record which does not exist: there is no object to write
