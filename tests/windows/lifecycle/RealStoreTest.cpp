@@ -22,9 +22,17 @@ class StoreFile {
     STARTUPINFOW start = {};
     start.cb = sizeof start;
     PROCESS_INFORMATION process = {};
-    if (CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                       &start, &process) == FALSE)
-      throw std::runtime_error("tessaline-store does not start");
+    // A busy machine refuses a new process now and then.
+    constexpr int kTries = 5;
+    for (int i = 1; CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr,
+                                   nullptr, &start, &process) == FALSE;
+         ++i) {
+      if (i == kTries) {
+        throw std::runtime_error("tessaline-store does not start: error " +
+                                 std::to_string(GetLastError()));
+      }
+      Sleep(500);
+    }
     WaitForSingleObject(process.hProcess, 60000);
     CloseHandle(process.hThread);
     CloseHandle(process.hProcess);
