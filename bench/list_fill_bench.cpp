@@ -21,6 +21,7 @@ constexpr int kRounds = 60;
 
 std::vector<toolkit::ListItem> acronyms(int first) {
   std::vector<toolkit::ListItem> lines;
+  lines.reserve(kLines);
   for (int i = first; i < first + kLines; ++i) {
     lines.push_back({"ORGANISME " + std::to_string(i), i});
   }
@@ -93,6 +94,7 @@ std::string measure(HWND window) {
   const std::vector<toolkit::ListItem> lists[] = {acronyms(1000), acronyms(3000)};
   const std::vector<toolkit::ListItem>& lines = lists[0];
   std::vector<std::wstring> wide;
+  wide.reserve(kLines);
   for (const toolkit::ListItem& line : lines) {
     wide.emplace_back(line.text.begin(), line.text.end());
   }

@@ -20,6 +20,8 @@ class GdiPrinter final : public Printer {
       : context_(CreateDCW(L"WINSPOOL", wide(deviceName).c_str(), nullptr, nullptr)) {
     if (!context_) throw std::runtime_error("the system refuses the printer");
   }
+  GdiPrinter(const GdiPrinter&) = delete;
+  GdiPrinter& operator=(const GdiPrinter&) = delete;
   ~GdiPrinter() override {
     if (open_) AbortDoc(context_.get());
   }

@@ -45,7 +45,7 @@ void ListPeer::flush() {
 
 void ListPeer::fill() {
   pass(LB_RESETCONTENT);
-  pass(LB_INITSTORAGE, static_cast<WPARAM>(list_.listCount()), list_.listCount() * 32);
+  pass(LB_INITSTORAGE, static_cast<WPARAM>(list_.listCount()), LPARAM{32} * list_.listCount());
   for (const ListItem& item : list_.items().all()) {
     pass(LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(wide(item.text).c_str()));
   }

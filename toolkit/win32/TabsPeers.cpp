@@ -110,7 +110,7 @@ void TabsPeer::sizeByCaption(int padding) {
   const LONG style = GetWindowLongW(window(), GWL_STYLE);
   if (style & TCS_FIXEDWIDTH) SetWindowLongW(window(), GWL_STYLE, style & ~TCS_FIXEDWIDTH);
   const int margin = host().scale().ofPixelsAt96(kTabMargin);
-  pass(TCM_SETMINTABWIDTH, 0, 2 * margin);
+  pass(TCM_SETMINTABWIDTH, 0, LPARAM{2} * margin);
   pass(TCM_SETPADDING, 0, MAKELPARAM(padding, margin / 2));
   pass(TCM_SETITEMSIZE, 0, MAKELPARAM(0, lineHeight() + margin));
   // The padding counts from the next time on that a caption is measured.

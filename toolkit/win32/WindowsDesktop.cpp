@@ -83,6 +83,8 @@ bool isInput(UINT message) {
 class WindowsDesktop final : public Desktop {
  public:
   explicit WindowsDesktop(ModalHost& host) : host_(host) {}
+  WindowsDesktop(const WindowsDesktop&) = delete;
+  WindowsDesktop& operator=(const WindowsDesktop&) = delete;
   ~WindowsDesktop() override {
     if (pointer_ != Pointer::Normal) SurfaceWindow::keepHourglass(host_.surfaceWindow(), false);
   }
