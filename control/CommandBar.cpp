@@ -3,7 +3,7 @@
 #include <memory>
 #include <utility>
 
-#include "control/BusyScreen.h"
+#include "screen/BusyScreen.h"
 #include "control/NewRecord.h"
 #include "control/Rights.h"
 #include "control/States.h"
@@ -48,7 +48,7 @@ void CommandBar::Cmd_Annuler_Click() {
     return;
   }
   {
-    const BusyScreen busy(context_.desktop, context_.surface);
+    const screen::BusyScreen busy(context_.desktop, context_.surface);
     view_.effacerBareme();
     session.propagationSuspendue = false;
     view_.Vider_Donnees();

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "control/BusyScreen.h"
+#include "screen/BusyScreen.h"
 #include "control/Rights.h"
 #include "store/Counter.h"
 #include "store/Layouts.h"
@@ -59,7 +59,7 @@ void Save::Cmd_OK_Click() {
   bool accepted = false;
   {
     const screen::Held checking(session.modeVerif, true);
-    const BusyScreen busy(context_.desktop, context_.surface);
+    const screen::BusyScreen busy(context_.desktop, context_.surface);
     accepted = enregistrer();
     if (accepted) {
       toolkit::quietly("Remplir_OrgPriseChg", [this] { list_.Remplir_OrgPriseChg(); });

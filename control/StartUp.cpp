@@ -1,6 +1,6 @@
 #include "control/StartUp.h"
 
-#include "control/BusyScreen.h"
+#include "screen/BusyScreen.h"
 #include "control/Ctr_OrgPriseCharge.h"
 #include "control/Rights.h"
 #include "store/Counter.h"
@@ -16,7 +16,7 @@ void StartUp::Init() {
   releaseStore();
   openStore();
   {
-    const BusyScreen busy(context_.desktop, context_.surface);
+    const screen::BusyScreen busy(context_.desktop, context_.surface);
     session.tableauCompteur.reset();
     if (session.OptionCompteur) session.tableauCompteur = store::NewDynamicArray();
     context_.adresse.setTheDatabase(session.TheDatabase);

@@ -19,7 +19,6 @@ class Ong1 : public Page {
 
   void afficher() override { Afficher_Ong1(); }
   void ecrire() override { Ecrire_Ong1(); }
-  bool verif() override { return Verif_Ong1(); }
   void vider() override;
 
  private:

@@ -24,12 +24,10 @@ class Page {
 
   // Afficher_OngN: clears the page, then shows the record. Handlers stay quiet meanwhile.
   virtual void afficher() = 0;
-  // Ecrire_OngN: clears the page's error flag; in checking mode runs the check first. Writes the
-  // page into the record in hand unless the flag is set.
+  // Ecrire_OngN: clears the page's error flag; in checking mode runs the check (Verif_OngN) first,
+  // which has then shown its message and set the flag. Writes the page into the record in hand
+  // unless the flag is set.
   virtual void ecrire() = 0;
-  // Verif_OngN: true when the page may be saved. Otherwise it has shown its message, brought its
-  // tab forward, given the field the focus and set the page's error flag.
-  virtual bool verif() = 0;
   // Clears every field of the page. Handlers stay quiet meanwhile.
   virtual void vider() = 0;
 };

@@ -117,6 +117,7 @@ struct Regles {
   CommandButton Cmd_GaucheRenouv{&Cdr_RenouvOrgChg, "Cmd_GaucheRenouv", "<------"};
   Label Etq_PieceRenouOrgChg{&Cdr_RenouvOrgChg, "Etq_PieceRenouOrgChg", "Pièces à fournir"};
   ListBox Lst_PieceRenouOrgChg{&Cdr_RenouvOrgChg, "Lst_PieceRenouOrgChg", kPlusieurs};
+  Label Etq_StatsOrgChg{in, "Etq_StatsOrgChg", "Catégorie statistique"};
   ComboBox Cbo_StatsOrgChg{in, "Cbo_StatsOrgChg"};
   Frame Cdr_DemandesAccord{in, "Cdr_DemandesAccord", "Demandes d'accord"};
   CheckBox Cac_DemAccordOrgChg{&Cdr_DemandesAccord, "Cac_DemAccordOrgChg",
@@ -124,6 +125,7 @@ struct Regles {
   CheckBox Cac_FactAnticip{&Cdr_DemandesAccord, "Cac_FactAnticip",
                            "Facturation anticipée à l'aidé"};
   CheckBox Cac_LettresInfo{in, "Cac_LettresInfo", "Gestion des lettres d'information"};
+  Label Etq_PeriodFactOrgChg{in, "Etq_PeriodFactOrgChg", "Période de facturation"};
   ComboBox Cbo_PeriodFactOrgChg{in, "Cbo_PeriodFactOrgChg"};
   CheckBox Cac_IncidCompta{in, "Cac_IncidCompta", "Sans incidence comptable"};
   Label Etq_DebitOrgChg{in, "Etq_DebitOrgChg", "Débit"};
@@ -132,6 +134,7 @@ struct Regles {
   Label Etq_CreditOrgChg{in, "Etq_CreditOrgChg", "Crédit"};
   TextBox Txt_CreditOrgChg{in, "Txt_CreditOrgChg"};
   ComboBox Cbo_CreditOrgChg{in, "Cbo_CreditOrgChg"};
+  Label Etq_CpteProdAide{in, "Etq_CpteProdAide", "Produit aide"};
   TextBox Txt_CpteProdAide{in, "Txt_CpteProdAide"};
   ComboBox Cbo_CpteProdAide{in, "Cbo_CpteProdAide"};
 };
@@ -180,6 +183,7 @@ struct PriseEnCharge {
   CheckBox Cac_AjusTarif{in, "Cac_AjusTarif", "Ajustement tarifaire sur facture aidé"};
   CheckBox Cac_CoutGlobal{in, "Cac_CoutGlobal",
                           "Coût global et déduction organisme sur facture aidé"};
+  Label Etq_CptPrestationService{in, "Etq_CptPrestationService", "Compte de prestation de service"};
   TextBox Txt_CodeCptPrestationService{in, "Txt_CodeCptPrestationService"};
   ComboBox Cbo_CptPrestationService{in, "Cbo_CptPrestationService"};
 };
@@ -262,6 +266,7 @@ struct Activites {
   explicit Activites(Container* page) : in(page) {}
   Container* in;
 
+  Label Etq_Entite{in, "Etq_Entite", "Entité juridique"};
   TextBox Txt_Entite{in, "Txt_Entite"};
   ComboBox Cbo_Entite{in, "Cbo_Entite"};
   Label Etq_Activite{in, "Etq_Activite", "Liste des activités possibles"};

@@ -40,7 +40,6 @@ class SecondPage : public pages::Page {
     if (writes == failsAt) throw std::runtime_error("the page cannot be written");
     session_.ErreurOng2 = writes == refusesAt;
   }
-  bool verif() override { return true; }
   void vider() override {}
 
   int writes = 0;

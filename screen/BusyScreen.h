@@ -7,7 +7,7 @@
 #include "toolkit/Surface.h"
 #include "toolkit/Trace.h"
 
-namespace control {
+namespace screen {
 
 // The hourglass, and the whole control disabled, while this lives.
 class BusyScreen {
@@ -42,4 +42,4 @@ class BusyScreen {
   int exceptions_;
 };
 
-}  // namespace control
+}  // namespace screen
