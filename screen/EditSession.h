@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -56,6 +57,12 @@ struct EditSession {
   // Columns "0 1" of all bodies, and of those that the last acronym search found.
   store::DynamicArray organismes;
   store::DynamicArray rechercheSigle;
+
+  // Key in ASSOCIATION of the legal entity chosen; "" while none is.
+  std::string entiteCourante;
+  // Keys of the active agreements, as the last search for them answered.
+  store::DynamicArray accordsActifs;
+  std::int16_t longueurParams = 0;  // characters of the selected slip parameters, in one line
 
   // The page was refused.
   bool ErreurOng1 = false;
