@@ -3,10 +3,10 @@
 #include <memory>
 #include <utility>
 
-#include "screen/BusyScreen.h"
 #include "control/NewRecord.h"
 #include "control/Rights.h"
 #include "control/States.h"
+#include "screen/BusyScreen.h"
 #include "screen/Messages.h"
 #include "store/Request.h"
 

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "agreements/ActiveAgreements.h"
 #include "control/AcronymList.h"
 #include "control/AcronymSearch.h"
 #include "control/CommandBar.h"
@@ -15,7 +16,10 @@
 #include "pages/AddressPanel.h"
 #include "pages/Ong1.h"
 #include "pages/Ong2.h"
+#include "pages/Ong3.h"
 #include "pages/Ong5.h"
+#include "pages/Ong6.h"
+#include "screen/Handlers.h"
 
 namespace control {
 
@@ -27,8 +31,10 @@ class Ctr_OrgPriseCharge::Implementation {
         adresse(screen.coordonnees.adresse, session),
         ong1({desktop, screen, session}, adresse),
         ong2({desktop, screen, session}),
+        ong3({desktop, screen, session}),
         ong5({desktop, screen, session}),
-        context{desktop, surface, screen, session, adresse, {&ong1}},
+        ong6({desktop, screen, session}),
+        context{desktop, surface, screen, session, adresse, {&ong1, &ong2, &ong3, &ong5, &ong6}},
         view(context),
         list(context, view),
         search(context, list, view),
@@ -39,6 +45,10 @@ class Ctr_OrgPriseCharge::Implementation {
     applyState(screen, State::Empty);
     bindLookup();
     bindBar();
+    ong2.lier(handlers);
+    ong3.lier(handlers);
+    ong5.lier(handlers);
+    ong6.lier(handlers);
   }
 
   void setSortir(bool leave) {
@@ -62,6 +72,15 @@ class Ctr_OrgPriseCharge::Implementation {
       return call();
     });
   }
+  void show(pages::Page& page) {
+    started([&] {
+      if (session.RecOrgChg) {
+        page.afficher();
+      } else {
+        page.vider();
+      }
+    });
+  }
   template <class F>
   auto editing(F call) {
     return started([&] {
@@ -78,10 +97,13 @@ class Ctr_OrgPriseCharge::Implementation {
   toolkit::Surface surface{"Ctr_OrgPriseCharge"};
   screen::Screen screen;
   screen::EditSession session;
+  screen::Handlers handlers{session};
   pages::AddressPanel adresse;
   pages::Ong1 ong1;
   pages::Ong2 ong2;
+  pages::Ong3 ong3;
   pages::Ong5 ong5;
+  pages::Ong6 ong6;
   Context context;
   RecordView view;
   AcronymList list;
@@ -93,42 +115,26 @@ class Ctr_OrgPriseCharge::Implementation {
   bool sortir = false;
 
  private:
-  bool active() const { return (session.pret || session.demarrage) && session.silence == 0; }
-
-  // The one place where handlers are kept quiet.
-  template <class Part>
-  toolkit::Control::Handler handler(Part& part, void (Part::*deed)()) {
-    return [this, &part, deed] {
-      if (active()) (part.*deed)();
-    };
-  }
-  template <class Part>
-  std::function<void(char32_t&)> keys(Part& part, void (Part::*deed)(char32_t&)) {
-    return [this, &part, deed](char32_t& key) {
-      if (active()) (part.*deed)(key);
-    };
-  }
-
   void bindLookup() {
     toolkit::TextBox& code = screen.bar.Txt_CodOrgChg;
-    code.onChange = handler(lookup, &Lookup::Txt_CodOrgChg_Change);
-    code.onKeyPress = keys(lookup, &Lookup::Txt_CodOrgChg_KeyPress);
-    code.onGotFocus = handler(lookup, &Lookup::Txt_CodOrgChg_GotFocus);
-    code.onLostFocus = handler(lookup, &Lookup::Txt_CodOrgChg_LostFocus);
+    code.onChange = handlers.on(lookup, &Lookup::Txt_CodOrgChg_Change);
+    code.onKeyPress = handlers.key(lookup, &Lookup::Txt_CodOrgChg_KeyPress);
+    code.onGotFocus = handlers.on(lookup, &Lookup::Txt_CodOrgChg_GotFocus);
+    code.onLostFocus = handlers.on(lookup, &Lookup::Txt_CodOrgChg_LostFocus);
     toolkit::ComboBox& combo = screen.bar.Cbo_SigleOrgChg;
-    combo.onKeyPress = keys(search, &AcronymSearch::Cbo_SigleOrgChg_KeyPress);
-    combo.onClick = handler(search, &AcronymSearch::Cbo_SigleOrgChg_Click);
-    combo.onLostFocus = handler(search, &AcronymSearch::Cbo_SigleOrgChg_LostFocus);
+    combo.onKeyPress = handlers.key(search, &AcronymSearch::Cbo_SigleOrgChg_KeyPress);
+    combo.onClick = handlers.on(search, &AcronymSearch::Cbo_SigleOrgChg_Click);
+    combo.onLostFocus = handlers.on(search, &AcronymSearch::Cbo_SigleOrgChg_LostFocus);
     toolkit::TextBox& sigle = screen.bar.Txt_SigleOrgChg;
-    sigle.onKeyPress = keys(search, &AcronymSearch::Txt_SigleOrgChg_KeyPress);
-    sigle.onChange = handler(search, &AcronymSearch::Txt_SigleOrgChg_Change);
+    sigle.onKeyPress = handlers.key(search, &AcronymSearch::Txt_SigleOrgChg_KeyPress);
+    sigle.onChange = handlers.on(search, &AcronymSearch::Txt_SigleOrgChg_Change);
   }
 
   void bindBar() {
-    screen.bar.Cmd_Ajouter.onClick = handler(bar, &CommandBar::Cmd_Ajouter_Click);
-    screen.bar.Cmd_Supprimer.onClick = handler(bar, &CommandBar::Cmd_Supprimer_Click);
-    screen.bar.Cmd_OK.onClick = handler(save, &Save::Cmd_OK_Click);
-    screen.bar.Cmd_Annuler.onClick = handler(bar, &CommandBar::Cmd_Annuler_Click);
+    screen.bar.Cmd_Ajouter.onClick = handlers.on(bar, &CommandBar::Cmd_Ajouter_Click);
+    screen.bar.Cmd_Supprimer.onClick = handlers.on(bar, &CommandBar::Cmd_Supprimer_Click);
+    screen.bar.Cmd_OK.onClick = handlers.on(save, &Save::Cmd_OK_Click);
+    screen.bar.Cmd_Annuler.onClick = handlers.on(bar, &CommandBar::Cmd_Annuler_Click);
     // Leaving is possible before start-up too, and when it has failed.
     screen.bar.Cmd_Sortir.onClick = [this] { bar.Cmd_Sortir_Click(); };
   }
@@ -179,15 +185,13 @@ void Ctr_OrgPriseCharge::Afficher_Donnees() {
   implementation_->started([&] { implementation_->view.Afficher_Donnees(); });
 }
 
-void Ctr_OrgPriseCharge::Afficher_Ong1() {
-  implementation_->started([&] {
-    if (implementation_->session.RecOrgChg) {
-      implementation_->ong1.Afficher_Ong1();
-    } else {
-      implementation_->ong1.vider();
-    }
-  });
-}
+void Ctr_OrgPriseCharge::Afficher_Ong1() { implementation_->show(implementation_->ong1); }
+
+void Ctr_OrgPriseCharge::Afficher_Ong2() { implementation_->show(implementation_->ong2); }
+
+void Ctr_OrgPriseCharge::Afficher_Ong5() { implementation_->show(implementation_->ong5); }
+
+void Ctr_OrgPriseCharge::Afficher_Ong6() { implementation_->show(implementation_->ong6); }
 
 void Ctr_OrgPriseCharge::Remplir_OrgPriseChg() {
   implementation_->started([&] { implementation_->list.Remplir_OrgPriseChg(); });
@@ -197,12 +201,44 @@ void Ctr_OrgPriseCharge::Remplir_ParamsPoss() {
   implementation_->started([&] { implementation_->ong5.Remplir_ParamsPoss(); });
 }
 
+void Ctr_OrgPriseCharge::Long_ListeParam() {
+  implementation_->started([&] { implementation_->ong5.Long_ListeParam(); });
+}
+
 void Ctr_OrgPriseCharge::Remplir_PiecesPoss() {
   implementation_->started([&] { implementation_->ong2.Remplir_PiecesPoss(); });
 }
 
 void Ctr_OrgPriseCharge::Remplir_StatOrgChg() {
   implementation_->started([&] { implementation_->ong2.Remplir_StatOrgChg(); });
+}
+
+void Ctr_OrgPriseCharge::Remplir_Entite() {
+  implementation_->started([&] { implementation_->ong6.Remplir_Entite(); });
+}
+
+void Ctr_OrgPriseCharge::Remplir_Liste_Activite() {
+  implementation_->started([&] { implementation_->ong6.Remplir_Liste_Activite(); });
+}
+
+void Ctr_OrgPriseCharge::Passage_A_Droite() {
+  implementation_->started([&] { implementation_->ong6.Passage_A_Droite(); });
+}
+
+void Ctr_OrgPriseCharge::Passage_A_Gauche() {
+  implementation_->started([&] { implementation_->ong6.Passage_A_Gauche(); });
+}
+
+void Ctr_OrgPriseCharge::Passage_A_Droite_Tri() {
+  implementation_->started([&] { implementation_->ong5.Passage_A_Droite_Tri(); });
+}
+
+void Ctr_OrgPriseCharge::Passage_A_Gauche_Tri() {
+  implementation_->started([&] { implementation_->ong5.Passage_A_Gauche_Tri(); });
+}
+
+void Ctr_OrgPriseCharge::RechercheAccord() {
+  implementation_->started([&] { agreements::RechercheAccord(implementation_->session); });
 }
 
 void Ctr_OrgPriseCharge::Vider_Donnees() {
@@ -227,8 +263,32 @@ void Ctr_OrgPriseCharge::Ecrire_Ong1() {
   implementation_->editing([&] { implementation_->ong1.Ecrire_Ong1(); });
 }
 
+void Ctr_OrgPriseCharge::Ecrire_Ong2() {
+  implementation_->editing([&] { implementation_->ong2.Ecrire_Ong2(); });
+}
+
+void Ctr_OrgPriseCharge::Ecrire_Ong5() {
+  implementation_->editing([&] { implementation_->ong5.Ecrire_Ong5(); });
+}
+
+void Ctr_OrgPriseCharge::Ecrire_Ong6() {
+  implementation_->editing([&] { implementation_->ong6.Ecrire_Ong6(); });
+}
+
 bool Ctr_OrgPriseCharge::Verif_Ong1() {
   return implementation_->started([&] { return implementation_->ong1.Verif_Ong1(); });
+}
+
+bool Ctr_OrgPriseCharge::Verif_Ong2() {
+  return implementation_->started([&] { return implementation_->ong2.Verif_Ong2(); });
+}
+
+bool Ctr_OrgPriseCharge::Verif_Ong5() {
+  return implementation_->started([&] { return implementation_->ong5.Verif_Ong5(); });
+}
+
+bool Ctr_OrgPriseCharge::Verif_Ong6() {
+  return implementation_->started([&] { return implementation_->ong6.Verif_Ong6(); });
 }
 
 void Ctr_OrgPriseCharge::UserControl_Terminate() {

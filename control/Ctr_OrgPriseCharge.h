@@ -60,19 +60,36 @@ class Ctr_OrgPriseCharge {
 
   void Afficher_Donnees();
   void Afficher_Ong1();
+  void Afficher_Ong2();
+  void Afficher_Ong5();
+  void Afficher_Ong6();
   void Remplir_OrgPriseChg();
   void Remplir_ParamsPoss();
+  void Long_ListeParam();
   void Remplir_PiecesPoss();
   void Remplir_StatOrgChg();
+  void Remplir_Entite();
+  void Remplir_Liste_Activite();
+  void Passage_A_Droite();
+  void Passage_A_Gauche();
+  void Passage_A_Droite_Tri();
+  void Passage_A_Gauche_Tri();
+  void RechercheAccord();
   void Vider_Donnees();
 
   // AccessDenied below level 2.
   void Creer_Donnees();
   void Ecrire_Donnees();
   void Ecrire_Ong1();
+  void Ecrire_Ong2();
+  void Ecrire_Ong5();
+  void Ecrire_Ong6();
 
   // True when the page may be saved.
   bool Verif_Ong1();
+  bool Verif_Ong2();
+  bool Verif_Ong5();
+  bool Verif_Ong6();
 
   // Releases what the control holds, in the fixed order. Nothing but the destructor may be called
   // afterwards.

@@ -1,6 +1,5 @@
 #include "control/Lookup.h"
 
-#include <initializer_list>
 #include <memory>
 #include <utility>
 
@@ -49,15 +48,6 @@ void Lookup::lire(const std::string& code) {
 }
 
 void Lookup::montrer() {
-  screen::Regles& regles = context_.screen.regles;
-  if (context_.session.OptionCompteur) {
-    for (toolkit::Control* field : std::initializer_list<toolkit::Control*>{
-             &regles.Etq_DebitOrgChg, &regles.Txt_DebitOrgChg, &regles.Cbo_DebitOrgChg,
-             &regles.Etq_CreditOrgChg, &regles.Txt_CreditOrgChg, &regles.Cbo_CreditOrgChg,
-             &regles.Txt_CpteProdAide, &regles.Cbo_CpteProdAide}) {
-      field->setEnabled(true);
-    }
-  }
   view_.Afficher_Donnees();
   context_.session.imageNormalisee = view_.texteEcrit();
 }

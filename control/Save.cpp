@@ -2,8 +2,8 @@
 
 #include <utility>
 
-#include "screen/BusyScreen.h"
 #include "control/Rights.h"
+#include "screen/BusyScreen.h"
 #include "store/Counter.h"
 #include "store/Layouts.h"
 #include "toolkit/Trap.h"
@@ -31,8 +31,8 @@ class RecordSwap {
   bool kept_ = false;
 };
 
-// Unless keep() is called, the record in hand is in the end as it was at first: what was not
-// written to the store must not be in it when it is written next.
+// Unless keep() is called, the record in hand is in the end as it was at first: a save that failed
+// leaves nothing half done in it.
 class FieldsKept {
  public:
   explicit FieldsKept(screen::EditSession& session)
@@ -97,7 +97,10 @@ void Save::Creer_Donnees() {
 void Save::creer() {
   screen::EditSession& session = context_.session;
   FieldsKept fields(session);
-  if (!view_.ecrirePages()) return;
+  if (!view_.ecrirePages()) {
+    fields.keep();  // of a refusal, what the pages before it have written stays in hand
+    return;
+  }
   std::string code;
   RecordSwap swap(session, ficheDuNouveauCode(code));
   if (!view_.ecrirePages()) return;
@@ -128,7 +131,10 @@ std::unique_ptr<store::Record> Save::ficheDuNouveauCode(std::string& code) {
 void Save::Ecrire_Donnees() {
   screen::EditSession& session = context_.session;
   FieldsKept fields(session);
-  if (!view_.ecrirePages()) return;
+  if (!view_.ecrirePages()) {
+    fields.keep();  // of a refusal, what the pages before it have written stays in hand
+    return;
+  }
   store::DynamicArray& record = session.RecOrgChg->fields();
   const bool withoutAccounts =
       session.OptionCompteur && context_.screen.regles.Cac_IncidCompta.value();

@@ -21,8 +21,8 @@ class Save {
   // Saves the record being created under the next code, unless a page refuses; then clears the
   // screen and refills the acronym list. Store errors before the write leave everything in hand.
   void Creer_Donnees();
-  // Saves the record in hand, unless a page refuses; then clears the screen. When it is refused or
-  // fails, the record in hand is as before.
+  // Saves the record in hand, unless a page refuses; then clears the screen. When it fails, the
+  // record in hand is as before.
   void Ecrire_Donnees();
 
  private:

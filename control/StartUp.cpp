@@ -1,8 +1,8 @@
 #include "control/StartUp.h"
 
-#include "screen/BusyScreen.h"
 #include "control/Ctr_OrgPriseCharge.h"
 #include "control/Rights.h"
+#include "screen/BusyScreen.h"
 #include "store/Counter.h"
 #include "store/Layouts.h"
 
@@ -75,6 +75,7 @@ void StartUp::releaseStore() {
   session.tableauCompteur.reset();
   session.organismes = store::NewDynamicArray();
   session.rechercheSigle = store::NewDynamicArray();
+  session.accordsActifs = store::NewDynamicArray();
   files.compteur.reset();
   files.tables.reset();
   files.paramBordOrgChg.reset();

@@ -80,11 +80,11 @@ void AddressPanel::afficher(store::DynamicArray& record, int firstAttribute) {
 
 void AddressPanel::ecrire(store::DynamicArray& record, int firstAttribute) {
   for (const Field& field : boxes_) {
-    record.set(firstAttribute + field.step, field.shown.written(field.box->text()));
+    ecrireAttribut(record, firstAttribute + field.step, field.shown.written(field.box->text()));
   }
   const std::string& nature = fields_.Cbo_NatureVoie.text();
-  record.set(firstAttribute + adresse::NatureVoie,
-             nature_.stands(nature) ? nature_.attribute() : cleNature(nature));
+  ecrireAttribut(record, firstAttribute + adresse::NatureVoie,
+                 nature_.stands(nature) ? nature_.attribute() : cleNature(nature));
 }
 
 void AddressPanel::vider() {

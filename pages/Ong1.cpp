@@ -32,7 +32,7 @@ void Ong1::Ecrire_Ong1() {
   if (context_.session.modeVerif && !Verif_Ong1()) return;
   store::DynamicArray& record = context_.session.RecOrgChg->fields();
   for (const Field& field : fields_) {
-    record.set(field.attribute, field.shown.written(field.box->text()));
+    ecrireAttribut(record, field.attribute, field.shown.written(field.box->text()));
   }
   adresse_.ecrire(record, store::adresse::Premier);
 }

@@ -1,20 +1,103 @@
 #include "pages/Ong5.h"
 
-#include <string>
+#include <algorithm>
+#include <array>
+#include <limits>
+#include <utility>
 #include <vector>
 
+#include "pages/BillingPeriod.h"
+#include "pages/MovedLines.h"
+#include "screen/Messages.h"
+#include "store/CodeTable.h"
 #include "store/Conversions.h"
 #include "store/Layouts.h"
 #include "store/Request.h"
 
 namespace pages {
 
-Ong5::Ong5(PageContext context) : context_(context) {}
+namespace attribut = store::orgprisecharge;
+
+namespace {
+
+using Types = std::array<std::pair<std::string_view, toolkit::OptionButton*>, 3>;
+
+Types types(screen::Bordereau& page) {
+  return {{{"I", &page.Opt_IndBordOrgChg},
+           {"R", &page.Opt_RecapBordOrgChg},
+           {"M", &page.Opt_MFPBordOrgChg}}};
+}
+
+// The identifiers of the lines, as one attribute. A line without one is its own identifier.
+std::string identifiants(const toolkit::ListBox& list) {
+  store::DynamicArray lines;
+  int value = 0;
+  for (const toolkit::ListItem& line : list.items().all()) {
+    lines.set(1, ++value, line.data != 0 ? std::to_string(line.data) : line.text);
+  }
+  return std::string(lines.get(1));
+}
+
+int ligneDe(const toolkit::ListBox& list, long identifiant) {
+  for (int line = 0; line < list.listCount(); ++line) {
+    if (list.itemData(line) == identifiant) return line;
+  }
+  return -1;
+}
+
+// Lines for the identifiers in an attribute, labelled as in the list of what is possible. One that
+// is not possible any more is shown as it stands, so that the user sees it and can remove it.
+std::vector<toolkit::ListItem> lignes(const toolkit::ListBox& possible,
+                                      const store::DynamicArray& record, int attribute) {
+  std::vector<toolkit::ListItem> lines;
+  for (int i = 1; i <= record.DCount(attribute); ++i) {
+    const std::string_view identifiant = record.get(attribute, i);
+    const long number = store::wholeNumber(identifiant);
+    const int line = number == 0 ? -1 : ligneDe(possible, number);
+    if (line >= 0) {
+      lines.push_back({possible.list(line), number});
+    } else {
+      lines.push_back({std::string(identifiant), 0});
+    }
+  }
+  return lines;
+}
+
+void deselectionner(toolkit::ListBox& list) {
+  for (int line = 0; line < list.listCount(); ++line) list.setSelected(line, false);
+}
+
+}  // namespace
+
+Ong5::Ong5(PageContext context) : context_(context), page_(context.screen.bordereau) {}
+
+void Ong5::lier(const screen::Handlers& handlers) {
+  const auto ajouter = handlers.on(*this, &Ong5::Lst_ParamPossOrgChg_DblClick);
+  const auto retirer = handlers.on(*this, &Ong5::Lst_ParamSelecOrgChg_DblClick);
+  page_.Lst_ParamPossOrgChg.onDblClick = ajouter;
+  page_.Cmd_DroiteBord.onClick = ajouter;
+  page_.Lst_ParamSelecOrgChg.onDblClick = retirer;
+  page_.Cmd_GaucheBord.onClick = retirer;
+  page_.Cmd_HautBord.onClick = handlers.on(*this, &Ong5::Cmd_HautBord_Click);
+  page_.Cmd_BasBord.onClick = handlers.on(*this, &Ong5::Cmd_BasBord_Click);
+  page_.Bdh_NbExemp.onChange = handlers.on(*this, &Ong5::Bdh_NbExemp_Change);
+  toolkit::TextBox& copies = page_.Txt_NbExEmplOrgChg;
+  copies.onKeyPress = handlers.key(*this, &Ong5::Txt_NbExEmplOrgChg_KeyPress);
+  copies.onChange = handlers.on(*this, &Ong5::Txt_NbExEmplOrgChg_Change);
+  copies.onLostFocus = handlers.on(*this, &Ong5::Txt_NbExEmplOrgChg_LostFocus);
+  page_.Lst_ParamTriPos.onClick = handlers.on(*this, &Ong5::Lst_ParamTriPos_Click);
+  page_.Lst_ParamTriSelect.onClick = handlers.on(*this, &Ong5::Lst_ParamTriSelect_Click);
+  const auto ajouterTri = handlers.on(*this, &Ong5::Passage_A_Droite_Tri);
+  const auto retirerTri = handlers.on(*this, &Ong5::Passage_A_Gauche_Tri);
+  page_.Lst_ParamTriPos.onDblClick = ajouterTri;
+  page_.Cmd_DroiteTri.onClick = ajouterTri;
+  page_.Lst_ParamTriSelect.onDblClick = retirerTri;
+  page_.Cmd_GaucheTri.onClick = retirerTri;
+}
 
 void Ong5::Remplir_ParamsPoss() {
-  screen::Bordereau& page = context_.screen.bordereau;
-  page.Lst_ParamPossOrgChg.clear();
-  page.Lst_LongParam.clear();
+  page_.Lst_ParamPossOrgChg.clear();
+  page_.Lst_LongParam.clear();
   const store::DynamicArray answer =
       store::select(*context_.session.TheDatabase, "SSELECT PARAMBORDORGCHG PAR 1",
                     store::parambordorgchg::kFile, "0 1 2");
@@ -25,8 +108,237 @@ void Ong5::Remplir_ParamsPoss() {
     parameters.push_back({std::string(answer.get(i, 2)), store::wholeNumber(answer.get(i, 1))});
     widths.push_back({std::string(answer.get(i, 3)), 0});
   }
-  page.Lst_ParamPossOrgChg.setItems(std::move(parameters));
-  page.Lst_LongParam.setItems(std::move(widths));
+  page_.Lst_ParamPossOrgChg.setItems(std::move(parameters));
+  page_.Lst_LongParam.setItems(std::move(widths));
+}
+
+// --- Showing
+
+void Ong5::Afficher_Ong5() {
+  const screen::Quiet quiet(context_.session);
+  vider();
+  const store::DynamicArray& record = context_.session.RecOrgChg->fields();
+  montrerParametres(record);
+  for (const auto& [code, option] : types(page_)) {
+    option->setValue(record.get(attribut::TypeBordOrgChg) == code);
+  }
+  montrerExemplaires(record.get(attribut::NbExemplOrgChg));
+  page_.Txt_CodeThesaurus.setText(record.get(attribut::CodeThesaurus));
+  thesaurus_.keep(record.get(attribut::CodeThesaurus), page_.Txt_CodeThesaurus.text());
+  page_.Txt_IdentMagnetOrgChg.setText(record.get(attribut::IdentMagnetOrgChg));
+  identification_.keep(record.get(attribut::IdentMagnetOrgChg), page_.Txt_IdentMagnetOrgChg.text());
+  montrerTri(record);
+}
+
+void Ong5::montrerParametres(const store::DynamicArray& record) {
+  page_.Lst_ParamSelecOrgChg.setItems(
+      lignes(page_.Lst_ParamPossOrgChg, record, attribut::ParamSelecOrgChg));
+  parametres_.keep(record.get(attribut::ParamSelecOrgChg),
+                   identifiants(page_.Lst_ParamSelecOrgChg));
+  ouvrirOrdre();
+  Afficher_NbCarSelect();
+}
+
+void Ong5::montrerTri(const store::DynamicArray& record) {
+  page_.Lst_ParamTriSelect.setItems(
+      lignes(page_.Lst_ParamTriPos, record, attribut::ParamTriSelect));
+  tri_.keep(record.get(attribut::ParamTriSelect), identifiants(page_.Lst_ParamTriSelect));
+}
+
+// A number past the scroll bar's end is shown and kept as it is.
+void Ong5::montrerExemplaires(std::string_view attribute) {
+  const std::string_view shown = attribute.empty() ? "1" : attribute;
+  page_.Txt_NbExEmplOrgChg.setText(shown);
+  exemplaires_.keep(shown, page_.Txt_NbExEmplOrgChg.text());
+  const long copies =
+      std::clamp(store::wholeNumber(shown), static_cast<long>(page_.Bdh_NbExemp.min()),
+                 static_cast<long>(page_.Bdh_NbExemp.max()));
+  page_.Bdh_NbExemp.resetValue(static_cast<int>(copies));
+}
+
+void Ong5::vider() {
+  const screen::Quiet quiet(context_.session);
+  const store::DynamicArray nothing;
+  deselectionner(page_.Lst_ParamPossOrgChg);
+  montrerParametres(nothing);
+  for (const auto& [code, option] : types(page_)) option->setValue(false);
+  montrerExemplaires("");
+  page_.Txt_CodeThesaurus.setText("");
+  thesaurus_.keep("", "");
+  page_.Txt_IdentMagnetOrgChg.setText("");
+  identification_.keep("", "");
+  deselectionner(page_.Lst_ParamTriPos);
+  montrerTri(nothing);
+  page_.Cmd_DroiteTri.setEnabled(false);
+  page_.Cmd_GaucheTri.setEnabled(false);
+}
+
+// --- Writing
+
+void Ong5::Ecrire_Ong5() {
+  context_.session.ErreurOng5 = false;
+  if (context_.session.modeVerif && !Verif_Ong5()) return;
+  store::DynamicArray& record = context_.session.RecOrgChg->fields();
+  ecrireReglesDeGestion(record);
+  for (const auto& [code, option] : types(page_)) {
+    if (option->value()) ecrireAttribut(record, attribut::TypeBordOrgChg, code);
+  }
+  ecrireAttribut(record, attribut::NbExemplOrgChg,
+                 exemplaires_.written(page_.Txt_NbExEmplOrgChg.text()));
+  ecrireAttribut(record, attribut::IdentMagnetOrgChg,
+                 identification_.written(page_.Txt_IdentMagnetOrgChg.text()));
+  ecrireAttribut(record, attribut::CodeThesaurus,
+                 thesaurus_.written(page_.Txt_CodeThesaurus.text()));
+  ecrireAttribut(record, attribut::ParamSelecOrgChg,
+                 parametres_.written(identifiants(page_.Lst_ParamSelecOrgChg)));
+  ecrireAttribut(record, attribut::ParamTriSelect,
+                 tri_.written(identifiants(page_.Lst_ParamTriSelect)));
+}
+
+// A code that its table does not hold is shown by no text; it stays until another is chosen.
+void Ong5::ecrireReglesDeGestion(store::DynamicArray& record) {
+  const screen::Regles& regles = context_.screen.regles;
+  const int periode = regles.Cbo_PeriodFactOrgChg.items().find(regles.Cbo_PeriodFactOrgChg.text());
+  if (periode >= 0 && static_cast<std::size_t>(periode) < kPeriodesFact.size()) {
+    ecrireAttribut(record, attribut::PeriodFactOrgChg,
+                   kPeriodesFact[static_cast<std::size_t>(periode)]);
+  }
+  const store::DynamicArray& table = context_.session.statOrgChg->fields();
+  const std::string& label = regles.Cbo_StatsOrgChg.text();
+  if (label != store::labelOfCode(table, record.get(attribut::StatsOrgChg))) {
+    ecrireAttribut(record, attribut::StatsOrgChg, store::codeOfLabel(table, label));
+  }
+  ecrireAttribut(record, attribut::DemAccordOrgChg, regles.Cac_DemAccordOrgChg.value() ? "1" : "0");
+}
+
+// --- Checking
+
+bool Ong5::Verif_Ong5() {
+  context_.session.ErreurOng5 = false;
+  const screen::Regles& regles = context_.screen.regles;
+  if (page_.Lst_ParamSelecOrgChg.list(0).empty()) {
+    return refuser("Au moins un paramètre pour l'édition du bordereau doit être sélectionné.",
+                   screen::kBordereau, page_.Lst_ParamPossOrgChg);
+  }
+  if (page_.Opt_MFPBordOrgChg.value() && !regles.Opt_TypePrincipalOrgChg.value()) {
+    return refuser("Le type d'organisme doit être obligatoirement principal.", screen::kRegles,
+                   context_.screen.regles.Opt_TypePrincipalOrgChg);
+  }
+  Long_ListeParam();
+  if (context_.session.longueurParams > kLargeurBordereau) {
+    return refuser("La taille cumulée des paramètres sélectionnés est de " +
+                       std::to_string(context_.session.longueurParams) +
+                       " caractères alors que la largeur de la page ne peut être supérieure à " +
+                       "130",
+                   screen::kBordereau, page_.Lst_ParamSelecOrgChg);
+  }
+  return true;
+}
+
+bool Ong5::refuser(const std::string& message, int tab, toolkit::Control& field) {
+  context_.session.ErreurOng5 = true;
+  screen::avertir(context_.desktop, message);
+  context_.screen.Ong_OrgPriseChg.setTab(tab);
+  field.setFocus();
+  return false;
+}
+
+// --- Columns of the slip
+
+void Ong5::Lst_ParamPossOrgChg_DblClick() {
+  if (!page_.Lst_ParamPossOrgChg.enabled()) return;
+  ajouterSelection(page_.Lst_ParamPossOrgChg, page_.Lst_ParamSelecOrgChg);
+  page_.Cmd_HautBord.setEnabled(true);
+  page_.Cmd_BasBord.setEnabled(true);
+  Afficher_NbCarSelect();
+}
+
+void Ong5::Lst_ParamSelecOrgChg_DblClick() {
+  retirerSelection(page_.Lst_ParamSelecOrgChg);
+  Afficher_NbCarSelect();
+  ouvrirOrdre();
+}
+
+void Ong5::ouvrirOrdre() {
+  const bool several = page_.Lst_ParamSelecOrgChg.listCount() > 1;
+  page_.Cmd_HautBord.setEnabled(several);
+  page_.Cmd_BasBord.setEnabled(several);
+}
+
+void Ong5::Cmd_HautBord_Click() { deplacer(-1); }
+
+void Ong5::Cmd_BasBord_Click() { deplacer(1); }
+
+// The highlighted line changes place with its neighbour, and stays highlighted.
+void Ong5::deplacer(int step) {
+  toolkit::ListBox& list = page_.Lst_ParamSelecOrgChg;
+  const int line = list.listIndex();
+  const int other = line + step;
+  if (!list.selected(line) || other < 0 || other >= list.listCount()) return;
+  const toolkit::ListItem moved{list.list(line), list.itemData(line)};
+  const toolkit::ListItem neighbour{list.list(other), list.itemData(other)};
+  const bool neighbourSelected = list.selected(other);
+  list.replaceItem(other, moved.text, moved.data);
+  list.replaceItem(line, neighbour.text, neighbour.data);
+  list.setSelected(line, neighbourSelected);
+  list.setSelected(other, true);
+  list.setListIndex(other);
+}
+
+void Ong5::Long_ListeParam() {
+  long total = 0;
+  for (const toolkit::ListItem& line : page_.Lst_ParamSelecOrgChg.items().all()) {
+    if (line.text.empty()) continue;
+    const int possible = page_.Lst_ParamPossOrgChg.items().find(line.text);
+    if (possible >= 0) total += store::wholeNumber(page_.Lst_LongParam.list(possible));
+    total = std::clamp<long>(total, 0, std::numeric_limits<std::int16_t>::max());
+  }
+  context_.session.longueurParams = static_cast<std::int16_t>(total);
+}
+
+void Ong5::Afficher_NbCarSelect() {
+  Long_ListeParam();
+  const int total = context_.session.longueurParams;
+  page_.Etq_NbCarSelect.setColor(total > kLargeurBordereau ? toolkit::kRed : toolkit::kBlack);
+  page_.Etq_NbCarSelect.setCaption(
+      total < 1 ? "" : std::to_string(total) + "/" + std::to_string(kLargeurBordereau));
+}
+
+// --- Sorting
+
+void Ong5::Passage_A_Droite_Tri() {
+  ajouterSelection(page_.Lst_ParamTriPos, page_.Lst_ParamTriSelect);
+}
+
+void Ong5::Passage_A_Gauche_Tri() { retirerSelection(page_.Lst_ParamTriSelect); }
+
+void Ong5::Lst_ParamTriPos_Click() { page_.Cmd_DroiteTri.setEnabled(true); }
+
+void Ong5::Lst_ParamTriSelect_Click() { page_.Cmd_GaucheTri.setEnabled(true); }
+
+// --- Copies: the scroll bar and the digit beside it say the same.
+
+void Ong5::Bdh_NbExemp_Change() {
+  const screen::Quiet quiet(context_.session);
+  page_.Txt_NbExEmplOrgChg.setText(std::to_string(page_.Bdh_NbExemp.value()));
+}
+
+void Ong5::Txt_NbExEmplOrgChg_KeyPress(char32_t& key) {
+  const bool digit = key >= U'1' && key <= U'9';
+  if (!digit && key >= U' ') key = 0;
+}
+
+void Ong5::Txt_NbExEmplOrgChg_Change() {
+  const long copies = store::wholeNumber(page_.Txt_NbExEmplOrgChg.text());
+  if (copies < page_.Bdh_NbExemp.min() || copies > page_.Bdh_NbExemp.max()) return;
+  page_.Bdh_NbExemp.resetValue(static_cast<int>(copies));
+}
+
+// What is no number of copies gives way to the scroll bar's.
+void Ong5::Txt_NbExEmplOrgChg_LostFocus() {
+  const std::string& text = page_.Txt_NbExEmplOrgChg.text();
+  if (exemplaires_.stands(text) || text == std::to_string(page_.Bdh_NbExemp.value())) return;
+  Bdh_NbExemp_Change();
 }
 
 }  // namespace pages

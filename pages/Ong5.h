@@ -1,20 +1,70 @@
-// The slip parameters page: what start-up fills.
+// The slip parameters page: columns of the billing slip and their order, type, copies, sorting.
 #pragma once
 
+#include <string>
+
 #include "pages/Page.h"
+#include "pages/ShownAttribute.h"
+#include "screen/Handlers.h"
 
 namespace pages {
 
-class Ong5 {
+// Characters of a printed line.
+inline constexpr int kLargeurBordereau = 130;
+
+class Ong5 : public Page {
  public:
   explicit Ong5(PageContext context);
+
+  void lier(const screen::Handlers& handlers);
 
   // The possible parameters by label, each with its identifier as item data, and their printed
   // widths in the hidden list. Throws what the store throws; the lists are then empty.
   void Remplir_ParamsPoss();
+  // Adds up the widths of the selected parameters (EditSession::longueurParams).
+  void Long_ListeParam();
+  void Passage_A_Droite_Tri();
+  void Passage_A_Gauche_Tri();
+
+  void Afficher_Ong5();
+  // Also writes the billing period, the statistics category and the agreement requests, which the
+  // management rules page shows.
+  void Ecrire_Ong5();
+  bool Verif_Ong5();
+
+  void afficher() override { Afficher_Ong5(); }
+  void ecrire() override { Ecrire_Ong5(); }
+  void vider() override;
 
  private:
+  void Lst_ParamPossOrgChg_DblClick();
+  void Lst_ParamSelecOrgChg_DblClick();
+  void Cmd_HautBord_Click();
+  void Cmd_BasBord_Click();
+  void Bdh_NbExemp_Change();
+  void Txt_NbExEmplOrgChg_KeyPress(char32_t& key);
+  void Txt_NbExEmplOrgChg_Change();
+  void Txt_NbExEmplOrgChg_LostFocus();
+  void Lst_ParamTriPos_Click();
+  void Lst_ParamTriSelect_Click();
+
+  void montrerParametres(const store::DynamicArray& record);
+  void montrerTri(const store::DynamicArray& record);
+  void montrerExemplaires(std::string_view attribute);
+  void ecrireReglesDeGestion(store::DynamicArray& record);
+  bool refuser(const std::string& message, int tab, toolkit::Control& field);
+
+  void deplacer(int step);
+  void ouvrirOrdre();
+  void Afficher_NbCarSelect();
+
   PageContext context_;
+  screen::Bordereau& page_;
+  ShownAttribute parametres_;
+  ShownAttribute tri_;
+  ShownAttribute exemplaires_;
+  ShownAttribute thesaurus_;
+  ShownAttribute identification_;
 };
 
 }  // namespace pages

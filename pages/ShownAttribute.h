@@ -3,7 +3,15 @@
 #include <string>
 #include <string_view>
 
+#include "store/DynamicArray.h"
+
 namespace pages {
+
+// Writes an attribute unless it holds that text already: a record saved unchanged keeps its text,
+// and no empty attribute is put behind its last one.
+inline void ecrireAttribut(store::DynamicArray& record, int attribute, std::string_view text) {
+  if (record.get(attribute) != text) record.set(attribute, text);
+}
 
 // An attribute as it stands on screen. A field may show less than its attribute holds (value marks
 // cannot stand in a field, and a code is shown by its label), so the attribute itself is written

@@ -64,7 +64,13 @@ Screen::Screen(toolkit::Surface& surface)
   bar.Txt_CodOrgChg.setMaxLength(3);
   bordereau.Lst_LongParam.setVisible(false);
   activites.Lst_CodActSelect.setVisible(false);
-  for (int tab = kRegles; tab <= kActivites; ++tab) hidePage(Ong_OrgPriseChg.page(tab));
+  hidePage(Ong_OrgPriseChg.page(kPriseEnCharge));
+  hidePage(Ong_OrgPriseChg.page(kParticipation));
+  priseEnCharge.Cdr_AttribOrgChg.setVisible(true);
+  priseEnCharge.Etq_CptPrestationService.setVisible(true);
+  priseEnCharge.Txt_CodeCptPrestationService.setVisible(true);
+  priseEnCharge.Cbo_CptPrestationService.setVisible(true);
+  bordereau.Bdh_NbExemp.setRange(1, 9);
 }
 
 }  // namespace screen

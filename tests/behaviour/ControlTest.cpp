@@ -43,8 +43,18 @@ void fillTables(testing_support::MemoryStore& store) {
   store.set("COMPTEUR", "999", 10, "003");
   store.put("PARAMBORDORGCHG", "1", {"Nom", "30"});
   store.put("PARAMBORDORGCHG", "2", {"Heures", "8"});
+  store.put("ASSOCIATION", "010", {"AIDE DU VAL"});
+  store.put("ACTIVITES", "010P01",
+            {"Aide ménagère", "010", "", "", "", "", "", "", "", "", "", "P", "SAAD"});
   store.put("NATUREVOIE", "AV", {"Avenue"});
   store.put("NATUREVOIE", "R", {"Rue"});
+}
+
+void completeBody(testing_support::MemoryStore& store, std::string_view code) {
+  const std::vector<std::pair<int, const char*>> rules{
+      {17, "M"},   {18, "P"},      {19, "3"}, {20, "0"}, {24, "H"}, {44, "0"}, {45, "I"},
+      {46, "010"}, {47, "010P01"}, {48, "1"}, {50, "0"}, {51, "0"}, {57, "0"}, {61, "1"}};
+  for (const auto& [attribute, text] : rules) store.set("ORGPRISECHARGE", code, attribute, text);
 }
 
 void fillThreeBodies(testing_support::MemoryStore& store) {
@@ -55,6 +65,7 @@ void fillThreeBodies(testing_support::MemoryStore& store) {
              "M. Facture", "", "P"});
   store.put("ORGPRISECHARGE", "002", {"CRAM", "Caisse régionale"});
   store.put("ORGPRISECHARGE", "003", {"CAF", "Caisse familiale"});
+  for (const char* code : {"001", "002", "003"}) completeBody(store, code);
 }
 
 ControlTest::ControlTest()
@@ -80,6 +91,16 @@ void ControlTest::beginCreation(std::string_view sigle, std::string_view raison)
   ASSERT_TRUE(press("Cmd_Ajouter"));
   ASSERT_TRUE(user_->type(sigle));
   ASSERT_TRUE(user_->fill(box("Txt_RaisonOrgChg"), raison));
+  completeCreation();
+  ASSERT_TRUE(user_->click(tabs(), 0));
+  ASSERT_TRUE(user_->go(box("Txt_RaisonOrgChg")));
+}
+
+void ControlTest::completeCreation() {
+  ASSERT_TRUE(user_->click(tabs(), 5));
+  ASSERT_TRUE(user_->fill(box("Txt_Entite"), "010"));
+  ASSERT_TRUE(user_->click(tabs(), 4));
+  ASSERT_TRUE(user_->dblClick(child<ListBox>("Lst_ParamPossOrgChg"), 0));
 }
 
 std::string ControlTest::state() {

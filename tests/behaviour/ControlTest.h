@@ -48,7 +48,11 @@ class TestRights : public screen::Rights {
 
 // Three bodies, 001 DOMUS, 002 CRAM, 003 CAF; the counter stands at 003.
 void fillThreeBodies(testing_support::MemoryStore& store);
-// Code tables, counter, slip parameters and kinds of street; no body.
+// Gives a body what the pages after the first ask for, so that it can be saved: a principal one in
+// hours, of legal entity 010, with one activity and one slip parameter.
+void completeBody(testing_support::MemoryStore& store, std::string_view code);
+// Code tables, counter, slip parameters, a legal entity with an activity, and kinds of street; no
+// body.
 void fillTables(testing_support::MemoryStore& store);
 
 class ControlTest : public testing::Test {
@@ -73,8 +77,11 @@ class ControlTest : public testing::Test {
 
   // The user types a code into the empty code field.
   void lookUp(std::string_view code);
-  // The user starts a creation and fills the two fields that it needs.
+  // The user starts a creation and fills what it needs: the two fields of the first page, the
+  // legal entity, a slip parameter. The first page is in front again at the end.
   void beginCreation(std::string_view sigle = "NEUF", std::string_view raison = "Organisme neuf");
+  // The same for the pages after the first of a creation that has been started.
+  void completeCreation();
   bool press(std::string_view name) { return user_->click(button(name)); }
 
   // What each button, the code and the acronym's fields are: see state().

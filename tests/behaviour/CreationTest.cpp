@@ -124,6 +124,7 @@ TEST_F(Creation, GoesOnAfterARefusal) {
   expectBox("La raison sociale de l'organisme de prise en charge est obligatoire.",
             Icon::Exclamation);
   user_->type("Organisme neuf");
+  completeCreation();
   press("Cmd_OK");
   EXPECT_EQ(attribute("004", 2), "Organisme neuf");
 }

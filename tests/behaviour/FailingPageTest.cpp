@@ -146,12 +146,13 @@ TEST_F(FailingPage, CanBeSavedOnceItWorks) {
   EXPECT_FALSE(session.RecOrgChg);
 }
 
-TEST_F(FailingPage, ThatRefusesLeavesNothingOfThePagesBeforeIt) {
+TEST_F(FailingPage, ThatRefusesWritesNothingToTheStore) {
   show();
   second.refusesAt = 1;
   save.Cmd_OK_Click();
   expectNothingWritten();
-  EXPECT_EQ(session.RecOrgChg->fields().text(), before_);
+  EXPECT_EQ(session.RecOrgChg->fields().get(2), "Nouveau nom");
+  EXPECT_EQ(session.RecOrgChg->fields().get(18), "C");
 }
 
 TEST_F(FailingPage, OfACreationDrawsNoCodeWhenItFailsFirst) {

@@ -9,6 +9,7 @@ class OnlyBody : public ControlTest {
   OnlyBody() {
     fillTables(store_);
     store_.put("ORGPRISECHARGE", "003", {"CAF", "Caisse familiale"});
+    completeBody(store_, "003");
     start();
   }
 };
@@ -173,6 +174,8 @@ TEST_F(OnlyBody, DoesNotBreakIntoACreation) {
 
 TEST_F(OnlyBody, TheFirstOneCreatedIsLoaded) {
   testing_support::MemoryStore fresh;
+  fillTables(fresh);
+  fresh.set("COMPTEUR", "999", 10, "000");
   control_->setTheDatabase(fresh.connect());
   control_->Init();
   beginCreation();

@@ -21,7 +21,7 @@ TEST_F(Save, WritesTheChangeOnce) {
   press("Cmd_OK");
   EXPECT_EQ(attribute("001", 2), "Domus");
   EXPECT_EQ(store_.calls(CallKind::DBWrite).size(), 1U);
-  EXPECT_EQ(store_.told()[0], "DBWrite ORGPRISECHARGE 001");
+  EXPECT_EQ(store_.calls(CallKind::DBWrite)[0].told(), "DBWrite ORGPRISECHARGE 001");
   expectNoBox();
 }
 
@@ -55,11 +55,12 @@ TEST_F(Save, AFailedOneLeavesTheRecordInHandAsItWas) {
   EXPECT_EQ(box("Txt_RaisonOrgChg").text(), "Domus Mutuelle");
 }
 
-TEST_F(Save, OtherPagesAttributesSurviveUntouched) {
+TEST_F(Save, AttributesThatNoPageShowsSurviveUntouched) {
   const std::string value(1, store::kValueMark);
   store::DynamicArray record = store_.record("ORGPRISECHARGE", "001");
   for (int i = 13; i <= 14; ++i) record.set(i, "libre" + std::to_string(i));
-  for (int i = 17; i <= 62; ++i) record.set(i, "a" + value + std::to_string(i));
+  for (int i = 25; i <= 42; ++i) record.set(i, "a" + value + std::to_string(i));
+  for (const int i : {60, 63, 70}) record.set(i, "a" + value + std::to_string(i));
   store_.put("ORGPRISECHARGE", "001", record);
   change();
   press("Cmd_OK");
@@ -190,15 +191,19 @@ TEST_F(Save, WithoutAccountingEffectTheDebitAndCreditAccountsAreEmptied) {
   store_.set("ORGPRISECHARGE", "001", 56, "7400000000");
   control_->Init();
   lookUp("001");
+  store_.set("ACTIVITES", "010P01", 12, "M");
+  lookUp("002");
+  lookUp("001");
   child<CheckBox>("Cac_IncidCompta").setValue(true);
   press("Cmd_OK");
   EXPECT_EQ(attribute("001", 22), "");
   EXPECT_EQ(attribute("001", 23), "");
-  EXPECT_EQ(attribute("001", 56), "7400000000");
+  EXPECT_EQ(attribute("001", 56), "");
 }
 
-TEST_F(Save, AccountsEmptiedByAFailedOneComeBack) {
+TEST_F(Save, AFailedOneDoesNotEmptyTheAccountsOfTheRecordInHand) {
   store_.set("COMPTEUR", "999", 15, "X");
+  store_.set("ACTIVITES", "010P01", 12, "M");
   store_.set("ORGPRISECHARGE", "001", 22, "4110000000");
   store_.set("ORGPRISECHARGE", "001", 23, "7060000000");
   control_->Init();
@@ -207,7 +212,8 @@ TEST_F(Save, AccountsEmptiedByAFailedOneComeBack) {
   store_.fail(CallKind::DBWrite);
   press("Cmd_OK");
   store_.stopFailing();
-  child<CheckBox>("Cac_IncidCompta").setValue(false);
+  control_->Afficher_Ong2();
+  EXPECT_EQ(box("Txt_DebitOrgChg").text(), "4110000000");
   press("Cmd_OK");
   EXPECT_EQ(state(), kEmpty);
   EXPECT_EQ(attribute("001", 22), "4110000000");
@@ -420,9 +426,7 @@ TEST_F(MultivaluedContacts, AreNotWrittenIntoAnotherBody) {
   user_->fill(box("Txt_Complement"), shown);
   press("Cmd_OK");
   EXPECT_EQ(attribute("002", 3), shown);
-  press("Cmd_Ajouter");
-  user_->type("NEUF");
-  user_->fill(box("Txt_RaisonOrgChg"), "Organisme neuf");
+  beginCreation();
   user_->fill(box("Txt_Complement"), shown);
   press("Cmd_OK");
   EXPECT_EQ(attribute("004", 3), shown);

@@ -1,0 +1,194 @@
+#include "pages/AccountPair.h"
+
+#include <utility>
+#include <vector>
+
+#include "screen/BusyScreen.h"
+#include "screen/Messages.h"
+#include "store/Layouts.h"
+#include "store/Request.h"
+#include "text/Utf8.h"
+#include "toolkit/Trap.h"
+
+namespace pages {
+namespace {
+
+namespace plan = store::plancomptable;
+
+constexpr char32_t kEntree = 13;
+constexpr char32_t kRetourArriere = 8;
+constexpr std::size_t kChiffres = 10;
+constexpr std::size_t kCodeEntite = 3;
+
+bool complet(const std::string& numero) { return text::length(numero) == kChiffres; }
+
+}  // namespace
+
+AccountPair::AccountPair(PageContext context, const Fields& fields)
+    : context_(context), fields_(fields) {}
+
+void AccountPair::lier(const screen::Handlers& handlers) {
+  fields_.numero.onKeyPress = handlers.key(*this, &AccountPair::numeroKeyPress);
+  fields_.numero.onLostFocus = handlers.on(*this, &AccountPair::numeroLostFocus);
+  fields_.numero.onChange = handlers.on(*this, &AccountPair::numeroChange);
+  fields_.numero.onGotFocus = handlers.on(*this, &AccountPair::numeroGotFocus);
+  fields_.libelle.onClick = handlers.on(*this, &AccountPair::libelleClick);
+  fields_.libelle.onChange = handlers.on(*this, &AccountPair::libelleChange);
+  fields_.libelle.onKeyPress = handlers.key(*this, &AccountPair::libelleKeyPress);
+  fields_.libelle.onGotFocus = handlers.on(*this, &AccountPair::libelleGotFocus);
+  fields_.libelle.onLostFocus = handlers.on(*this, &AccountPair::libelleLostFocus);
+}
+
+void AccountPair::montrer(std::string_view account, std::string_view entity) {
+  const screen::Quiet quiet(context_.session);
+  resultat_ = store::NewDynamicArray();
+  fields_.numero.setText(account);
+  fields_.libelle.clear();
+  const std::string& numero = fields_.numero.text();
+  shown_.keep(account, numero);
+  if (!complet(numero) || entity.empty()) return;
+  toolkit::quietly("AccountPair::montrer", [&] {
+    const auto record =
+        context_.session.files.planComptable->ReadRecord(std::string(entity) + numero);
+    fields_.libelle.setText(record->fields().get(plan::Libelle));
+  });
+}
+
+const std::string& AccountPair::compte() const { return shown_.written(fields_.numero.text()); }
+
+void AccountPair::setEnabled(bool enabled) {
+  fields_.numero.setEnabled(enabled);
+  fields_.libelle.setEnabled(enabled);
+}
+
+void AccountPair::numeroGotFocus() { exigerEntite(fields_.sansEntiteNumero); }
+
+void AccountPair::libelleGotFocus() { exigerEntite(fields_.sansEntiteLibelle); }
+
+void AccountPair::exigerEntite(std::string_view message) {
+  toolkit::TextBox& entite = context_.screen.activites.Txt_Entite;
+  if (!entite.text().empty()) return;
+  screen::avertir(context_.desktop, message);
+  context_.screen.Ong_OrgPriseChg.setTab(screen::kActivites);
+  entite.setFocus();
+}
+
+void AccountPair::numeroKeyPress(char32_t& key) {
+  if (key != kEntree) {
+    const bool chiffre = key >= U'0' && key <= U'9';
+    if (!chiffre && key != kRetourArriere) key = 0;
+    return;
+  }
+  const std::string& numero = fields_.numero.text();
+  if (numero.empty() || text::length(numero) >= kChiffres) return;
+  toolkit::quietly("AccountPair::chercherNumero", [this] { chercherNumero(); });
+}
+
+void AccountPair::numeroLostFocus() {
+  char32_t key = kEntree;
+  numeroKeyPress(key);
+}
+
+void AccountPair::chercherNumero() {
+  const store::DynamicArray found = [this] {
+    const screen::BusyScreen busy(context_.desktop, *fields_.numero.surface());
+    return interroger("AVEC @ID = " +
+                      store::quotedPrefix(context_.session.entiteCourante + fields_.numero.text()));
+  }();
+  if (!store::anySelected(found)) {
+    refuser("Le compte comptable n'existe pas.");
+    return;
+  }
+  fields_.libelle.clear();
+  fields_.numero.setText("");
+  lister(found);
+  if (fields_.libelle.listCount() == 1) fields_.libelle.setListIndex(0);
+}
+
+store::DynamicArray AccountPair::interroger(const std::string& conditions) {
+  return store::select(*context_.session.TheDatabase,
+                       "SSELECT PLANCOMPTABLE " + conditions + " PAR 1", plan::kFile, "0 1");
+}
+
+void AccountPair::lister(const store::DynamicArray& answer) {
+  resultat_ = store::turnedOver(answer);
+  const int count = answer.DCount();
+  std::vector<toolkit::ListItem> lines;
+  lines.reserve(static_cast<std::size_t>(count));
+  for (int i = 1; i <= count; ++i) lines.push_back({std::string(resultat_.get(2, i)), 0});
+  fields_.libelle.setItems(std::move(lines));
+}
+
+void AccountPair::libelleClick() {
+  const int line = fields_.libelle.listIndex();
+  const bool chosen = line >= 0 && !fields_.libelle.text().empty();
+  fields_.numero.setText(chosen ? text::mid(resultat_.get(1, line + 1), kCodeEntite + 1) : "");
+}
+
+void AccountPair::libelleChange() {
+  if (fields_.libelle.text().empty() && !numeroEnCours_) fields_.numero.setText("");
+}
+
+void AccountPair::libelleKeyPress(char32_t& key) {
+  if (key != kEntree) {
+    screen::filtrerRecherche(context_.desktop, key);
+  } else if (fields_.libelle.text().empty()) {
+    fields_.numero.setText("");
+  } else {
+    toolkit::quietly("AccountPair::chercherLibelle", [this] { chercherLibelle(); });
+  }
+}
+
+void AccountPair::libelleLostFocus() {
+  if (complet(fields_.numero.text()) || fields_.libelle.text().empty()) return;
+  char32_t key = kEntree;
+  libelleKeyPress(key);
+}
+
+void AccountPair::chercherLibelle() {
+  const std::string typed = fields_.libelle.text();
+  const screen::BusyScreen busy(context_.desktop, *fields_.libelle.surface());
+  const store::DynamicArray found =
+      interroger("AVEC 1 = " + store::quotedPrefix(text::upper(typed)) +
+                 " AND AVEC @ID = " + store::quotedPrefix(context_.session.entiteCourante));
+  fields_.libelle.clear();
+  if (store::anySelected(found)) {
+    lister(found);
+    return;
+  }
+  context_.desktop.beep();
+  screen::avertir(context_.desktop, "Aucune ventilation comptable commençant par " + typed);
+}
+
+void AccountPair::numeroChange() {
+  const std::string& numero = fields_.numero.text();
+  if (fields_.classe == Classe::Sept && !numero.empty() && numero.front() != '7') {
+    refuser("Vous devez saisir un compte de classe 7.");
+    return;
+  }
+  toolkit::quietly("AccountPair::verifierNumero", [this] { verifierNumero(); });
+}
+
+void AccountPair::verifierNumero() {
+  if (!complet(fields_.numero.text())) {
+    const screen::Held enCours(numeroEnCours_, true);
+    fields_.libelle.clear();
+    return;
+  }
+  const auto record = context_.session.files.planComptable->ReadRecord(
+      context_.session.entiteCourante + fields_.numero.text());
+  if (!record->found()) {
+    refuser("Ce compte n'existe pas.");
+    return;
+  }
+  const screen::Held enCours(numeroEnCours_, true);
+  fields_.libelle.setText(record->fields().get(plan::Libelle));
+}
+
+void AccountPair::refuser(std::string_view message) {
+  screen::avertir(context_.desktop, message);
+  fields_.numero.setText("");
+  fields_.numero.setFocus();
+}
+
+}  // namespace pages

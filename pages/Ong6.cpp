@@ -1,0 +1,411 @@
+#include "pages/Ong6.h"
+
+#include <optional>
+#include <string_view>
+#include <unordered_map>
+#include <unordered_set>
+#include <utility>
+
+#include "pages/HoursRule.h"
+#include "screen/Messages.h"
+#include "store/Layouts.h"
+#include "store/Request.h"
+#include "text/Utf8.h"
+#include "toolkit/Trap.h"
+
+namespace pages {
+
+namespace attribut = store::orgprisecharge;
+
+namespace {
+
+constexpr char32_t kEntree = 13;
+constexpr std::size_t kCodeEntite = 3;
+constexpr std::size_t kLargeurLibelle = 20;
+constexpr std::size_t kPositionType = kLargeurLibelle + 2;  // of the type in a line, from 1
+constexpr int kCodes = 1;
+constexpr int kLibelles = 2;
+constexpr int kTypes = 3;
+
+// A letter that is no type stands for itself.
+std::string_view nomDuType(std::string_view letter) {
+  if (letter == "P") return "Prestataire";
+  if (letter == "M") return "Mandataire";
+  if (letter == "I") return "Intermédiaire";
+  if (letter == "S") return "SSIAD";
+  return letter;
+}
+
+bool vide(std::string_view text) { return text::trim(text).empty(); }
+
+// The three lists of the covered activities, as they are being put together.
+struct Couvertes {
+  std::vector<toolkit::ListItem> lignes;
+  std::vector<toolkit::ListItem> codes;
+  std::vector<toolkit::ListItem> types;
+
+  void ajouter(std::string ligne, std::string code, std::string type) {
+    lignes.push_back({std::move(ligne), 0});
+    codes.push_back({std::move(code), 0});
+    types.push_back({std::move(type), 0});
+  }
+  void montrer(screen::Activites& page) {
+    page.Lst_ActSelect.setItems(std::move(lignes));
+    page.Lst_CodActSelect.setItems(std::move(codes));
+    page.Lst_TypeAct.setItems(std::move(types));
+  }
+};
+
+}  // namespace
+
+Ong6::Ong6(PageContext context) : context_(context), page_(context.screen.activites) {}
+
+void Ong6::lier(const screen::Handlers& handlers) {
+  page_.Txt_Entite.onChange = handlers.on(*this, &Ong6::Txt_Entite_Change);
+  page_.Cbo_Entite.onKeyPress = handlers.key(*this, &Ong6::Cbo_Entite_KeyPress);
+  page_.Cbo_Entite.onDropDown = handlers.on(*this, &Ong6::Cbo_Entite_DropDown);
+  page_.Cbo_Entite.onClick = handlers.on(*this, &Ong6::Cbo_Entite_Click);
+  page_.Cbo_Entite.onLostFocus = handlers.on(*this, &Ong6::Cbo_Entite_LostFocus);
+  const auto droite = handlers.on(*this, &Ong6::Passage_A_Droite);
+  const auto gauche = handlers.on(*this, &Ong6::Passage_A_Gauche);
+  page_.Lst_Activite.onDblClick = droite;
+  page_.Cmd_PasseDroit.onClick = droite;
+  page_.Lst_ActSelect.onDblClick = gauche;
+  page_.Cmd_PasseGauche.onClick = gauche;
+}
+
+// --- Legal entity
+
+void Ong6::Txt_Entite_Change() {
+  const std::string code = page_.Txt_Entite.text();
+  const bool complete = text::length(code) == kCodeEntite;
+  // A store that fails leaves the code as typed, and no entity.
+  if (complete && toolkit::quietly("Txt_Entite_Change", [&] { choisirEntite(code); })) return;
+  oublierEntite();
+}
+
+void Ong6::choisirEntite(const std::string& code) {
+  const auto record = context_.session.files.association->ReadRecord(code);
+  if (!record->found()) {
+    oublierEntite();
+    screen::avertir(context_.desktop, "Cette entité juridique n'existe pas.");
+    page_.Txt_Entite.setText("");
+    page_.Txt_Entite.setFocus();
+    return;
+  }
+  nomEntite_ = record->fields().get(store::association::NomAsso);
+  page_.Cbo_Entite.setText(nomEntite_);
+  Remplir_Liste_Activite();
+  context_.session.entiteCourante = code;
+}
+
+void Ong6::oublierEntite() {
+  context_.session.entiteCourante.clear();
+  nomEntite_.clear();
+  page_.Cbo_Entite.setText("");
+  viderListes();
+  page_.Cmd_PasseDroit.setEnabled(false);
+  page_.Cmd_PasseGauche.setEnabled(false);
+}
+
+void Ong6::Remplir_Entite() {
+  lister(store::select(*context_.session.TheDatabase, "SSELECT ASSOCIATION PAR 1",
+                       store::association::kFile, "0 1"));
+}
+
+void Ong6::lister(const store::DynamicArray& answer) {
+  std::vector<toolkit::ListItem> lines;
+  if (store::anySelected(answer)) {
+    for (int i = 1; i <= answer.DCount(); ++i) lines.push_back({std::string(answer.get(i, 2)), 0});
+  }
+  entites_ = answer;
+  const std::string text = page_.Cbo_Entite.text();
+  page_.Cbo_Entite.setItems(std::move(lines));
+  page_.Cbo_Entite.setText(text);
+}
+
+void Ong6::Cbo_Entite_KeyPress(char32_t& key) {
+  if (key != kEntree) {
+    screen::filtrerRecherche(context_.desktop, key);
+    return;
+  }
+  toolkit::quietly("Cbo_Entite_KeyPress", [this] { chercherEntite(); });
+}
+
+void Ong6::chercherEntite() {
+  const std::string typed = page_.Cbo_Entite.text();
+  const store::DynamicArray found = store::select(
+      *context_.session.TheDatabase,
+      "SSELECT ASSOCIATION AVEC 1 = " + store::quotedPrefix(text::upper(typed)) + " PAR 1",
+      store::association::kFile, "0 1");
+  if (!store::anySelected(found)) {
+    screen::avertir(context_.desktop, "Aucune entité juridique commençant par " + typed);
+    return;
+  }
+  lister(found);
+}
+
+void Ong6::Cbo_Entite_DropDown() {
+  toolkit::quietly("Cbo_Entite_DropDown", [this] { Remplir_Entite(); });
+}
+
+void Ong6::Cbo_Entite_Click() {
+  const int line = page_.Cbo_Entite.listIndex();
+  if (line < 0) return;
+  const std::string code(entites_.get(line + 1, 1));
+  // The code may stand there without its entity: typed, but not read.
+  if (page_.Txt_Entite.text() == code && context_.session.entiteCourante != code) {
+    page_.Txt_Entite.setText("");
+  }
+  page_.Txt_Entite.setText(code);
+}
+
+// What was typed for a search is no entity's name: the name of the one chosen comes back.
+void Ong6::Cbo_Entite_LostFocus() {
+  if (context_.session.entiteCourante.empty() || page_.Cbo_Entite.text().empty()) return;
+  page_.Cbo_Entite.setText(nomEntite_);
+}
+
+// --- Activities
+
+void Ong6::Remplir_Liste_Activite() {
+  viderListes();
+  const store::DynamicArray answer = store::select(
+      *context_.session.TheDatabase,
+      "SSELECT ACTIVITES AVEC CodAssoActivite = " + store::quoted(page_.Txt_Entite.text()) +
+          " PAR 1 ",
+      store::activites::kFile, "0 1 12");
+  if (store::anySelected(answer)) {
+    activites_ = store::turnedOver(answer);
+    std::vector<toolkit::ListItem> lines;
+    for (int i = 1; i <= answer.DCount(); ++i) {
+      lines.push_back({ligne({std::string(activites_.get(kLibelles, i)),
+                              std::string(activites_.get(kTypes, i))}),
+                       0});
+    }
+    page_.Lst_Activite.setItems(std::move(lines));
+  }
+  page_.Cmd_PasseDroit.setEnabled(true);
+  page_.Cmd_PasseGauche.setEnabled(true);
+}
+
+void Ong6::viderListes() {
+  activites_ = store::NewDynamicArray();
+  for (toolkit::ListBox* list :
+       {&page_.Lst_Activite, &page_.Lst_ActSelect, &page_.Lst_CodActSelect, &page_.Lst_TypeAct}) {
+    list->clear();
+  }
+}
+
+std::string Ong6::ligne(const Activite& activite) {
+  return text::fit(activite.libelle, kLargeurLibelle) + " " + std::string(nomDuType(activite.type));
+}
+
+void Ong6::Passage_A_Droite() {
+  std::unordered_set<std::string> covered;
+  for (const toolkit::ListItem& code : page_.Lst_CodActSelect.items().all()) {
+    covered.insert(code.text);
+  }
+  for (int line = 0; line < page_.Lst_Activite.listCount(); ++line) {
+    if (!page_.Lst_Activite.selected(line)) continue;
+    const std::string code(activites_.get(kCodes, line + 1));
+    const std::string& text = page_.Lst_Activite.list(line);
+    const std::string type = text::mid(text, kPositionType, 1);
+    const std::string& premier = page_.Lst_TypeAct.list(0);
+    if (covered.contains(code) || (!premier.empty() && type != premier)) continue;
+    covered.insert(code);
+    page_.Lst_CodActSelect.addItem(code);
+    page_.Lst_TypeAct.addItem(type);
+    page_.Lst_ActSelect.addItem(text);
+    page_.Lst_Activite.setSelected(line, false);
+  }
+  reglerSemaine(page_);
+  if (!page_.Opt_Semaine.enabled()) page_.Opt_Totalite.setValue(true);
+}
+
+void Ong6::Passage_A_Gauche() {
+  Couvertes kept;
+  for (int line = 0; line < page_.Lst_ActSelect.listCount(); ++line) {
+    if (page_.Lst_ActSelect.selected(line)) continue;
+    kept.ajouter(page_.Lst_ActSelect.list(line), page_.Lst_CodActSelect.list(line),
+                 page_.Lst_TypeAct.list(line));
+  }
+  kept.montrer(page_);
+  page_.Opt_Semaine.setEnabled(!estMandataire(page_));
+}
+
+// --- Showing
+
+void Ong6::Afficher_Ong6() {
+  const screen::Quiet quiet(context_.session);
+  vider();
+  const store::DynamicArray& record = context_.session.RecOrgChg->fields();
+  page_.Txt_Entite.setText(record.get(attribut::Entite));
+  entite_.keep(record.get(attribut::Entite), page_.Txt_Entite.text());
+  const std::string code = page_.Txt_Entite.text();
+  if (!code.empty()) {
+    const auto entity = context_.session.files.association->ReadRecord(code);
+    if (entity->found()) {
+      nomEntite_ = entity->fields().get(store::association::NomAsso);
+      page_.Cbo_Entite.setText(nomEntite_);
+      Remplir_Liste_Activite();
+      context_.session.entiteCourante = code;
+    }
+  }
+  montrerCouvertes(record);
+  montrerHeures(record);
+}
+
+// A code that no activity has is shown as it stands, under the type of the others, and stays until
+// the user removes it.
+void Ong6::montrerCouvertes(const store::DynamicArray& record) {
+  std::unordered_map<std::string, int> positions;
+  for (int i = page_.Lst_Activite.listCount(); i >= 1; --i) {
+    positions[std::string(activites_.get(kCodes, i))] = i;
+  }
+  std::vector<std::pair<std::string, Activite>> covered;
+  std::string type;
+  for (int i = 1; i <= record.DCount(attribut::CodActSelect); ++i) {
+    std::string code(record.get(attribut::CodActSelect, i));
+    const auto possible = positions.find(code);
+    Activite known = activite(code, possible == positions.end() ? 0 : possible->second);
+    if (type.empty()) type = known.type;
+    covered.emplace_back(std::move(code), std::move(known));
+  }
+  Couvertes shown;
+  for (auto& [code, known] : covered) {
+    if (known.type.empty()) known.type = type;
+    shown.ajouter(ligne(known), code, known.type);
+  }
+  shown.montrer(page_);
+}
+
+void Ong6::montrerHeures(const store::DynamicArray& record) {
+  const std::string_view hours = record.get(attribut::GestionExclu);
+  const bool principal = record.get(attribut::TypeOrgChg) == "P";
+  page_.Cdr_GestionExclu.setEnabled(principal);
+  page_.Opt_DimJF.setValue(principal && hours == "1");
+  page_.Opt_Semaine.setValue(principal && hours == "2");
+  page_.Opt_Totalite.setValue(!page_.Opt_DimJF.value() && !page_.Opt_Semaine.value());
+  reglerSemaine(page_);
+}
+
+void Ong6::vider() {
+  const screen::Quiet quiet(context_.session);
+  entites_ = store::NewDynamicArray();
+  page_.Cbo_Entite.clear();
+  page_.Txt_Entite.setText("");
+  entite_.keep("", "");
+  oublierEntite();
+  page_.Cdr_GestionExclu.setEnabled(true);
+  for (toolkit::OptionButton* option :
+       {&page_.Opt_Totalite, &page_.Opt_DimJF, &page_.Opt_Semaine}) {
+    option->setValue(false);
+  }
+  page_.Opt_Semaine.setEnabled(true);
+}
+
+// --- Writing
+
+void Ong6::Ecrire_Ong6() {
+  context_.session.ErreurOng6 = false;
+  if (context_.session.modeVerif && !Verif_Ong6()) return;
+  store::DynamicArray& record = context_.session.RecOrgChg->fields();
+  ecrireAttribut(record, attribut::Entite, entite_.written(page_.Txt_Entite.text()));
+  store::DynamicArray codes;
+  for (int line = 0; line < page_.Lst_ActSelect.listCount(); ++line) {
+    codes.set(1, line + 1, page_.Lst_CodActSelect.list(line));
+  }
+  ecrireAttribut(record, attribut::CodActSelect, codes.get(1));
+  std::string_view hours = "0";
+  if (page_.Opt_DimJF.value()) hours = "1";
+  if (page_.Opt_Semaine.value()) hours = "2";
+  ecrireAttribut(record, attribut::GestionExclu, hours);
+}
+
+// --- Checking
+
+bool Ong6::Verif_Ong6() {
+  context_.session.ErreurOng6 = false;
+  const std::string& type = page_.Lst_TypeAct.list(0);
+  screen::Regles& regles = context_.screen.regles;
+  const bool principal = regles.Opt_TypePrincipalOrgChg.value();
+  if (vide(page_.Txt_Entite.text()) || vide(page_.Cbo_Entite.text())) {
+    return refuser("L'organisme de prise en charge doit couvrir au moins une activité.",
+                   screen::kActivites, page_.Txt_Entite);
+  }
+  if (page_.Lst_ActSelect.listCount() == 0 && typesMeles()) {
+    return refuser("Vous devez sélectionner au moins une activité.", screen::kActivites,
+                   page_.Lst_Activite);
+  }
+  if (!principal && type == "M") return refuser("La caisse doit être de type principal.");
+  if (!memeService()) {
+    return refuser(
+        "Toutes les activités couvertes par l'organisme doivent être rattachées au même service.");
+  }
+  const bool sansCompta = type == "M" || (type == "P" && regles.Opt_TypeComplOrgChg.value());
+  if (regles.Cac_IncidCompta.value() && !sansCompta) {
+    return refuser(
+        "Le choix 'Sans incidence comptable' ne peut être utilisé que par les organismes de type "
+        "'Mandataire'\r\nou de type 'Prestataire' et 'Complémentaire'.",
+        screen::kRegles, regles.Cac_IncidCompta);
+  }
+  screen::PriseEnCharge& prise = context_.screen.priseEnCharge;
+  if (type == "P" && principal && !prise.Opt_HeureOrgChg.value()) {
+    return refuser(
+        "L'attribution des notifications d'accords doit être en heures pour des activités de type "
+        "prestataire et pour un organisme principal.",
+        screen::kPriseEnCharge, prise.Opt_HeureOrgChg);
+  }
+  return true;
+}
+
+// Are the possible activities of several types?
+bool Ong6::typesMeles() const {
+  for (int i = 2; i <= page_.Lst_Activite.listCount(); ++i) {
+    if (activites_.get(kTypes, i) != activites_.get(kTypes, 1)) return true;
+  }
+  return false;
+}
+
+// A code that no activity has is attached to none.
+bool Ong6::memeService() const {
+  std::optional<std::string> service;
+  for (const toolkit::ListItem& code : page_.Lst_CodActSelect.items().all()) {
+    if (code.text.empty()) continue;
+    const auto record = context_.session.files.activites->ReadRecord(code.text);
+    if (!record->found()) continue;
+    std::string own(record->fields().get(store::activites::Service));
+    if (service && *service != own) return false;
+    service = std::move(own);
+  }
+  return true;
+}
+
+bool Ong6::refuser(std::string_view message) {
+  context_.session.ErreurOng6 = true;
+  screen::avertir(context_.desktop, message);
+  return false;
+}
+
+bool Ong6::refuser(std::string_view message, int tab, toolkit::Control& field) {
+  refuser(message);
+  context_.screen.Ong_OrgPriseChg.setTab(tab);
+  field.setFocus();
+  return false;
+}
+
+// Of the possible activity at that position, or (0) of the record of that code.
+Ong6::Activite Ong6::activite(const std::string& code, int position) const {
+  if (position > 0) {
+    return {std::string(activites_.get(kLibelles, position)),
+            std::string(activites_.get(kTypes, position))};
+  }
+  if (code.empty()) return {};
+  const auto record = context_.session.files.activites->ReadRecord(code);
+  if (!record->found()) return {code, ""};
+  return {std::string(record->fields().get(store::activites::Libelle)),
+          std::string(record->fields().get(store::activites::TypeActivite))};
+}
+
+}  // namespace pages

@@ -1,0 +1,74 @@
+// The covered activities page: legal entity, its activities, allocation of hours.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "pages/Page.h"
+#include "pages/ShownAttribute.h"
+#include "screen/Handlers.h"
+#include "store/DynamicArray.h"
+
+namespace pages {
+
+class Ong6 : public Page {
+ public:
+  explicit Ong6(PageContext context);
+
+  void lier(const screen::Handlers& handlers);
+
+  // All legal entities in the combo, by name; its text stays. Throws what the store throws; the
+  // list is then as before.
+  void Remplir_Entite();
+  // The activities of the entity in Txt_Entite, none of them covered. Throws what the store throws;
+  // the lists are then empty.
+  void Remplir_Liste_Activite();
+  void Passage_A_Droite();
+  void Passage_A_Gauche();
+
+  void Afficher_Ong6();
+  void Ecrire_Ong6();
+  // Throws what reading the activities throws.
+  bool Verif_Ong6();
+
+  void afficher() override { Afficher_Ong6(); }
+  void ecrire() override { Ecrire_Ong6(); }
+  void vider() override;
+
+ private:
+  void Txt_Entite_Change();
+  void Cbo_Entite_KeyPress(char32_t& key);
+  void Cbo_Entite_DropDown();
+  void Cbo_Entite_Click();
+  void Cbo_Entite_LostFocus();
+
+  void choisirEntite(const std::string& code);
+  void oublierEntite();
+  void chercherEntite();
+  void lister(const store::DynamicArray& answer);
+
+  struct Activite {
+    std::string libelle;
+    std::string type;  // its letter
+  };
+  static std::string ligne(const Activite& activite);
+  Activite activite(const std::string& code, int position) const;
+  void montrerCouvertes(const store::DynamicArray& record);
+  void montrerHeures(const store::DynamicArray& record);
+  void viderListes();
+
+  bool typesMeles() const;
+  bool memeService() const;
+  bool refuser(std::string_view message);
+  bool refuser(std::string_view message, int tab, toolkit::Control& field);
+
+  PageContext context_;
+  screen::Activites& page_;
+  ShownAttribute entite_;
+  std::string nomEntite_;        // of the entity chosen
+  store::DynamicArray entites_;  // columns "0 1" of the entities listed, line by line
+  // Attribute 1 holds the codes of the possible activities, 2 their labels, 3 their type letters.
+  store::DynamicArray activites_;
+};
+
+}  // namespace pages
