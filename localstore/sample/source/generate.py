@@ -2,8 +2,9 @@
 """Writes the sample store's text files, one per store file, into the folder above this one.
 
 The councils, their codes and towns and the chart of accounts are public facts; every person, legal
-entity, complementary body and agreement is invented. Telephone numbers are of the ranges kept for
-fiction, mail addresses of the domain kept for examples. The same run gives the same files.
+entity, other body and agreement is invented. Telephone numbers are of the ranges kept for fiction,
+mail addresses of the domain kept for examples. The same run gives the same files; what is added is
+drawn after all the rest, so that the rest keeps its values.
 
 A line is a record: {"id": "001", "fields": ["CD01", ["v1", "v2"], ...]}; fields[i] is attribute
 i + 1, a list when the attribute is multivalued. What the attributes hold: docs/record-layouts.md.
@@ -35,6 +36,20 @@ ACTIVITIES = [
     ("I", "Mise à disposition"), ("I", "Petits travaux"),
     ("S", "Soins infirmiers à domicile"), ("S", "Soins de nuit"),
 ]
+ADDED_ENTITIES = {
+    "050": ("SERVICES A DOMICILE DES TROIS PONTS", "SDTP", "NEVERS", "58000", 3),
+}
+ADDED_ACTIVITIES = {
+    "030P12": {1: "Téléassistance à domicile", 2: "030", 12: "P", 13: SERVICE_OF_TYPE["P"]},
+}
+ADDED_ACCOUNTS = {
+    "0104112100000": 'CLIENTS "HORS SECTEUR" - PRESTATIONS',
+    "0104112200000": "CLIENTS - BENEFICIAIRES",
+    "0104112300000": "CLIENTS - BENEFICIAIRES",
+    "0504110000000": "CLIENTS",
+    "0507060000000": "PRESTATIONS DE SERVICES",
+    "0507400000000": "SUBVENTIONS D'EXPLOITATION",
+}
 ENTITY_OF_ONE_TYPE = "040"
 ENTITY_OF_TWO_SERVICES = "020"
 
@@ -51,6 +66,32 @@ COMPLEMENTARY = [
     ("FONDSOL", "FONDS DE SOLIDARITE DES RETRAITES", "07"),
     ("CCASVAL", "CENTRE COMMUNAL D'ACTION SOCIALE DE VALCLAIR", "07"),
     ("AMREGIO", "ASSURANCE MALADIE REGIONALE COMPLEMENTAIRE", "06"),
+]
+EXAMPLES = [
+    # acronym, name, type, what its record holds other than a plain one, its agreements: first day,
+    # last day, whether closed
+    ("CRREVERB", "CAISSE DE RETRAITE DES ALLUMEURS DE REVERBERES", "P",
+     {19: "1", 20: 4, 21: ["AVI", "PAP", "RIB"], 22: "4112100000",
+      61: ["10", "11", "19", "21", "26"]},
+     [("2025-03-01", "2026-02-28", ""), ("2024-07-01", "2027-06-30", ""),
+      ("2023-01-01", "2024-12-31", ""), ("2025-01-01", "2027-12-31", "O")]),
+    ("CRFORGE", "CAISSE DE RETRAITE DES FORGERONS", "P",
+     {19: "3", 20: 5, 21: ["DOM", "GIR", "PAP", "CNI", "PAP2", "PLA"], 22: "4112300000", 43: "08",
+      61: ["26", "21", "19", "11", "10"]},
+     [("2025-01-01", "2026-01-01", "")]),
+    ("CRVERRE", "CAISSE DE RETRAITE DES SOUFFLEURS DE VERRE", "P", {19: "1"},
+     [("2024-01-01", "2025-12-31", ""), ("2025-01-01", "2027-12-31", "O"),
+      ("2023-01-01", "2023-12-31", "O")]),
+    ("MUTVERGER", "MUTUELLE DES VERGERS", "C", {19: "3", 43: "04"},
+     [("2024-01-01", "2025-12-31", ""), ("2025-06-01", "2028-05-31", "O")]),
+    ("CRARPENT", "CAISSE DE RETRAITE DES ARPENTEURS", "P",
+     {61: ["10", "11", "12", "13", "14", "19", "24"]}, []),
+    ("CRENLUM", "CAISSE DE RETRAITE DES ENLUMINEURS", "P",
+     {46: "020", 47: ["020P05"], 48: 12, 61: ["11"]}, []),
+    ("CRSOURCE", "CAISSE DE RETRAITE DES SOURCIERS", "P", {46: "040", 47: []}, []),
+    ("CRPONTS", "CAISSE DE RETRAITE DES PASSEURS DE PONTS", "P",
+     {22: "4670000000", 23: "7085000000", 46: "050", 47: [], 56: "7580000000"}, []),
+    ("CRMOULIN", "CAISSE DE RETRAITE DES MEUNIERS", "P", {47: ["010P01", "010P99", "010P02"]}, []),
 ]
 UNNAMED = {"CD05", "CD09", "CD23", "CD48", "CTG973", "MUTRIVES", "FONDSOL"}
 ONLY_IN_REQUESTS = {"CD15", "SECMUT"}
@@ -175,15 +216,16 @@ def activities():
     return out
 
 
-def entities():
+def entities(described):
     return {code: {1: name, 2: acronym,
                    **address(town, postal, zone, f"contact@{acronym.lower()}.example")}
-            for code, (name, acronym, town, postal, zone) in ENTITIES.items()}
+            for code, (name, acronym, town, postal, zone) in described.items()}
 
 
 def accounts():
     chart = read_table("plancomptable.txt")
-    return {f"{entity}{number:0<10}": {1: label} for entity in ENTITIES for number, label in chart}
+    out = {f"{entity}{number:0<10}": {1: label} for entity in ENTITIES for number, label in chart}
+    return out | {key: {1: label} for key, label in ADDED_ACCOUNTS.items()}
 
 
 def small_tables():
@@ -332,18 +374,22 @@ def person(title, town, surname_at, first_name_at):
             **address(*town)}
 
 
+def beneficiary(town):
+    civil = person(RANDOM.choice("12222"), town, 2, 15)
+    return civil | {3: RANDOM.choice(["", "", "", "APPARTEMENT 12", "BATIMENT B", "2E ETAGE"]),
+                    7: RANDOM.choice(["", "", "", "", "LE BOURG", "LES GRANGES"]),
+                    16: civil[2] if RANDOM.random() < 0.5 else invented_name(),
+                    17: day(1928, 1, 1) + RANDOM.randrange(365 * 30),
+                    18: RANDOM.choice(["NORD", "SUD", "EST", "OUEST", "CENTRE"])}
+
+
 def beneficiaries(towns_of_bodies):
     civil, responsible, at = {}, {}, {}
     for number in range(1, BENEFICIARIES + 1):
         key = f"{number:05d}"
         at[key] = RANDOM.choice(sorted(towns_of_bodies))
         town = towns_of_bodies[at[key]]
-        civil[key] = person(RANDOM.choice("12222"), town, 2, 15)
-        civil[key] |= {3: RANDOM.choice(["", "", "", "APPARTEMENT 12", "BATIMENT B", "2E ETAGE"]),
-                       7: RANDOM.choice(["", "", "", "", "LE BOURG", "LES GRANGES"]),
-                       16: civil[key][2] if RANDOM.random() < 0.5 else invented_name(),
-                       17: day(1928, 1, 1) + RANDOM.randrange(365 * 30),
-                       18: RANDOM.choice(["NORD", "SUD", "EST", "OUEST", "CENTRE"])}
+        civil[key] = beneficiary(town)
         if RANDOM.random() < 0.12:
             responsible[key] = person(RANDOM.choice("12"), town, 2, 15)
     return civil, responsible, at
@@ -365,6 +411,15 @@ def history(of_body, start, end):
             12: [line + 1] * len(applied), 13: [of_body[part][line] for _, part in applied]}
 
 
+def agreement(code, of_body, aided, start, end):
+    return {
+        1: code, 2: aided,
+        3: RANDOM.randrange(400, 9000, 50) if of_body[24] == "H" else "",
+        4: RANDOM.randrange(5000, 90000, 100) if of_body[24] == "M" else "",
+        5: start, 6: end, 7: RANDOM.choice(of_body[47]), **history(of_body, start, end),
+    }
+
+
 def agreements(all_bodies, at):
     out, orders, keys = {}, {}, sorted(at)
     complementary = [c for c, fields in all_bodies.items() if fields[18] == "C"]
@@ -375,11 +430,7 @@ def agreements(all_bodies, at):
         orders[aided] = orders.get(aided, 0) + 1
         start = day(2023, 1, 1) + RANDOM.randrange(36) * 30
         end = start + RANDOM.choice([364, 729, 1094])
-        out[f"{aided}{orders[aided]:03d}"] = {
-            1: code, 2: aided,
-            3: RANDOM.randrange(400, 9000, 50) if of_body[24] == "H" else "",
-            4: RANDOM.randrange(5000, 90000, 100) if of_body[24] == "M" else "",
-            5: start, 6: end, 7: RANDOM.choice(of_body[47]), **history(of_body, start, end),
+        out[f"{aided}{orders[aided]:03d}"] = agreement(code, of_body, aided, start, end) | {
             18: "O" if RANDOM.random() < 0.15 else "",
         }
     return out
@@ -408,6 +459,38 @@ def requests(all_bodies, at):
             for number, code in enumerate(chosen, start=1)}
 
 
+# --- The examples
+
+
+def plain_body(acronym, name, kind, where):
+    """A body of provider activities, counted in hours."""
+    principal = kind == "P"
+    return {
+        1: acronym, 2: name, **where, 15: contact(), 16: contact(), 17: "M", 18: kind, 19: "2",
+        20: 1, 22: account("411"), 23: account("706"), 24: "H", **rates(2), **scale(principal),
+        40: "R", 41: "M" if principal else "%", 42: 0, 43: "03", 44: 0, 45: "R", 46: "010",
+        47: ["010P01", "010P02"], 48: 2, 49: f"{RANDOM.randrange(10**6):06d}", 50: 0, 51: 0, 53: 0,
+        54: account("708"), 55: 0, 56: account("740"), 57: 0,
+        58: f"TH{RANDOM.randrange(1, 40):03d}", 59: "Aide à domicile", 60: 30,
+        61: ["10", "11", "19", "20", "21", "26"], 62: ["3", "5"],
+    }
+
+
+def add_examples(all_bodies, towns, civil, all_agreements):
+    """Each example after the last body, its agreements those of beneficiaries of their own."""
+    anywhere = sorted(towns.values())
+    for acronym, name, kind, shown, agreed in EXAMPLES:
+        code, town = f"{len(all_bodies) + 1:03d}", RANDOM.choice(anywhere)
+        where = address(*town, f"contact@{acronym.lower()}.example")
+        all_bodies[code] = plain_body(acronym, name, kind, where) | shown
+        for first, last, closed in agreed:
+            aided = f"{len(civil) + 1:05d}"
+            civil[aided] = beneficiary(town)
+            start, end = (day(*map(int, date.split("-"))) for date in (first, last))
+            all_agreements[f"{aided}001"] = agreement(
+                code, all_bodies[code], aided, start, end) | {18: closed}
+
+
 def main():
     every_activity = activities()
     all_bodies, towns = bodies(every_activity)
@@ -416,9 +499,15 @@ def main():
     civil, responsible, at = beneficiaries(
         {code: town for code, town in named.items() if all_bodies[code][18] == "P"})
     all_agreements = agreements({code: all_bodies[code] for code in named}, at)
+    every_entity = entities(ENTITIES)
+    every_request = requests(all_bodies, at)
+
+    every_entity |= entities(ADDED_ENTITIES)
+    add_examples(all_bodies, towns, civil, all_agreements)
+
     small_tables()
-    write("ASSOCIATION", entities())
-    write("ACTIVITES", every_activity)
+    write("ASSOCIATION", every_entity)
+    write("ACTIVITES", every_activity | ADDED_ACTIVITIES)
     write("PLANCOMPTABLE", accounts())
     write("ORGPRISECHARGE", all_bodies)
     write("COMPTEUR", {"999": {10: max(all_bodies), 15: "O"}})
@@ -426,7 +515,7 @@ def main():
     write("RESPONSABLE", responsible)
     write("ACCORD", all_agreements)
     write("ELTSFACTAIDE", billing(all_agreements))
-    write("DEMANDACC", requests(all_bodies, at))
+    write("DEMANDACC", every_request)
 
 
 if __name__ == "__main__":

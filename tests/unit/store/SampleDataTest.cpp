@@ -1,4 +1,5 @@
-// The text files that the demo's store is made from are complete and agree with each other.
+// The text files that the demo's store is made from are complete, agree with each other, and hold a
+// body for each thing that a page must be able to show.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -20,6 +21,7 @@ namespace {
 using store::DynamicArray;
 using Records = std::map<std::string, DynamicArray>;
 using Values = std::vector<std::string>;
+using Codes = std::set<std::string>;
 
 DynamicArray recordOf(const nlohmann::json& fields) {
   DynamicArray record;
@@ -75,17 +77,82 @@ class SampleData : public testing::Test {
   }
   static const Records& bodies() { return file(store::orgprisecharge::kFile); }
 
-  static std::set<std::string> bodiesNamedBy(std::string_view name) {
-    std::set<std::string> codes;
+  static const Records& agreements() { return file(store::accord::kFile); }
+
+  static Codes bodiesNamedBy(std::string_view name) {
+    Codes codes;
     for (const auto& [id, record] : file(name)) codes.insert(one(record, 1));
     return codes;
   }
 
-  // The activities that a body covers.
+  template <class Holds>
+  static Codes bodiesWhere(Holds holds) {
+    Codes codes;
+    for (const auto& [code, body] : bodies()) {
+      if (holds(body)) codes.insert(code);
+    }
+    return codes;
+  }
+  static bool isPrincipal(const DynamicArray& body) {
+    return body.get(store::orgprisecharge::TypeOrgChg) == "P";
+  }
+
+  // The activities that a body covers, as far as they exist.
   static std::vector<const DynamicArray*> covered(const DynamicArray& body) {
     std::vector<const DynamicArray*> out;
     for (const auto& code : values(body, store::orgprisecharge::CodActSelect)) {
-      out.push_back(&file(store::activites::kFile).at(code));
+      const auto found = file(store::activites::kFile).find(code);
+      if (found != file(store::activites::kFile).end()) out.push_back(&found->second);
+    }
+    return out;
+  }
+  // Their type letter, "" when none is covered.
+  static std::string typeCovered(const DynamicArray& body) {
+    const auto activities = covered(body);
+    return activities.empty() ? "" : one(*activities.front(), store::activites::TypeActivite);
+  }
+  static Codes activitiesOf(std::string_view entity, int attribute) {
+    Codes found;
+    for (const auto& [code, activity] : file(store::activites::kFile)) {
+      if (activity.get(store::activites::CodAssoActivite) == entity) {
+        found.insert(one(activity, attribute));
+      }
+    }
+    return found;
+  }
+  static Codes typesOf(std::string_view entity) {
+    return activitiesOf(entity, store::activites::TypeActivite);
+  }
+
+  static Codes accountsOf(std::string_view entity, std::string_view begin) {
+    const std::string prefix = std::string(entity) + std::string(begin);
+    Codes found;
+    for (const auto& [key, account] : file(store::plancomptable::kFile)) {
+      if (key.starts_with(prefix)) found.insert(key.substr(3));
+    }
+    return found;
+  }
+
+  static long slipWidth(const DynamicArray& body) {
+    long width = 0;
+    for (const auto& key : values(body, store::orgprisecharge::ParamSelecOrgChg)) {
+      width += store::wholeNumber(file("PARAMBORDORGCHG").at(key).get(2));
+    }
+    return width;
+  }
+
+  static long firstDayOfPayPeriod() {
+    const std::string period = one(file(store::periodespaie::kFile).at("1"), 1);
+    return store::dayOfText("01/" + period.substr(4) + "/" + period.substr(0, 4)).value();
+  }
+  static bool isActive(const DynamicArray& agreement) {
+    return agreement.get(store::accord::ClotureAcc).empty() &&
+           store::wholeNumber(agreement.get(store::accord::DateFinAcc)) >= firstDayOfPayPeriod();
+  }
+  static std::vector<const DynamicArray*> agreementsOf(std::string_view body) {
+    std::vector<const DynamicArray*> out;
+    for (const auto& [key, agreement] : agreements()) {
+      if (agreement.get(store::accord::OrgChgAcc) == body) out.push_back(&agreement);
     }
     return out;
   }
@@ -102,8 +169,8 @@ TEST_F(SampleData, HasTheCouncilsAndComplementaryBodiesUnderThreeDigitCodes) {
     EXPECT_FALSE(body.get(RaisonOrgChg).empty()) << code;
     principal += body.get(TypeOrgChg) == "P" ? 1 : 0;
   }
-  EXPECT_EQ(principal, 100);
-  EXPECT_EQ(bodies().size(), 112U);
+  EXPECT_EQ(principal, 108);
+  EXPECT_EQ(bodies().size(), 121U);
   EXPECT_EQ(one(bodies().at("001"), SigleOrgChg), "CD01");
   EXPECT_EQ(one(bodies().at("001"), RaisonOrgChg), "CONSEIL DEPARTEMENTAL DE L'AIN");
 }
@@ -112,7 +179,7 @@ TEST_F(SampleData, AcronymsNamesAndAccountLabelsAreCapitalsThatASearchFinds) {
   const auto plain = [](const std::string& text) {
     return std::all_of(text.begin(), text.end(), [](char c) { return c >= ' ' && c < 'a'; });
   };
-  std::set<std::string> acronyms;
+  Codes acronyms;
   for (const auto& [code, body] : bodies()) {
     EXPECT_TRUE(plain(one(body, 1)) && plain(one(body, 2))) << code;
     EXPECT_TRUE(acronyms.insert(one(body, 1)).second) << one(body, 1);
@@ -166,11 +233,12 @@ TEST_F(SampleData, RatesAreMostRecentFirstAndInTheirBounds) {
       }
     }
   }
+  EXPECT_EQ(bodies().at("059").DCount(DateRembOrgChg), 14);
 }
 
 TEST_F(SampleData, ScalesChainAndAreDated) {
   using namespace store::orgprisecharge;
-  std::set<std::string> managements;
+  Codes managements;
   for (const auto& [code, body] : bodies()) {
     managements.insert(one(body, GestPartBenef));
     EXPECT_TRUE(isAmong(body, Bareme, "QR")) << code;
@@ -182,92 +250,221 @@ TEST_F(SampleData, ScalesChainAndAreDated) {
       EXPECT_EQ(body.get(DebRevMenOrgChg, row), body.get(FinRevMenOrgChg, row - 1)) << code;
     }
   }
-  EXPECT_EQ(managements, (std::set<std::string>{"M", "%"}));
+  EXPECT_EQ(managements, (Codes{"M", "%"}));
 }
 
 TEST_F(SampleData, BodiesKeepTheManagementRules) {
   using namespace store::orgprisecharge;
-  const Records& tables = file("TABLES");
-  std::set<std::string> ceilings;
   for (const auto& [code, body] : bodies()) {
-    const bool principal = body.get(TypeOrgChg) == "P";
-    ceilings.insert(one(body, PlafondOrg));
+    EXPECT_TRUE(isAmong(body, PlafondOrg, "123")) << code;
     EXPECT_TRUE(isAmong(body, RenouvOrgChg, "0123456")) << code;
     EXPECT_TRUE(isAmong(body, PeriodFactOrgChg, "MTF")) << code;
-    EXPECT_TRUE(principal || body.get(FactAnticip) == "0") << code;
+    EXPECT_TRUE(isPrincipal(body) || body.get(FactAnticip) == "0") << code;
     EXPECT_TRUE(body.get(DemAccordOrgChg) == "1" || body.get(FactAnticip) == "0") << code;
     EXPECT_FALSE(body.get(Abonnement) == "1" && body.get(CoutGlobal) == "1") << code;
-    EXPECT_NE(store::labelOfCode(tables.at("STATORGCHG"), body.get(StatsOrgChg)), "") << code;
-    for (const auto& piece : values(body, PieceRenouOrgChg)) {
-      EXPECT_NE(store::labelOfCode(tables.at("PIECESRENOUV"), piece), "") << code;
-    }
-  }
-  EXPECT_EQ(ceilings, (std::set<std::string>{"1", "2", "3"}));
-}
-
-TEST_F(SampleData, AccountsOfABodyAreInTheChartOfItsEntity) {
-  using namespace store::orgprisecharge;
-  const Records& chart = file("PLANCOMPTABLE");
-  for (const auto& [code, body] : bodies()) {
-    for (const int attribute : {DebitOrgChg, CreditOrgChg, CptPrestationService, CpteProdAide}) {
-      const std::string number = one(body, attribute);
-      if (number.empty()) {
-        EXPECT_EQ(body.get(IncidCompta), "1") << code;
-      } else {
-        EXPECT_TRUE(chart.contains(one(body, Entite) + number)) << code << " " << number;
-      }
+    const bool inBooks = body.get(IncidCompta) == "0";
+    for (const int attribute : {DebitOrgChg, CreditOrgChg, CpteProdAide}) {
+      EXPECT_EQ(body.get(attribute).size(), inBooks ? 10U : 0U) << code;
     }
     EXPECT_TRUE(body.get(CpteProdAide).empty() || body.get(CpteProdAide)[0] == '7') << code;
   }
 }
 
-TEST_F(SampleData, CoveredActivitiesAreOfOneTypeOneServiceAndAllowed) {
+TEST_F(SampleData, EveryCeilingAndRenewalTriggerIsThatOfABody) {
   using namespace store::orgprisecharge;
-  std::set<std::string> types;
+  const std::map<std::string, std::string> ceilings = {{"001", "1"}, {"003", "2"}, {"002", "3"},
+                                                       {"102", "1"}, {"101", "2"}, {"103", "3"}};
+  for (const auto& [code, ceiling] : ceilings) {
+    EXPECT_EQ(one(bodies().at(code), PlafondOrg), ceiling) << code;
+    EXPECT_EQ(isPrincipal(bodies().at(code)), code < "101") << code;
+  }
+  const std::map<std::string, std::string> triggers = {{"004", "0"}, {"002", "1"}, {"003", "2"},
+                                                       {"008", "3"}, {"113", "4"}, {"114", "5"},
+                                                       {"001", "6"}};
+  for (const auto& [code, trigger] : triggers) {
+    EXPECT_EQ(one(bodies().at(code), RenouvOrgChg), trigger) << code;
+  }
+}
+
+TEST_F(SampleData, TwoBodiesAskForDocumentsThatTheTableNoLongerHoldsAmidOthers) {
+  using namespace store::orgprisecharge;
+  const DynamicArray& table = file("TABLES").at("PIECESRENOUV");
+  const auto isKnown = [&](const std::string& piece) {
+    return !store::labelOfCode(table, piece).empty();
+  };
+  EXPECT_EQ(bodiesWhere([&](const auto& body) {
+              const Values pieces = values(body, PieceRenouOrgChg);
+              return !std::all_of(pieces.begin(), pieces.end(), isKnown);
+            }),
+            (Codes{"113", "114"}));
+  for (const char* const code : {"113", "114"}) {
+    const Values pieces = values(bodies().at(code), PieceRenouOrgChg);
+    EXPECT_TRUE(isKnown(pieces.front()) && isKnown(pieces.back())) << code;
+  }
+  EXPECT_EQ(values(bodies().at("113"), PieceRenouOrgChg), (Values{"AVI", "PAP", "RIB"}));
+}
+
+TEST_F(SampleData, OneBodyIsOfAStatisticsCategoryThatTheTableNoLongerHolds) {
+  using namespace store::orgprisecharge;
+  const DynamicArray& table = file("TABLES").at("STATORGCHG");
+  EXPECT_EQ(bodiesWhere([&](const auto& body) {
+              return store::labelOfCode(table, body.get(StatsOrgChg)).empty();
+            }),
+            Codes{"114"});
+  EXPECT_EQ(one(bodies().at("114"), StatsOrgChg), "08");
+}
+
+TEST_F(SampleData, AccountsAreInTheChartOfTheBodysEntityButForOneBody) {
+  using namespace store::orgprisecharge;
+  const Records& chart = file(store::plancomptable::kFile);
+  const auto isUnknown = [&](const DynamicArray& body, int attribute) {
+    return !body.get(attribute).empty() &&
+           !chart.contains(one(body, Entite) + one(body, attribute));
+  };
+  const Codes unknown = bodiesWhere([&](const auto& body) {
+    return isUnknown(body, DebitOrgChg) || isUnknown(body, CreditOrgChg) ||
+           isUnknown(body, CpteProdAide) || isUnknown(body, CptPrestationService);
+  });
+  EXPECT_EQ(unknown, Codes{"120"});
+  for (const int attribute : {DebitOrgChg, CreditOrgChg, CpteProdAide, CptPrestationService}) {
+    EXPECT_TRUE(isUnknown(bodies().at("120"), attribute)) << attribute;
+  }
+}
+
+TEST_F(SampleData, AccountsBeginAlikeBearTheSameLabelAndOneLabelHoldsADoubleQuote) {
+  using store::orgprisecharge::DebitOrgChg;
+  const Records& chart = file(store::plancomptable::kFile);
+  for (const char* const entity : {"010", "020", "030", "040"}) {
+    EXPECT_EQ(accountsOf(entity, "41").size(), std::string(entity) == "010" ? 12U : 9U) << entity;
+    EXPECT_EQ(accountsOf(entity, "512"), Codes{"5120000000"}) << entity;
+  }
+  EXPECT_EQ(accountsOf("050", "41"), Codes{"4110000000"});
+  EXPECT_EQ(one(chart.at("0104112200000"), 1), "CLIENTS - BENEFICIAIRES");
+  EXPECT_EQ(one(chart.at("0104112300000"), 1), "CLIENTS - BENEFICIAIRES");
+  EXPECT_EQ(one(bodies().at("114"), DebitOrgChg), "4112300000");
+  Codes quoted;
+  for (const auto& [key, account] : chart) {
+    if (one(account, 1).find('"') != std::string::npos) quoted.insert(key);
+  }
+  EXPECT_EQ(quoted, Codes{"0104112100000"});
+  EXPECT_EQ(one(bodies().at("113"), DebitOrgChg), "4112100000");
+}
+
+TEST_F(SampleData, CoveredActivitiesAreOfTheEntityOneTypeAndOneService) {
+  using namespace store::activites;
+  Codes types;
   for (const auto& [code, body] : bodies()) {
-    const bool principal = body.get(TypeOrgChg) == "P";
-    ASSERT_GT(body.DCount(CodActSelect), 0) << code;
-    const DynamicArray& first = *covered(body).front();
-    const std::string type = one(first, store::activites::TypeActivite);
-    types.insert(type);
+    types.insert(typeCovered(body));
     for (const DynamicArray* activity : covered(body)) {
-      EXPECT_EQ(activity->get(store::activites::CodAssoActivite), body.get(Entite)) << code;
-      EXPECT_EQ(activity->get(store::activites::TypeActivite), type) << code;
-      EXPECT_EQ(activity->get(store::activites::Service), first.get(store::activites::Service))
-          << code;
+      const DynamicArray& first = *covered(body).front();
+      EXPECT_EQ(activity->get(CodAssoActivite), body.get(store::orgprisecharge::Entite)) << code;
+      EXPECT_EQ(activity->get(TypeActivite), first.get(TypeActivite)) << code;
+      EXPECT_EQ(activity->get(Service), first.get(Service)) << code;
     }
+  }
+  EXPECT_EQ(types, (Codes{"", "I", "M", "P", "S"}));
+}
+
+TEST_F(SampleData, EveryBodyPassesTheChecksOfItsCoveredActivities) {
+  using namespace store::orgprisecharge;
+  for (const auto& [code, body] : bodies()) {
+    const bool principal = isPrincipal(body);
+    const std::string type = typeCovered(body);
+    EXPECT_TRUE(file(store::association::kFile).contains(one(body, Entite))) << code;
+    EXPECT_TRUE(!type.empty() || typesOf(body.get(Entite)).size() < 2) << code;
     EXPECT_TRUE(principal || (type != "M" && body.get(GestionExclu) == "0")) << code;
     EXPECT_TRUE(type != "M" || body.get(GestionExclu) != "2") << code;
     EXPECT_TRUE(type != "M" || body.get(GestPartBenef) == "M") << code;
     EXPECT_TRUE(!principal || type == "M" || body.get(AttribOrgChg) == "H") << code;
     EXPECT_TRUE(body.get(IncidCompta) == "0" || type == "M" || (type == "P" && !principal)) << code;
   }
-  EXPECT_EQ(types, (std::set<std::string>{"I", "M", "P", "S"}));
 }
 
-TEST_F(SampleData, SlipsFitTheirPageAndOneFillsItExactly) {
+TEST_F(SampleData, BodiesWithoutAccountingAreOfAgencyActivitiesOrComplementaryOfProviderOnes) {
   using namespace store::orgprisecharge;
-  long widest = 0;
+  const auto without = [](std::string_view type, bool principal) {
+    return bodiesWhere([&](const auto& body) {
+      return body.get(IncidCompta) == "1" && typeCovered(body) == type &&
+             isPrincipal(body) == principal;
+    });
+  };
+  EXPECT_EQ(without("M", true), (Codes{"010", "096"}));
+  EXPECT_EQ(without("P", false), (Codes{"101", "103", "108", "110"}));
+}
+
+TEST_F(SampleData, AgencyActivitiesAreInAmountAndWithinReachOfComplementaryBodies) {
+  using namespace store::orgprisecharge;
+  const Codes inAmount = bodiesWhere(
+      [](const auto& body) { return typeCovered(body) == "M" && body.get(AttribOrgChg) == "M"; });
+  EXPECT_EQ(inAmount,
+            (Codes{"004", "010", "014", "025", "026", "072", "074", "078", "092", "096"}));
+  EXPECT_FALSE(isPrincipal(bodies().at("101")));
+  EXPECT_TRUE(typesOf(bodies().at("101").get(Entite)).contains("M"));
+}
+
+TEST_F(SampleData, OneBodyInAmountWithProviderActivitiesHasNoAgreementThatHoldsItsType) {
+  using namespace store::orgprisecharge;
+  const DynamicArray& body = bodies().at("106");
+  EXPECT_FALSE(isPrincipal(body));
+  EXPECT_EQ(typeCovered(body), "P");
+  EXPECT_EQ(body.get(AttribOrgChg), "M");
+  EXPECT_TRUE(agreementsOf("106").empty());
+}
+
+TEST_F(SampleData, BodiesCoverNoActivityOfAnEntityOfOneTypeAndOfOneWithoutActivities) {
+  using namespace store::orgprisecharge;
+  EXPECT_EQ(bodiesWhere([](const auto& body) { return body.get(CodActSelect).empty(); }),
+            (Codes{"119", "120"}));
+  EXPECT_EQ(one(bodies().at("119"), Entite), "040");
+  EXPECT_EQ(one(bodies().at("120"), Entite), "050");
+}
+
+TEST_F(SampleData, OneBodyKeepsTheCodeOfAnActivityThatNoLongerExists) {
+  using namespace store::orgprisecharge;
+  EXPECT_EQ(bodiesWhere([](const auto& body) {
+              return covered(body).size() != values(body, CodActSelect).size();
+            }),
+            Codes{"121"});
+  EXPECT_EQ(values(bodies().at("121"), CodActSelect), (Values{"010P01", "010P99", "010P02"}));
+  EXPECT_EQ(covered(bodies().at("121")).size(), 2U);
+}
+
+TEST_F(SampleData, SlipsFitTheirPageButForOneAndStandAtItsBounds) {
+  using namespace store::orgprisecharge;
   for (const auto& [code, body] : bodies()) {
-    long width = 0;
-    for (const auto& key : values(body, ParamSelecOrgChg)) {
-      width += store::wholeNumber(file("PARAMBORDORGCHG").at(key).get(2));
-    }
-    EXPECT_GT(width, 0) << code;
-    EXPECT_LE(width, 130) << code;
-    widest = std::max(widest, width);
+    EXPECT_GT(slipWidth(body), 0) << code;
     EXPECT_TRUE(isAmong(body, TypeBordOrgChg, "IRM")) << code;
     EXPECT_TRUE(body.get(TypeBordOrgChg) != "M" ||
-                (body.get(TypeOrgChg) == "P" && body.get(DebAbatHOrgChg).empty()))
+                (isPrincipal(body) && body.get(DebAbatHOrgChg).empty()))
         << code;
-    EXPECT_GE(store::wholeNumber(body.get(NbExemplOrgChg)), 1) << code;
   }
-  EXPECT_EQ(widest, 130);
+  EXPECT_EQ(slipWidth(bodies().at("029")), 129);
+  EXPECT_EQ(slipWidth(bodies().at("062")), 130);
+  EXPECT_EQ(slipWidth(bodies().at("117")), 131);
+  EXPECT_EQ(bodiesWhere([](const auto& body) { return slipWidth(body) > 130; }), Codes{"117"});
+}
+
+TEST_F(SampleData, TwoSlipsHaveTheSameColumnsInOppositeOrdersAndOneASingleColumn) {
+  using store::orgprisecharge::ParamSelecOrgChg;
+  Values turned = values(bodies().at("114"), ParamSelecOrgChg);
+  std::reverse(turned.begin(), turned.end());
+  EXPECT_EQ(values(bodies().at("113"), ParamSelecOrgChg), turned);
+  EXPECT_EQ(turned, (Values{"10", "11", "19", "21", "26"}));
+  EXPECT_EQ(bodiesWhere([](const auto& body) { return body.DCount(ParamSelecOrgChg) == 1; }),
+            Codes{"118"});
+}
+
+TEST_F(SampleData, CopiesAreOneToNineButForOneBody) {
+  using store::orgprisecharge::NbExemplOrgChg;
+  const auto copies = [](const auto& body) { return store::wholeNumber(body.get(NbExemplOrgChg)); };
+  EXPECT_EQ(bodiesWhere([&](const auto& body) { return copies(body) < 1; }), Codes());
+  EXPECT_EQ(bodiesWhere([&](const auto& body) { return copies(body) > 9; }), Codes{"118"});
+  EXPECT_EQ(copies(bodies().at("118")), 12);
 }
 
 TEST_F(SampleData, AgreementsNameWhatExistsAndKeepTheirHistoryAligned) {
   using namespace store::accord;
-  EXPECT_EQ(file(kFile).size(), 2000U);
+  EXPECT_EQ(file(kFile).size(), 2010U);
   for (const auto& [key, agreement] : file(kFile)) {
     const DynamicArray& body = bodies().at(one(agreement, OrgChgAcc));
     const Values activities = values(body, store::orgprisecharge::CodActSelect);
@@ -284,6 +481,50 @@ TEST_F(SampleData, AgreementsNameWhatExistsAndKeepTheirHistoryAligned) {
     EXPECT_EQ(agreement.get(DatePartAcc, periods), agreement.get(DateDebAcc)) << key;
     EXPECT_TRUE(agreement.get(ClotureAcc).empty() || agreement.get(ClotureAcc) == "O") << key;
   }
+}
+
+TEST_F(SampleData, AgreementsAreActiveEndedOrClosed) {
+  using namespace store::accord;
+  std::map<std::string, Codes> bodiesOf;  // by the state of an agreement of theirs
+  for (const auto& [key, agreement] : agreements()) {
+    const char* const state = isActive(agreement)                ? "active"
+                              : agreement.get(ClotureAcc) == "O" ? "closed"
+                                                                 : "ended";
+    bodiesOf[state].insert(one(agreement, OrgChgAcc));
+  }
+  Codes withoutActive;
+  for (const auto& code : bodiesNamedBy(kFile)) {
+    if (!bodiesOf["active"].contains(code)) withoutActive.insert(code);
+  }
+  EXPECT_EQ(withoutActive, (Codes{"115", "116"}));
+  for (const auto& code : withoutActive) {
+    EXPECT_TRUE(bodiesOf["ended"].contains(code)) << code;
+    EXPECT_TRUE(bodiesOf["closed"].contains(code)) << code;
+    EXPECT_EQ(isPrincipal(bodies().at(code)), code == "115");
+  }
+  for (const char* const code : {"101", "113"}) {
+    EXPECT_TRUE(bodiesOf["active"].contains(code)) << code;
+    EXPECT_TRUE(bodiesOf["ended"].contains(code)) << code;
+    EXPECT_TRUE(bodiesOf["closed"].contains(code)) << code;
+    EXPECT_EQ(isPrincipal(bodies().at(code)), std::string(code) == "113");
+  }
+}
+
+TEST_F(SampleData, AgreementsEndOnTheFirstDayOfThePayPeriodAndOnTheDayBefore) {
+  using namespace store::accord;
+  const auto lastDays = [](std::string_view body) {
+    std::set<long> days;
+    for (const DynamicArray* agreement : agreementsOf(body)) {
+      if (agreement->get(ClotureAcc).empty()) {
+        days.insert(store::wholeNumber(agreement->get(DateFinAcc)));
+      }
+    }
+    return days;
+  };
+  EXPECT_EQ(store::textOfDay(firstDayOfPayPeriod()), "01/01/2026");
+  EXPECT_EQ(lastDays("114"), std::set{firstDayOfPayPeriod()});
+  EXPECT_EQ(lastDays("115"), std::set{firstDayOfPayPeriod() - 1});
+  EXPECT_EQ(lastDays("116"), std::set{firstDayOfPayPeriod() - 1});
 }
 
 TEST_F(SampleData, RequestsAndBillingNameWhatExists) {
@@ -315,28 +556,48 @@ TEST_F(SampleData, BeneficiariesAndTheirResponsiblePersonsHaveTitlesAndAddresses
 TEST_F(SampleData, SomeBodiesCanBeDeletedAndOthersAreHeldByOneFileOnly) {
   const auto agreed = bodiesNamedBy("ACCORD");
   const auto asked = bodiesNamedBy("DEMANDACC");
-  std::set<std::string> free;
+  Codes free;
   for (const auto& [code, body] : bodies()) {
     if (!agreed.contains(code) && !asked.contains(code)) free.insert(one(body, 1));
   }
-  EXPECT_EQ(free, (std::set<std::string>{"CD05", "CD09", "CD23", "CD48", "CTG973", "FONDSOL",
-                                         "MUTRIVES"}));
+  EXPECT_EQ(free, (Codes{"CD05", "CD09", "CD23", "CD48", "CTG973", "FONDSOL", "MUTRIVES",
+                         "CRARPENT", "CRENLUM", "CRSOURCE", "CRPONTS", "CRMOULIN"}));
   EXPECT_TRUE(agreed.contains("001") && !asked.contains("001"));
   EXPECT_TRUE(asked.contains("015") && !agreed.contains("015"));
 }
 
-TEST_F(SampleData, HasAnActivityLabelLongerThanItsColumnAndAnEntityOfOneType) {
-  std::map<std::string, std::set<std::string>> types;
-  std::size_t longest = 0;
-  for (const auto& [code, activity] : file("ACTIVITES")) {
-    types[one(activity, store::activites::CodAssoActivite)].insert(
-        one(activity, store::activites::TypeActivite));
-    longest = std::max(longest, text::length(activity.get(store::activites::Libelle)));
+TEST_F(SampleData, EntitiesHaveActivitiesOfSeveralTypesOfOneTypeOrNone) {
+  for (const char* const entity : {"010", "020", "030"}) {
+    EXPECT_EQ(typesOf(entity), (Codes{"I", "M", "P", "S"})) << entity;
   }
-  EXPECT_GT(longest, 20U);
-  EXPECT_EQ(types.size(), file("ASSOCIATION").size());
-  EXPECT_EQ(types.at("010").size(), 4U);
-  EXPECT_EQ(types.at("040").size(), 1U);
+  EXPECT_EQ(typesOf("040"), Codes{"P"});
+  EXPECT_EQ(typesOf("050"), Codes());
+  EXPECT_EQ(file(store::association::kFile).size(), 5U);
+}
+
+TEST_F(SampleData, OneEntityHasProviderActivitiesOfTwoServices) {
+  using namespace store::activites;
+  std::map<std::string, Codes> services;  // by entity and type
+  for (const auto& [code, activity] : file(kFile)) {
+    services[one(activity, CodAssoActivite) + one(activity, TypeActivite)].insert(
+        one(activity, Service));
+  }
+  for (const auto& [place, names] : services) {
+    EXPECT_EQ(names, place == "020P" ? (Codes{"REPAS", "SAAD"}) : Codes{*names.begin()}) << place;
+  }
+  EXPECT_EQ(one(*covered(bodies().at("118")).front(), Service), "REPAS");
+  EXPECT_EQ(one(*covered(bodies().at("062")).front(), Service), "SAAD");
+}
+
+TEST_F(SampleData, LabelsOfActivitiesAreLongerThanTheirColumnAndHaveAccents) {
+  const auto label = [](const char* code) {
+    return one(file(store::activites::kFile).at(code), store::activites::Libelle);
+  };
+  EXPECT_EQ(label("030P12"), "Téléassistance à domicile");
+  EXPECT_EQ(text::length(label("030P12")), 25U);
+  EXPECT_EQ(label("010P04"), "Aide et accompagnement à domicile");
+  EXPECT_EQ(text::length(label("010P04")), 33U);
+  EXPECT_EQ(label("010P01"), "Aide ménagère");
 }
 
 TEST_F(SampleData, HasThePayPeriodAndTheEuroDate) {
