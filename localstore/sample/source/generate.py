@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
 """Writes the sample store's text files, one per store file, into the folder above this one.
 
-The councils, their codes and towns and the chart of accounts are public facts; every person, legal
-entity, other body and agreement is invented. Telephone numbers are of the ranges kept for fiction,
-mail addresses of the domain kept for examples. The same run gives the same files; what is added is
-drawn after all the rest, so that the rest keeps its values.
+The councils, their codes and towns and the general chart of accounts are public facts; every person,
+legal entity, account of its own, other body and agreement is invented. Telephone numbers are of the
+ranges kept for fiction, mail addresses of the domain kept for examples. The same run gives the same
+files; what is added is drawn after all the rest, so that the rest keeps its values.
 
 A line is a record: {"id": "001", "fields": ["CD01", ["v1", "v2"], ...]}; fields[i] is attribute
 i + 1, a list when the attribute is multivalued. What the attributes hold: docs/record-layouts.md.
