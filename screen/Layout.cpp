@@ -1,32 +1,13 @@
 #include "screen/Layout.h"
+#include "screen/Grid.h"
 
 namespace screen {
+
+using namespace grid;
+
 namespace {
 
-constexpr int kFieldHeight = 315;
-constexpr int kLabelHeight = 225;
-constexpr int kLabelDrop = 75;  // brings a label's text to the line of the text in its field
-constexpr int kRow = 420;
 constexpr int kMargin = 120;
-
-void field(toolkit::Control& control, int left, int top, int width) {
-  control.setPlace({left, top, width, kFieldHeight});
-}
-
-void label(toolkit::Control& control, int left, int top, int width) {
-  control.setPlace({left, top + kLabelDrop, width, kLabelHeight});
-}
-
-// Frames stand this far from the page's left edge, so the fields in them are moved back by as much
-// to line up with those on the page itself.
-constexpr int kFrameLeft = 240;
-constexpr int kFrameWidth = 10560;
-constexpr int kFields = 2700;  // left of the fields, from the page's edge
-constexpr int kFieldsEnd = 10620;
-constexpr int kInFrame = kFields - kFrameLeft;
-constexpr int kInFrameEnd = kFieldsEnd - kFrameLeft;
-constexpr int kLabelInFrame = 180;
-constexpr int kLabelWidth = kInFrame - kLabelInFrame - 60;
 
 void labelInFrame(toolkit::Control& control, int top) {
   label(control, kLabelInFrame, top, kLabelWidth);
@@ -92,7 +73,7 @@ void placeBar(Screen& screen) {
 }
 
 void placeCoordonnees(Coordonnees& page) {
-  label(page.Etq_RaisonOrgChg, kFrameLeft + kLabelInFrame, 240, kLabelWidth);
+  label(page.Etq_RaisonOrgChg, kLabels, 240, kLabelWidth);
   field(page.Txt_RaisonOrgChg, kFields, 240, kFieldsEnd - kFields);
   placeAdresse(page.adresse);
   page.Cdr_InterlocOrgChg.setPlace({kFrameLeft, 3780, kFrameWidth, 1260});

@@ -38,6 +38,17 @@ void setFixedPitch(Screen& screen) {
   }
 }
 
+void limitLengths(Screen& screen) {
+  screen.bar.Txt_CodOrgChg.setMaxLength(3);
+  screen.activites.Txt_Entite.setMaxLength(3);
+  screen.bordereau.Txt_NbExEmplOrgChg.setMaxLength(1);
+  for (TextBox* account :
+       {&screen.regles.Txt_DebitOrgChg, &screen.regles.Txt_CreditOrgChg,
+        &screen.regles.Txt_CpteProdAide, &screen.priseEnCharge.Txt_CodeCptPrestationService}) {
+    account->setMaxLength(10);
+  }
+}
+
 void hidePage(toolkit::TabPage& page) {
   for (toolkit::Control* child : page.children()) child->setVisible(false);
 }
@@ -59,17 +70,24 @@ Screen::Screen(toolkit::Surface& surface)
   surface.setPlace({0, 0, kWidth, kHeight});
   placeBar(*this);
   placeCoordonnees(coordonnees);
+  placeRegles(regles);
+  placePriseEnCharge(priseEnCharge);
+  placeBordereau(bordereau);
+  placeActivites(activites);
   fillFixedLists(*this);
   setFixedPitch(*this);
-  bar.Txt_CodOrgChg.setMaxLength(3);
+  limitLengths(*this);
   bordereau.Lst_LongParam.setVisible(false);
   activites.Lst_CodActSelect.setVisible(false);
   hidePage(Ong_OrgPriseChg.page(kPriseEnCharge));
   hidePage(Ong_OrgPriseChg.page(kParticipation));
-  priseEnCharge.Cdr_AttribOrgChg.setVisible(true);
-  priseEnCharge.Etq_CptPrestationService.setVisible(true);
-  priseEnCharge.Txt_CodeCptPrestationService.setVisible(true);
-  priseEnCharge.Cbo_CptPrestationService.setVisible(true);
+  for (toolkit::Control* usable : std::initializer_list<toolkit::Control*>{
+           &priseEnCharge.Cdr_AttribOrgChg, &priseEnCharge.Etq_CptPrestationService,
+           &priseEnCharge.Txt_CodeCptPrestationService, &priseEnCharge.Cbo_CptPrestationService}) {
+    usable->setVisible(true);
+  }
+  bordereau.Etq_Largeur.setCentered(true);
+  bordereau.Etq_NbCarSelect.setCentered(true);
   bordereau.Bdh_NbExemp.setRange(1, 9);
 }
 

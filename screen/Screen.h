@@ -99,7 +99,7 @@ struct Regles {
   explicit Regles(Container* page) : in(page) {}
   Container* in;
 
-  Frame Cdr_TypeOrg{in, "Cdr_TypeOrg", "Type organisme "};
+  Frame Cdr_TypeOrg{in, "Cdr_TypeOrg", "T&ype organisme "};
   OptionButton Opt_TypePrincipalOrgChg{&Cdr_TypeOrg, "Opt_TypePrincipalOrgChg", "Principal"};
   OptionButton Opt_TypeComplOrgChg{&Cdr_TypeOrg, "Opt_TypeComplOrgChg", "Complémentaire"};
   Frame Cdr_PlafondOrg{in, "Cdr_PlafondOrg", "Plafond des droits à consommer géré "};
@@ -108,33 +108,33 @@ struct Regles {
                                   "Mensuellement sans report des crédits"};
   OptionButton Opt_PlafMensRepOrgChg{&Cdr_PlafondOrg, "Opt_PlafMensRepOrgChg",
                                      "Mensuellement avec report des crédits"};
-  Frame Cdr_RenouvOrgChg{in, "Cdr_RenouvOrgChg", "Renouvellement "};
-  Label Etq_RenouvOrgChg{&Cdr_RenouvOrgChg, "Etq_RenouvOrgChg", "Déclenchement "};
-  ComboBox Cbo_RenouvOrgChg{&Cdr_RenouvOrgChg, "Cbo_RenouvOrgChg"};
-  Label Etq_PiecePossibleOrgChg{&Cdr_RenouvOrgChg, "Etq_PiecePossibleOrgChg", "Pièces possibles"};
-  ListBox Lst_PiecePossibleOrgChg{&Cdr_RenouvOrgChg, "Lst_PiecePossibleOrgChg", kPlusieurs};
-  CommandButton Cmd_DroiteRenouv{&Cdr_RenouvOrgChg, "Cmd_DroiteRenouv", "------>"};
-  CommandButton Cmd_GaucheRenouv{&Cdr_RenouvOrgChg, "Cmd_GaucheRenouv", "<------"};
-  Label Etq_PieceRenouOrgChg{&Cdr_RenouvOrgChg, "Etq_PieceRenouOrgChg", "Pièces à fournir"};
-  ListBox Lst_PieceRenouOrgChg{&Cdr_RenouvOrgChg, "Lst_PieceRenouOrgChg", kPlusieurs};
-  Label Etq_StatsOrgChg{in, "Etq_StatsOrgChg", "Catégorie statistique"};
-  ComboBox Cbo_StatsOrgChg{in, "Cbo_StatsOrgChg"};
   Frame Cdr_DemandesAccord{in, "Cdr_DemandesAccord", "Demandes d'accord"};
   CheckBox Cac_DemAccordOrgChg{&Cdr_DemandesAccord, "Cac_DemAccordOrgChg",
                                "Gestion des demandes d'accords"};
   CheckBox Cac_FactAnticip{&Cdr_DemandesAccord, "Cac_FactAnticip",
                            "Facturation anticipée à l'aidé"};
-  CheckBox Cac_LettresInfo{in, "Cac_LettresInfo", "Gestion des lettres d'information"};
-  Label Etq_PeriodFactOrgChg{in, "Etq_PeriodFactOrgChg", "Période de facturation"};
+  Frame Cdr_RenouvOrgChg{in, "Cdr_RenouvOrgChg", "Renouvellement "};
+  Label Etq_RenouvOrgChg{&Cdr_RenouvOrgChg, "Etq_RenouvOrgChg", "Déclenc&hement "};
+  ComboBox Cbo_RenouvOrgChg{&Cdr_RenouvOrgChg, "Cbo_RenouvOrgChg"};
+  Label Etq_PiecePossibleOrgChg{&Cdr_RenouvOrgChg, "Etq_PiecePossibleOrgChg", "Pièces possib&les"};
+  ListBox Lst_PiecePossibleOrgChg{&Cdr_RenouvOrgChg, "Lst_PiecePossibleOrgChg", kPlusieurs};
+  CommandButton Cmd_DroiteRenouv{&Cdr_RenouvOrgChg, "Cmd_DroiteRenouv", "------>"};
+  CommandButton Cmd_GaucheRenouv{&Cdr_RenouvOrgChg, "Cmd_GaucheRenouv", "<------"};
+  Label Etq_PieceRenouOrgChg{&Cdr_RenouvOrgChg, "Etq_PieceRenouOrgChg", "Piè&ces à fournir"};
+  ListBox Lst_PieceRenouOrgChg{&Cdr_RenouvOrgChg, "Lst_PieceRenouOrgChg", kPlusieurs};
+  Label Etq_StatsOrgChg{in, "Etq_StatsOrgChg", "Catégorie statisti&que"};
+  ComboBox Cbo_StatsOrgChg{in, "Cbo_StatsOrgChg"};
+  Label Etq_PeriodFactOrgChg{in, "Etq_PeriodFactOrgChg", "Période de fac&turation"};
   ComboBox Cbo_PeriodFactOrgChg{in, "Cbo_PeriodFactOrgChg"};
-  CheckBox Cac_IncidCompta{in, "Cac_IncidCompta", "Sans incidence comptable"};
-  Label Etq_DebitOrgChg{in, "Etq_DebitOrgChg", "Débit"};
+  CheckBox Cac_LettresInfo{in, "Cac_LettresInfo", "Gestion des lettres d'information"};
+  CheckBox Cac_IncidCompta{in, "Cac_IncidCompta", "Sans incidence co&mptable"};
+  Label Etq_DebitOrgChg{in, "Etq_DebitOrgChg", "Compte à &débiter"};
   TextBox Txt_DebitOrgChg{in, "Txt_DebitOrgChg"};
   ComboBox Cbo_DebitOrgChg{in, "Cbo_DebitOrgChg"};
-  Label Etq_CreditOrgChg{in, "Etq_CreditOrgChg", "Crédit"};
+  Label Etq_CreditOrgChg{in, "Etq_CreditOrgChg", "Compte à créditer"};
   TextBox Txt_CreditOrgChg{in, "Txt_CreditOrgChg"};
   ComboBox Cbo_CreditOrgChg{in, "Cbo_CreditOrgChg"};
-  Label Etq_CpteProdAide{in, "Etq_CpteProdAide", "Produit aide"};
+  Label Etq_CpteProdAide{in, "Etq_CpteProdAide", "Compte produit aide"};
   TextBox Txt_CpteProdAide{in, "Txt_CpteProdAide"};
   ComboBox Cbo_CpteProdAide{in, "Cbo_CpteProdAide"};
 };
@@ -144,8 +144,12 @@ struct PriseEnCharge {
   Container* in;
 
   Frame Cdr_AttribOrgChg{in, "Cdr_AttribOrgChg", "Attribution des notifications d'accord"};
-  OptionButton Opt_HeureOrgChg{&Cdr_AttribOrgChg, "Opt_HeureOrgChg", "En heures"};
-  OptionButton Opt_MontantOrgChg{&Cdr_AttribOrgChg, "Opt_MontantOrgChg", "En montant"};
+  OptionButton Opt_HeureOrgChg{&Cdr_AttribOrgChg, "Opt_HeureOrgChg", "En &heures"};
+  OptionButton Opt_MontantOrgChg{&Cdr_AttribOrgChg, "Opt_MontantOrgChg", "En mon&tant"};
+  Label Etq_CptPrestationService{in, "Etq_CptPrestationService",
+                                 "&Compte de prestation de service"};
+  TextBox Txt_CodeCptPrestationService{in, "Txt_CodeCptPrestationService"};
+  ComboBox Cbo_CptPrestationService{in, "Cbo_CptPrestationService"};
   Frame Cdr_TauxOrgChg{in, "Cdr_TauxOrgChg", "Taux de remboursement "};
   Label Etq_DateRembOrgChg{&Cdr_TauxOrgChg, "Etq_DateRembOrgChg", "Date d'effet"};
   ListBox Lst_DateRembOrgChg{&Cdr_TauxOrgChg, "Lst_DateRembOrgChg"};
@@ -183,9 +187,6 @@ struct PriseEnCharge {
   CheckBox Cac_AjusTarif{in, "Cac_AjusTarif", "Ajustement tarifaire sur facture aidé"};
   CheckBox Cac_CoutGlobal{in, "Cac_CoutGlobal",
                           "Coût global et déduction organisme sur facture aidé"};
-  Label Etq_CptPrestationService{in, "Etq_CptPrestationService", "Compte de prestation de service"};
-  TextBox Txt_CodeCptPrestationService{in, "Txt_CodeCptPrestationService"};
-  ComboBox Cbo_CptPrestationService{in, "Cbo_CptPrestationService"};
 };
 
 struct Participation {
@@ -231,58 +232,59 @@ struct Bordereau {
   Container* in;
 
   Frame Cdr_MiseEnForme{in, "Cdr_MiseEnForme", "Mise en forme "};
-  Label Etq_ParamPossOrgChg{&Cdr_MiseEnForme, "Etq_ParamPossOrgChg", "Paramètres possibles"};
+  Label Etq_ParamPossOrgChg{&Cdr_MiseEnForme, "Etq_ParamPossOrgChg", "Paramètres possib&les"};
   ListBox Lst_ParamPossOrgChg{&Cdr_MiseEnForme, "Lst_ParamPossOrgChg", kPlusieurs};
   // Printed width of the parameter at the same position; never seen.
   ListBox Lst_LongParam{&Cdr_MiseEnForme, "Lst_LongParam"};
   CommandButton Cmd_DroiteBord{&Cdr_MiseEnForme, "Cmd_DroiteBord", "------>"};
   CommandButton Cmd_GaucheBord{&Cdr_MiseEnForme, "Cmd_GaucheBord", "<------"};
-  Label Etq_ParamSelecOrgChg{&Cdr_MiseEnForme, "Etq_ParamSelecOrgChg", "Paramètres sélectionnés"};
+  Label Etq_ParamSelecOrgChg{&Cdr_MiseEnForme, "Etq_ParamSelecOrgChg", "Paramètres séle&ctionnés"};
   ListBox Lst_ParamSelecOrgChg{&Cdr_MiseEnForme, "Lst_ParamSelecOrgChg", kPlusieurs};
-  CommandButton Cmd_HautBord{&Cdr_MiseEnForme, "Cmd_HautBord"};
-  CommandButton Cmd_BasBord{&Cdr_MiseEnForme, "Cmd_BasBord"};
+  CommandButton Cmd_HautBord{&Cdr_MiseEnForme, "Cmd_HautBord", "&Monter"};
+  CommandButton Cmd_BasBord{&Cdr_MiseEnForme, "Cmd_BasBord", "&Descendre"};
+  Label Etq_Largeur{&Cdr_MiseEnForme, "Etq_Largeur", "Largeur"};
   Label Etq_NbCarSelect{&Cdr_MiseEnForme, "Etq_NbCarSelect"};
-  Frame Cdr_TypeBordereau{in, "Cdr_TypeBordereau", "Type bordereau "};
-  OptionButton Opt_IndBordOrgChg{&Cdr_TypeBordereau, "Opt_IndBordOrgChg", "Individuel"};
-  OptionButton Opt_RecapBordOrgChg{&Cdr_TypeBordereau, "Opt_RecapBordOrgChg", "Récapitulatif"};
-  OptionButton Opt_MFPBordOrgChg{&Cdr_TypeBordereau, "Opt_MFPBordOrgChg", "M.F.P."};
-  Frame Cdr_Exemplaire{in, "Cdr_Exemplaire", "Nombre d'exemplaires"};
-  ScrollBar Bdh_NbExemp{&Cdr_Exemplaire, "Bdh_NbExemp", ScrollBar::Direction::Horizontal};
-  TextBox Txt_NbExEmplOrgChg{&Cdr_Exemplaire, "Txt_NbExEmplOrgChg"};
-  Label Etq_CodeThesaurus{in, "Etq_CodeThesaurus", "Code thésaurus"};
-  TextBox Txt_CodeThesaurus{in, "Txt_CodeThesaurus"};
-  Label Etq_IdentMagnetOrgChg{in, "Etq_IdentMagnetOrgChg", "Identification service"};
-  TextBox Txt_IdentMagnetOrgChg{in, "Txt_IdentMagnetOrgChg"};
-  Frame Cdr_Tri{in, "Cdr_Tri", "Tri par"};
+  Frame Cdr_Tri{in, "Cdr_Tri", "&Tri par"};
   Label Etq_ParamTriPos{&Cdr_Tri, "Etq_ParamTriPos", "Paramètres possibles"};
   ListBox Lst_ParamTriPos{&Cdr_Tri, "Lst_ParamTriPos", kPlusieurs};
   CommandButton Cmd_DroiteTri{&Cdr_Tri, "Cmd_DroiteTri", "------>"};
   CommandButton Cmd_GaucheTri{&Cdr_Tri, "Cmd_GaucheTri", "<------"};
   Label Etq_ParamTriSelect{&Cdr_Tri, "Etq_ParamTriSelect", "Paramètres sélectionnés"};
   ListBox Lst_ParamTriSelect{&Cdr_Tri, "Lst_ParamTriSelect", kPlusieurs};
+  Frame Cdr_TypeBordereau{in, "Cdr_TypeBordereau", "T&ype bordereau "};
+  OptionButton Opt_IndBordOrgChg{&Cdr_TypeBordereau, "Opt_IndBordOrgChg", "Individuel"};
+  OptionButton Opt_RecapBordOrgChg{&Cdr_TypeBordereau, "Opt_RecapBordOrgChg", "Récapitulatif"};
+  OptionButton Opt_MFPBordOrgChg{&Cdr_TypeBordereau, "Opt_MFPBordOrgChg", "M.F.P."};
+  Frame Cdr_Exemplaire{in, "Cdr_Exemplaire", "Nombre d'e&xemplaires"};
+  TextBox Txt_NbExEmplOrgChg{&Cdr_Exemplaire, "Txt_NbExEmplOrgChg"};
+  ScrollBar Bdh_NbExemp{&Cdr_Exemplaire, "Bdh_NbExemp", ScrollBar::Direction::Horizontal};
+  Label Etq_CodeThesaurus{in, "Etq_CodeThesaurus", "Code t&hésaurus"};
+  TextBox Txt_CodeThesaurus{in, "Txt_CodeThesaurus"};
+  Label Etq_IdentMagnetOrgChg{in, "Etq_IdentMagnetOrgChg", "Identification service"};
+  TextBox Txt_IdentMagnetOrgChg{in, "Txt_IdentMagnetOrgChg"};
 };
 
 struct Activites {
   explicit Activites(Container* page) : in(page) {}
   Container* in;
 
-  Label Etq_Entite{in, "Etq_Entite", "Entité juridique"};
+  Label Etq_Entite{in, "Etq_Entite", "Entité &juridique"};
   TextBox Txt_Entite{in, "Txt_Entite"};
   ComboBox Cbo_Entite{in, "Cbo_Entite"};
-  Label Etq_Activite{in, "Etq_Activite", "Liste des activités possibles"};
+  Label Etq_Activite{in, "Etq_Activite", "Liste des activités possib&les"};
   ListBox Lst_Activite{in, "Lst_Activite", kPlusieurs};
   CommandButton Cmd_PasseDroit{in, "Cmd_PasseDroit", "--->"};
   CommandButton Cmd_PasseGauche{in, "Cmd_PasseGauche", "<---"};
-  Label Etq_ActSelect{in, "Etq_ActSelect", "Liste des activités sélectionnées"};
+  Label Etq_ActSelect{in, "Etq_ActSelect", "Liste des activités séle&ctionnées"};
   ListBox Lst_ActSelect{in, "Lst_ActSelect", kPlusieurs};
   // Codes of the covered activities, line for line with Lst_ActSelect; never seen.
   ListBox Lst_CodActSelect{in, "Lst_CodActSelect"};
-  Label Etq_Type{in, "Etq_Type", "Type"};
+  Label Etq_Type{in, "Etq_Type", "T&ype"};
   ListBox Lst_TypeAct{in, "Lst_TypeAct"};
-  Frame Cdr_GestionExclu{in, "Cdr_GestionExclu"};
-  OptionButton Opt_Totalite{&Cdr_GestionExclu, "Opt_Totalite", "Totalité"};
-  OptionButton Opt_DimJF{&Cdr_GestionExclu, "Opt_DimJF", "Dimanche et férié"};
-  OptionButton Opt_Semaine{&Cdr_GestionExclu, "Opt_Semaine", "Semaine"};
+  Frame Cdr_GestionExclu{in, "Cdr_GestionExclu", "Répartition des heures "};
+  OptionButton Opt_Totalite{&Cdr_GestionExclu, "Opt_Totalite", "&Totalité"};
+  OptionButton Opt_DimJF{&Cdr_GestionExclu, "Opt_DimJF", "&Dimanche et férié"};
+  OptionButton Opt_Semaine{&Cdr_GestionExclu, "Opt_Semaine", "Se&maine"};
 };
 
 struct Screen {

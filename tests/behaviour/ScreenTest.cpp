@@ -247,13 +247,24 @@ TEST_F(ScreenTest, EveryNameIsUsedOnce) {
   for (const auto& [name, count] : names) EXPECT_EQ(count, 1) << name;
 }
 
-TEST_F(ScreenTest, TheOtherPagesAreBlankForNow) {
-  for (int tab = 1; tab < 6; ++tab) {
-    screen_.Ong_OrgPriseChg.setTab(tab);
-    for (Control* child : screen_.Ong_OrgPriseChg.page(tab).children()) {
-      EXPECT_FALSE(child->visible()) << child->name();
-    }
+TEST_F(ScreenTest, HidesWhatCannotBeUsedYet) {
+  for (Control* child : screen_.Ong_OrgPriseChg.page(screen::kParticipation).children()) {
+    EXPECT_FALSE(child->visible()) << child->name();
   }
+  std::vector<std::string> usable;
+  for (Control* child : screen_.Ong_OrgPriseChg.page(screen::kPriseEnCharge).children()) {
+    if (child->visible()) usable.push_back(child->name());
+  }
+  EXPECT_EQ(usable,
+            (std::vector<std::string>{"Cdr_AttribOrgChg", "Etq_CptPrestationService",
+                                      "Txt_CodeCptPrestationService", "Cbo_CptPrestationService"}));
+}
+
+TEST_F(ScreenTest, TheListsOfCodesAndWidthsAreNeverSeen) {
+  screen_.Ong_OrgPriseChg.setTab(screen::kBordereau);
+  EXPECT_FALSE(screen_.bordereau.Lst_LongParam.shown());
+  screen_.Ong_OrgPriseChg.setTab(screen::kActivites);
+  EXPECT_FALSE(screen_.activites.Lst_CodActSelect.shown());
 }
 
 TEST_F(ScreenTest, EditorListsAreInAFixedPitchFont) {
@@ -401,9 +412,25 @@ TEST_F(Keyboard, AWholeCreationNeedsNoMouse) {
   user_->type("neuf");
   user_->alt('L');
   user_->type("Organisme neuf\tBât. B");
+  user_->alt('V');
+  user_->alt('J');
+  user_->type("010");
+  user_->alt('B');
+  user_->alt('L');
+  auto& possible = child<ListBox>("Lst_ParamPossOrgChg");
+  ASSERT_TRUE(possible.hasFocus());
+  possible.userSelect(0, {0});  // by the list's own keys
+  user_->tab();
+  user_->press(toolkit::Key::Space);
+  user_->alt('P');
+  user_->alt('H');
   user_->alt('O');
+  expectNoBox();
   EXPECT_EQ(attribute("004", 1), "NEUF");
   EXPECT_EQ(attribute("004", 3), "Bât. B");
+  EXPECT_EQ(attribute("004", 24), "H");
+  EXPECT_EQ(attribute("004", 46), "010");
+  EXPECT_EQ(attribute("004", 61), "2");
   user_->type("004");
   EXPECT_EQ(box("Txt_RaisonOrgChg").text(), "Organisme neuf");
   user_->alt('S');
