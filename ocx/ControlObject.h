@@ -106,7 +106,7 @@ class ControlObject final : public _Ctr_OrgPriseCharge,
     return member([](Control& control) { control.Afficher_Ong1(); });
   }
   HRESULT STDMETHODCALLTYPE Afficher_Ong2() override {
-    return enter([] { return E_NOTIMPL; });
+    return member([](Control& control) { control.Afficher_Ong2(); });
   }
   HRESULT STDMETHODCALLTYPE Afficher_Ong3() override {
     return enter([] { return E_NOTIMPL; });
@@ -115,10 +115,10 @@ class ControlObject final : public _Ctr_OrgPriseCharge,
     return enter([] { return E_NOTIMPL; });
   }
   HRESULT STDMETHODCALLTYPE Afficher_Ong5() override {
-    return enter([] { return E_NOTIMPL; });
+    return member([](Control& control) { control.Afficher_Ong5(); });
   }
   HRESULT STDMETHODCALLTYPE Afficher_Ong6() override {
-    return enter([] { return E_NOTIMPL; });
+    return member([](Control& control) { control.Afficher_Ong6(); });
   }
   HRESULT STDMETHODCALLTYPE Afficher_Donnees() override {
     return member([](Control& control) { control.Afficher_Donnees(); });
@@ -136,7 +136,7 @@ class ControlObject final : public _Ctr_OrgPriseCharge,
     return member([](Control& control) { control.Remplir_ParamsPoss(); });
   }
   HRESULT STDMETHODCALLTYPE Long_ListeParam() override {
-    return enter([] { return E_NOTIMPL; });
+    return member([](Control& control) { control.Long_ListeParam(); });
   }
   HRESULT STDMETHODCALLTYPE Remplir_PiecesPoss() override {
     return member([](Control& control) { control.Remplir_PiecesPoss(); });
@@ -151,7 +151,7 @@ class ControlObject final : public _Ctr_OrgPriseCharge,
     return member([](Control& control) { control.Ecrire_Ong1(); });
   }
   HRESULT STDMETHODCALLTYPE Ecrire_Ong2() override {
-    return enter([] { return E_NOTIMPL; });
+    return member([](Control& control) { control.Ecrire_Ong2(); });
   }
   HRESULT STDMETHODCALLTYPE Ecrire_Ong3() override {
     return enter([] { return E_NOTIMPL; });
@@ -160,10 +160,10 @@ class ControlObject final : public _Ctr_OrgPriseCharge,
     return enter([] { return E_NOTIMPL; });
   }
   HRESULT STDMETHODCALLTYPE Ecrire_Ong5() override {
-    return enter([] { return E_NOTIMPL; });
+    return member([](Control& control) { control.Ecrire_Ong5(); });
   }
   HRESULT STDMETHODCALLTYPE Ecrire_Ong6() override {
-    return enter([] { return E_NOTIMPL; });
+    return member([](Control& control) { control.Ecrire_Ong6(); });
   }
   HRESULT STDMETHODCALLTYPE put_TheClient(IDispatch* object) override {
     return enter([&] { return keepClient(object); });
@@ -187,16 +187,16 @@ class ControlObject final : public _Ctr_OrgPriseCharge,
     return enter([&] { return give(accepted, VARIANT_FALSE, E_NOTIMPL); });
   }
   HRESULT STDMETHODCALLTYPE Verif_Ong2(VARIANT_BOOL* accepted) override {
-    return enter([&] { return give(accepted, VARIANT_FALSE, E_NOTIMPL); });
+    return enter([&] { return verify(accepted, &Control::Verif_Ong2); });
   }
   HRESULT STDMETHODCALLTYPE Verif_Ong5(VARIANT_BOOL* accepted) override {
-    return enter([&] { return give(accepted, VARIANT_FALSE, E_NOTIMPL); });
+    return enter([&] { return verify(accepted, &Control::Verif_Ong5); });
   }
   HRESULT STDMETHODCALLTYPE Vider_Donnees() override {
     return member([](Control& control) { control.Vider_Donnees(); });
   }
   HRESULT STDMETHODCALLTYPE Verif_Ong6(VARIANT_BOOL* accepted) override {
-    return enter([&] { return give(accepted, VARIANT_FALSE, E_NOTIMPL); });
+    return enter([&] { return verify(accepted, &Control::Verif_Ong6); });
   }
   HRESULT STDMETHODCALLTYPE Recup_Accord() override {
     return enter([] { return E_NOTIMPL; });
@@ -214,22 +214,22 @@ class ControlObject final : public _Ctr_OrgPriseCharge,
     return enter([] { return E_NOTIMPL; });
   }
   HRESULT STDMETHODCALLTYPE Remplir_Entite() override {
-    return enter([] { return E_NOTIMPL; });
+    return member([](Control& control) { control.Remplir_Entite(); });
   }
   HRESULT STDMETHODCALLTYPE Remplir_Liste_Activite() override {
-    return enter([] { return E_NOTIMPL; });
+    return member([](Control& control) { control.Remplir_Liste_Activite(); });
   }
   HRESULT STDMETHODCALLTYPE Passage_A_Droite() override {
-    return enter([] { return E_NOTIMPL; });
+    return member([](Control& control) { control.Passage_A_Droite(); });
   }
   HRESULT STDMETHODCALLTYPE Passage_A_Gauche() override {
-    return enter([] { return E_NOTIMPL; });
+    return member([](Control& control) { control.Passage_A_Gauche(); });
   }
   HRESULT STDMETHODCALLTYPE Passage_A_Droite_Tri() override {
-    return enter([] { return E_NOTIMPL; });
+    return member([](Control& control) { control.Passage_A_Droite_Tri(); });
   }
   HRESULT STDMETHODCALLTYPE Passage_A_Gauche_Tri() override {
-    return enter([] { return E_NOTIMPL; });
+    return member([](Control& control) { control.Passage_A_Gauche_Tri(); });
   }
   HRESULT STDMETHODCALLTYPE AjoutLists(short* index) override {
     return enter([&] { return index == nullptr ? E_POINTER : E_NOTIMPL; });
@@ -244,7 +244,7 @@ class ControlObject final : public _Ctr_OrgPriseCharge,
     return enter([] { return E_NOTIMPL; });
   }
   HRESULT STDMETHODCALLTYPE RechercheAccord() override {
-    return enter([] { return E_NOTIMPL; });
+    return member([](Control& control) { control.RechercheAccord(); });
   }
 
   // IOleObject

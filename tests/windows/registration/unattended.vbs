@@ -15,15 +15,34 @@ Sub Hold(what, holds)
   End If
 End Sub
 
+' A procedure of the control has been called: Err is what it left.
+Sub Done(name, number, description)
+  Hold name & ": " & Hex(number) & " " & description, number = 0
+  Err.Clear
+End Sub
+
+' A record of one file, from pairs of an attribute and its text.
+Sub Store(file, id, attributes)
+  Dim made, i
+  Set made = database.OpenFile(file).ReadRecord(id)
+  For i = 0 To UBound(attributes) Step 2
+    made.Value(attributes(i)) = attributes(i + 1)
+  Next
+  made.DBWrite
+End Sub
+
 Dim client, database, rights, control, record
 Set client = CreateObject("TessalineStore.Client")
 Set database = client.OpenDatabase(WScript.Arguments(0))
 Set rights = CreateObject("TessalineStore.Rights")
 rights.SetLevel "CONSULTATIONORGCHARGE", 2
-Set record = database.OpenFile("ORGPRISECHARGE").ReadRecord("001")
-record.Value(1) = "CD01"
-record.Value(2) = "Conseil departemental"
-record.DBWrite
+Store "ASSOCIATION", "010", Array(1, "AIDE DU VAL")
+Store "ACTIVITES", "010P01", Array(1, "Aide menagere", 2, "010", 12, "P", 13, "SAAD")
+Store "ACTIVITES", "010P02", Array(1, "Garde de jour", 2, "010", 12, "P", 13, "SAAD")
+Store "PARAMBORDORGCHG", "1", Array(1, "Nom", 2, "30")
+Store "ORGPRISECHARGE", "001", Array(1, "CD01", 2, "Conseil departemental", 17, "M", 18, "P", _
+  19, "3", 20, "0", 24, "H", 44, "0", 45, "I", 46, "010", 47, "010P02", 48, "1", 50, "0", 51, "0", _
+  57, "0", 61, "1")
 
 Set control = CreateObject("Tessaline.Ctr_OrgPriseCharge")
 Hold "W_Sortir is false at the start", control.W_Sortir = False
@@ -43,9 +62,72 @@ Err.Clear
 control.Init
 Hold "Init: " & Hex(Err.Number) & " " & Err.Description, Err.Number = 0
 Err.Clear
+
 Dim accepted
 accepted = control.Verif_Ong1
-Hold "Verif_Ong1 answers: " & Hex(Err.Number), Err.Number = 0 And VarType(accepted) = vbBoolean
+Hold "Verif_Ong1 accepts: " & Hex(Err.Number), Err.Number = 0 And VarType(accepted) = vbBoolean And accepted
+accepted = False
+accepted = control.Verif_Ong2
+Hold "Verif_Ong2 accepts: " & Hex(Err.Number), Err.Number = 0 And accepted
+accepted = False
+accepted = control.Verif_Ong5
+Hold "Verif_Ong5 accepts: " & Hex(Err.Number), Err.Number = 0 And accepted
+accepted = False
+accepted = control.Verif_Ong6
+Hold "Verif_Ong6 accepts: " & Hex(Err.Number), Err.Number = 0 And accepted
+Err.Clear
+
+' Shown and written again, the record stays as it was.
+Dim before, after
+Set record = database.OpenFile("ORGPRISECHARGE").ReadRecord("001")
+before = record
+control.Afficher_Ong2
+Done "Afficher_Ong2", Err.Number, Err.Description
+control.Afficher_Ong5
+Done "Afficher_Ong5", Err.Number, Err.Description
+control.Afficher_Ong6
+Done "Afficher_Ong6", Err.Number, Err.Description
+control.Remplir_Entite
+Done "Remplir_Entite", Err.Number, Err.Description
+control.Long_ListeParam
+Done "Long_ListeParam", Err.Number, Err.Description
+control.RechercheAccord
+Done "RechercheAccord", Err.Number, Err.Description
+' Nothing is selected, so nothing moves.
+control.Passage_A_Droite
+Done "Passage_A_Droite", Err.Number, Err.Description
+control.Passage_A_Gauche
+Done "Passage_A_Gauche", Err.Number, Err.Description
+control.Passage_A_Droite_Tri
+Done "Passage_A_Droite_Tri", Err.Number, Err.Description
+control.Passage_A_Gauche_Tri
+Done "Passage_A_Gauche_Tri", Err.Number, Err.Description
+control.Ecrire_Ong2
+Done "Ecrire_Ong2", Err.Number, Err.Description
+control.Ecrire_Ong5
+Done "Ecrire_Ong5", Err.Number, Err.Description
+control.Ecrire_Ong6
+Done "Ecrire_Ong6", Err.Number, Err.Description
+control.Ecrire_Donnees
+Done "Ecrire_Donnees", Err.Number, Err.Description
+Set record = Nothing
+Set record = database.OpenFile("ORGPRISECHARGE").ReadRecord("001")
+after = record
+Hold "the record is as it was", before = after And Len(after) > 0
+
+' The activities of the entity are listed anew: none is covered until some are moved over.
+control.Remplir_OrgPriseChg
+Done "Remplir_OrgPriseChg", Err.Number, Err.Description
+control.Remplir_Liste_Activite
+Done "Remplir_Liste_Activite", Err.Number, Err.Description
+control.Ecrire_Donnees
+Done "Ecrire_Donnees of no activity", Err.Number, Err.Description
+Set record = Nothing
+Set record = database.OpenFile("ORGPRISECHARGE").ReadRecord("001")
+Hold "no activity is covered", record.Value(47) = "" And record.Value(46) = "010"
+Set record = Nothing
+control.Remplir_OrgPriseChg
+Done "Remplir_OrgPriseChg again", Err.Number, Err.Description
 Err.Clear
 
 Dim index
@@ -61,7 +143,7 @@ Err.Clear
 
 ' The control writes the record that it has loaded.
 control.Ecrire_Donnees
-Err.Clear
+Done "Ecrire_Donnees at the end", Err.Number, Err.Description
 control.Vider_Donnees
 Hold "Vider_Donnees: " & Hex(Err.Number) & " " & Err.Description, Err.Number = 0
 Err.Clear
