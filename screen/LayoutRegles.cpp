@@ -13,7 +13,7 @@ constexpr int kTop = 120;
 constexpr int kThreeChoices = 300 + 3 * kChoiceRow + 30;
 constexpr int kTypeWidth = 2160;
 constexpr int kPlafondLeft = kFrameLeft + kTypeWidth + kGap;
-constexpr int kPlafondWidth = 4500;
+constexpr int kPlafondWidth = 4440;
 constexpr int kDemandesLeft = kPlafondLeft + kPlafondWidth + kGap;
 constexpr int kDemandesWidth = kFrameEnd - kDemandesLeft;
 
@@ -25,7 +25,7 @@ constexpr int kSecondLabels = 5940;
 constexpr int kSecondFields = 8280;
 
 void choiceInFrame(toolkit::Control& control, int row, int width) {
-  choice(control, kLabelInFrame, 300 + row * kChoiceRow, width - 2 * kLabelInFrame);
+  choice(control, kLabelInFrame, 300 + row * kChoiceRow, width - kLabelInFrame - 60);
 }
 
 void placeOrganisme(Regles& page) {

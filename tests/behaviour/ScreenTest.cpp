@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <map>
 #include <string>
 #include <vector>
@@ -17,6 +18,7 @@ namespace {
 using toolkit::Container;
 using toolkit::Control;
 using toolkit::Kind;
+using toolkit::ListBox;
 using toolkit::Place;
 
 class ScreenTest : public testing::Test {
@@ -29,7 +31,7 @@ class ScreenTest : public testing::Test {
     for (const auto& item : items.all()) texts.push_back(item.text);
     return texts;
   }
-  // What is seen of the bar and of the first page, in order of creation.
+  // What is seen of the bar and of the page in front, in order of creation.
   std::vector<Control*> seen() {
     std::vector<Control*> all;
     collect(surface_, all);
@@ -275,36 +277,161 @@ TEST_F(ScreenTest, EditorListsAreInAFixedPitchFont) {
   }
 }
 
-TEST_F(ScreenTest, MnemonicsAreUniqueOnBarTabsAndFirstPage) {
-  std::map<char32_t, std::string> letters;
-  const auto add = [&](const std::string& caption, const std::string& name) {
-    const char32_t letter = toolkit::mnemonicOf(caption);
-    if (!letter) return;
-    EXPECT_TRUE(letters.emplace(letter, name).second)
-        << name << " and " << letters[letter] << " share "
-        << std::string(1, static_cast<char>(letter));
-  };
-  for (Control* control : seen()) {
-    const bool entry = control->name() == "Etq_SigleOrgChg";  // stands in for Etq_RechercheSigle
-    if (!entry && control->kind() != Kind::TabPage) add(control->caption(), control->name());
+// Each page that can be used, with the bar and the tabs around it
+// ----------------------------------
+
+bool isField(const Control& control) {
+  return control.kind() == Kind::TextBox || control.kind() == Kind::ComboBox ||
+         control.kind() == Kind::ListBox;
+}
+
+// The control created after it in the same container, null when it is the last.
+Control* next(const Control& control) {
+  const auto& children = control.parent()->children();
+  const auto at = std::find(children.begin(), children.end(), &control);
+  return at + 1 == children.end() ? nullptr : *(at + 1);
+}
+
+bool leadsToAField(const Control& label) {
+  const Control* field = next(label);
+  return field && isField(*field);
+}
+
+// The label of the field, or of the fields in whose row it stands; else the frame that it is the
+// first in.
+const Control* captionOf(const Control& field) {
+  const Control* label = nullptr;
+  bool first = true;
+  for (const Control* child : field.parent()->children()) {
+    if (child == &field) break;
+    if (child->kind() == Kind::Label) {
+      label = child;
+    } else if (!isField(*child) || child->place().top != field.place().top) {
+      label = nullptr;
+    }
+    first = false;
   }
-  for (int tab = 0; tab < 6; ++tab) {
-    add(screen_.Ong_OrgPriseChg.page(tab).caption(), "tab " + std::to_string(tab));
+  if (label) return label;
+  return first && field.parent()->kind() == Kind::Frame ? field.parent() : nullptr;
+}
+
+int right(const Control& control) { return control.place().left + control.place().width; }
+int bottom(const Control& control) { return control.place().top + control.place().height; }
+
+// From the left edge of the page.
+int leftOnPage(const Control& control) {
+  int twips = 0;
+  for (const Control* c = &control; c && c->kind() != Kind::TabPage; c = c->parent()) {
+    twips += c->place().left;
   }
+  return twips;
+}
+
+// Of two in one container: is the first read before the second?
+bool readBefore(const Control& first, const Control& second) {
+  if (bottom(first) <= second.place().top) return true;
+  if (bottom(second) <= first.place().top) return false;
+  return first.place().left < second.place().left;
+}
+
+class PageTest : public ScreenTest, public testing::WithParamInterface<int> {
+ protected:
+  PageTest() { screen_.Ong_OrgPriseChg.setTab(GetParam()); }
+
+  // The control that a mnemonic is seen for, by letter, the tabs included.
+  std::map<char32_t, std::string> mnemonics() {
+    std::map<char32_t, std::string> letters;
+    const auto add = [&](const std::string& caption, const std::string& name) {
+      const char32_t letter = toolkit::mnemonicOf(caption);
+      if (!letter) return;
+      EXPECT_TRUE(letters.emplace(letter, name).second)
+          << name << " and " << letters[letter] << " share "
+          << std::string(1, static_cast<char>(letter));
+    };
+    for (Control* control : seen()) {
+      const bool entry = control->name() == "Etq_SigleOrgChg";  // in the place of its look-up
+      if (!entry && control->kind() != Kind::TabPage) add(control->caption(), control->name());
+    }
+    for (int tab = 0; tab < 6; ++tab) {
+      add(screen_.Ong_OrgPriseChg.page(tab).caption(), "tab " + std::to_string(tab));
+    }
+    return letters;
+  }
+  std::vector<Control*> seenOnPage() {
+    std::vector<Control*> all;
+    collect(screen_.Ong_OrgPriseChg.page(GetParam()), all);
+    return all;
+  }
+};
+
+INSTANTIATE_TEST_SUITE_P(Usable, PageTest,
+                         testing::Values(screen::kCoordonnees, screen::kRegles,
+                                         screen::kPriseEnCharge, screen::kBordereau,
+                                         screen::kActivites));
+
+TEST_P(PageTest, MnemonicsAreUnique) {
+  mnemonics();
   for (const char* name : {"Cmd_Ajouter", "Cmd_Supprimer", "Cmd_OK", "Cmd_Annuler", "Cmd_Sortir"}) {
     EXPECT_NE(toolkit::mnemonicOf(surface_.find(name)->caption()), 0U) << name;
   }
 }
 
-TEST_F(ScreenTest, NothingSeenOverlapsOrLeavesItsContainer) {
+// A caption goes without only when each of its letters is another's, or when the options that it
+// stands over have mnemonics of their own.
+TEST_P(PageTest, NoCaptionGoesWithoutAMnemonicThatHasALetterLeft) {
+  const std::map<char32_t, std::string> taken = mnemonics();
+  for (Control* control : seenOnPage()) {
+    if (toolkit::mnemonicOf(control->caption())) continue;
+    if (control->isContainer()) {
+      const auto& inside = dynamic_cast<Container&>(*control).children();
+      const auto has = [](Control* child) { return toolkit::mnemonicOf(child->caption()) != 0; };
+      if (std::any_of(inside.begin(), inside.end(), has)) continue;
+    }
+    if (toolkit::mnemonicOf(control->parent()->caption())) continue;
+    if (control->kind() == Kind::Label && !leadsToAField(*control)) continue;
+    for (const char letter : control->caption()) {
+      const char upper = static_cast<char>(letter >= 'a' && letter <= 'z' ? letter - 32 : letter);
+      if (upper < 'A' || upper > 'Z') continue;
+      EXPECT_TRUE(taken.contains(static_cast<char32_t>(upper)))
+          << control->name() << " could have " << upper;
+    }
+  }
+}
+
+TEST_P(PageTest, EveryFieldHasACaption) {
+  for (Control* control : seenOnPage()) {
+    if (control->kind() == Kind::Frame || control->kind() == Kind::Label) continue;
+    if (!isField(*control)) {
+      const bool bar = control->kind() == Kind::ScrollBar;  // goes with the field before it
+      EXPECT_NE(control->caption().empty(), !bar) << control->name();
+      continue;
+    }
+    EXPECT_NE(captionOf(*control), nullptr) << control->name();
+  }
+}
+
+TEST_P(PageTest, ALabelStandsBesideOrAboveItsField) {
+  for (Control* control : seenOnPage()) {
+    if (control->kind() != Kind::Label || !leadsToAField(*control)) continue;
+    const Control& field = *next(*control);
+    const bool beside =
+        control->place().top == field.place().top + 75 && right(*control) <= field.place().left;
+    const bool above =
+        control->place().left == field.place().left && bottom(*control) == field.place().top;
+    EXPECT_TRUE(beside || above) << control->name();
+  }
+}
+
+TEST_P(PageTest, NothingSeenOverlapsOrLeavesItsContainer) {
   for (Control* control : seen()) {
     const Place& place = control->place();
     if (control->kind() == Kind::TabPage) continue;
     EXPECT_GT(place.width, 0) << control->name();
     EXPECT_GT(place.height, 0) << control->name();
     EXPECT_GE(place.left, 0) << control->name();
-    EXPECT_LE(place.left + place.width, control->parent()->place().width) << control->name();
-    EXPECT_LE(place.top + place.height, control->parent()->place().height) << control->name();
+    EXPECT_GE(place.top, 0) << control->name();
+    EXPECT_LE(right(*control), control->parent()->place().width) << control->name();
+    EXPECT_LE(bottom(*control), control->parent()->place().height) << control->name();
     for (Control* sibling : control->parent()->children()) {
       if (sibling == control || !sibling->shown()) continue;
       if (sibling->place() == place) continue;  // the acronym's two fields and labels
@@ -315,37 +442,213 @@ TEST_F(ScreenTest, NothingSeenOverlapsOrLeavesItsContainer) {
 }
 
 // The widest of the usual dialog fonts takes about 6 pixels a character at 96 dpi; a button needs
-// some room at both ends.
-TEST_F(ScreenTest, CaptionsKeepSpareWidth) {
+// some room at both ends, an option or check box its mark, a frame its corners.
+TEST_P(PageTest, CaptionsKeepSpareWidth) {
+  const std::map<Kind, int> rooms = {{Kind::Label, 0},
+                                     {Kind::CommandButton, 120},
+                                     {Kind::OptionButton, 300},
+                                     {Kind::CheckBox, 300},
+                                     {Kind::Frame, 240}};
   for (Control* control : seen()) {
-    if (control->kind() != Kind::Label && control->kind() != Kind::CommandButton) continue;
+    const auto room = rooms.find(control->kind());
+    if (room == rooms.end()) continue;
     const auto characters =
         static_cast<int>(text::length(toolkit::withoutMnemonic(control->caption())));
     const int needed = characters * 6 * 15 * 115 / 100;
-    const int room = control->kind() == Kind::CommandButton ? 120 : 0;
-    EXPECT_LE(needed + room, control->place().width) << control->name();
+    EXPECT_LE(needed + room->second, control->place().width) << control->name();
   }
 }
 
-TEST_F(ScreenTest, FieldsOfTheFirstPageLineUp) {
-  const auto left = [](const Control& control) {
-    int twips = 0;
-    for (const Control* c = &control; c && c->kind() != Kind::TabPage; c = c->parent()) {
-      twips += c->place().left;
+TEST_P(PageTest, TheOrderOfTheTabKeyIsTheReadingOrder) {
+  std::map<Container*, std::vector<Control*>> stops;
+  for (Control* control : seenOnPage()) {
+    if (control->kind() != Kind::Label && (control->isContainer() || control->tabStop())) {
+      stops[control->parent()].push_back(control);
     }
-    return twips;
-  };
-  const int column = left(screen_.coordonnees.Txt_RaisonOrgChg);
-  for (const char* name :
-       {"Txt_Complement", "Txt_NumVoie", "Txt_Localite", "Txt_CodePostal", "Txt_Telephone",
-        "Txt_Email", "Txt_InterlocDossOrgChg", "Txt_InterlocFactOrgChg"}) {
-    EXPECT_EQ(left(*surface_.find(name)), column) << name;
+  }
+  for (const auto& [container, order] : stops) {
+    for (std::size_t i = 1; i < order.size(); ++i) {
+      EXPECT_TRUE(readBefore(*order[i - 1], *order[i]))
+          << order[i - 1]->name() << " and " << order[i]->name();
+    }
   }
 }
 
-TEST_F(ScreenTest, TheCodeTakesThreeCharacters) {
-  EXPECT_EQ(screen_.bar.Txt_CodOrgChg.maxLength(), 3);
+// What is particular to a page
+// ---------------------------------------------------------------------
+
+TEST_F(ScreenTest, FieldsLineUpInColumns) {
+  const auto sameLeft = [&](std::initializer_list<const char*> names) {
+    for (const char* name : names) {
+      EXPECT_EQ(leftOnPage(*surface_.find(name)), leftOnPage(*surface_.find(*names.begin())))
+          << name;
+    }
+  };
+  sameLeft({"Txt_RaisonOrgChg", "Txt_Complement", "Txt_NumVoie", "Txt_Localite", "Txt_CodePostal",
+            "Txt_Telephone", "Txt_Email", "Txt_InterlocDossOrgChg", "Txt_InterlocFactOrgChg",
+            "Cbo_RenouvOrgChg", "Cbo_StatsOrgChg", "Txt_DebitOrgChg", "Txt_CreditOrgChg",
+            "Txt_CpteProdAide", "Txt_CodeThesaurus", "Cbo_Entite", "Opt_DimJF"});
+  sameLeft({"Cbo_DebitOrgChg", "Cbo_CreditOrgChg", "Cbo_CpteProdAide"});
+  sameLeft({"Lst_ParamTriSelect", "Etq_IdentMagnetOrgChg"});
+  sameLeft({"Opt_IndBordOrgChg", "Txt_NbExEmplOrgChg", "Txt_IdentMagnetOrgChg"});
+  sameLeft({"Lst_ActSelect", "Opt_Semaine"});
 }
+
+TEST_F(ScreenTest, FramesAndFieldsEndInColumns) {
+  const auto sameRight = [&](std::initializer_list<const char*> names) {
+    const auto end = [&](const char* name) {
+      const Control& control = *surface_.find(name);
+      return leftOnPage(control) + control.place().width;
+    };
+    for (const char* name : names) EXPECT_EQ(end(name), end(*names.begin())) << name;
+  };
+  sameRight({"Ctr_Adresseorgchg", "Cdr_InterlocOrgChg", "Cdr_DemandesAccord", "Cdr_RenouvOrgChg",
+             "Cdr_MiseEnForme", "Cdr_TypeBordereau", "Cdr_Exemplaire", "Cbo_Entite", "Lst_TypeAct",
+             "Cdr_GestionExclu"});
+  sameRight({"Txt_RaisonOrgChg", "Txt_Email", "Lst_PieceRenouOrgChg", "Cbo_PeriodFactOrgChg",
+             "Cbo_DebitOrgChg", "Cbo_CreditOrgChg", "Cbo_CpteProdAide", "Cbo_CptPrestationService",
+             "Cmd_HautBord", "Cmd_BasBord", "Bdh_NbExemp", "Txt_IdentMagnetOrgChg"});
+}
+
+TEST_F(ScreenTest, ThePagesAreUsedToTheirFoot) {
+  for (const int tab : {screen::kRegles, screen::kBordereau, screen::kActivites}) {
+    const toolkit::TabPage& page = screen_.Ong_OrgPriseChg.page(tab);
+    int last = 0;
+    for (const Control* child : page.children()) {
+      if (child->visible()) last = std::max(last, bottom(*child));
+    }
+    EXPECT_GE(page.place().height - last, 120) << tab;
+    EXPECT_LE(page.place().height - last, 300) << tab;
+  }
+}
+
+// A line is 20 characters of the label, a blank and the longest name of a type. At 144 dpi, where
+// it is widest, a character of the fixed-pitch font takes 110 twips; border and scroll bar 350.
+TEST_F(ScreenTest, TheActivityListsHoldAWholeLine) {
+  for (ListBox* list : {&screen_.activites.Lst_Activite, &screen_.activites.Lst_ActSelect}) {
+    EXPECT_GE(list->place().width, 34 * 110 + 350) << list->name();
+  }
+}
+
+TEST_F(ScreenTest, TheTypesStandLineForLineBesideTheirActivities) {
+  const ListBox& activities = screen_.activites.Lst_ActSelect;
+  const ListBox& types = screen_.activites.Lst_TypeAct;
+  EXPECT_EQ(types.place().top, activities.place().top);
+  EXPECT_EQ(types.place().height, activities.place().height);
+  EXPECT_EQ(types.font(), activities.font());
+  EXPECT_LE(types.place().left - right(activities), 60);
+}
+
+TEST_F(ScreenTest, TypingIsLimitedWhereTheDataHasItsLength) {
+  EXPECT_EQ(screen_.bar.Txt_CodOrgChg.maxLength(), 3);
+  EXPECT_EQ(screen_.activites.Txt_Entite.maxLength(), 3);
+  EXPECT_EQ(screen_.regles.Txt_DebitOrgChg.maxLength(), 10);
+  EXPECT_EQ(screen_.regles.Txt_CreditOrgChg.maxLength(), 10);
+  EXPECT_EQ(screen_.regles.Txt_CpteProdAide.maxLength(), 10);
+  EXPECT_EQ(screen_.priseEnCharge.Txt_CodeCptPrestationService.maxLength(), 10);
+  EXPECT_EQ(screen_.bordereau.Txt_NbExEmplOrgChg.maxLength(), 1);
+  EXPECT_EQ(screen_.bordereau.Txt_CodeThesaurus.maxLength(), 0);
+  EXPECT_EQ(screen_.bordereau.Txt_IdentMagnetOrgChg.maxLength(), 0);
+}
+
+TEST_F(ScreenTest, CopiesAreOneToNineByBarOrByTyping) {
+  screen_.Ong_OrgPriseChg.setTab(screen::kBordereau);
+  EXPECT_EQ(screen_.bordereau.Bdh_NbExemp.min(), 1);
+  EXPECT_EQ(screen_.bordereau.Bdh_NbExemp.max(), 9);
+  EXPECT_FALSE(screen_.bordereau.Bdh_NbExemp.tabStop());
+  EXPECT_TRUE(screen_.bordereau.Txt_NbExEmplOrgChg.tabStop());
+}
+
+// Every page by the keyboard, with all of it enabled
+// -------------------------------------------------
+
+struct Letter {
+  char32_t letter;
+  const char* leadsTo;
+};
+
+class KeyboardOnAPage : public ScreenTest {
+ protected:
+  // The tab stops of the page, from the tabs on.
+  std::vector<std::string> walk(int tab) {
+    screen_.Ong_OrgPriseChg.setTab(tab);
+    EXPECT_TRUE(user_.go(screen_.Ong_OrgPriseChg));
+    std::vector<std::string> order;
+    while (user_.tab()) order.push_back(surface_.focus()->name());
+    return order;
+  }
+  void expectLetters(int tab, const std::vector<Letter>& letters) {
+    screen_.Ong_OrgPriseChg.setTab(tab);
+    for (const auto& [letter, leadsTo] : letters) {
+      EXPECT_TRUE(user_.go(screen_.Ong_OrgPriseChg));
+      EXPECT_TRUE(user_.alt(letter)) << leadsTo;
+      EXPECT_EQ(surface_.focus()->name(), leadsTo);
+    }
+  }
+  toolkit::headless::User user_{surface_};
+};
+
+TEST_F(KeyboardOnAPage, OfTheManagementRules) {
+  EXPECT_EQ(
+      walk(screen::kRegles),
+      (std::vector<std::string>{
+          "Opt_TypePrincipalOrgChg", "Opt_PlafGlobalOrgChg", "Cac_DemAccordOrgChg",
+          "Cac_FactAnticip", "Cbo_RenouvOrgChg", "Lst_PiecePossibleOrgChg", "Cmd_DroiteRenouv",
+          "Cmd_GaucheRenouv", "Lst_PieceRenouOrgChg", "Cbo_StatsOrgChg", "Cbo_PeriodFactOrgChg",
+          "Cac_LettresInfo", "Cac_IncidCompta", "Txt_DebitOrgChg", "Cbo_DebitOrgChg",
+          "Txt_CreditOrgChg", "Cbo_CreditOrgChg", "Txt_CpteProdAide", "Cbo_CpteProdAide"}));
+  expectLetters(screen::kRegles, {{'Y', "Opt_TypePrincipalOrgChg"},
+                                  {'H', "Cbo_RenouvOrgChg"},
+                                  {'L', "Lst_PiecePossibleOrgChg"},
+                                  {'C', "Lst_PieceRenouOrgChg"},
+                                  {'Q', "Cbo_StatsOrgChg"},
+                                  {'T', "Cbo_PeriodFactOrgChg"},
+                                  {'M', "Cac_IncidCompta"},
+                                  {'D', "Txt_DebitOrgChg"}});
+}
+
+TEST_F(KeyboardOnAPage, OfTheCoverage) {
+  EXPECT_EQ(walk(screen::kPriseEnCharge),
+            (std::vector<std::string>{"Opt_HeureOrgChg", "Txt_CodeCptPrestationService",
+                                      "Cbo_CptPrestationService"}));
+  expectLetters(screen::kPriseEnCharge, {{'H', "Opt_HeureOrgChg"},
+                                         {'T', "Opt_MontantOrgChg"},
+                                         {'C', "Txt_CodeCptPrestationService"}});
+}
+
+TEST_F(KeyboardOnAPage, OfTheSlipParameters) {
+  EXPECT_EQ(walk(screen::kBordereau),
+            (std::vector<std::string>{
+                "Lst_ParamPossOrgChg", "Cmd_DroiteBord", "Cmd_GaucheBord", "Lst_ParamSelecOrgChg",
+                "Cmd_HautBord", "Cmd_BasBord", "Lst_ParamTriPos", "Cmd_DroiteTri", "Cmd_GaucheTri",
+                "Lst_ParamTriSelect", "Opt_IndBordOrgChg", "Txt_NbExEmplOrgChg",
+                "Txt_CodeThesaurus", "Txt_IdentMagnetOrgChg"}));
+  expectLetters(screen::kBordereau, {{'L', "Lst_ParamPossOrgChg"},
+                                     {'C', "Lst_ParamSelecOrgChg"},
+                                     {'M', "Cmd_HautBord"},
+                                     {'D', "Cmd_BasBord"},
+                                     {'T', "Lst_ParamTriPos"},
+                                     {'Y', "Opt_IndBordOrgChg"},
+                                     {'X', "Txt_NbExEmplOrgChg"},
+                                     {'H', "Txt_CodeThesaurus"}});
+}
+
+TEST_F(KeyboardOnAPage, OfTheCoveredActivities) {
+  EXPECT_EQ(walk(screen::kActivites),
+            (std::vector<std::string>{"Txt_Entite", "Cbo_Entite", "Lst_Activite", "Cmd_PasseDroit",
+                                      "Cmd_PasseGauche", "Lst_ActSelect", "Lst_TypeAct",
+                                      "Opt_Totalite"}));
+  expectLetters(screen::kActivites, {{'J', "Txt_Entite"},
+                                     {'L', "Lst_Activite"},
+                                     {'C', "Lst_ActSelect"},
+                                     {'Y', "Lst_TypeAct"},
+                                     {'T', "Opt_Totalite"},
+                                     {'D', "Opt_DimJF"},
+                                     {'M', "Opt_Semaine"}});
+}
+
+// The whole control by the keyboard
+// -----------------------------------------------------------------
 
 class Keyboard : public ControlTest {
  protected:
