@@ -38,6 +38,58 @@ std::wstring textOf(const VARIANT& value) {
   return text;
 }
 
+// What an answer holds of a record: its key (0) or the first value of an attribute.
+std::wstring column(const std::wstring& key, const std::wstring& record, size_t number) {
+  if (number == 0) return key;
+  const std::vector<std::wstring> attributes = split(record, kAttributeMark);
+  return number > attributes.size() ? L"" : split(attributes[number - 1], kValueMark)[0];
+}
+
+// One "AVEC field operator value" of a sentence.
+struct Condition {
+  size_t attribute = 1;
+  std::wstring wanted;
+  bool prefix = false;
+  bool atLeast = false;
+
+  bool holds(const std::wstring& key, const std::wstring& record) const {
+    const std::wstring value = column(key, record, attribute);
+    if (atLeast)
+      return value.size() == wanted.size() ? value >= wanted : value.size() > wanted.size();
+    return prefix ? value.starts_with(wanted) : value == wanted;
+  }
+};
+
+// Numbers stand for themselves; every name that the control uses but one is that of attribute 1.
+size_t attributeNamed(const std::wstring& field) {
+  if (field == L"@ID") return 0;
+  if (field == L"CodAssoActivite") return 2;
+  return iswdigit(field[0]) != 0 ? std::stoul(field) : 1;
+}
+
+std::vector<Condition> conditionsOf(const std::wstring& sentence) {
+  static const std::wstring kWith = L" AVEC ";
+  std::vector<Condition> all;
+  for (size_t at = sentence.find(kWith); at != std::wstring::npos;
+       at = sentence.find(kWith, at + 1)) {
+    const size_t field = at + kWith.size();
+    const size_t operation = sentence.find(L' ', field) + 1;
+    const size_t open = sentence.find(L'"', operation);
+    size_t close = sentence.find(L'"', open + 1);
+    while (close != std::wstring::npos && close + 1 < sentence.size() &&
+           sentence[close + 1] != L' ')
+      close = sentence.find(L'"', close + 1);
+    Condition made;
+    made.attribute = attributeNamed(sentence.substr(field, operation - 1 - field));
+    made.atLeast = sentence.compare(operation, 2, L">=") == 0;
+    made.wanted = sentence.substr(open + 1, close - open - 1);
+    made.prefix = made.wanted.ends_with(L"]");
+    if (made.prefix) made.wanted.pop_back();
+    all.push_back(std::move(made));
+  }
+  return all;
+}
+
 void setText(VARIANT* result, const std::wstring& text) {
   if (result == nullptr) return;
   VariantInit(result);
@@ -275,28 +327,29 @@ class DatabaseObject final : public Object {
   }
 
  private:
-  // Sorts by attribute 1; the condition, if there is one, is on attribute 1 too.
+  // Sorted by attribute 1, then by key.
   std::wstring select(const std::wstring& request) {
     const std::vector<std::wstring> parts = split(request, kAttributeMark);
     if (parts.size() < 3) return L"";
-    const size_t open = parts[0].find(L'"');
-    const size_t close = parts[0].rfind(L'"');
-    const bool conditional = open != std::wstring::npos && close > open;
-    std::wstring wanted = conditional ? parts[0].substr(open + 1, close - open - 1) : L"";
-    const bool prefix = wanted.ends_with(L"]");
-    if (prefix) wanted.pop_back();
+    const std::vector<Condition> conditions = conditionsOf(parts[0]);
     std::vector<std::pair<std::wstring, std::wstring>> found;  // attribute 1, key
     for (const auto& [key, text] : state().files[parts[1]]) {
-      const std::wstring value = split(split(text, kAttributeMark)[0], kValueMark)[0];
-      const bool holds = prefix ? value.starts_with(wanted) : value == wanted;
-      if (!conditional || holds) found.emplace_back(value, key);
+      const bool holds =
+          std::all_of(conditions.begin(), conditions.end(),
+                      [&](const Condition& condition) { return condition.holds(key, text); });
+      if (holds) found.emplace_back(column(key, text, 1), key);
     }
     std::sort(found.begin(), found.end());
     std::wstring answer;
     for (const auto& [value, key] : found) {
       if (!answer.empty()) answer += kAttributeMark;
-      answer += key;
-      if (parts[2] == L"0 1") answer += kValueMark + value;
+      const std::wstring& text = state().files[parts[1]][key];
+      bool first = true;
+      for (const std::wstring& number : split(parts[2], L' ')) {
+        if (!first) answer += kValueMark;
+        first = false;
+        answer += column(key, text, std::stoul(number));
+      }
     }
     return answer;
   }
@@ -387,24 +440,39 @@ void fillTables(FakeStore& store, const std::wstring& lastCode) {
   store.put(L"TABLES", L"PIECESRENOUV",
             {L"", L"A" + v + L"B", L"Avis d'imposition" + v + L"Bulletin de pension"});
   store.put(L"TABLES", L"STATORGCHG", {L"", L"01" + v + L"02", L"Régime général" + v + L"Autres"});
-  store.put(L"ASSOCIATION", L"100", {L"Association de test"});
+  store.put(L"ASSOCIATION", L"100", {L"ASSOCIATION DE TEST"});
+  store.put(L"ACTIVITES", L"100P01", activity(L"Aide ménagère", L"100"));
+  store.put(L"PARAMBORDORGCHG", L"1", {L"Nom", L"30"});
   store.put(L"PERIODESPAIE", L"1", {L"202601"});
 }
 
-// Attributes 18 and 46 and those of the pages that are not shown yet are there to survive a save.
+// Complete, so that it can be saved: principal, in hours, with an activity and a slip parameter.
+// Attribute 59 belongs to a page that is not shown yet: it is there to survive a save.
 std::vector<std::wstring> body(const std::wstring& acronym, const std::wstring& name) {
-  std::vector<std::wstring> attributes(60);
+  std::vector<std::wstring> attributes(61);
+  const std::pair<size_t, const wchar_t*> set[] = {
+      {15, L"Mme Durand"}, {16, L"M. Petit"}, {17, L"M"},      {18, L"P"},
+      {19, L"3"},          {20, L"0"},        {24, L"H"},      {44, L"0"},
+      {45, L"I"},          {46, L"100"},      {47, L"100P01"}, {48, L"1"},
+      {50, L"0"},          {51, L"0"},        {57, L"0"},      {59, L"Prise en charge"},
+      {61, L"1"}};
   attributes[0] = acronym;
   attributes[1] = name;
-  attributes[14] = L"Mme Durand";
-  attributes[15] = L"M. Petit";
-  attributes[17] = L"P";
-  attributes[45] = L"100";
-  attributes[58] = L"Prise en charge";
+  for (const auto& [number, text] : set) attributes[number - 1] = text;
   return attributes;
 }
 
 }  // namespace
+
+std::vector<std::wstring> activity(const std::wstring& label, const std::wstring& entity,
+                                   const std::wstring& type, const std::wstring& service) {
+  std::vector<std::wstring> attributes(13);
+  attributes[0] = label;
+  attributes[1] = entity;
+  attributes[11] = type;
+  attributes[12] = service;
+  return attributes;
+}
 
 void fillWithThreeBodies(FakeStore& store) {
   fillTables(store, L"003");

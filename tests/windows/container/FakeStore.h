@@ -65,8 +65,14 @@ class FakeStore {
   std::shared_ptr<FakeStoreState> state_;
 };
 
+// A record of ACTIVITES.
+std::vector<std::wstring> activity(const std::wstring& label, const std::wstring& entity,
+                                   const std::wstring& type = L"P",
+                                   const std::wstring& service = L"SAAD");
+
 // Three bodies ("001" CAF, "002" CARSAT, "003" MSA), one of them named by an agreement (002) and
-// one by a request (003), a counter that stands at 003, the two code tables, one entity.
+// one by a request (003), a counter that stands at 003, the two code tables, one entity ("100")
+// with one activity, one slip parameter. Every body can be saved.
 void fillWithThreeBodies(FakeStore& store);
 // One body, "001".
 void fillWithOneBody(FakeStore& store);

@@ -43,6 +43,28 @@ TEST_F(LateBoundStore, SelectsByAPrefixInOrder) {
   EXPECT_EQ(get(answer.object(), L"").text(), L"001\u00FDCAF\u00FE002\u00FDCARSAT");
 }
 
+TEST_F(LateBoundStore, SelectsByKeyByNumberAndBySeveralConditions) {
+  store_.put(L"ACCORD", L"1", {L"001", L"", L"", L"", L"", L"21186"});
+  store_.put(L"ACCORD", L"2", {L"001", L"", L"", L"", L"", L"9999"});
+  store_.put(L"ACTIVITES", L"200P01", activity(L"Garde", L"200"));
+  const auto select = [&](const wchar_t* request) {
+    const Value answer = call(store_.database(), L"ExecuteSentence", {Value(request)});
+    return get(answer.object(), L"").text();
+  };
+  EXPECT_EQ(select(L"SSELECT ACCORD AVEC OrgChgAcc = \"001\" AND AVEC 6 >= \"21186\"\u00FE"
+                   L"ACCORD\u00FE0"),
+            L"1");
+  EXPECT_EQ(select(L"SSELECT ACTIVITES AVEC CodAssoActivite = \"200\" PAR 1 \u00FE"
+                   L"ACTIVITES\u00FE0 1 12"),
+            L"200P01\u00FDGarde\u00FDP");
+  EXPECT_EQ(select(L"SSELECT ACTIVITES AVEC @ID = \"100]\" PAR 1\u00FE"
+                   L"ACTIVITES\u00FE0"),
+            L"100P01");
+  EXPECT_EQ(select(L"SSELECT ACTIVITES AVEC 1 = \"A\"B]\" PAR 1\u00FE"
+                   L"ACTIVITES\u00FE0"),
+            L"");
+}
+
 TEST_F(LateBoundStore, FailsInEachStyle) {
   store_.state().fault = [](const std::string&) { return static_cast<HRESULT>(0x80040042); };
   for (const FaultStyle style :

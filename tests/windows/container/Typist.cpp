@@ -1,8 +1,11 @@
 #include "tests/windows/container/Typist.h"
 
-#include "tests/windows/container/BoxWatcher.h"
+#include <commctrl.h>
 
+#include <algorithm>
 #include <stdexcept>
+
+#include "tests/windows/container/BoxWatcher.h"
 
 namespace container {
 
@@ -114,23 +117,88 @@ void Typist::type(std::wstring_view text) {
   }
 }
 
+void Typist::press(POINT at, Held held) {
+  const WORD modifier = held == Held::Shift ? VK_SHIFT : VK_CONTROL;
+  std::vector<INPUT> inputs = {mouseInput(at.x, at.y, 0)};
+  send(inputs);
+  inputs = {mouseInput(at.x, at.y, MOUSEEVENTF_LEFTDOWN),
+            mouseInput(at.x, at.y, MOUSEEVENTF_LEFTUP)};
+  if (held != Held::Nothing) {
+    inputs.insert(inputs.begin(), keyInput(modifier, false));
+    inputs.push_back(keyInput(modifier, true));
+  }
+  send(inputs);
+}
+
 void Typist::click(HWND window, int x, int y) {
   if (window == nullptr) throw std::runtime_error("nothing to click on");
   RECT place = {};
   GetClientRect(window, &place);
   POINT at = {x < 0 ? place.right / 2 : x, y < 0 ? place.bottom / 2 : y};
   ClientToScreen(window, &at);
-  std::vector<INPUT> inputs = {mouseInput(at.x, at.y, 0),
-                               mouseInput(at.x, at.y, MOUSEEVENTF_LEFTDOWN),
-                               mouseInput(at.x, at.y, MOUSEEVENTF_LEFTUP)};
-  send(inputs);
+  press(at);
+}
+
+HWND Typist::require(const std::wstring& name) const {
+  const HWND window = find(name);
+  if (window == nullptr) throw std::runtime_error("no control of that name: " + narrow(name));
+  return window;
 }
 
 void Typist::click(const std::wstring& name) {
-  const HWND window = find(name);
-  if (window == nullptr) throw std::runtime_error("no control of that name: " + narrow(name));
+  const HWND window = require(name);
   const HWND edit = FindWindowExW(window, nullptr, L"Edit", nullptr);
   click(edit != nullptr ? edit : window);
+}
+
+void Typist::clickTab(int tab) {
+  const HWND tabs = require(L"Ong_OrgPriseChg");
+  RECT place = {};
+  SendMessageW(tabs, TCM_GETITEMRECT, static_cast<WPARAM>(tab), reinterpret_cast<LPARAM>(&place));
+  click(tabs, (place.left + place.right) / 2, (place.top + place.bottom) / 2);
+}
+
+// Never twice in the same place, which would be a double click.
+POINT Typist::middleOfLine(HWND list, int line) {
+  RECT place = {};
+  const auto at = static_cast<WPARAM>(line);
+  SendMessageW(list, LB_GETITEMRECT, at, reinterpret_cast<LPARAM>(&place));
+  RECT seen = {};
+  GetClientRect(list, &seen);
+  if (place.top < 0 || place.bottom > seen.bottom) {
+    SendMessageW(list, LB_SETTOPINDEX, at, 0);
+    SendMessageW(list, LB_GETITEMRECT, at, reinterpret_cast<LPARAM>(&place));
+  }
+  constexpr int kFarEnough = 12;
+  POINT middle = {place.left + 8 + kFarEnough * (clicks_++ % 3), (place.top + place.bottom) / 2};
+  ClientToScreen(list, &middle);
+  return middle;
+}
+
+void Typist::clickLine(const std::wstring& name, int line, Held held) {
+  press(middleOfLine(require(name), line), held);
+}
+
+void Typist::doubleClickLine(const std::wstring& name, int line) {
+  const POINT at = middleOfLine(require(name), line);
+  press(at);
+  press(at);
+}
+
+void Typist::clickArrow(const std::wstring& name) {
+  const HWND combo = require(name);
+  COMBOBOXINFO information = {};
+  information.cbSize = sizeof information;
+  GetComboBoxInfo(combo, &information);
+  const RECT& arrow = information.rcButton;
+  click(combo, (arrow.left + arrow.right) / 2, (arrow.top + arrow.bottom) / 2);
+}
+
+void Typist::clickOpenLine(const std::wstring& name, int line) {
+  COMBOBOXINFO information = {};
+  information.cbSize = sizeof information;
+  GetComboBoxInfo(require(name), &information);
+  press(middleOfLine(information.hwndList, line));
 }
 
 void Typist::fill(const std::wstring& name, std::wstring_view newText) {
@@ -188,6 +256,24 @@ std::vector<std::wstring> Typist::lines(const std::wstring& name) const {
     all.push_back(line);
   }
   return all;
+}
+
+std::vector<int> Typist::selected(const std::wstring& name) const {
+  const HWND list = require(name);
+  std::vector<int> all;
+  const LRESULT count = SendMessageW(list, LB_GETCOUNT, 0, 0);
+  for (int line = 0; line < count; ++line) {
+    if (SendMessageW(list, LB_GETSEL, static_cast<WPARAM>(line), 0) > 0) all.push_back(line);
+  }
+  return all;
+}
+
+bool Typist::checked(const std::wstring& name) const {
+  return SendMessageW(require(name), BM_GETCHECK, 0, 0) == BST_CHECKED;
+}
+
+int Typist::tab() const {
+  return static_cast<int>(SendMessageW(require(L"Ong_OrgPriseChg"), TCM_GETCURSEL, 0, 0));
 }
 
 }  // namespace container

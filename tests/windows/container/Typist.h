@@ -35,6 +35,16 @@ class Typist {
   // window.
   void click(const std::wstring& name);
   void click(HWND window, int x = -1, int y = -1);
+  // A tab of the control's pages, by its position.
+  void clickTab(int tab);
+  // A line of a list box, scrolled into view if need be, with Shift or Ctrl held.
+  enum class Held { Nothing, Shift, Control };
+  void clickLine(const std::wstring& name, int line, Held held = Held::Nothing);
+  void doubleClickLine(const std::wstring& name, int line);
+  // The arrow of a combo box; the list stays open. A line of the open list is then chosen by
+  // clickOpenLine.
+  void clickArrow(const std::wstring& name);
+  void clickOpenLine(const std::wstring& name, int line);
   // Replaces what a field holds: clicks into it, selects all, types.
   void fill(const std::wstring& name, std::wstring_view text);
 
@@ -48,11 +58,21 @@ class Typist {
   std::wstring focused() const;
   // The lines of a combo or list box.
   std::vector<std::wstring> lines(const std::wstring& name) const;
+  // The positions of a list box's selected lines.
+  std::vector<int> selected(const std::wstring& name) const;
+  // Is an option or check box set?
+  bool checked(const std::wstring& name) const;
+  // The tab in front.
+  int tab() const;
 
  private:
   void send(std::vector<INPUT>& inputs);
+  HWND require(const std::wstring& name) const;
+  POINT middleOfLine(HWND list, int line);
+  void press(POINT onScreen, Held held = Held::Nothing);
 
   Stage stage_;
+  int clicks_ = 0;
 };
 
 // What a window answers to WM_GETCONTROLNAME; "" when nothing.

@@ -106,6 +106,7 @@ TEST_F(AtlContainer, CreatesABody) {
   user_.type(L"cpam");
   user_.key(VK_TAB);
   user_.fill(L"Txt_RaisonOrgChg", L"Caisse primaire");
+  completeCreation(user_);
   user_.alt(L'o');
   EXPECT_EQ(store_.state().attribute(L"ORGPRISECHARGE", L"004", 1), L"CPAM");
   EXPECT_EQ(store_.state().attribute(L"COMPTEUR", L"999", 10), L"004");

@@ -8,6 +8,7 @@ namespace {
 
 using container::AutomationError;
 using container::Value;
+using Lines = std::vector<std::wstring>;
 
 TEST(Terminate, ReleasesInTheFixedOrder) {
   Running running(container::formProfile());
@@ -99,6 +100,101 @@ TEST_F(Automation, AjoutListsTakesAScriptsVariable) {
   EXPECT_EQ(result, E_NOTIMPL);
   EXPECT_EQ(variable.vt, VT_I4);
   EXPECT_EQ(variable.lVal, 3);
+}
+
+TEST_F(Automation, RemplirEntiteListsTheEntitiesAndKeepsTheText) {
+  control().store.put(L"ASSOCIATION", L"200", {L"ENTRAIDE"});
+  load(L"001");
+  control().call(L"Remplir_Entite");
+  EXPECT_EQ(user().lines(L"Cbo_Entite"), (Lines{L"ASSOCIATION DE TEST", L"ENTRAIDE"}));
+  EXPECT_EQ(user().text(L"Cbo_Entite"), L"ASSOCIATION DE TEST");
+}
+
+TEST_F(Automation, ActivitiesAreListedAnewAndMoved) {
+  control().store.put(L"ACTIVITES", L"100P02", container::activity(L"Garde de nuit", L"100"));
+  load(L"001");
+  const Lines possible = {L"Aide ménagère        Prestataire", L"Garde de nuit        Prestataire"};
+  EXPECT_EQ(user().lines(L"Lst_Activite"), possible);
+  EXPECT_EQ(user().lines(L"Lst_ActSelect"), (Lines{possible[0]}));
+  control().call(L"Remplir_Liste_Activite");
+  EXPECT_EQ(user().lines(L"Lst_Activite"), possible);
+  EXPECT_EQ(user().lines(L"Lst_ActSelect"), Lines());
+  user().clickTab(kActivites);
+  user().clickLine(L"Lst_Activite", 1);
+  control().call(L"Passage_A_Droite");
+  EXPECT_EQ(user().lines(L"Lst_ActSelect"), (Lines{possible[1]}));
+  EXPECT_EQ(user().lines(L"Lst_TypeAct"), (Lines{L"P"}));
+  user().clickLine(L"Lst_ActSelect", 0);
+  control().call(L"Passage_A_Gauche");
+  EXPECT_EQ(user().lines(L"Lst_ActSelect"), Lines());
+  EXPECT_EQ(user().lines(L"Lst_TypeAct"), Lines());
+}
+
+TEST_F(Automation, SortParametersAreMoved) {
+  load(L"001");
+  user().clickTab(kBordereau);
+  user().clickLine(L"Lst_ParamTriPos", 4);
+  control().call(L"Passage_A_Droite_Tri");
+  EXPECT_EQ(user().lines(L"Lst_ParamTriSelect"), (Lines{L"Période"}));
+  user().clickLine(L"Lst_ParamTriSelect", 0);
+  control().call(L"Passage_A_Gauche_Tri");
+  EXPECT_EQ(user().lines(L"Lst_ParamTriSelect"), Lines());
+}
+
+TEST_F(Automation, RechercheAccordAsksForTheBodyInHand) {
+  load(L"001");
+  control().call(L"RechercheAccord");
+  EXPECT_EQ(control().state().count("ExecuteSentence SSELECT ACCORD AVEC OrgChgAcc = \"001\""), 1);
+}
+
+TEST_F(Automation, AFailingCheckAnswersFalseWithItsBox) {
+  load(L"001");
+  EXPECT_TRUE(control().call(L"Verif_Ong2").truth());
+  EXPECT_TRUE(control().call(L"Verif_Ong5").truth());
+  EXPECT_TRUE(control().call(L"Verif_Ong6").truth());
+  user().clickTab(kRegles);
+  user().fill(L"Cbo_PeriodFactOrgChg", L"");
+  user().clickTab(kCoordonnees);
+  boxes().expect(L"La période de facturation est obligatoire.", kExclamation, L"OK", IDOK);
+  EXPECT_FALSE(control().call(L"Verif_Ong2").truth());
+  EXPECT_EQ(user().tab(), kRegles);
+  EXPECT_EQ(user().focused(), L"Cbo_PeriodFactOrgChg");
+  EXPECT_EQ(control().state().count("DBWrite"), 0);
+}
+
+TEST_F(Automation, PagesAreWrittenToTheRecordInHandAndShownFromIt) {
+  load(L"001");
+  user().clickTab(kBordereau);
+  user().fill(L"Txt_CodeThesaurus", L"TH1");
+  control().call(L"Ecrire_Ong5");
+  user().fill(L"Txt_CodeThesaurus", L"TH2");
+  control().call(L"Afficher_Ong5");
+  EXPECT_EQ(user().text(L"Txt_CodeThesaurus"), L"TH1");
+  user().clickTab(kActivites);
+  user().click(L"Opt_DimJF");
+  control().call(L"Ecrire_Ong6");
+  user().click(L"Opt_Semaine");
+  control().call(L"Afficher_Ong6");
+  EXPECT_TRUE(user().checked(L"Opt_DimJF"));
+  user().clickTab(kRegles);
+  user().click(L"Cac_LettresInfo");
+  control().call(L"Afficher_Ong2");
+  EXPECT_FALSE(user().checked(L"Cac_LettresInfo"));
+  EXPECT_EQ(control().state().count("DBWrite"), 0);
+}
+
+TEST_F(Automation, PagesWithoutARecordAreClearedAndNotWritten) {
+  for (const wchar_t* member : {L"Afficher_Ong2", L"Afficher_Ong5", L"Afficher_Ong6"}) {
+    control().call(member);
+  }
+  for (const wchar_t* member : {L"Ecrire_Ong2", L"Ecrire_Ong5", L"Ecrire_Ong6"}) {
+    try {
+      control().call(member);
+      ADD_FAILURE() << container::narrow(member);
+    } catch (const AutomationError& error) {
+      EXPECT_EQ(error.code(), E_UNEXPECTED) << container::narrow(member);
+    }
+  }
 }
 
 TEST_F(Automation, DispidsStandInTheirPublishedOrder) {

@@ -81,6 +81,14 @@ void ControlTest::TearDown() {
   EXPECT_EQ(running_->finish(), "");
 }
 
+void completeCreation(container::Typist& user) {
+  user.clickTab(kActivites);
+  user.fill(L"Txt_Entite", L"100");
+  user.clickTab(kBordereau);
+  user.doubleClickLine(L"Lst_ParamPossOrgChg", 0);
+  user.clickTab(kCoordonnees);
+}
+
 void ControlTest::load(const std::wstring& code) {
   user().fill(L"Txt_CodOrgChg", code);
   ASSERT_EQ(user().text(L"Txt_CodOrgChg"), code);

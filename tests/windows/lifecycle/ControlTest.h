@@ -45,6 +45,17 @@ inline constexpr const wchar_t* kSaveChanges =
 inline constexpr const wchar_t* kNoLowerAccents =
     L"La saisie de minuscule accentuée est interdite sur cette zone.";
 
+// The tabs, by position.
+inline constexpr int kCoordonnees = 0;
+inline constexpr int kRegles = 1;
+inline constexpr int kPriseEnCharge = 2;
+inline constexpr int kBordereau = 4;
+inline constexpr int kActivites = 5;
+
+// What a creation that has been started needs on the pages after the first: an entity ("100") and a
+// slip parameter. The first page is in front again at the end.
+void completeCreation(container::Typist& user);
+
 // A control in the strict container. finish() must be the last thing that a test lets happen; the
 // fixtures below call it.
 class Running {

@@ -9,8 +9,9 @@ namespace {
 using container::AutomationError;
 using container::FaultStyle;
 
-// ReadRecord and the record's text: failing there, nothing was on the screen to be changed.
-constexpr int kCallsOfALookUp = 2;
+// The record, its entity and the entity's activities, each with its text: failing there, nothing
+// was on the screen to be changed.
+constexpr int kCallsOfALookUp = 6;
 constexpr HRESULT kFailure = static_cast<HRESULT>(0x80040042);
 
 struct Outcome {
@@ -125,6 +126,7 @@ TEST(FailingStore, NeverWritesOverABodyWhenCreating) {
     running.user.click(L"Cmd_Ajouter");
     running.user.type(L"CPAM");
     running.user.fill(L"Txt_RaisonOrgChg", L"Caisse primaire");
+    completeCreation(running.user);
     running.user.click(L"Cmd_OK");
   };
   failEach(false, create, [](Running& running, int failing) {

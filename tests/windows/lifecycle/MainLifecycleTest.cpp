@@ -102,6 +102,7 @@ TEST_P(MainLifecycle, CreatesABodyUnderTheNextCode) {
   user().fill(L"Txt_RaisonOrgChg", L"Caisse primaire d'assurance maladie");
   user().fill(L"Txt_Ville", L"Évreux");
   user().fill(L"Txt_InterlocFactOrgChg", L"M. Léger");
+  completeCreation(user());
   user().click(L"Cmd_OK");
   EXPECT_EQ(control().stored(L"004", 1), L"CPAM");
   EXPECT_EQ(control().stored(L"004", 2), L"Caisse primaire d'assurance maladie");
@@ -273,7 +274,8 @@ TEST_F(Consultation, ShowsBodiesWithoutEditingButtons) {
 
 TEST_F(Consultation, RefusesWhatWouldWrite) {
   load(L"001");
-  for (const wchar_t* member : {L"Ecrire_Donnees", L"Creer_Donnees", L"Ecrire_Ong1"}) {
+  for (const wchar_t* member : {L"Ecrire_Donnees", L"Creer_Donnees", L"Ecrire_Ong1", L"Ecrire_Ong2",
+                                L"Ecrire_Ong5", L"Ecrire_Ong6"}) {
     try {
       control().call(member);
       ADD_FAILURE() << container::narrow(member) << " was allowed";

@@ -73,7 +73,19 @@ class RealStore : public testing::Test {
     container::put(control, L"DroitsUtilisateur", Value(rights_.Get()));
   }
 
+  // An entity with an activity, a slip parameter: what a body needs before it can be saved.
+  void fillTables() {
+    store(L"ASSOCIATION", L"100", L"ENTRAIDE");
+    store(L"ACTIVITES", L"100P01",
+          L"Aide ménagère\u00FE"
+          L"100\u00FE\u00FE\u00FE\u00FE\u00FE\u00FE\u00FE\u00FE\u00FE\u00FEP\u00FESAAD");
+    store(L"PARAMBORDORGCHG", L"1",
+          L"Nom\u00FE"
+          L"30");
+  }
+
   void init() {
+    fillTables();
     container::call(host_.automation(), L"Init");
     host_.pump();
   }
@@ -120,6 +132,7 @@ TEST_F(RealStore, CreatesTheFirstBodyFindsItAgainAndChangesIt) {
   user_.type(L"caf");
   user_.fill(L"Txt_RaisonOrgChg", L"Caisse d'allocations familiales de l'Eure");
   user_.fill(L"Txt_Ville", L"Évreux");
+  completeCreation(user_);
   user_.click(L"Cmd_OK");
   EXPECT_EQ(stored(L"ORGPRISECHARGE", L"001", 1), L"CAF");
   EXPECT_EQ(stored(L"COMPTEUR", L"999", 10), L"001");
