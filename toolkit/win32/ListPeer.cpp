@@ -1,6 +1,7 @@
 #include "toolkit/win32/ListPeer.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "toolkit/win32/WideText.h"
 
@@ -15,32 +16,44 @@ ControlPeer::Blueprint ListPeer::blueprint() const {
 void ListPeer::copy(Aspect what) {
   switch (what) {
     case Aspect::Items:
-      itemsChanged_ = true;
-      InvalidateRect(window(), nullptr, FALSE);
+      flushLater(itemsChanged_);
       break;
     case Aspect::Selection:
-      if (!itemsChanged_) copySelection();
+      flushLater(selectionChanged_);
       break;
     case Aspect::Value:
-      if (!itemsChanged_) copyTop();
+      if (itemsChanged_ || selectionChanged_) {
+        topChanged_ = true;  // a line that becomes the selected one scrolls the window
+      } else {
+        copyTop();
+      }
       break;
     default:
       break;
   }
 }
 
+// At the latest when the window paints itself.
+void ListPeer::flushLater(bool& changed) {
+  if (changed) return;
+  changed = true;
+  InvalidateRect(window(), nullptr, FALSE);
+}
+
 void ListPeer::flush() {
-  if (!itemsChanged_ || copying()) return;
-  itemsChanged_ = false;
+  if ((!itemsChanged_ && !selectionChanged_) || copying()) return;
+  const bool refill = std::exchange(itemsChanged_, false);
+  const bool scroll = std::exchange(topChanged_, false) || refill;
+  selectionChanged_ = false;
   const Copying quiet(*this);
   const bool visible = (GetWindowLongW(window(), GWL_STYLE) & WS_VISIBLE) != 0;
   if (visible) pass(WM_SETREDRAW, FALSE);
-  fill();
+  if (refill) fill();
   copySelection();
-  copyTop();
+  if (scroll) copyTop();
   if (!visible) return;
   pass(WM_SETREDRAW, TRUE);
-  InvalidateRect(window(), nullptr, TRUE);
+  InvalidateRect(window(), nullptr, refill ? TRUE : FALSE);
 }
 
 void ListPeer::fill() {
@@ -59,17 +72,35 @@ std::vector<int> ListPeer::selectedLines() {
   return lines;
 }
 
+void ListPeer::selectRange(int first, int last, bool selected) {
+  if (first == last) {
+    pass(LB_SETSEL, selected ? 1 : 0, first);
+  } else {
+    // The ends the other way round deselect.
+    pass(LB_SELITEMRANGEEX, static_cast<WPARAM>(selected ? first : last), selected ? last : first);
+  }
+}
+
 void ListPeer::copySelection() {
-  const Copying quiet(*this);
   if (!extended()) {
     if (static_cast<int>(pass(LB_GETCURSEL)) != list_.listIndex()) {
       pass(LB_SETCURSEL, static_cast<WPARAM>(list_.listIndex()));
     }
     return;
   }
+  std::vector<char> shown(static_cast<std::size_t>(list_.listCount()), 0);
+  for (const int line : selectedLines()) shown[static_cast<std::size_t>(line)] = 1;
+  const auto differs = [&](int line) {
+    return (shown[static_cast<std::size_t>(line)] != 0) != list_.selected(line);
+  };
   for (int line = 0; line < list_.listCount(); ++line) {
-    const bool selected = pass(LB_GETSEL, static_cast<WPARAM>(line)) > 0;
-    if (selected != list_.selected(line)) pass(LB_SETSEL, list_.selected(line) ? 1 : 0, line);
+    if (!differs(line)) continue;
+    const int first = line;
+    const bool selected = list_.selected(first);
+    while (line + 1 < list_.listCount() && list_.selected(line + 1) == selected &&
+           differs(line + 1))
+      ++line;
+    selectRange(first, line, selected);
   }
   if (list_.listIndex() >= 0 && pass(LB_GETCARETINDEX) != list_.listIndex()) {
     pass(LB_SETCARETINDEX, static_cast<WPARAM>(list_.listIndex()), FALSE);

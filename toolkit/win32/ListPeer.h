@@ -24,11 +24,17 @@ class ListPeer final : public ControlPeer {
   bool extended() const { return list_.selection() == ListBox::Selection::Extended; }
   std::vector<int> selectedLines();
   void fill();
+  void flushLater(bool& changed);
+  void selectRange(int first, int last, bool selected);
   void copySelection();
   void copyTop();
 
   ListBox& list_;
+  // What the window does not show yet: it is brought up to date before it looks at a message, so
+  // that a handler may change one line after the other.
   bool itemsChanged_ = true;
+  bool selectionChanged_ = true;
+  bool topChanged_ = false;
 };
 
 }  // namespace toolkit::win32

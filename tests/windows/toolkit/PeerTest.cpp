@@ -395,6 +395,58 @@ TEST_F(Peers, ListsAreFilledInOnePassWithTheirSelection) {
   EXPECT_GT(SendMessageW(window(several), LB_GETSEL, 7, 0), 0);
 }
 
+TEST_F(Peers, TheWindowsSelectionIsTheObjectsWhateverChanges) {
+  constexpr int kLines = 12;
+  several.setItems(std::vector<ListItem>(kLines, {"line", 0}));
+  host();
+  const auto expectSame = [this](const char* when) {
+    for (int line = 0; line < kLines; ++line) {
+      EXPECT_EQ(SendMessageW(window(several), LB_GETSEL, static_cast<WPARAM>(line), 0) > 0,
+                several.selected(line))
+          << when << ", line " << line;
+    }
+  };
+  for (const int line : {0, 1, 2, 5, 7, 8, 11}) several.setSelected(line, true);
+  expectSame("selected");
+  for (const int line : {1, 2, 5, 8, 11}) several.setSelected(line, false);
+  for (const int line : {3, 4, 9, 10}) several.setSelected(line, true);
+  expectSame("changed");
+  several.replaceItem(3, "another");
+  several.setSelected(3, false);
+  several.setSelected(6, true);
+  expectSame("with a line replaced");
+  for (int line = 0; line < kLines; ++line) several.setSelected(line, line % 2 == 0);
+  expectSame("every other");
+  for (int line = 0; line < kLines; ++line) several.setSelected(line, false);
+  expectSame("none");
+}
+
+TEST_F(Peers, TheTopLineIsTheOneSetLast) {
+  list.setItems(std::vector<ListItem>(99, {"line", 0}));
+  host();
+  list.setListIndex(50);
+  list.setTopIndex(20);
+  EXPECT_EQ(SendMessageW(window(list), LB_GETTOPINDEX, 0, 0), 20);
+  EXPECT_EQ(SendMessageW(window(list), LB_GETCURSEL, 0, 0), 50);
+}
+
+// A handler that goes through a long list, line by line, must not send the window's worth of
+// messages for each of them.
+TEST_F(Peers, ManyLinesAreSelectedAndDeselectedByCodeWithoutDelay) {
+  constexpr int kLines = 5000;
+  constexpr ULONGLONG kPatience =
+      1000;  // milliseconds; each line at once would take many times that
+  several.setItems(std::vector<ListItem>(kLines, {"line", 0}));
+  ASSERT_EQ(SendMessageW(window(several), LB_GETCOUNT, 0, 0), kLines);
+  const ULONGLONG start = GetTickCount64();
+  for (const bool selected : {true, false}) {
+    for (int line = 0; line < kLines; ++line) several.setSelected(line, selected);
+    EXPECT_EQ(SendMessageW(window(several), LB_GETSELCOUNT, 0, 0), selected ? kLines : 0);
+  }
+  const ULONGLONG taken = GetTickCount64() - start;
+  EXPECT_LT(taken, kPatience);
+}
+
 TEST_F(Peers, AHiddenListStaysHiddenWhenItIsFilled) {
   list.setVisible(false);
   host();
