@@ -81,13 +81,24 @@ Control* labelled(const Control& label) {
   return next < siblings.size() ? siblings[next] : nullptr;
 }
 
+// The option that is set, in the group of the one given; that one when none is.
+Control* setOptionBeside(Control* option) {
+  for (Control* sibling : option->parent()->children()) {
+    if (sibling->kind() != Kind::OptionButton || !sibling->usable()) continue;
+    if (static_cast<const OptionButton*>(sibling)->value()) return sibling;
+  }
+  return option;
+}
+
+// In a group of options, where Tab would stop.
 Control* firstThatTakesFocus(const Container& container) {
   std::vector<Control*> all;
   collect(container, all);
   const auto found = std::find_if(all.begin(), all.end(), [](const Control* control) {
     return control->focusable() && control->usable();
   });
-  return found == all.end() ? nullptr : *found;
+  if (found == all.end()) return nullptr;
+  return (*found)->kind() == Kind::OptionButton ? setOptionBeside(*found) : *found;
 }
 
 }  // namespace

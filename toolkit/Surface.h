@@ -59,7 +59,7 @@ class Surface : public Container {
   //   Alt+letter            mnemonic, next in tab order from the focus when several share it: a
   //                         label's goes to the control after it; a button is clicked; an option
   //                         is set; a check box toggled; a tab brought forward; a frame's goes to
-  //                         its first control
+  //                         its first control, of options to the one that is set
   //   Ctrl+PageUp/PageDown, Ctrl+Tab    previous, next enabled page, wrapping around; the focus
   //                         goes to the tabs first
   //   Enter                 key press 13 of a text or combo box; click of a focused button

@@ -23,20 +23,25 @@ void FramePeer::applyPlace() {
   host().placeWithin(frame_);
 }
 
-// Not every theme has a look for the caption of a disabled group box.
-void FramePeer::paintDisabledCaption() {
-  const std::wstring caption = wide(withoutMnemonic(frame_.caption()));
+// Not every theme has a look for the caption of a disabled group box, and some measure the caption
+// in another font than they draw it in, which cuts it.
+void FramePeer::paintCaption() {
+  const std::wstring caption = wide(frame_.caption());
   if (caption.empty()) return;
+  const bool enabled = IsWindowEnabled(window()) != FALSE;
+  const bool hidden = (SendMessageW(window(), WM_QUERYUISTATE, 0, 0) & UISF_HIDEACCEL) != 0;
+  const UINT format = DT_SINGLELINE | DT_NOCLIP | (hidden ? DT_HIDEPREFIX : 0U);
   HDC context = GetDC(window());
   {
     const Selected font(context, host().font(frame_.font()));
-    SIZE size{};
-    GetTextExtentPoint32W(context, caption.c_str(), static_cast<int>(caption.size()), &size);
-    RECT covered{kCaptionLeft - 3, 0, kCaptionLeft + size.cx + 4, size.cy};
+    RECT place{kCaptionLeft, 0, kCaptionLeft, 0};
+    DrawTextW(context, caption.c_str(), static_cast<int>(caption.size()), &place,
+              format | DT_CALCRECT);
+    const RECT covered{place.left - 3, place.top, place.right + 4, place.bottom};
     FillRect(context, &covered, host().background());
     SetBkMode(context, TRANSPARENT);
-    SetTextColor(context, GetSysColor(COLOR_GRAYTEXT));
-    TextOutW(context, kCaptionLeft, 0, caption.c_str(), static_cast<int>(caption.size()));
+    SetTextColor(context, GetSysColor(enabled ? COLOR_BTNTEXT : COLOR_GRAYTEXT));
+    DrawTextW(context, caption.c_str(), static_cast<int>(caption.size()), &place, format);
   }
   ReleaseDC(window(), context);
 }
@@ -50,7 +55,7 @@ LRESULT FramePeer::message(HWND window, UINT message, WPARAM wParam, LPARAM lPar
   }
   const LRESULT result = ControlPeer::message(window, message, wParam, lParam);
   if (!attached()) return result;
-  if (message == WM_PAINT && !IsWindowEnabled(window)) paintDisabledCaption();
+  if (message == WM_PAINT) paintCaption();
   if (message == WM_ENABLE) InvalidateRect(window, nullptr, TRUE);
   return result;
 }

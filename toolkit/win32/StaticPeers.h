@@ -19,7 +19,7 @@ class FramePeer final : public ControlPeer {
   LRESULT message(HWND window, UINT message, WPARAM wParam, LPARAM lParam) override;
 
  private:
-  void paintDisabledCaption();
+  void paintCaption();
 
   Frame& frame_;
 };

@@ -179,6 +179,19 @@ TEST_F(KeyRules, AFramesMnemonicGoesToItsFirstControlAndSetsNothing) {
   EXPECT_EQ(taken(), Events{});
 }
 
+TEST_F(KeyRules, AFramesMnemonicGoesToTheOptionThatIsSet) {
+  blue.setValue(true);
+  taken();
+  user().go(name);
+  user().alt(U'g');
+  EXPECT_TRUE(blue.hasFocus());
+  blue.setEnabled(false);
+  user().go(name);
+  user().alt(U'g');
+  EXPECT_TRUE(red.hasFocus());
+  EXPECT_EQ(taken(), Events{});
+}
+
 TEST_F(KeyRules, MnemonicsClickButtonsSetOptionsAndToggleCheckBoxes) {
   user().go(name);
   user().alt(U'e');
