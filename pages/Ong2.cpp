@@ -34,13 +34,22 @@ Plafonds plafonds(screen::Regles& regles) {
            {"3", &regles.Opt_PlafGlobalOrgChg}}};
 }
 
+// A line a label; its item data is the label's position in the table, from 1.
 std::vector<toolkit::ListItem> labels(const store::Record& table) {
   const store::DynamicArray& fields = table.fields();
   std::vector<toolkit::ListItem> lines;
   for (int i = 1; i <= fields.DCount(store::tables::Libelles); ++i) {
-    lines.push_back({std::string(fields.get(store::tables::Libelles, i)), 0});
+    lines.push_back({std::string(fields.get(store::tables::Libelles, i)), i});
   }
   return lines;
+}
+
+// The walk ends at the first empty code; 0 when it has not met the one wanted.
+int positionOfCode(const store::DynamicArray& table, std::string_view code) {
+  for (int i = 1; !table.get(store::tables::Codes, i).empty(); ++i) {
+    if (table.get(store::tables::Codes, i) == code) return i;
+  }
+  return 0;
 }
 
 bool drapeau(std::string_view attribute) { return store::wholeNumber(attribute) != 0; }
@@ -99,6 +108,7 @@ void Ong2::Afficher_Ong2() {
   regles_.Opt_TypePrincipalOrgChg.setValue(record.get(attribut::TypeOrgChg) == "P");
   regles_.Opt_TypeComplOrgChg.setValue(record.get(attribut::TypeOrgChg) == "C");
   montrerTypeDuBareme();
+  montrerHeures();
   for (const auto& [code, option] : plafonds(regles_)) {
     option->setValue(record.get(attribut::PlafondOrg) == code);
   }
@@ -119,8 +129,10 @@ void Ong2::montrerPieces(const store::DynamicArray& record) {
   const store::DynamicArray& table = context_.session.piecesRenouv->fields();
   std::vector<toolkit::ListItem> lines;
   for (int i = 1; i <= record.DCount(attribut::PieceRenouOrgChg); ++i) {
-    std::string label = store::labelOfCode(table, record.get(attribut::PieceRenouOrgChg, i));
-    if (!label.empty()) lines.push_back({std::move(label), 0});
+    const int position = positionOfCode(table, record.get(attribut::PieceRenouOrgChg, i));
+    if (position == 0) continue;
+    std::string label(table.get(store::tables::Libelles, position));
+    if (!label.empty()) lines.push_back({std::move(label), position});
   }
   regles_.Lst_PieceRenouOrgChg.setItems(std::move(lines));
 }
@@ -180,6 +192,15 @@ void Ong2::montrerTypeDuBareme() {
                                                                  : "Participation bénéficiaire");
 }
 
+// The hours of the activities' page are a principal body's to choose.
+void Ong2::montrerHeures() {
+  screen::Activites& activites = context_.screen.activites;
+  const bool principal = regles_.Opt_TypePrincipalOrgChg.value();
+  activites.Cdr_GestionExclu.setEnabled(principal);
+  if (!principal) activites.Opt_Totalite.setValue(true);
+  reglerSemaine(activites);
+}
+
 // --- Writing
 
 void Ong2::Ecrire_Ong2() {
@@ -227,11 +248,13 @@ bool Ong2::changementRefuse(int attribute, std::string_view message) {
   return true;
 }
 
+// By position, not by label: two documents may have the same.
 void Ong2::ecrirePieces(store::DynamicArray& record) {
   const store::DynamicArray& table = context_.session.piecesRenouv->fields();
   store::DynamicArray codes;
   for (const toolkit::ListItem& line : regles_.Lst_PieceRenouOrgChg.items().all()) {
-    const std::string code = store::codeOfLabel(table, line.text);
+    if (line.text.empty()) continue;
+    const std::string_view code = table.get(store::tables::Codes, static_cast<int>(line.data));
     if (!code.empty()) codes.set(1, codes.DCount(1) + 1, code);
   }
   ecrireAttribut(record, attribut::PieceRenouOrgChg, codes.get(1));

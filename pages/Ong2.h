@@ -53,6 +53,7 @@ class Ong2 : public Page {
   bool comptesOuverts() const;
   void ouvrirComptes();
   void montrerTypeDuBareme();
+  void montrerHeures();
 
   PageContext context_;
   screen::Regles& regles_;
