@@ -6,13 +6,6 @@ namespace {
 constexpr int kCodes = 2;
 constexpr int kLabels = 3;
 
-std::string partner(const DynamicArray& table, int from, int to, std::string_view wanted) {
-  for (int value = 1; !table.get(from, value).empty(); ++value) {
-    if (table.get(from, value) == wanted) return std::string(table.get(to, value));
-  }
-  return {};
-}
-
 }  // namespace
 
 int ChercherCodeTable(const DynamicArray& table, std::string_view value) {
@@ -23,11 +16,18 @@ int ChercherCodeTable(const DynamicArray& table, std::string_view value) {
 }
 
 std::string labelOfCode(const DynamicArray& table, std::string_view code) {
-  return partner(table, kCodes, kLabels, code);
+  for (int value = 1; !table.get(kCodes, value).empty(); ++value) {
+    if (table.get(kCodes, value) == code) return std::string(table.get(kLabels, value));
+  }
+  return {};
 }
 
 std::string codeOfLabel(const DynamicArray& table, std::string_view label) {
-  return partner(table, kLabels, kCodes, label);
+  if (label.empty()) return {};
+  for (int value = 1; value <= table.DCount(kLabels); ++value) {
+    if (table.get(kLabels, value) == label) return std::string(table.get(kCodes, value));
+  }
+  return {};
 }
 
 }  // namespace store

@@ -15,7 +15,8 @@ int ChercherCodeTable(const DynamicArray& table, std::string_view value);
 // Label of a code: attribute 2 is walked from value 1 until it equals the code or is empty.
 // "" when the walk ends at the empty value.
 std::string labelOfCode(const DynamicArray& table, std::string_view code);
-// The same from label to code.
+// Code of a label: of the first that equals it; codes without a label are passed by. "" when none
+// does.
 std::string codeOfLabel(const DynamicArray& table, std::string_view label);
 
 }  // namespace store

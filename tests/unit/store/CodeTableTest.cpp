@@ -55,6 +55,12 @@ TEST(CodeTable, WalksFromLabelToCode) {
   EXPECT_EQ(store::codeOfLabel(pieces, "RELEVE"), "");
 }
 
+TEST(CodeTable, ACodeWithoutALabelDoesNotHideTheLabelsAfterIt) {
+  const DynamicArray pieces = table({"CNI", "VID", "RIB"}, {"CARTE D'IDENTITE", "", "RELEVE"});
+  EXPECT_EQ(store::codeOfLabel(pieces, "RELEVE"), "RIB");
+  EXPECT_EQ(store::codeOfLabel(pieces, ""), "");
+}
+
 TEST(CodeTable, AnUnknownCodeHasNoLabel) {
   const DynamicArray pieces = table({"CNI"}, {"CARTE D'IDENTITE"});
   EXPECT_EQ(store::labelOfCode(pieces, "XXX"), "");
