@@ -432,6 +432,14 @@ void FakeStore::put(const std::wstring& file, const std::wstring& id,
   state_->files[file][id] = text;
 }
 
+void FakeStore::set(const std::wstring& file, const std::wstring& id, size_t number,
+                    const std::wstring& text) {
+  std::vector<std::wstring> attributes = split(state_->files[file][id], kAttributeMark);
+  if (attributes.size() < number) attributes.resize(number);
+  attributes[number - 1] = text;
+  put(file, id, attributes);
+}
+
 namespace {
 
 void fillTables(FakeStore& store, const std::wstring& lastCode) {

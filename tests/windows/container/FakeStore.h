@@ -60,6 +60,9 @@ class FakeStore {
   // A record from its attributes.
   void put(const std::wstring& file, const std::wstring& id,
            const std::vector<std::wstring>& attributes);
+  // One attribute of a record.
+  void set(const std::wstring& file, const std::wstring& id, size_t number,
+           const std::wstring& text);
 
  private:
   std::shared_ptr<FakeStoreState> state_;

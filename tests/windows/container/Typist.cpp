@@ -201,6 +201,20 @@ void Typist::clickOpenLine(const std::wstring& name, int line) {
   press(middleOfLine(information.hwndList, line));
 }
 
+// In one piece: the scroll bar waits for the button's release in a loop of its own.
+void Typist::clickScrollEnd(const std::wstring& name) {
+  const HWND bar = require(name);
+  RECT place = {};
+  GetClientRect(bar, &place);
+  constexpr int kInArrow = 6;
+  POINT at = {place.right - kInArrow, place.bottom / 2};
+  ClientToScreen(bar, &at);
+  std::vector<INPUT> inputs = {mouseInput(at.x, at.y, 0), mouseInput(at.x, at.y, 0),
+                               mouseInput(at.x, at.y, MOUSEEVENTF_LEFTDOWN),
+                               mouseInput(at.x, at.y, MOUSEEVENTF_LEFTUP)};
+  send(inputs);
+}
+
 void Typist::fill(const std::wstring& name, std::wstring_view newText) {
   click(name);
   key(VK_HOME);

@@ -45,6 +45,8 @@ class Typist {
   // clickOpenLine.
   void clickArrow(const std::wstring& name);
   void clickOpenLine(const std::wstring& name, int line);
+  // The arrow at the end of a horizontal scroll bar.
+  void clickScrollEnd(const std::wstring& name);
   // Replaces what a field holds: clicks into it, selects all, types.
   void fill(const std::wstring& name, std::wstring_view text);
 

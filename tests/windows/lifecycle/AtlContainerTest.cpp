@@ -1,9 +1,6 @@
 // The control in a container that is not ours: the ATL library's window class. It places, shows and
 // closes; it forwards no keys and has no ambients.
-#include <ole2.h>
-
-#include <stdexcept>
-
+#include "tests/windows/lifecycle/AtlHost.h"
 #include "tests/windows/lifecycle/ControlTest.h"
 
 namespace lifecycle {
@@ -11,46 +8,22 @@ namespace {
 
 using container::HostWindow;
 using container::Value;
-using Microsoft::WRL::ComPtr;
 using Lines = std::vector<std::wstring>;
-
-template <class Function>
-Function exported(HMODULE module, const char* name) {
-  return reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(module, name)));
-}
 
 class AtlContainer : public testing::Test {
  protected:
-  using Init = BOOL(WINAPI*)();
-  using Attach = HRESULT(WINAPI*)(IUnknown*, HWND, IUnknown**);
-
   void SetUp() override {
-    const HMODULE atl = LoadLibraryW(L"atl100.dll");
-    ASSERT_NE(atl, nullptr);
-    static const bool ready = exported<Init>(atl, "AtlAxWinInit")() != FALSE;  // once a process
-    ASSERT_TRUE(ready);
-    const RECT place = window_.place();
-    holder_ =
-        CreateWindowExW(0, L"AtlAxWin100", nullptr, WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN,
-                        place.left, place.top, place.right - place.left, place.bottom - place.top,
-                        window_.handle(), nullptr, nullptr, nullptr);
-    ASSERT_NE(holder_, nullptr);
     container::fillWithThreeBodies(store_);
-    ComPtr<IUnknown> made = library().create();
-    ASSERT_TRUE(
-        SUCCEEDED(exported<Attach>(atl, "AtlAxAttachControl")(made.Get(), holder_, &site_)));
-    made.As(&control_);
-    container::put(control_, L"TheClient", Value(store_.client().Get()));
-    container::put(control_, L"TheDatabase", Value(store_.database().Get()));
-    container::put(control_, L"DroitsUtilisateur", Value(store_.rights().Get()));
-    container::call(control_, L"Init");
+    container::put(control(), L"TheClient", Value(store_.client().Get()));
+    container::put(control(), L"TheDatabase", Value(store_.database().Get()));
+    container::put(control(), L"DroitsUtilisateur", Value(store_.rights().Get()));
+    container::call(control(), L"Init");
     boxes_.setOwner(window_.handle());
     container::pump();
   }
 
   void TearDown() override {
-    control_.Reset();
-    site_.Reset();
+    host_.release();
     window_.destroy();
     container::pump();
     EXPECT_EQ(boxes_.report(), "");
@@ -58,27 +31,21 @@ class AtlContainer : public testing::Test {
     EXPECT_EQ(library().canUnloadNow(), S_OK);
   }
 
-  HWND inner() const {
-    ComPtr<IOleWindow> window;
-    HWND handle = nullptr;
-    if (control_ != nullptr && SUCCEEDED(control_.As(&window))) window->GetWindow(&handle);
-    return handle;
-  }
+  const Microsoft::WRL::ComPtr<IDispatch>& control() const { return host_.control(); }
 
   HostWindow window_;
   container::BoxWatcher boxes_;
   container::FakeStore store_;
-  HWND holder_ = nullptr;
-  ComPtr<IUnknown> site_;  // the library makes one only when asked for it
-  ComPtr<IDispatch> control_;
-  container::Typist user_{{window_, [] { container::pump(); }, [this] { return inner(); }}};
+  AtlHost host_{window_};
+  container::Typist user_{
+      {window_, [] { container::pump(); }, [this] { return host_.controlWindow(); }}};
 };
 
 TEST_F(AtlContainer, FillsItsPlace) {
   RECT outer = {};
   RECT got = {};
-  GetWindowRect(holder_, &outer);
-  GetWindowRect(inner(), &got);
+  GetWindowRect(host_.holder(), &outer);
+  GetWindowRect(host_.controlWindow(), &got);
   EXPECT_TRUE(EqualRect(&outer, &got))
       << got.left - outer.left << " " << got.top - outer.top << " " << got.right - outer.right
       << " " << got.bottom - outer.bottom;
@@ -131,7 +98,7 @@ TEST_F(AtlContainer, Leaves) {
   user_.fill(L"Txt_RaisonOrgChg", L"Caisse nouvelle");
   boxes_.expect(kSaveChanges, kQuestion, L"YESNOCANCEL", IDYES);
   user_.click(L"Cmd_Sortir");
-  EXPECT_TRUE(container::get(control_, L"W_Sortir").truth());
+  EXPECT_TRUE(container::get(control(), L"W_Sortir").truth());
   EXPECT_EQ(store_.state().attribute(L"ORGPRISECHARGE", L"001", 2), L"Caisse nouvelle");
 }
 

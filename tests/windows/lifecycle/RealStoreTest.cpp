@@ -1,5 +1,6 @@
 // The whole on a store on disk: both libraries, a user, and what stands in the file afterwards.
 #include "tests/windows/lifecycle/ControlTest.h"
+#include "tests/windows/lifecycle/LocalStore.h"
 
 namespace lifecycle {
 namespace {
@@ -7,81 +8,26 @@ namespace {
 using container::Container;
 using container::HostWindow;
 using container::Value;
-using Microsoft::WRL::ComPtr;
-
-// An empty store in a file of its own.
-class StoreFile {
- public:
-  StoreFile() {
-    wchar_t folder[MAX_PATH] = {};
-    GetTempPathW(MAX_PATH, folder);
-    path_ = std::wstring(folder) + L"essai é " + std::to_wstring(GetCurrentProcessId()) + L" " +
-            std::to_wstring(GetTickCount64()) + L".store";
-    std::wstring command =
-        L"\"" + programFolder() + L"tessaline-store.exe\" create \"" + path_ + L"\"";
-    STARTUPINFOW start = {};
-    start.cb = sizeof start;
-    PROCESS_INFORMATION process = {};
-    // A busy machine refuses a new process now and then.
-    constexpr int kTries = 5;
-    for (int i = 1; CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr,
-                                   nullptr, &start, &process) == FALSE;
-         ++i) {
-      if (i == kTries) {
-        throw std::runtime_error("tessaline-store does not start: error " +
-                                 std::to_string(GetLastError()));
-      }
-      Sleep(500);
-    }
-    WaitForSingleObject(process.hProcess, 60000);
-    CloseHandle(process.hThread);
-    CloseHandle(process.hProcess);
-  }
-  StoreFile(const StoreFile&) = delete;
-  StoreFile& operator=(const StoreFile&) = delete;
-  ~StoreFile() {
-    for (const wchar_t* end : {L"", L"-wal", L"-shm"}) DeleteFileW((path_ + end).c_str());
-  }
-  const std::wstring& path() const { return path_; }
-
- private:
-  std::wstring path_;
-};
-
-container::LibrarySource& storeLibrary() {
-  static container::LibrarySource source(programFolder() + L"TessalineStore.dll");
-  return source;
-}
-
-ComPtr<IDispatch> made(const wchar_t* name) {
-  ComPtr<IDispatch> object;
-  storeLibrary().create(name).As(&object);
-  return object;
-}
 
 class RealStore : public testing::Test {
  protected:
   void SetUp() override {
-    client_ = made(L"Client");
-    database_ = container::call(client_, L"OpenDatabase", {Value(file_.path())}).object();
-    rights_ = made(L"Rights");
-    container::call(rights_, L"SetLevel", {Value(L"CONSULTATIONORGCHARGE"), Value(2L)});
     ASSERT_TRUE(SUCCEEDED(host_.open()));
     const auto control = host_.automation();
-    container::put(control, L"TheClient", Value(client_.Get()));
-    container::put(control, L"TheDatabase", Value(database_.Get()));
-    container::put(control, L"DroitsUtilisateur", Value(rights_.Get()));
+    container::put(control, L"TheClient", Value(store_.client().Get()));
+    container::put(control, L"TheDatabase", Value(store_.database().Get()));
+    container::put(control, L"DroitsUtilisateur", Value(store_.rights().Get()));
   }
 
   // An entity with an activity, a slip parameter: what a body needs before it can be saved.
   void fillTables() {
-    store(L"ASSOCIATION", L"100", L"ENTRAIDE");
-    store(L"ACTIVITES", L"100P01",
-          L"Aide ménagère\u00FE"
-          L"100\u00FE\u00FE\u00FE\u00FE\u00FE\u00FE\u00FE\u00FE\u00FE\u00FEP\u00FESAAD");
-    store(L"PARAMBORDORGCHG", L"1",
-          L"Nom\u00FE"
-          L"30");
+    store_.put(L"ASSOCIATION", L"100", L"ENTRAIDE");
+    store_.put(L"ACTIVITES", L"100P01",
+               L"Aide ménagère\u00FE"
+               L"100\u00FE\u00FE\u00FE\u00FE\u00FE\u00FE\u00FE\u00FE\u00FE\u00FEP\u00FESAAD");
+    store_.put(L"PARAMBORDORGCHG", L"1",
+               L"Nom\u00FE"
+               L"30");
   }
 
   void init() {
@@ -93,32 +39,14 @@ class RealStore : public testing::Test {
   void TearDown() override {
     EXPECT_EQ(host_.finish(), "");
     EXPECT_EQ(boxes_.report(), "");
-    database_.Reset();
-    client_.Reset();
-    rights_.Reset();
-    EXPECT_EQ(storeLibrary().canUnloadNow(), S_OK);
+    EXPECT_EQ(store_.release(), S_OK);
   }
 
-  // As another program would read it: through a client of its own.
   std::wstring stored(const wchar_t* file, const wchar_t* id, long attribute) {
-    const ComPtr<IDispatch> client = made(L"Client");
-    const Value database = container::call(client, L"OpenDatabase", {Value(file_.path())});
-    const Value opened = container::call(database.object(), L"OpenFile", {Value(file)});
-    const Value record = container::call(opened.object(), L"ReadRecord", {Value(id)});
-    return container::call(record.object(), L"", {Value(attribute)}).text();
+    return store_.stored(file, id, attribute);
   }
 
-  void store(const wchar_t* file, const wchar_t* id, const wchar_t* text) {
-    const Value opened = container::call(database_, L"OpenFile", {Value(file)});
-    const Value record = container::call(opened.object(), L"ReadRecord", {Value(id)});
-    container::put(record.object(), L"", Value(text));
-    container::call(record.object(), L"DBWrite");
-  }
-
-  StoreFile file_;
-  ComPtr<IDispatch> client_;
-  ComPtr<IDispatch> database_;
-  ComPtr<IDispatch> rights_;
+  LocalStore store_;
   HostWindow window_;
   container::BoxWatcher boxes_;
   Container host_{container::formProfile(), window_, library()};
@@ -145,16 +73,16 @@ TEST_F(RealStore, CreatesTheFirstBodyFindsItAgainAndChangesIt) {
 }
 
 TEST_F(RealStore, SearchesRefusesADeletionAndMakesAnother) {
-  store(L"COMPTEUR", L"999",
-        L"\u00FE\u00FE\u00FE\u00FE\u00FE\u00FE\u00FE\u00FE\u00FE"
-        L"002");
-  store(L"ORGPRISECHARGE", L"001",
-        L"CAF\u00FE"
-        L"Caisse");
-  store(L"ORGPRISECHARGE", L"002",
-        L"CARSAT\u00FE"
-        L"Retraite");
-  store(L"ACCORD", L"7001", L"002");
+  store_.put(L"COMPTEUR", L"999",
+             L"\u00FE\u00FE\u00FE\u00FE\u00FE\u00FE\u00FE\u00FE\u00FE"
+             L"002");
+  store_.put(L"ORGPRISECHARGE", L"001",
+             L"CAF\u00FE"
+             L"Caisse");
+  store_.put(L"ORGPRISECHARGE", L"002",
+             L"CARSAT\u00FE"
+             L"Retraite");
+  store_.put(L"ACCORD", L"7001", L"002");
   init();
   user_.click(L"Cbo_SigleOrgChg");
   user_.type(L"car");
