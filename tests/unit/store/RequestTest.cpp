@@ -78,6 +78,31 @@ TEST(Request, TurnsOverAnAnswerWhoseFirstColumnBeginsEmpty) {
   EXPECT_EQ(columns.get(2, 2), "b");
 }
 
+TEST(Request, TurnsOverRecordsWithoutAnyValue) {
+  DynamicArray answer;
+  answer.set(3, 2, "c");
+  answer.set(5, 1, "e");
+  const DynamicArray columns = store::turnedOver(answer);
+  EXPECT_EQ(columns.DCount(), 2);
+  EXPECT_EQ(columns.get(1, 3), "");
+  EXPECT_EQ(columns.get(1, 5), "e");
+  EXPECT_EQ(columns.get(2, 3), "c");
+  EXPECT_EQ(columns.get(2, 5), "");
+}
+
+TEST(Request, TurnsALongAnswerOverAsValueByValue) {
+  DynamicArray answer;
+  DynamicArray expected;
+  for (int record = 1; record <= 1000; ++record) {
+    for (int column = 1; column <= record % 4; ++column) {
+      const std::string value = (record + column) % 3 == 0 ? "" : std::to_string(record * column);
+      answer.set(record, column, value);
+      expected.set(column, record, value);
+    }
+  }
+  EXPECT_EQ(store::turnedOver(answer).text(), expected.text());
+}
+
 TEST(Request, TurnsAnEmptyAnswerOverToAnEmptyArray) {
   EXPECT_TRUE(store::turnedOver(DynamicArray()).empty());
 }
