@@ -36,6 +36,8 @@ class RecordView {
   void montrerCode();
 
  private:
+  void viderParticipation();
+
   Context& context_;
 };
 

@@ -15,6 +15,7 @@ void StartUp::Init() {
   view_.Vider_Donnees();
   releaseStore();
   openStore();
+  view_.Vider_Donnees();  // again: whether the accounts can be entered follows the counter record
   {
     const screen::BusyScreen busy(context_.desktop, context_.surface);
     session.tableauCompteur.reset();
