@@ -1,0 +1,796 @@
+// The record's lifecycle over all pages: entering, checking in page order, saving, leaving,
+// deleting.
+#include <algorithm>
+#include <functional>
+#include <map>
+
+#include "store/Layouts.h"
+#include "tests/behaviour/ControlTest.h"
+#include "tests/behaviour/Snapshot.h"
+
+namespace behaviour {
+namespace {
+
+using toolkit::OptionButton;
+
+constexpr const char* kEnregistrer =
+    "Voulez-vous enregistrer les modifications apportées à cet article ?";
+constexpr const char* kTypeRefuse =
+    "La modification du type d'organisme n'est pas possible car il existe des accords actifs pour "
+    "cet organisme.\r\nMerci de contacter VALDRIS si votre volonté est de changer le mode de "
+    "gestion de cet organisme.";
+constexpr const char* kPlafondRefuse =
+    "La modification de la gestion du plafond des droits à consommer n'est pas possible car il "
+    "existe des accords actifs pour cet organisme.\r\nMerci de contacter VALDRIS si votre volonté "
+    "est de changer le mode de gestion de cet organisme.";
+
+// Lines of the activities' lists.
+constexpr const char* kAide = "Aide ménagère        Prestataire";
+constexpr const char* kGarde = "Garde de nuit        Prestataire";
+
+const std::string kValue(1, store::kValueMark);
+
+// With accounts, charts of accounts, two entities, activities of all kinds, columns for more than
+// one slip.
+class AllPages : public ControlTest {
+ protected:
+  AllPages() {
+    fillThreeBodies(store_);
+    store_.set("COMPTEUR", "999", 15, "O");
+    store_.put("PARAMBORDORGCHG", "3", {"Adresse", "100"});
+    store_.put("ASSOCIATION", "020", {"AUTRE VAL"});
+    addActivity("010P02", "Garde de nuit", "P", "SAAD");
+    addActivity("010P03", "Portage de repas", "P", "REPAS");
+    addActivity("010M04", "Emploi direct", "M", "MANDAT");
+    addActivity("010M05", "Emploi partagé", "M", "PARTAGE");
+    for (const char* account : {"4110000000", "4120000000", "7060000000", "7580000000"}) {
+      store_.put("PLANCOMPTABLE", std::string("010") + account,
+                 {"COMPTE " + std::string(account).substr(0, 3)});
+    }
+    for (const char* body : {"001", "002", "003"}) {
+      store_.set("ORGPRISECHARGE", body, 22, "4110000000");
+      store_.set("ORGPRISECHARGE", body, 23, "7060000000");
+      store_.set("ORGPRISECHARGE", body, 25, "21186");
+      store_.set("ORGPRISECHARGE", body, 26, "2305");
+    }
+    start();
+  }
+  void addActivity(std::string_view id, std::string_view label, std::string_view type,
+                   std::string_view service) {
+    store_.put("ACTIVITES", id, {label, "010", "", "", "", "", "", "", "", "", "", type, service});
+  }
+  // An agreement of that body that has not ended.
+  void addAgreement(std::string_view body) {
+    store_.put("PERIODESPAIE", "1", {"202601"});
+    store_.put("ACCORD", "00001001", {body, "00001", "", "", "20000", "21500"});
+  }
+
+  OptionButton& option(std::string_view name) { return child<OptionButton>(name); }
+  CheckBox& check(std::string_view name) { return child<CheckBox>(name); }
+  ComboBox& combo(std::string_view name) { return child<ComboBox>(name); }
+  ListBox& list(std::string_view name) { return child<ListBox>(name); }
+  Snapshot screen() { return snapshotOf(control_->surface()); }
+  store::DynamicArray body(std::string_view id) { return store_.record("ORGPRISECHARGE", id); }
+
+  // The user goes to the page by its letter.
+  void page(char32_t letter) { ASSERT_TRUE(user_->alt(letter)); }
+  void coordonnees() { page('R'); }
+  void regles() { page('G'); }
+  void priseEnCharge() { page('P'); }
+  void bordereau() { page('B'); }
+  void activites() { page('V'); }
+
+  void fill(std::string_view name, std::string_view text) {
+    ASSERT_TRUE(user_->fill(box(name), text)) << name;
+  }
+  void click(std::string_view name) {
+    if (auto* check = dynamic_cast<CheckBox*>(control_->surface().find(name))) {
+      ASSERT_TRUE(user_->click(*check)) << name;
+    } else if (auto* button = dynamic_cast<CommandButton*>(control_->surface().find(name))) {
+      ASSERT_TRUE(user_->click(*button)) << name;
+    } else {
+      ASSERT_TRUE(user_->click(option(name))) << name;
+    }
+  }
+  void choose(std::string_view name, int line) {
+    ASSERT_TRUE(user_->choose(combo(name), line)) << name;
+  }
+  void dblClick(std::string_view name, int line) {
+    ASSERT_TRUE(user_->dblClick(list(name), line)) << name;
+  }
+  void cover(std::initializer_list<const char*> lines) {
+    for (const char* line : lines) {
+      dblClick("Lst_Activite", list("Lst_Activite").items().find(line));
+    }
+  }
+  void expectFocus(std::string_view name) {
+    const toolkit::Control* focus = control_->surface().focus();
+    EXPECT_EQ(focus ? focus->name() : "", name);
+  }
+};
+
+// --- Checks, page after page ---------------------------------------------------------------------
+
+// The acronym's field comes forward for its own refusal.
+const std::set<std::string> kAcronymField{"Etq_RechercheSigle", "Cbo_SigleOrgChg",
+                                          "Etq_SigleOrgChg", "Txt_SigleOrgChg"};
+
+class WrongPages : public AllPages {
+ protected:
+  // The user presses OK and is refused: nothing is written, everything on screen stays.
+  void expectRefused(std::string_view message, int tab, std::string_view focus) {
+    SCOPED_TRACE(message);
+    const Snapshot before = screen();
+    store_.forgetCalls();
+    press("Cmd_OK");
+    expectBox(message, Icon::Exclamation);
+    EXPECT_EQ(tabs().tab(), tab);
+    expectFocus(focus);
+    expectNothingWritten();
+    EXPECT_EQ(difference(before, screen(), kAcronymField), "");
+  }
+  void wrongBody(std::string_view id) {
+    store_.put("ORGPRISECHARGE", id, store::DynamicArray());
+    const std::vector<std::pair<int, const char*>> wrong{
+        {4, "12"},     {18, "C"},    {19, "3"}, {20, "9"}, {24, "M"},
+        {25, "21186"}, {26, "2305"}, {45, "M"}, {50, "1"}, {59, "Aide"}};
+    for (const auto& [attribute, text] : wrong) {
+      store_.set("ORGPRISECHARGE", id, attribute, text);
+    }
+  }
+  void mendFirstPage() {
+    expectRefused("Le sigle de l'organisme de prise en charge est obligatoire.", 0,
+                  "Txt_SigleOrgChg");
+    user_->type("FAUX");
+    expectRefused("La raison sociale de l'organisme de prise en charge est obligatoire.", 0,
+                  "Txt_RaisonOrgChg");
+    user_->type("Organisme faux");
+  }
+  void mendRules() {
+    expectRefused("La période de facturation est obligatoire.", 1, "Cbo_PeriodFactOrgChg");
+    choose("Cbo_PeriodFactOrgChg", 1);
+    expectRefused("Le déclenchement du renouvellement est obligatoire.", 1, "Cbo_RenouvOrgChg");
+    choose("Cbo_RenouvOrgChg", 2);
+  }
+  void mendSlip() {
+    expectRefused("Au moins un paramètre pour l'édition du bordereau doit être sélectionné.", 4,
+                  "Lst_ParamPossOrgChg");
+    for (int line = 0; line < 3; ++line) dblClick("Lst_ParamPossOrgChg", line);
+    expectRefused("Le type d'organisme doit être obligatoirement principal.", 1,
+                  "Opt_TypePrincipalOrgChg");
+    bordereau();
+    click("Opt_IndBordOrgChg");
+    regles();
+    expectRefused(
+        "La taille cumulée des paramètres sélectionnés est de 138 caractères alors que la largeur "
+        "de la page ne peut être supérieure à 130",
+        4, "Lst_ParamSelecOrgChg");
+    dblClick("Lst_ParamSelecOrgChg", 1);
+  }
+  void mendActivities() {
+    expectRefused("L'organisme de prise en charge doit couvrir au moins une activité.", 5,
+                  "Txt_Entite");
+    user_->type("010");
+    expectRefused("Vous devez sélectionner au moins une activité.", 5, "Lst_Activite");
+    cover({"Emploi direct        Mandataire", "Emploi partagé       Mandataire"});
+    coordonnees();
+    expectRefused("La caisse doit être de type principal.", 0, "Cmd_OK");
+    regles();
+    click("Opt_TypePrincipalOrgChg");
+    expectRefused(
+        "Toutes les activités couvertes par l'organisme doivent être rattachées au même service.",
+        1, "Cmd_OK");
+    activites();
+    while (list("Lst_ActSelect").listCount() > 0) dblClick("Lst_ActSelect", 0);
+    cover({kAide});
+  }
+  void mendAccounts() {
+    expectRefused(
+        "Le choix 'Sans incidence comptable' ne peut être utilisé que par les organismes de type "
+        "'Mandataire'\r\nou de type 'Prestataire' et 'Complémentaire'.",
+        1, "Cac_IncidCompta");
+    click("Cac_IncidCompta");
+    expectRefused("Le compte comptable DEBIT est obligatoire.", 1, "Txt_DebitOrgChg");
+    user_->type("4110000000");
+    expectRefused("Le compte comptable CREDIT est obligatoire.", 1, "Txt_CreditOrgChg");
+    user_->type("7060000000");
+  }
+  void mendAttribution() {
+    expectRefused(
+        "L'attribution des notifications d'accords doit être en heures pour des activités de type "
+        "prestataire et pour un organisme principal.",
+        2, "Opt_HeureOrgChg");
+    click("Opt_HeureOrgChg");
+  }
+  // What the user has entered while mending, whatever the body had before.
+  void expectMended(std::string_view id) {
+    const std::map<int, std::string> mended{{1, "FAUX"},
+                                            {2, "Organisme faux"},
+                                            {17, "T"},
+                                            {18, "P"},
+                                            {20, "2"},
+                                            {22, "4110000000"},
+                                            {23, "7060000000"},
+                                            {24, "H"},
+                                            {45, "I"},
+                                            {46, "010"},
+                                            {47, "010P01"},
+                                            {50, "0"},
+                                            {61, "3" + kValue + "1"}};
+    for (const auto& [attribute, text] : mended) {
+      EXPECT_EQ(body(id).get(attribute), text) << attribute;
+    }
+  }
+};
+
+TEST_F(WrongPages, ABodyIsRefusedPageAfterPageAndSavedOnceAllAreMended) {
+  wrongBody("004");
+  const std::string before = body("004").text();
+  lookUp("004");
+  mendFirstPage();
+  mendRules();
+  mendSlip();
+  mendActivities();
+  mendAccounts();
+  mendAttribution();
+  EXPECT_EQ(body("004").text(), before);
+  store_.forgetCalls();
+  press("Cmd_OK");
+  expectNoBox();
+  EXPECT_EQ(state(), kEmpty);
+  EXPECT_EQ(store_.calls(CallKind::DBWrite).size(), 1U);
+  expectMended("004");
+  EXPECT_EQ(attribute("004", 4), "12");
+  EXPECT_EQ(attribute("004", 19), "3");
+  EXPECT_EQ(attribute("004", 26), "2305");
+  EXPECT_EQ(attribute("004", 59), "Aide");
+}
+
+TEST_F(WrongPages, ACreationIsRefusedPageAfterPageAndDrawsItsCodeOnce) {
+  press("Cmd_Ajouter");
+  regles();
+  click("Opt_TypeComplOrgChg");
+  click("Cac_IncidCompta");
+  user_->fill(combo("Cbo_PeriodFactOrgChg"), "");
+  user_->fill(combo("Cbo_RenouvOrgChg"), "");
+  bordereau();
+  click("Opt_MFPBordOrgChg");
+  priseEnCharge();
+  click("Opt_MontantOrgChg");
+  mendFirstPage();
+  mendRules();
+  mendSlip();
+  mendActivities();
+  mendAccounts();
+  mendAttribution();
+  EXPECT_EQ(store_.record("COMPTEUR", "999").get(10), "003");
+  store_.forgetCalls();
+  press("Cmd_OK");
+  expectNoBox();
+  EXPECT_EQ(state(), kEmpty);
+  const auto writes = store_.calls(CallKind::DBWrite);
+  ASSERT_EQ(writes.size(), 2U);
+  EXPECT_EQ(writes[0].told(), "DBWrite COMPTEUR 999");
+  EXPECT_EQ(writes[1].told(), "DBWrite ORGPRISECHARGE 004");
+  EXPECT_EQ(store_.record("COMPTEUR", "999").get(10), "004");
+  EXPECT_EQ(store_.ids("ORGPRISECHARGE").size(), 4U);
+  expectMended("004");
+}
+
+TEST_F(WrongPages, AFailingCheckKeepsTheLaterPagesFromBeingChecked) {
+  lookUp("001");
+  regles();
+  user_->fill(combo("Cbo_PeriodFactOrgChg"), "");
+  store_.forgetCalls();
+  press("Cmd_OK");
+  expectBox("La période de facturation est obligatoire.", Icon::Exclamation);
+  // The last page's check would read the activities.
+  EXPECT_TRUE(store_.calls().empty());
+}
+
+TEST_F(WrongPages, AFailingCheckOfTheLastPageWritesNothing) {
+  store_.set("ORGPRISECHARGE", "001", 47, "010P01" + kValue + "010P03");
+  const std::string before = body("001").text();
+  lookUp("001");
+  fill("Txt_Ville", "Lyon");
+  regles();
+  choose("Cbo_RenouvOrgChg", 5);
+  expectRefused(
+      "Toutes les activités couvertes par l'organisme doivent être rattachées au même service.", 1,
+      "Cmd_OK");
+  EXPECT_EQ(body("001").text(), before);
+  EXPECT_EQ(state(), kExisting);
+}
+
+TEST_F(WrongPages, AfterARefusalTheNextBodyIsCheckedAnew) {
+  lookUp("001");
+  regles();
+  user_->fill(combo("Cbo_PeriodFactOrgChg"), "");
+  press("Cmd_OK");
+  desktop_.takeBoxes();
+  lookUp("002");
+  press("Cmd_OK");
+  expectNoBox();
+  EXPECT_EQ(state(), kEmpty);
+}
+
+// --- Guards of the rules page --------------------------------------------------------------------
+
+class GuardedBody : public AllPages {
+ protected:
+  GuardedBody() {
+    addAgreement("001");
+    lookUp("001");
+    regles();
+  }
+  // Refused with that box only: the page in front and the focus stay.
+  void expectGuarded(std::string_view button, std::string_view message) {
+    fill("Txt_DebitOrgChg", "4120000000");
+    const std::string stored = body("001").text();
+    const Snapshot before = screen();
+    store_.forgetCalls();
+    press(button);
+    expectBox(message, Icon::Information);
+    EXPECT_EQ(tabs().tab(), 1);
+    expectFocus(button);
+    expectNothingWritten();
+    EXPECT_EQ(body("001").text(), stored);
+    EXPECT_EQ(difference(before, screen()), "");
+    EXPECT_FALSE(control_->W_Sortir());
+    EXPECT_EQ(state(), kExisting);
+  }
+};
+
+TEST_F(GuardedBody, StaysWhenItIsLeftWithAnotherType) {
+  click("Opt_TypeComplOrgChg");
+  expectGuarded("Cmd_Sortir", kTypeRefuse);
+}
+
+TEST_F(GuardedBody, StaysWhenItIsLeftWithAnotherCeiling) {
+  click("Opt_PlafMensOrgChg");
+  expectGuarded("Cmd_Sortir", kPlafondRefuse);
+}
+
+TEST_F(GuardedBody, IsNotSavedWithAnotherTypeOrCeiling) {
+  click("Opt_PlafMensOrgChg");
+  expectGuarded("Cmd_OK", kPlafondRefuse);
+  click("Opt_TypeComplOrgChg");
+  expectGuarded("Cmd_OK", kTypeRefuse);
+}
+
+TEST_F(GuardedBody, IsLeftWithoutAQuestionOnceItsTypeAndCeilingAreBack) {
+  click("Opt_TypeComplOrgChg");
+  click("Opt_PlafMensOrgChg");
+  press("Cmd_Sortir");
+  press("Cmd_OK");
+  desktop_.takeBoxes();
+  click("Opt_TypePrincipalOrgChg");
+  click("Opt_PlafGlobalOrgChg");
+  press("Cmd_Sortir");
+  expectNoBox();
+  EXPECT_TRUE(control_->W_Sortir());
+  expectNothingWritten();
+}
+
+TEST_F(GuardedBody, IsSavedWithAllElseOnceItsTypeIsBack) {
+  click("Opt_TypeComplOrgChg");
+  fill("Txt_DebitOrgChg", "4120000000");
+  press("Cmd_OK");
+  desktop_.takeBoxes();
+  click("Opt_TypePrincipalOrgChg");
+  press("Cmd_OK");
+  expectNoBox();
+  EXPECT_EQ(attribute("001", 18), "P");
+  EXPECT_EQ(attribute("001", 22), "4120000000");
+}
+
+TEST_F(GuardedBody, TheNextBodyIsNotGuarded) {
+  click("Opt_TypeComplOrgChg");
+  press("Cmd_Sortir");
+  desktop_.takeBoxes();
+  lookUp("002");
+  regles();
+  click("Opt_PlafMensOrgChg");
+  press("Cmd_OK");
+  expectNoBox();
+  EXPECT_EQ(attribute("002", 19), "2");
+  EXPECT_EQ(attribute("001", 18), "P");
+}
+
+// --- A whole body --------------------------------------------------------------------------------
+
+class WholeBody : public AllPages {
+ protected:
+  void enterAll() {
+    press("Cmd_Ajouter");
+    user_->type("entier");
+    user_->alt('L');
+    user_->type("Organisme entier\tBât. A\t12\tRue\tdes Lilas\tLe Bourg\t63000\tClermont\t");
+    user_->type("0400000001\t0400000002\ta@b.example\tMme Dossier\tM. Facture");
+    enterActivities();
+    enterRules();
+    enterCoverage();
+    enterSlip();
+  }
+  void enterActivities() {
+    activites();
+    user_->type("\t010");
+    ListBox& possible = list("Lst_Activite");
+    user_->click(possible, possible.items().find(kAide));
+    user_->click(possible, possible.items().find(kGarde), true);
+    click("Cmd_PasseDroit");
+    regles();
+    click("Opt_TypePrincipalOrgChg");
+    activites();
+    click("Opt_DimJF");
+  }
+  void enterRules() {
+    regles();
+    click("Opt_PlafMensRepOrgChg");
+    click("Cac_DemAccordOrgChg");
+    click("Cac_FactAnticip");
+    click("Cac_LettresInfo");
+    choose("Cbo_RenouvOrgChg", 3);
+    user_->fill(combo("Cbo_StatsOrgChg"), "Mutuelle");
+    choose("Cbo_PeriodFactOrgChg", 2);
+    dblClick("Lst_PiecePossibleOrgChg", 1);
+    dblClick("Lst_PiecePossibleOrgChg", 0);
+    fill("Txt_DebitOrgChg", "41\r");
+    choose("Cbo_DebitOrgChg", 1);
+    user_->fill(combo("Cbo_CreditOrgChg"), "COMPTE 70\r");
+    choose("Cbo_CreditOrgChg", 0);
+    fill("Txt_CpteProdAide", "7580000000");
+  }
+  void enterCoverage() {
+    priseEnCharge();
+    click("Opt_HeureOrgChg");
+    fill("Txt_CodeCptPrestationService", "706\t");
+  }
+  void enterSlip() {
+    bordereau();
+    dblClick("Lst_ParamPossOrgChg", 1);
+    dblClick("Lst_ParamPossOrgChg", 2);
+    user_->click(list("Lst_ParamSelecOrgChg"), 1);
+    click("Cmd_HautBord");
+    user_->click(list("Lst_ParamSelecOrgChg"), 0, true);
+    click("Opt_RecapBordOrgChg");
+    user_->scroll(child<toolkit::ScrollBar>("Bdh_NbExemp"), 4);
+    fill("Txt_CodeThesaurus", "TH1");
+    fill("Txt_IdentMagnetOrgChg", "123456");
+    dblClick("Lst_ParamTriPos", 5);
+    dblClick("Lst_ParamTriPos", 2);
+  }
+};
+
+// The bar, the lists of what was searched, the arrow of a line that was picked, and what the other
+// pages set on the scale's page.
+const std::set<std::string> kOfTheEntryAlone{
+    "Txt_CodOrgChg",    "Txt_SigleOrgChg",          "Etq_SigleOrgChg",
+    "Cbo_SigleOrgChg",  "Etq_RechercheSigle",       "Cmd_Supprimer",
+    "Cmd_Sortir",       "Cbo_NatureVoie",           "Cbo_DebitOrgChg",
+    "Cbo_CreditOrgChg", "Cbo_CptPrestationService", "Cmd_DroiteTri",
+    "Cmd_AjoutPart",    "Opt_GestPartMont",         "Txt_DatBaremCours"};
+
+TEST_F(WholeBody, IsSavedAndShownAgainAsItWasEntered) {
+  enterAll();
+  expectNoBox();
+  const Snapshot entered = screen();
+  press("Cmd_OK");
+  expectNoBox();
+  const std::map<int, std::string> expected{{1, "ENTIER"},
+                                            {2, "Organisme entier"},
+                                            {3, "Bât. A"},
+                                            {4, "12"},
+                                            {5, "R"},
+                                            {6, "des Lilas"},
+                                            {7, "Le Bourg"},
+                                            {8, "63000"},
+                                            {9, "Clermont"},
+                                            {10, "0400000001"},
+                                            {11, "0400000002"},
+                                            {12, "a@b.example"},
+                                            {15, "Mme Dossier"},
+                                            {16, "M. Facture"},
+                                            {17, "F"},
+                                            {18, "P"},
+                                            {19, "1"},
+                                            {20, "3"},
+                                            {21, "RI" + kValue + "AI"},
+                                            {22, "4120000000"},
+                                            {23, "7060000000"},
+                                            {24, "H"},
+                                            {43, "MU"},
+                                            {44, "1"},
+                                            {45, "R"},
+                                            {46, "010"},
+                                            {47, "010P01" + kValue + "010P02"},
+                                            {48, "4"},
+                                            {49, "123456"},
+                                            {50, "0"},
+                                            {51, "1"},
+                                            {52, "1"},
+                                            {54, "7060000000"},
+                                            {56, "7580000000"},
+                                            {57, "1"},
+                                            {58, "TH1"},
+                                            {61, "1" + kValue + "2"},
+                                            {62, "6" + kValue + "3"}};
+  store::DynamicArray whole;
+  for (const auto& [attribute, text] : expected) whole.set(attribute, text);
+  for (int i = 1; i <= 62; ++i) EXPECT_EQ(body("004").get(i), whole.get(i)) << "attribute " << i;
+  EXPECT_EQ(body("004").text(), whole.text());
+
+  lookUp("004");
+  EXPECT_EQ(difference(entered, screen(), kOfTheEntryAlone), "");
+  press("Cmd_OK");
+  EXPECT_EQ(body("004").text(), whole.text());
+}
+
+TEST_F(WholeBody, KeepsEverythingThroughARefusal) {
+  enterAll();
+  dblClick("Lst_ParamPossOrgChg", 0);
+  const Snapshot entered = screen();
+  press("Cmd_OK");
+  expectBox(
+      "La taille cumulée des paramètres sélectionnés est de 138 caractères alors que la largeur de "
+      "la page ne peut être supérieure à 130",
+      Icon::Exclamation);
+  EXPECT_EQ(difference(entered, screen()), "");
+  EXPECT_EQ(state(), kCreating);
+  expectNothingWritten();
+  dblClick("Lst_ParamSelecOrgChg", 0);
+  press("Cmd_OK");
+  expectNoBox();
+  EXPECT_TRUE(store_.has("ORGPRISECHARGE", "004"));
+}
+
+TEST_F(WholeBody, IsGoneWhenItsCreationIsCancelled) {
+  press("Cmd_Ajouter");
+  const Snapshot blank = screen();
+  desktop_.answer(Answer::Yes);
+  press("Cmd_Annuler");
+  enterAll();
+  desktop_.answer(Answer::No);
+  const Snapshot entered = screen();
+  press("Cmd_Annuler");
+  EXPECT_EQ(difference(entered, screen()), "");
+  desktop_.answer(Answer::Yes);
+  press("Cmd_Annuler");
+  expectNothingWritten();
+  press("Cmd_Ajouter");
+  EXPECT_EQ(difference(blank, screen()), "");
+}
+
+// --- Leaving -------------------------------------------------------------------------------------
+
+class LeavingAllPages : public AllPages {
+ protected:
+  LeavingAllPages() {
+    store_.set("ORGPRISECHARGE", "001", 21, "AI");
+    store_.set("ORGPRISECHARGE", "001", 43, "CD");
+    store_.set("ORGPRISECHARGE", "001", 54, "7060000000");
+    store_.set("ORGPRISECHARGE", "001", 56, "7580000000");
+    store_.set("ORGPRISECHARGE", "001", 58, "TH1");
+    store_.set("ORGPRISECHARGE", "001", 49, "123456");
+    store_.set("ORGPRISECHARGE", "001", 61, "1" + kValue + "2");
+    store_.set("ORGPRISECHARGE", "001", 62, "3");
+    lookUp("001");
+  }
+  void expectQuestion() {
+    desktop_.answer(Answer::Cancel);
+    press("Cmd_Sortir");
+    expectBox(kEnregistrer, Icon::Question, toolkit::Buttons::YesNoCancel);
+    EXPECT_FALSE(control_->W_Sortir());
+  }
+  void expectNoQuestion() {
+    press("Cmd_Sortir");
+    expectNoBox();
+    EXPECT_TRUE(control_->W_Sortir());
+    control_->setW_Sortir(false);
+  }
+  // Is asked about while the change stands, and not before and after.
+  void expectAsked(std::string_view name, char32_t letter, const std::function<void()>& change,
+                   const std::function<void()>& takeBack) {
+    SCOPED_TRACE(name);
+    expectNoQuestion();
+    page(letter);
+    change();
+    expectNoBox();
+    expectQuestion();
+    takeBack();
+    expectNoBox();
+    expectNoQuestion();
+  }
+  void expectTextAsked(std::string_view name, char32_t letter, std::string_view other) {
+    const std::string before = box(name).text();
+    expectAsked(
+        name, letter, [&] { fill(name, other); }, [&] { fill(name, before); });
+  }
+  void expectChoiceAsked(std::string_view name, char32_t letter, std::string_view before) {
+    expectAsked(
+        name, letter, [&] { click(name); }, [&] { click(before); });
+  }
+  void expectLineAsked(std::string_view name, char32_t letter, int other) {
+    const std::string before = combo(name).text();
+    expectAsked(
+        name, letter, [&] { choose(name, other); },
+        [&] { choose(name, combo(name).items().find(before)); });
+  }
+};
+
+TEST_F(LeavingAllPages, AsksAboutEveryTextAndOnlyWhileItIsAnotherOne) {
+  for (const char* name :
+       {"Txt_RaisonOrgChg", "Txt_Complement", "Txt_NumVoie", "Txt_NomVoie", "Txt_Localite",
+        "Txt_CodePostal", "Txt_Ville", "Txt_Telephone", "Txt_Fax", "Txt_Email",
+        "Txt_InterlocDossOrgChg", "Txt_InterlocFactOrgChg"}) {
+    expectTextAsked(name, 'R', "AUTRE");
+  }
+  expectLineAsked("Cbo_NatureVoie", 'R', 0);
+  expectTextAsked("Txt_DebitOrgChg", 'G', "4120000000");
+  expectTextAsked("Txt_CreditOrgChg", 'G', "4110000000");
+  expectTextAsked("Txt_CpteProdAide", 'G', "7060000000");
+  expectTextAsked("Txt_CodeCptPrestationService", 'P', "7580000000");
+  expectTextAsked("Txt_CodeThesaurus", 'B', "TH2");
+  expectTextAsked("Txt_IdentMagnetOrgChg", 'B', "654321");
+  expectTextAsked("Txt_NbExEmplOrgChg", 'B', "7");
+}
+
+TEST_F(LeavingAllPages, AsksAboutEveryChoiceAndOnlyWhileItIsAnotherOne) {
+  expectChoiceAsked("Opt_TypeComplOrgChg", 'G', "Opt_TypePrincipalOrgChg");
+  expectChoiceAsked("Opt_PlafMensOrgChg", 'G', "Opt_PlafGlobalOrgChg");
+  expectChoiceAsked("Opt_PlafMensRepOrgChg", 'G', "Opt_PlafGlobalOrgChg");
+  expectChoiceAsked("Opt_RecapBordOrgChg", 'B', "Opt_IndBordOrgChg");
+  expectChoiceAsked("Opt_MFPBordOrgChg", 'B', "Opt_IndBordOrgChg");
+  expectChoiceAsked("Opt_DimJF", 'V', "Opt_Totalite");
+  expectChoiceAsked("Opt_Semaine", 'V', "Opt_Totalite");
+  for (const char* name : {"Cac_DemAccordOrgChg", "Cac_LettresInfo"}) {
+    expectChoiceAsked(name, 'G', name);
+  }
+  expectLineAsked("Cbo_RenouvOrgChg", 'G', 4);
+  expectLineAsked("Cbo_PeriodFactOrgChg", 'G', 1);
+  expectLineAsked("Cbo_StatsOrgChg", 'G', 1);
+}
+
+TEST_F(LeavingAllPages, AsksAboutAnticipatedBillingWithItsRequests) {
+  store_.set("ORGPRISECHARGE", "001", 44, "1");
+  lookUp("002");
+  lookUp("001");
+  expectChoiceAsked("Cac_FactAnticip", 'G', "Cac_FactAnticip");
+}
+
+TEST_F(LeavingAllPages, AsksAboutAmountsOfAComplementaryBody) {
+  store_.set("ORGPRISECHARGE", "001", 18, "C");
+  lookUp("002");
+  lookUp("001");
+  expectChoiceAsked("Opt_MontantOrgChg", 'P', "Opt_HeureOrgChg");
+}
+
+TEST_F(LeavingAllPages, AsksAboutListsAndTheirOrder) {
+  expectAsked(
+      "Lst_PieceRenouOrgChg", 'G', [&] { dblClick("Lst_PiecePossibleOrgChg", 1); },
+      [&] { dblClick("Lst_PieceRenouOrgChg", 1); });
+  expectAsked(
+      "Lst_ParamSelecOrgChg", 'B', [&] { dblClick("Lst_ParamPossOrgChg", 0); },
+      [&] { dblClick("Lst_ParamSelecOrgChg", 2); });
+  expectAsked(
+      "Cmd_BasBord", 'B',
+      [&] {
+        user_->click(list("Lst_ParamSelecOrgChg"), 0);
+        click("Cmd_BasBord");
+      },
+      [&] { click("Cmd_HautBord"); });
+  expectAsked(
+      "Lst_ParamTriSelect", 'B', [&] { dblClick("Lst_ParamTriPos", 0); },
+      [&] { dblClick("Lst_ParamTriSelect", 1); });
+  expectAsked(
+      "Lst_ActSelect", 'V', [&] { cover({kGarde}); }, [&] { dblClick("Lst_ActSelect", 1); });
+}
+
+TEST_F(LeavingAllPages, AsksAboutAnotherEntityUntilItsActivitiesAreBack) {
+  expectAsked(
+      "Txt_Entite", 'V', [&] { fill("Txt_Entite", "020"); },
+      [&] {
+        fill("Txt_Entite", "010");
+        cover({kAide});
+      });
+}
+
+TEST_F(LeavingAllPages, AsksAboutAccountsThatHaveNoEffectAnyMore) {
+  expectAsked(
+      "Cac_IncidCompta", 'G', [&] { click("Cac_IncidCompta"); },
+      [&] {
+        click("Cac_IncidCompta");
+        fill("Txt_DebitOrgChg", "4110000000");
+        fill("Txt_CreditOrgChg", "7060000000");
+        fill("Txt_CpteProdAide", "7580000000");
+      });
+}
+
+TEST_F(LeavingAllPages, AsksNothingAboutWhatIsOnlyLookedAt) {
+  for (const char32_t letter : {U'G', U'P', U'B', U'V', U'R'}) page(letter);
+  regles();
+  user_->click(list("Lst_PiecePossibleOrgChg"), 1);
+  user_->open(combo("Cbo_StatsOrgChg"));
+  bordereau();
+  user_->click(list("Lst_ParamPossOrgChg"), 0);
+  user_->click(list("Lst_ParamTriPos"), 0);
+  activites();
+  user_->open(combo("Cbo_Entite"));
+  user_->click(list("Lst_Activite"), 1);
+  expectNoQuestion();
+}
+
+TEST_F(LeavingAllPages, WithYesChecksAndSavesAllPages) {
+  fill("Txt_Ville", "Lyon");
+  regles();
+  user_->fill(combo("Cbo_PeriodFactOrgChg"), "");
+  coordonnees();
+  desktop_.answer(Answer::Yes);
+  press("Cmd_Sortir");
+  const auto boxes = desktop_.takeBoxes();
+  ASSERT_EQ(boxes.size(), 2U);
+  EXPECT_EQ(boxes[1].text, "La période de facturation est obligatoire.");
+  EXPECT_EQ(tabs().tab(), 1);
+  expectFocus("Cbo_PeriodFactOrgChg");
+  EXPECT_FALSE(control_->W_Sortir());
+  expectNothingWritten();
+  choose("Cbo_PeriodFactOrgChg", 1);
+  desktop_.answer(Answer::Yes);
+  press("Cmd_Sortir");
+  EXPECT_TRUE(control_->W_Sortir());
+  EXPECT_EQ(attribute("001", 9), "Lyon");
+  EXPECT_EQ(attribute("001", 17), "T");
+}
+
+// --- Deletion ------------------------------------------------------------------------------------
+
+TEST_F(AllPages, ABodyWithChangesAndMistakesIsDeletedLikeAnyOther) {
+  lookUp("001");
+  fill("Txt_RaisonOrgChg", "");
+  regles();
+  click("Opt_TypeComplOrgChg");
+  user_->fill(combo("Cbo_PeriodFactOrgChg"), "");
+  store_.forgetCalls();
+  desktop_.answer(Answer::Yes);
+  press("Cmd_Supprimer");
+  expectBox("Etes-vous sûr de vouloir supprimer cet organisme de prise en charge ?", Icon::Question,
+            toolkit::Buttons::YesNo);
+  EXPECT_FALSE(store_.has("ORGPRISECHARGE", "001"));
+  EXPECT_TRUE(store_.calls(CallKind::DBWrite).empty());
+  EXPECT_EQ(state(), kEmpty);
+}
+
+TEST_F(AllPages, ARefusedDeletionKeepsWhatWasTypedOnAllPages) {
+  addAgreement("001");
+  lookUp("001");
+  fill("Txt_Ville", "Lyon");
+  regles();
+  choose("Cbo_RenouvOrgChg", 5);
+  bordereau();
+  dblClick("Lst_ParamPossOrgChg", 0);
+  const Snapshot before = screen();
+  desktop_.answer(Answer::Yes);
+  press("Cmd_Supprimer");
+  EXPECT_EQ(desktop_.takeBoxes().back().text,
+            "Des accords sont créés pour cet organisme. Suppression impossible.");
+  EXPECT_EQ(difference(before, screen()), "");
+  press("Cmd_OK");
+  EXPECT_EQ(attribute("001", 9), "Lyon");
+  EXPECT_EQ(attribute("001", 20), "5");
+}
+
+// --- Start-up ------------------------------------------------------------------------------------
+
+TEST_F(AllPages, AreAsEmptyAfterASecondInitAsAfterACancel) {
+  for (const char* flag : {"", "O"}) {
+    store_.set("COMPTEUR", "999", 15, flag);
+    control_->Init();
+    const Snapshot started = screen();
+    lookUp("001");
+    press("Cmd_Annuler");
+    EXPECT_EQ(difference(started, screen()), "") << flag;
+  }
+}
+
+}  // namespace
+}  // namespace behaviour
