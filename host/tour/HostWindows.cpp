@@ -165,6 +165,23 @@ std::vector<std::wstring> linesOf(HWND window) {
   return lines;
 }
 
+RECT placeOfLine(HWND list, int line) {
+  RECT place{};
+  const auto at = static_cast<WPARAM>(line);
+  if (line < 0 || line >= ask(list, LB_GETCOUNT, 0, 0)) {
+    return place;
+  }
+  RECT seen{};
+  GetClientRect(list, &seen);
+  ask(list, LB_GETITEMRECT, at, reinterpret_cast<LPARAM>(&place));
+  if (place.top < seen.top || place.bottom > seen.bottom) {
+    ask(list, LB_SETTOPINDEX, at, 0);
+    ask(list, LB_GETITEMRECT, at, reinterpret_cast<LPARAM>(&place));
+  }
+  MapWindowPoints(list, nullptr, reinterpret_cast<POINT*>(&place), 2);
+  return place;
+}
+
 void settle(HWND window) { ask(window, WM_NULL, 0, 0); }
 
 }  // namespace tour

@@ -32,6 +32,9 @@ class HostWindows {
 std::wstring textOf(HWND window);
 // The lines of a combo box's or list box's list.
 std::vector<std::wstring> linesOf(HWND window);
+// Where a line of a list box is on the screen, once it has been scrolled into view; an empty
+// rectangle when there is no such line. Positions from 0.
+RECT placeOfLine(HWND list, int line);
 // Waits until the window's thread has taken in what was sent to it so far.
 void settle(HWND window);
 

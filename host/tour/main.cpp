@@ -5,6 +5,7 @@
 //   wait NAME          until the control NAME is visible and enabled ("host": the host's window)
 //   gone               until the host's window is closed
 //   at NAME            where the middle of a control is that can be used: "X Y" in pixels
+//   line NAME N        the same of the N-th line of a list, from 1, scrolled into view
 //   type TEXT          the text, key by key
 //   key KEY            one key: Tab, Enter, Escape, Alt+A ...
 //   read NAME          what a control shows
@@ -106,6 +107,18 @@ std::wstring at(const std::wstring& name) {
   return middleOf(controlNamed(name));
 }
 
+std::wstring line(const std::wstring& argument) {
+  const std::size_t blank = argument.find(L' ');
+  require(blank != std::wstring::npos, L"line NAME N");
+  const std::wstring name = argument.substr(0, blank);
+  const int number = std::stoi(argument.substr(blank + 1));
+  wait(name);
+  const RECT place = placeOfLine(controlNamed(name), number - 1);
+  require(place.bottom > place.top, name + L" has no such line");
+  return std::to_wstring((place.left + place.right) / 2) + L" " +
+         std::to_wstring((place.top + place.bottom) / 2);
+}
+
 // Key by key, each taken in before the next is sent: what a key does may change what has the focus.
 std::wstring type(const std::wstring& text) {
   for (const wchar_t character : text) {
@@ -196,9 +209,10 @@ std::wstring end(const std::wstring&) {
 using Command = std::wstring (*)(const std::wstring& argument);
 
 const std::map<std::string, Command> kCommands = {
-    {"wait", wait},        {"gone", gone},     {"at", at},       {"type", type},   {"key", key},
-    {"read", read},        {"lines", lines},   {"await", await}, {"state", state}, {"box", box},
-    {"button", boxButton}, {"closed", closed}, {"quiet", quiet}, {"close", close}, {"end", end},
+    {"wait", wait},     {"gone", gone},   {"at", at},       {"line", line},
+    {"type", type},     {"key", key},     {"read", read},   {"lines", lines},
+    {"await", await},   {"state", state}, {"box", box},     {"button", boxButton},
+    {"closed", closed}, {"quiet", quiet}, {"close", close}, {"end", end},
 };
 
 std::string onOneLine(std::string text) {
