@@ -50,7 +50,7 @@ void AccountPair::montrer(std::string_view account, std::string_view entity) {
   toolkit::quietly("AccountPair::montrer", [&] {
     const auto record =
         context_.session.files.planComptable->ReadRecord(std::string(entity) + numero);
-    fields_.libelle.setText(record->fields().get(plan::Libelle));
+    fields_.libelle.setText(record->fields().get(plan::Libelle, 1));
   });
 }
 
@@ -65,12 +65,13 @@ void AccountPair::numeroGotFocus() { exigerEntite(fields_.sansEntiteNumero); }
 
 void AccountPair::libelleGotFocus() { exigerEntite(fields_.sansEntiteLibelle); }
 
+// A code that is no entity's, or not yet, has no chart: a search would find what others call
+// theirs.
 void AccountPair::exigerEntite(std::string_view message) {
-  toolkit::TextBox& entite = context_.screen.activites.Txt_Entite;
-  if (!entite.text().empty()) return;
+  if (!context_.session.entiteCourante.empty()) return;
   screen::avertir(context_.desktop, message);
   context_.screen.Ong_OrgPriseChg.setTab(screen::kActivites);
-  entite.setFocus();
+  context_.screen.activites.Txt_Entite.setFocus();
 }
 
 void AccountPair::numeroKeyPress(char32_t& key) {
@@ -158,6 +159,7 @@ void AccountPair::chercherLibelle() {
   }
   context_.desktop.beep();
   screen::avertir(context_.desktop, "Aucune ventilation comptable commençant par " + typed);
+  fields_.libelle.setFocus();
 }
 
 void AccountPair::numeroChange() {
@@ -173,6 +175,7 @@ void AccountPair::verifierNumero() {
   if (!complet(fields_.numero.text())) {
     const screen::Held enCours(numeroEnCours_, true);
     fields_.libelle.clear();
+    resultat_ = store::NewDynamicArray();  // gone with its list: it may hold a whole chart
     return;
   }
   const auto record = context_.session.files.planComptable->ReadRecord(
@@ -182,7 +185,7 @@ void AccountPair::verifierNumero() {
     return;
   }
   const screen::Held enCours(numeroEnCours_, true);
-  fields_.libelle.setText(record->fields().get(plan::Libelle));
+  fields_.libelle.setText(record->fields().get(plan::Libelle, 1));
 }
 
 void AccountPair::refuser(std::string_view message) {

@@ -43,6 +43,7 @@ class AccountPair {
   AccountPair(PageContext context, const Fields& fields);
   AccountPair(const AccountPair&) = delete;
   AccountPair& operator=(const AccountPair&) = delete;
+  ~AccountPair() = default;
 
   void lier(const screen::Handlers& handlers);
 
