@@ -1,19 +1,14 @@
 // The control over a real store on disk, against the bare store calls that it makes.
 #include <benchmark/benchmark.h>
 
-#include <cstdlib>
-#include <filesystem>
 #include <functional>
 #include <memory>
 #include <string>
 #include <vector>
 
-#include "control/Ctr_OrgPriseCharge.h"
-#include "localstore/LocalDatabase.h"
+#include "bench/Hosted.h"
 #include "store/Layouts.h"
 #include "toolkit/TextBox.h"
-#include "toolkit/headless/HeadlessDesktop.h"
-#include "toolkit/headless/User.h"
 
 namespace {
 
@@ -54,35 +49,12 @@ void writeTables(localstore::LocalDatabase& database) {
   database.write(store::compteur::kFile, "999", counter.text());
 }
 
-// A store of 999 bodies, made once a run.
-class StoreFile {
- public:
-  StoreFile() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "tessaline-XXXXXX").string();
-    folder_ = mkdtemp(pattern.data());
-    const auto database = localstore::createLocalDatabase(path());
-    const auto transaction = database->begin();
-    writeBodies(*database);
-    writeTables(*database);
-    transaction->commit();
-  }
-  ~StoreFile() {
-    std::error_code ignored;
-    std::filesystem::remove_all(folder_, ignored);
-  }
-  StoreFile(const StoreFile&) = delete;
-  StoreFile& operator=(const StoreFile&) = delete;
-  std::string path() const { return folder_ + "/bodies.store"; }
-
- private:
-  std::string folder_;
-};
-
 std::shared_ptr<localstore::LocalDatabase> database() {
-  static const StoreFile file;
-  static const std::shared_ptr<localstore::LocalDatabase> open =
-      localstore::openLocalDatabase(file.path());
-  return open;
+  static const bench::TemporaryStore store([](localstore::LocalDatabase& database) {
+    writeBodies(database);
+    writeTables(database);
+  });
+  return store.database();
 }
 
 // Notes each call that passes through it, so that it can be made again without the control.
@@ -125,26 +97,6 @@ class NotedDatabase : public store::Database {
   Calls& calls_;
 };
 
-class FullRights : public screen::Rights {
- public:
-  std::shared_ptr<screen::RightsEntry> entry(std::string_view) override {
-    class Entry : public screen::RightsEntry {
-      long Level() override { return 2; }
-    };
-    return std::make_shared<Entry>();
-  }
-};
-
-// A control as a host makes it, before Init.
-struct Hosted {
-  explicit Hosted(std::shared_ptr<store::Database> store) {
-    control.setTheDatabase(std::move(store));
-    control.setDroitsUtilisateur(std::make_shared<FullRights>());
-  }
-  toolkit::headless::HeadlessDesktop desktop;
-  control::Ctr_OrgPriseCharge control{desktop};
-};
-
 void replay(const Calls& calls) {
   for (const auto& call : calls) call(*database());
 }
@@ -152,7 +104,7 @@ void replay(const Calls& calls) {
 // Start-up: the control made and Init run, with the list of 999 acronyms filled.
 void init(benchmark::State& state) {
   for (auto _ : state) {
-    Hosted hosted(database());
+    bench::Hosted hosted(database());
     hosted.control.Init();
   }
   state.counters["limit"] = kLimit;
@@ -162,7 +114,7 @@ BENCHMARK(init)->Name("Init")->Unit(benchmark::kMicrosecond);
 void initBare(benchmark::State& state) {
   Calls calls;
   {
-    Hosted hosted(std::make_shared<NotedDatabase>(database(), calls));
+    bench::Hosted hosted(std::make_shared<NotedDatabase>(database(), calls));
     hosted.control.Init();
   }
   for (auto _ : state) replay(calls);
@@ -171,10 +123,10 @@ BENCHMARK(initBare)->Name("Init/baseline")->Unit(benchmark::kMicrosecond);
 
 // A code typed, up to the record shown.
 void lookUp(benchmark::State& state) {
-  Hosted hosted(database());
+  bench::Hosted hosted(database());
   hosted.control.Init();
-  auto& code = static_cast<toolkit::TextBox&>(*hosted.control.surface().find("Txt_CodOrgChg"));
-  auto& name = static_cast<toolkit::TextBox&>(*hosted.control.surface().find("Txt_RaisonOrgChg"));
+  auto& code = hosted.child<toolkit::TextBox>("Txt_CodOrgChg");
+  auto& name = hosted.child<toolkit::TextBox>("Txt_RaisonOrgChg");
   int i = 0;
   for (auto _ : state) {
     code.userEdit(codeOf(i++ % kBodies + 1));

@@ -3,7 +3,8 @@
 
 A benchmark `Name` is paired with `Name/baseline` of the same file (arguments may follow either:
 `Name/100` with `Name/baseline/100`). A counter `limit` of the benchmark is the ratio that it may
-reach. Exits with 1 when a limit is passed.
+reach, `memory_limit` the same of the memory that stands at its highest, where it was measured.
+Exits with 1 when a limit is passed.
 """
 import json
 import sys
@@ -13,6 +14,15 @@ def split(name):
     parts = name.split('/')
     baseline = 'baseline' in parts
     return '/'.join(p for p in parts if p != 'baseline'), baseline
+
+
+def row(name, baseline, measured, unit, limit):
+    """Prints one line of the table. True when the limit is passed."""
+    ratio = measured / baseline
+    over = limit is not None and ratio > limit
+    print(f'{name:58} {baseline:10.3f}{unit:>2} {measured:10.3f}{unit:>2} '
+          f'{ratio:7.2f} {limit if limit is not None else "":>6}{"  OVER" if over else ""}')
+    return over
 
 
 def main(paths):
@@ -34,12 +44,10 @@ def main(paths):
                 print(f'{name:58} {"":12} {run["real_time"]:10.3f}{unit:>2}')
                 continue
             base = pair[True]
-            ratio = run['real_time'] / base['real_time']
-            limit = run.get('limit')
-            late = limit is not None and ratio > limit
-            missed += late
-            print(f'{name:58} {base["real_time"]:10.3f}{base["time_unit"]:>2} {run["real_time"]:10.3f}{unit:>2} '
-                  f'{ratio:7.2f} {limit if limit is not None else "":>6}{"  OVER" if late else ""}')
+            missed += row(name, base['real_time'], run['real_time'], unit, run.get('limit'))
+            if 'max_bytes_used' in run and 'max_bytes_used' in base:
+                missed += row(f'{name}, memory', base['max_bytes_used'] / 1e6,
+                              run['max_bytes_used'] / 1e6, 'MB', run.get('memory_limit'))
     return 1 if missed else 0
 
 
