@@ -20,6 +20,30 @@ std::string codeOf(int number) {
   return std::string(3 - digits.size(), '0') + digits;
 }
 
+constexpr const char* kEntity = "010";
+constexpr const char* kDebit = "4110000000";
+constexpr const char* kCredit = "7060000000";
+
+// What the pages after the first show of a principal body in hours.
+void writeRules(store::DynamicArray& body) {
+  namespace attribut = store::orgprisecharge;
+  body.set(attribut::PeriodFactOrgChg, "M");
+  body.set(attribut::TypeOrgChg, "P");
+  body.set(attribut::PlafondOrg, "3");
+  body.set(attribut::RenouvOrgChg, "1");
+  for (int i = 1; i <= 4; ++i) body.set(attribut::PieceRenouOrgChg, i, "P" + std::to_string(i));
+  body.set(attribut::DebitOrgChg, kDebit);
+  body.set(attribut::CreditOrgChg, kCredit);
+  body.set(attribut::AttribOrgChg, "H");
+  body.set(attribut::StatsOrgChg, "P7");
+  body.set(attribut::DemAccordOrgChg, "1");
+  body.set(attribut::TypeBordOrgChg, "I");
+  body.set(attribut::Entite, kEntity);
+  for (int i = 1; i <= 5; ++i) body.set(attribut::CodActSelect, i, "010P" + std::to_string(i));
+  body.set(attribut::CptPrestationService, kCredit);
+  for (int i = 1; i <= 8; ++i) body.set(attribut::ParamSelecOrgChg, i, std::to_string(i));
+}
+
 void writeBodies(localstore::LocalDatabase& database) {
   for (int i = 1; i <= kBodies; ++i) {
     store::DynamicArray body;
@@ -30,7 +54,7 @@ void writeBodies(localstore::LocalDatabase& database) {
     }
     body.set(store::orgprisecharge::InterlocDossOrgChg, "Mme Dossier");
     body.set(store::orgprisecharge::InterlocFactOrgChg, "M. Facture");
-    body.set(store::orgprisecharge::TypeOrgChg, "P");
+    writeRules(body);
     database.write(store::orgprisecharge::kFile, codeOf(i), body.text());
   }
 }
@@ -43,6 +67,23 @@ void writeTables(localstore::LocalDatabase& database) {
   }
   database.write(store::tables::kFile, store::tables::kPiecesRenouv, table.text());
   database.write(store::tables::kFile, store::tables::kStatOrgChg, table.text());
+  for (int i = 1; i <= 20; ++i) {
+    store::DynamicArray activity;
+    activity.set(store::activites::Libelle, "Activité " + std::to_string(i));
+    activity.set(store::activites::CodAssoActivite, kEntity);
+    activity.set(store::activites::TypeActivite, "P");
+    activity.set(store::activites::Service, "SAAD");
+    database.write(store::activites::kFile, "010P" + std::to_string(i), activity.text());
+    database.write(store::parambordorgchg::kFile, std::to_string(i),
+                   store::DynamicArray("Colonne " + std::to_string(i) +
+                                       "\xFE"
+                                       "10")
+                       .text());
+  }
+  database.write(store::association::kFile, kEntity, "AIDE A DOMICILE");
+  for (const char* account : {kDebit, kCredit}) {
+    database.write(store::plancomptable::kFile, std::string(kEntity) + account, "COMPTE");
+  }
   store::DynamicArray counter;
   counter.set(10, "999");
   counter.set(15, "1");
@@ -137,11 +178,18 @@ void lookUp(benchmark::State& state) {
 BENCHMARK(lookUp)->Name("LookUp")->Unit(benchmark::kMicrosecond);
 
 void lookUpBare(benchmark::State& state) {
-  const auto bodies = database()->OpenFile(store::orgprisecharge::kFile);
-  int i = 0;
-  for (auto _ : state) {
-    benchmark::DoNotOptimize(bodies->ReadRecord(codeOf(i++ % kBodies + 1))->fields().text());
+  Calls noted;
+  bench::Hosted hosted(std::make_shared<NotedDatabase>(database(), noted));
+  hosted.control.Init();
+  auto& code = hosted.child<toolkit::TextBox>("Txt_CodOrgChg");
+  std::vector<Calls> ofBody;
+  for (int i = 1; i <= kBodies; ++i) {
+    noted.clear();
+    code.userEdit(codeOf(i));
+    ofBody.push_back(noted);
   }
+  std::size_t i = 0;
+  for (auto _ : state) replay(ofBody[i++ % ofBody.size()]);
 }
 BENCHMARK(lookUpBare)->Name("LookUp/baseline")->Unit(benchmark::kMicrosecond);
 

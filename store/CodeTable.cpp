@@ -16,6 +16,7 @@ int ChercherCodeTable(const DynamicArray& table, std::string_view value) {
 }
 
 std::string labelOfCode(const DynamicArray& table, std::string_view code) {
+  if (code.empty()) return {};
   for (int value = 1; !table.get(kCodes, value).empty(); ++value) {
     if (table.get(kCodes, value) == code) return std::string(table.get(kLabels, value));
   }
