@@ -5,43 +5,12 @@
 #include <algorithm>
 #include <stdexcept>
 
+#include "host/input/Input.h"
 #include "tests/windows/container/BoxWatcher.h"
 
 namespace container {
 
 namespace {
-
-INPUT keyInput(WORD code, bool up) {
-  INPUT input = {};
-  input.type = INPUT_KEYBOARD;
-  input.ki.wVk = code;
-  input.ki.wScan = static_cast<WORD>(MapVirtualKeyW(code, MAPVK_VK_TO_VSC));
-  input.ki.dwFlags = up ? KEYEVENTF_KEYUP : 0;
-  const bool extended = code == VK_LEFT || code == VK_RIGHT || code == VK_UP || code == VK_DOWN ||
-                        code == VK_HOME || code == VK_END || code == VK_PRIOR || code == VK_NEXT ||
-                        code == VK_DELETE || code == VK_INSERT;
-  if (extended) input.ki.dwFlags |= KEYEVENTF_EXTENDEDKEY;
-  return input;
-}
-
-INPUT unicodeInput(wchar_t character, bool up) {
-  INPUT input = {};
-  input.type = INPUT_KEYBOARD;
-  input.ki.wScan = character;
-  input.ki.dwFlags = KEYEVENTF_UNICODE | (up ? KEYEVENTF_KEYUP : 0u);
-  return input;
-}
-
-INPUT mouseInput(int x, int y, DWORD flags) {
-  INPUT input = {};
-  input.type = INPUT_MOUSE;
-  const int width = GetSystemMetrics(SM_CXSCREEN);
-  const int height = GetSystemMetrics(SM_CYSCREEN);
-  input.mi.dx = (x * 65536 + width - 1) / width;
-  input.mi.dy = (y * 65536 + height - 1) / height;
-  input.mi.dwFlags = MOUSEEVENTF_ABSOLUTE | MOUSEEVENTF_MOVE | flags;
-  return input;
-}
 
 std::wstring textOf(HWND window) {
   const LRESULT length = SendMessageW(window, WM_GETTEXTLENGTH, 0, 0);
@@ -76,28 +45,27 @@ BOOL CALLBACK findNamed(HWND window, LPARAM where) {
 
 }  // namespace
 
-void Typist::send(std::vector<INPUT>& inputs) {
+void Typist::send(const std::vector<INPUT>& inputs) {
   if (GetForegroundWindow() != stage_.window.handle())
     throw std::runtime_error("the host's window is not in the foreground");
   // Held keys go in one piece, so that the display cannot release them in between.
-  const size_t together = inputs.size() > 3 ? inputs.size() : 1;
-  for (size_t i = 0; i < inputs.size(); i += together) {
-    SendInput(static_cast<UINT>(together), &inputs[i], sizeof(INPUT));
+  if (inputs.size() > 3) {
+    input::send(inputs);
+    stage_.pump();
+    return;
+  }
+  for (const INPUT& each : inputs) {
+    input::send({each});
     stage_.pump();
   }
 }
 
 void Typist::key(WORD code, bool shift, bool control, bool altHeld) {
-  std::vector<INPUT> inputs;
-  if (control) inputs.push_back(keyInput(VK_CONTROL, false));
-  if (altHeld) inputs.push_back(keyInput(VK_MENU, false));
-  if (shift) inputs.push_back(keyInput(VK_SHIFT, false));
-  inputs.push_back(keyInput(code, false));
-  inputs.push_back(keyInput(code, true));
-  if (shift) inputs.push_back(keyInput(VK_SHIFT, true));
-  if (altHeld) inputs.push_back(keyInput(VK_MENU, true));
-  if (control) inputs.push_back(keyInput(VK_CONTROL, true));
-  send(inputs);
+  std::vector<WORD> held;
+  if (control) held.push_back(VK_CONTROL);
+  if (altHeld) held.push_back(VK_MENU);
+  if (shift) held.push_back(VK_SHIFT);
+  send(input::stroke(code, held));
 }
 
 void Typist::alt(wchar_t letter) {
@@ -105,27 +73,17 @@ void Typist::alt(wchar_t letter) {
 }
 
 void Typist::type(std::wstring_view text) {
-  for (const wchar_t character : text) {
-    const SHORT code = VkKeyScanW(character);
-    const bool plain = code != -1 && (code & 0x600) == 0;
-    if (plain) {
-      key(static_cast<WORD>(code & 0xFF), (code & 0x100) != 0);
-    } else {
-      std::vector<INPUT> inputs = {unicodeInput(character, false), unicodeInput(character, true)};
-      send(inputs);
-    }
-  }
+  for (const wchar_t character : text) send(input::typed(character));
 }
 
 void Typist::press(POINT at, Held held) {
   const WORD modifier = held == Held::Shift ? VK_SHIFT : VK_CONTROL;
-  std::vector<INPUT> inputs = {mouseInput(at.x, at.y, 0)};
-  send(inputs);
-  inputs = {mouseInput(at.x, at.y, MOUSEEVENTF_LEFTDOWN),
-            mouseInput(at.x, at.y, MOUSEEVENTF_LEFTUP)};
+  send({input::mouse(at, 0)});
+  std::vector<INPUT> inputs = {input::mouse(at, MOUSEEVENTF_LEFTDOWN),
+                               input::mouse(at, MOUSEEVENTF_LEFTUP)};
   if (held != Held::Nothing) {
-    inputs.insert(inputs.begin(), keyInput(modifier, false));
-    inputs.push_back(keyInput(modifier, true));
+    inputs.insert(inputs.begin(), input::key(modifier, false));
+    inputs.push_back(input::key(modifier, true));
   }
   send(inputs);
 }
@@ -209,10 +167,9 @@ void Typist::clickScrollEnd(const std::wstring& name) {
   constexpr int kInArrow = 6;
   POINT at = {place.right - kInArrow, place.bottom / 2};
   ClientToScreen(bar, &at);
-  std::vector<INPUT> inputs = {mouseInput(at.x, at.y, 0), mouseInput(at.x, at.y, 0),
-                               mouseInput(at.x, at.y, MOUSEEVENTF_LEFTDOWN),
-                               mouseInput(at.x, at.y, MOUSEEVENTF_LEFTUP)};
-  send(inputs);
+  send({input::mouse(at, 0)});
+  input::send({input::mouse(at, MOUSEEVENTF_LEFTDOWN), input::mouse(at, MOUSEEVENTF_LEFTUP)});
+  stage_.pump();
 }
 
 void Typist::fill(const std::wstring& name, std::wstring_view newText) {

@@ -68,7 +68,7 @@ class Typist {
   int tab() const;
 
  private:
-  void send(std::vector<INPUT>& inputs);
+  void send(const std::vector<INPUT>& inputs);
   HWND require(const std::wstring& name) const;
   POINT middleOfLine(HWND list, int line);
   void press(POINT onScreen, Held held = Held::Nothing);

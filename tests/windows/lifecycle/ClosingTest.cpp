@@ -126,6 +126,25 @@ TEST_P(Closing, DuringARefusedKey) {
   user().type(L"é");
 }
 
+TEST_P(Closing, DuringTheRefusalOfALeave) {
+  load(L"001");
+  user().clickTab(kRegles);
+  user().fill(L"Cbo_PeriodFactOrgChg", L"Hebdomadaire");
+  goIn(L"La période de facturation saisie n'existe pas, veuillez la ressaisir.", kExclamation,
+       L"OK", IDOK);
+  user().click(L"Cmd_OK");
+}
+
+TEST_P(Closing, DuringTheGuardOfAnAccount) {
+  user().click(L"Cmd_Ajouter");
+  user().clickTab(kPriseEnCharge);
+  goIn(
+      L"Vous devez d'abord sélectionner une entité juridique dans l'onglet \"Activités Couvertes\" "
+      L"afin de savoir à quel plan comptable associer le compte à créditer.",
+      kExclamation, L"OK", IDOK);
+  user().click(L"Txt_CodeCptPrestationService");
+}
+
 TEST_P(Closing, WhenToldThatTheUserLeaves) {
   control().host.properties().onChanged = [this](DISPID) { go(nullptr); };
   user().click(L"Cmd_Sortir");

@@ -4,40 +4,12 @@
 #include <cstring>
 #include <stdexcept>
 
+#include "host/input/Input.h"
 #include "toolkit/win32/WideText.h"
 
 namespace toolkit::test {
 
 namespace {
-
-INPUT keyInput(WORD virtualKey, bool up) {
-  INPUT input{};
-  input.type = INPUT_KEYBOARD;
-  input.ki.wVk = virtualKey;
-  input.ki.wScan = static_cast<WORD>(MapVirtualKeyW(virtualKey, MAPVK_VK_TO_VSC));
-  input.ki.dwFlags = up ? KEYEVENTF_KEYUP : 0U;
-  if (virtualKey >= VK_PRIOR && virtualKey <= VK_DELETE) input.ki.dwFlags |= KEYEVENTF_EXTENDEDKEY;
-  return input;
-}
-
-INPUT characterInput(wchar_t unit, bool up) {
-  INPUT input{};
-  input.type = INPUT_KEYBOARD;
-  input.ki.wScan = unit;
-  input.ki.dwFlags = KEYEVENTF_UNICODE | (up ? KEYEVENTF_KEYUP : 0U);
-  return input;
-}
-
-INPUT mouseInput(POINT at, DWORD flags) {
-  const int width = GetSystemMetrics(SM_CXSCREEN);
-  const int height = GetSystemMetrics(SM_CYSCREEN);
-  INPUT input{};
-  input.type = INPUT_MOUSE;
-  input.mi.dx = (static_cast<int>(at.x) * 65536 + width - 1) / width;
-  input.mi.dy = (static_cast<int>(at.y) * 65536 + height - 1) / height;
-  input.mi.dwFlags = MOUSEEVENTF_ABSOLUTE | MOUSEEVENTF_MOVE | flags;
-  return input;
-}
 
 Loop loopFromEnvironment() {
   const char* name = std::getenv("TESSALINE_TEST_LOOP");
@@ -156,40 +128,29 @@ void TestHost::requireForeground() {
 
 void TestHost::send(const std::vector<INPUT>& inputs) {
   requireForeground();
-  for (INPUT input : inputs) {
-    SendInput(1, &input, sizeof input);
+  for (const INPUT& each : inputs) {
+    input::send({each});
     pump();
   }
 }
 
-void TestHost::key(WORD virtualKey, bool shift, bool control, bool alt) {
-  std::vector<INPUT> inputs;
-  const std::vector<WORD> held = [&] {
-    std::vector<WORD> keys;
-    if (control) keys.push_back(VK_CONTROL);
-    if (shift) keys.push_back(VK_SHIFT);
-    if (alt) keys.push_back(VK_MENU);
-    return keys;
-  }();
-  for (const WORD each : held) inputs.push_back(keyInput(each, false));
-  inputs.push_back(keyInput(virtualKey, false));
-  inputs.push_back(keyInput(virtualKey, true));
-  for (const WORD each : held) inputs.push_back(keyInput(each, true));
-  // All at once: what the display tells of its own keyboard in between would release those held.
+void TestHost::sendTogether(const std::vector<INPUT>& inputs) {
   requireForeground();
-  SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
+  input::send(inputs);
   pump();
 }
 
+// Together: what the display tells of its own keyboard in between would release those held.
+void TestHost::key(WORD virtualKey, bool shift, bool control, bool alt) {
+  std::vector<WORD> held;
+  if (control) held.push_back(VK_CONTROL);
+  if (shift) held.push_back(VK_SHIFT);
+  if (alt) held.push_back(VK_MENU);
+  sendTogether(input::stroke(virtualKey, held));
+}
+
 void TestHost::type(std::wstring_view text) {
-  for (const wchar_t unit : text) {
-    const SHORT code = VkKeyScanW(unit);
-    if (code != -1 && (code & 0x600) == 0 && unit < 128) {
-      key(static_cast<WORD>(code & 0xFF), (code & 0x100) != 0);
-    } else {
-      send({characterInput(unit, false), characterInput(unit, true)});
-    }
-  }
+  for (const wchar_t unit : text) sendTogether(input::typed(unit));
 }
 
 POINT TestHost::onScreen(HWND window, POINT at) {
@@ -200,13 +161,13 @@ POINT TestHost::onScreen(HWND window, POINT at) {
 void TestHost::click(HWND window, POINT at, Button button, bool control, bool shift) {
   const POINT where = onScreen(window, at);
   const bool left = button == Button::Left;
-  std::vector<INPUT> inputs{mouseInput(where, 0)};
-  if (control) inputs.push_back(keyInput(VK_CONTROL, false));
-  if (shift) inputs.push_back(keyInput(VK_SHIFT, false));
-  inputs.push_back(mouseInput(where, left ? MOUSEEVENTF_LEFTDOWN : MOUSEEVENTF_RIGHTDOWN));
-  inputs.push_back(mouseInput(where, left ? MOUSEEVENTF_LEFTUP : MOUSEEVENTF_RIGHTUP));
-  if (shift) inputs.push_back(keyInput(VK_SHIFT, true));
-  if (control) inputs.push_back(keyInput(VK_CONTROL, true));
+  std::vector<INPUT> inputs{input::mouse(where, 0)};
+  if (control) inputs.push_back(input::key(VK_CONTROL, false));
+  if (shift) inputs.push_back(input::key(VK_SHIFT, false));
+  inputs.push_back(input::mouse(where, left ? MOUSEEVENTF_LEFTDOWN : MOUSEEVENTF_RIGHTDOWN));
+  inputs.push_back(input::mouse(where, left ? MOUSEEVENTF_LEFTUP : MOUSEEVENTF_RIGHTUP));
+  if (shift) inputs.push_back(input::key(VK_SHIFT, true));
+  if (control) inputs.push_back(input::key(VK_CONTROL, true));
   send(inputs);
 }
 
@@ -224,14 +185,11 @@ void TestHost::doubleClick(HWND window, POINT at) {
 }
 
 void TestHost::drag(HWND window, POINT from, POINT to) {
-  requireForeground();
   const POINT start = onScreen(window, from);
   const POINT end = onScreen(window, to);
-  // All at once: a scroll bar handles the whole movement in a loop of its own.
-  std::vector<INPUT> inputs{mouseInput(start, 0), mouseInput(start, MOUSEEVENTF_LEFTDOWN),
-                            mouseInput(end, 0), mouseInput(end, MOUSEEVENTF_LEFTUP)};
-  SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
-  pump();
+  // Together: a scroll bar handles the whole movement in a loop of its own.
+  sendTogether({input::mouse(start, 0), input::mouse(start, MOUSEEVENTF_LEFTDOWN),
+                input::mouse(end, 0), input::mouse(end, MOUSEEVENTF_LEFTUP)});
 }
 
 }  // namespace toolkit::test

@@ -56,7 +56,8 @@ class TestHost {
   void drag(HWND window, POINT from, POINT to);
 
  private:
-  void send(const std::vector<INPUT>& inputs);
+  void send(const std::vector<INPUT>& inputs);  // one after the other
+  void sendTogether(const std::vector<INPUT>& inputs);
   void requireForeground();
   void handle(MSG& message);
   POINT onScreen(HWND window, POINT at);
