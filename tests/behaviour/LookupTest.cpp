@@ -12,10 +12,11 @@ class Lookup : public ControlTest {
     start();
   }
   // How often a body has been read.
-  long reads() {
+  int reads() {
     const auto calls = store_.calls(CallKind::ReadRecord);
-    return std::count_if(calls.begin(), calls.end(),
-                         [](const auto& call) { return call.file == "ORGPRISECHARGE"; });
+    const auto bodies = std::count_if(
+        calls.begin(), calls.end(), [](const auto& call) { return call.file == "ORGPRISECHARGE"; });
+    return static_cast<int>(bodies);
   }
 };
 
