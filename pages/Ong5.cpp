@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <limits>
 #include <utility>
 #include <vector>
@@ -28,6 +29,14 @@ Types types(screen::Bordereau& page) {
            {"M", &page.Opt_MFPBordOrgChg}}};
 }
 
+// The sort parameters are kept in the record by their places in the list, from 1.
+void numeroter(toolkit::ListBox& list) {
+  std::vector<toolkit::ListItem> lines = list.items().all();
+  long place = 0;
+  for (toolkit::ListItem& line : lines) line.data = ++place;
+  list.setItems(std::move(lines));
+}
+
 // The identifiers of the lines, as one attribute. A line without one is its own identifier.
 std::string identifiants(const toolkit::ListBox& list) {
   store::DynamicArray lines;
@@ -45,6 +54,13 @@ int ligneDe(const toolkit::ListBox& list, long identifiant) {
   return -1;
 }
 
+// 0 for what is no number: "12A" is another identifier than 12.
+long numero(std::string_view identifiant) {
+  const bool digits = std::all_of(identifiant.begin(), identifiant.end(),
+                                  [](char c) { return c >= '0' && c <= '9'; });
+  return digits ? store::wholeNumber(identifiant) : 0;
+}
+
 // Lines for the identifiers in an attribute, labelled as in the list of what is possible. One that
 // is not possible any more is shown as it stands, so that the user sees it and can remove it.
 std::vector<toolkit::ListItem> lignes(const toolkit::ListBox& possible,
@@ -52,7 +68,7 @@ std::vector<toolkit::ListItem> lignes(const toolkit::ListBox& possible,
   std::vector<toolkit::ListItem> lines;
   for (int i = 1; i <= record.DCount(attribute); ++i) {
     const std::string_view identifiant = record.get(attribute, i);
-    const long number = store::wholeNumber(identifiant);
+    const long number = numero(identifiant);
     const int line = number == 0 ? -1 : ligneDe(possible, number);
     if (line >= 0) {
       lines.push_back({possible.list(line), number});
@@ -69,7 +85,9 @@ void deselectionner(toolkit::ListBox& list) {
 
 }  // namespace
 
-Ong5::Ong5(PageContext context) : context_(context), page_(context.screen.bordereau) {}
+Ong5::Ong5(PageContext context) : context_(context), page_(context.screen.bordereau) {
+  numeroter(page_.Lst_ParamTriPos);
+}
 
 void Ong5::lier(const screen::Handlers& handlers) {
   const auto ajouter = handlers.on(*this, &Ong5::Lst_ParamPossOrgChg_DblClick);
@@ -145,11 +163,11 @@ void Ong5::montrerTri(const store::DynamicArray& record) {
   tri_.keep(record.get(attribut::ParamTriSelect), identifiants(page_.Lst_ParamTriSelect));
 }
 
-// A number past the scroll bar's end is shown and kept as it is.
+// A number past the scroll bar's end is shown and kept as it is; none is shown as one copy.
 void Ong5::montrerExemplaires(std::string_view attribute) {
   const std::string_view shown = attribute.empty() ? "1" : attribute;
   page_.Txt_NbExEmplOrgChg.setText(shown);
-  exemplaires_.keep(shown, page_.Txt_NbExEmplOrgChg.text());
+  exemplaires_.keep(attribute, page_.Txt_NbExEmplOrgChg.text());
   const long copies =
       std::clamp(store::wholeNumber(shown), static_cast<long>(page_.Bdh_NbExemp.min()),
                  static_cast<long>(page_.Bdh_NbExemp.max()));
@@ -162,7 +180,7 @@ void Ong5::vider() {
   deselectionner(page_.Lst_ParamPossOrgChg);
   montrerParametres(nothing);
   for (const auto& [code, option] : types(page_)) option->setValue(false);
-  montrerExemplaires("");
+  montrerExemplaires("1");
   page_.Txt_CodeThesaurus.setText("");
   thesaurus_.keep("", "");
   page_.Txt_IdentMagnetOrgChg.setText("");
@@ -183,8 +201,7 @@ void Ong5::Ecrire_Ong5() {
   for (const auto& [code, option] : types(page_)) {
     if (option->value()) ecrireAttribut(record, attribut::TypeBordOrgChg, code);
   }
-  ecrireAttribut(record, attribut::NbExemplOrgChg,
-                 exemplaires_.written(page_.Txt_NbExEmplOrgChg.text()));
+  ecrireAttribut(record, attribut::NbExemplOrgChg, exemplaires());
   ecrireAttribut(record, attribut::IdentMagnetOrgChg,
                  identification_.written(page_.Txt_IdentMagnetOrgChg.text()));
   ecrireAttribut(record, attribut::CodeThesaurus,
@@ -286,14 +303,15 @@ void Ong5::deplacer(int step) {
 }
 
 void Ong5::Long_ListeParam() {
-  long total = 0;
+  using Kept = std::numeric_limits<std::int16_t>;
+  std::int64_t total = 0;
   for (const toolkit::ListItem& line : page_.Lst_ParamSelecOrgChg.items().all()) {
     if (line.text.empty()) continue;
     const int possible = page_.Lst_ParamPossOrgChg.items().find(line.text);
     if (possible >= 0) total += store::wholeNumber(page_.Lst_LongParam.list(possible));
-    total = std::clamp<long>(total, 0, std::numeric_limits<std::int16_t>::max());
   }
-  context_.session.longueurParams = static_cast<std::int16_t>(total);
+  context_.session.longueurParams =
+      static_cast<std::int16_t>(std::clamp<std::int64_t>(total, Kept::min(), Kept::max()));
 }
 
 void Ong5::Afficher_NbCarSelect() {
@@ -336,9 +354,13 @@ void Ong5::Txt_NbExEmplOrgChg_Change() {
 
 // What is no number of copies gives way to the scroll bar's.
 void Ong5::Txt_NbExEmplOrgChg_LostFocus() {
-  const std::string& text = page_.Txt_NbExEmplOrgChg.text();
-  if (exemplaires_.stands(text) || text == std::to_string(page_.Bdh_NbExemp.value())) return;
-  Bdh_NbExemp_Change();
+  if (!exemplaires_.stands(page_.Txt_NbExEmplOrgChg.text())) Bdh_NbExemp_Change();
+}
+
+// As the attribute holds it.
+std::string Ong5::exemplaires() const {
+  if (exemplaires_.stands(page_.Txt_NbExEmplOrgChg.text())) return exemplaires_.attribute();
+  return std::to_string(page_.Bdh_NbExemp.value());
 }
 
 }  // namespace pages

@@ -45,6 +45,7 @@ class Ong5 : public Page {
   void Txt_NbExEmplOrgChg_KeyPress(char32_t& key);
   void Txt_NbExEmplOrgChg_Change();
   void Txt_NbExEmplOrgChg_LostFocus();
+  std::string exemplaires() const;
   void Lst_ParamTriPos_Click();
   void Lst_ParamTriSelect_Click();
 

@@ -93,7 +93,7 @@ void Ong6::choisirEntite(const std::string& code) {
     page_.Txt_Entite.setFocus();
     return;
   }
-  nomEntite_ = record->fields().get(store::association::NomAsso);
+  nomEntite_ = record->fields().get(store::association::NomAsso, 1);
   page_.Cbo_Entite.setText(nomEntite_);
   Remplir_Liste_Activite();
   context_.session.entiteCourante = code;
@@ -160,10 +160,9 @@ void Ong6::Cbo_Entite_Click() {
   page_.Txt_Entite.setText(code);
 }
 
-// What was typed for a search is no entity's name: the name of the one chosen comes back.
+// What was typed for a search is no entity's name: the name of the one chosen comes back, or none.
 void Ong6::Cbo_Entite_LostFocus() {
-  if (context_.session.entiteCourante.empty() || page_.Cbo_Entite.text().empty()) return;
-  page_.Cbo_Entite.setText(nomEntite_);
+  if (!page_.Cbo_Entite.text().empty()) page_.Cbo_Entite.setText(nomEntite_);
 }
 
 // --- Activities
@@ -195,6 +194,7 @@ void Ong6::viderListes() {
        {&page_.Lst_Activite, &page_.Lst_ActSelect, &page_.Lst_CodActSelect, &page_.Lst_TypeAct}) {
     list->clear();
   }
+  reglerSemaine(page_);
 }
 
 std::string Ong6::ligne(const Activite& activite) {
@@ -202,17 +202,17 @@ std::string Ong6::ligne(const Activite& activite) {
 }
 
 void Ong6::Passage_A_Droite() {
-  std::unordered_set<std::string> covered;
-  for (const toolkit::ListItem& code : page_.Lst_CodActSelect.items().all()) {
-    covered.insert(code.text);
-  }
+  const std::vector<toolkit::ListItem> before = page_.Lst_CodActSelect.items().all();
+  std::unordered_set<std::string_view> covered;
+  covered.reserve(before.size() + static_cast<std::size_t>(page_.Lst_Activite.selectedCount()));
+  for (const toolkit::ListItem& code : before) covered.insert(code.text);
   for (int line = 0; line < page_.Lst_Activite.listCount(); ++line) {
     if (!page_.Lst_Activite.selected(line)) continue;
-    const std::string code(activites_.get(kCodes, line + 1));
+    const std::string_view code = activites_.get(kCodes, line + 1);
     const std::string& text = page_.Lst_Activite.list(line);
     const std::string type = text::mid(text, kPositionType, 1);
-    const std::string& premier = page_.Lst_TypeAct.list(0);
-    if (covered.contains(code) || (!premier.empty() && type != premier)) continue;
+    const bool accepted = page_.Lst_TypeAct.listCount() == 0 || type == page_.Lst_TypeAct.list(0);
+    if (covered.contains(code) || !accepted) continue;
     covered.insert(code);
     page_.Lst_CodActSelect.addItem(code);
     page_.Lst_TypeAct.addItem(type);
@@ -230,7 +230,9 @@ void Ong6::Passage_A_Gauche() {
     kept.ajouter(page_.Lst_ActSelect.list(line), page_.Lst_CodActSelect.list(line),
                  page_.Lst_TypeAct.list(line));
   }
+  const int top = page_.Lst_ActSelect.topIndex();
   kept.montrer(page_);
+  page_.Lst_ActSelect.setTopIndex(top);
   page_.Opt_Semaine.setEnabled(!estMandataire(page_));
 }
 
@@ -246,7 +248,7 @@ void Ong6::Afficher_Ong6() {
   if (!code.empty()) {
     const auto entity = context_.session.files.association->ReadRecord(code);
     if (entity->found()) {
-      nomEntite_ = entity->fields().get(store::association::NomAsso);
+      nomEntite_ = entity->fields().get(store::association::NomAsso, 1);
       page_.Cbo_Entite.setText(nomEntite_);
       Remplir_Liste_Activite();
       context_.session.entiteCourante = code;
@@ -275,7 +277,7 @@ void Ong6::montrerCouvertes(const store::DynamicArray& record) {
   Couvertes shown;
   for (auto& [code, known] : covered) {
     if (known.type.empty()) known.type = type;
-    shown.ajouter(ligne(known), code, known.type);
+    shown.ajouter(ligne(known), code, text::left(known.type, 1));
   }
   shown.montrer(page_);
 }
@@ -404,8 +406,8 @@ Ong6::Activite Ong6::activite(const std::string& code, int position) const {
   if (code.empty()) return {};
   const auto record = context_.session.files.activites->ReadRecord(code);
   if (!record->found()) return {code, ""};
-  return {std::string(record->fields().get(store::activites::Libelle)),
-          std::string(record->fields().get(store::activites::TypeActivite))};
+  return {std::string(record->fields().get(store::activites::Libelle, 1)),
+          std::string(record->fields().get(store::activites::TypeActivite, 1))};
 }
 
 }  // namespace pages

@@ -561,6 +561,50 @@ TEST_F(WholeBody, IsGoneWhenItsCreationIsCancelled) {
   EXPECT_EQ(difference(blank, screen()), "");
 }
 
+// What a field was shown from is not what the same text typed for another body stands for.
+TEST_F(WholeBody, OfTheSameTextsAsAnOddOneKeepsNoneOfItsMarks) {
+  const auto odd = [this](int attribute, const std::string& begin, const std::string& end) {
+    store_.set("ORGPRISECHARGE", "001", attribute, begin + kValue + end);
+  };
+  odd(2, "Organisme", " entier");
+  odd(22, "41200", "00000");
+  odd(23, "7060000000", "");
+  odd(46, "", "010");
+  odd(48, "4", "");
+  odd(49, "123", "456");
+  odd(54, "70600", "00000");
+  odd(56, "7580000000", "");
+  odd(58, "TH", "1");
+  lookUp("001");
+  EXPECT_EQ(box("Txt_Entite").text(), "010");
+  EXPECT_EQ(box("Txt_IdentMagnetOrgChg").text(), "123456");
+  press("Cmd_Annuler");
+  enterAll();
+  press("Cmd_OK");
+  expectNoBox();
+  const std::vector<std::pair<int, const char*>> typed{
+      {2, "Organisme entier"}, {22, "4120000000"}, {23, "7060000000"}, {46, "010"}, {48, "4"},
+      {49, "123456"},          {54, "7060000000"}, {56, "7580000000"}, {58, "TH1"}};
+  for (const auto& [number, text] : typed) EXPECT_EQ(attribute("004", number), text) << number;
+}
+
+TEST_F(AllPages, TheEntityOfTheBodyBeforeGivesItsChartToNoOther) {
+  store_.set("ORGPRISECHARGE", "002", 46, "777");
+  lookUp("001");
+  lookUp("002");
+  expectNoBox();
+  regles();
+  store_.forgetCalls();
+  user_->go(box("Txt_CreditOrgChg"));
+  expectBox(
+      "Vous devez d'abord sélectionner une entité juridique dans l'onglet \"Activités Couvertes\" "
+      "afin de savoir à quel plan comptable associer le compte à créditer",
+      Icon::Exclamation);
+  EXPECT_EQ(tabs().tab(), 5);
+  expectFocus("Txt_Entite");
+  EXPECT_TRUE(store_.calls().empty());
+}
+
 // --- Leaving -------------------------------------------------------------------------------------
 
 class LeavingAllPages : public AllPages {

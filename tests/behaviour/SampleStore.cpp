@@ -36,7 +36,7 @@ std::vector<SampleRecord> load() {
   std::vector<SampleRecord> records;
   for (const std::string file :
        {"ORGPRISECHARGE", "PARAMBORDORGCHG", "COMPTEUR", "TABLES", "ACTIVITES", "ASSOCIATION",
-        "PLANCOMPTABLE", "PERIODESPAIE", "ACCORD", "DEMANDACC", "NATUREVOIE"}) {
+        "PLANCOMPTABLE", "PERIODESPAIE", "NATUREVOIE"}) {
     const auto path = std::filesystem::path(TESSALINE_SAMPLE) / (file + ".jsonl");
     std::ifstream in(path);
     if (!in) throw std::runtime_error("no sample " + path.string());

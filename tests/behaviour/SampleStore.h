@@ -5,7 +5,8 @@
 
 namespace behaviour {
 
-// Puts the sample's records of all files that the control reads into the store.
+// Puts the bodies of the sample into the store, with all that showing and saving them reads. Left
+// out are the agreements: there are many, and no body is kept from any change.
 void fillFromSample(testing_support::MemoryStore& store);
 
 }  // namespace behaviour

@@ -5,6 +5,7 @@
 #include <functional>
 
 #include "tests/behaviour/ControlTest.h"
+#include "tests/behaviour/Snapshot.h"
 
 namespace behaviour {
 namespace {
@@ -20,6 +21,7 @@ class World : public ControlTest {
   using ControlTest::attribute;
   using ControlTest::beginCreation;
   using ControlTest::box;
+  using ControlTest::child;
   using ControlTest::code;
   using ControlTest::control_;
   using ControlTest::desktop_;
@@ -28,6 +30,7 @@ class World : public ControlTest {
   using ControlTest::sigles;
   using ControlTest::state;
   using ControlTest::store_;
+  using ControlTest::tabs;
   using ControlTest::user_;
 
   int bodiesNamed(std::string_view sigle) {
@@ -205,6 +208,276 @@ TEST(StoreFailure, TheHostsListFillingEndsWithTheError) {
     withEachCallFailing([](World&) {}, fill,
                         [&](World& world, int) { EXPECT_THROW(fill(world), store::StoreError); });
   }
+}
+
+// --- All pages: accounts, activities, agreements -------------------------------------------------
+
+// The store as all pages need it, and the body 001 with something on each of them.
+void fillAllPages(World& world) {
+  testing_support::MemoryStore& store = world.store_;
+  const std::string mark(1, store::kValueMark);
+  store.set("COMPTEUR", "999", 15, "O");
+  store.put("ASSOCIATION", "020", {"AUTRE VAL"});
+  for (const char* code : {"010P02", "020P01"}) {
+    store.put("ACTIVITES", code,
+              {std::string("Garde ") + code, std::string(code).substr(0, 3), "", "", "", "", "", "",
+               "", "", "", "P", "SAAD"});
+  }
+  for (const char* account : {"4110000000", "4120000000", "7060000000", "7580000000"}) {
+    store.put("PLANCOMPTABLE", std::string("010") + account,
+              {"COMPTE " + std::string(account).substr(0, 3)});
+  }
+  store.put("PERIODESPAIE", "1", {"202601"});
+  // Ended: it is searched for, and does not keep the type from changing.
+  store.put("ACCORD", "00001001", {"001", "00001", "", "", "20000", "21000"});
+  const std::vector<std::pair<int, std::string>> rules{
+      {21, "AI" + mark + "RI"},
+      {22, "4110000000"},
+      {23, "7060000000"},
+      {43, "CD"},
+      {47, "010P01" + mark + "010P99" + mark + "010P02"},
+      {54, "7060000000"},
+      {56, "7580000000"}};
+  for (const auto& [attribute, text] : rules) store.set("ORGPRISECHARGE", "001", attribute, text);
+  world.control_->Init();
+}
+
+Snapshot screenOf(World& world) { return snapshotOf(world.control_->surface()); }
+
+void showAllPages(World& world) {
+  fillAllPages(world);
+  world.lookUp("001");
+}
+
+// A change on each page; that of the type is checked against the agreements.
+void changeAllPages(World& world) {
+  showAllPages(world);
+  toolkit::headless::User& user = *world.user_;
+  user.fill(world.box("Txt_RaisonOrgChg"), "Nouveau nom");
+  user.click(world.tabs(), 1);
+  user.click(world.child<toolkit::OptionButton>("Opt_TypeComplOrgChg"));
+  user.fill(world.box("Txt_DebitOrgChg"), "4120000000");
+  user.click(world.tabs(), 2);
+  user.click(world.child<toolkit::OptionButton>("Opt_MontantOrgChg"));
+  user.click(world.tabs(), 4);
+  user.dblClick(world.child<ListBox>("Lst_ParamPossOrgChg"), 0);
+  user.click(world.tabs(), 5);
+  user.dblClick(world.child<ListBox>("Lst_ActSelect"), 1);
+}
+
+void expectAllChangesSaved(World& world) {
+  const std::string mark(1, store::kValueMark);
+  EXPECT_EQ(world.attribute("001", 2), "Nouveau nom");
+  EXPECT_EQ(world.attribute("001", 18), "C");
+  EXPECT_EQ(world.attribute("001", 22), "4120000000");
+  EXPECT_EQ(world.attribute("001", 24), "M");
+  EXPECT_EQ(world.attribute("001", 61), "1" + mark + "2");
+  EXPECT_EQ(world.attribute("001", 47), "010P01" + mark + "010P02");
+}
+
+TEST(StoreFailureOnAllPages, LookingUpShowsTheWholeBodyOrNothing) {
+  const Step act = [](World& world) { world.lookUp("001"); };
+  World undisturbed;
+  showAllPages(undisturbed);
+  const Snapshot whole = screenOf(undisturbed);
+  int shown = 0;
+  withEachCallFailing(fillAllPages, act, [&](World& world, int) {
+    EXPECT_NO_THROW(act(world));
+    EXPECT_TRUE(world.desktop_.boxes().empty());
+    EXPECT_EQ(world.code().text(), "001");
+    if (world.state() == kExisting) {
+      ++shown;  // without the label of an account
+      EXPECT_EQ(difference(whole, screenOf(world),
+                           {"Cbo_DebitOrgChg", "Cbo_CreditOrgChg", "Cbo_CpteProdAide",
+                            "Cbo_CptPrestationService"}),
+                "");
+      world.press("Cmd_Sortir");
+      EXPECT_TRUE(world.desktop_.boxes().empty());
+      EXPECT_TRUE(world.control_->W_Sortir());
+    } else {
+      EXPECT_EQ(world.state(), kEmpty);
+    }
+    EXPECT_TRUE(world.store_.calls(CallKind::DBWrite).empty());
+    world.store_.stopFailing();
+    act(world);
+    EXPECT_EQ(difference(whole, screenOf(world)), "");
+  });
+  EXPECT_EQ(shown, 4);
+}
+
+TEST(StoreFailureOnAllPages, ABodyShownWithoutTheLabelOfAnAccountIsSavedWhole) {
+  const Step act = [](World& world) { world.lookUp("001"); };
+  withEachCallFailing(fillAllPages, act, [&](World& world, int) {
+    const std::string before = world.store_.record("ORGPRISECHARGE", "001").text();
+    act(world);
+    if (world.state() != kExisting) return;
+    pressOk(world);
+    EXPECT_TRUE(world.desktop_.boxes().empty());
+    EXPECT_EQ(world.store_.record("ORGPRISECHARGE", "001").text(), before);
+  });
+}
+
+// Searches for an account of the body shown, and what the fields hold once it has been found.
+struct Search {
+  const char* name;
+  Step act;
+  const char* numero;
+};
+
+std::vector<Search> searches() {
+  const auto byNumber = [](World& world, const char* typed) {
+    world.user_->click(world.tabs(), 1);
+    world.user_->fill(world.box("Txt_DebitOrgChg"), typed);
+    world.user_->press(toolkit::Key::Enter);
+  };
+  const auto byLabel = [](World& world, const char* typed) {
+    world.user_->click(world.tabs(), 1);
+    world.user_->fill(world.child<ComboBox>("Cbo_DebitOrgChg"), typed);
+    world.user_->press(toolkit::Key::Enter);
+    world.user_->choose(world.child<ComboBox>("Cbo_DebitOrgChg"), 0);
+  };
+  const auto byLeaving = [](World& world) {
+    world.user_->click(world.tabs(), 1);
+    world.user_->fill(world.box("Txt_DebitOrgChg"), "412");
+    world.user_->go(world.box("Txt_CreditOrgChg"));
+  };
+  return {{"ten digits", [=](World& world) { byNumber(world, "4120000000"); }, "4120000000"},
+          {"the only one", [=](World& world) { byNumber(world, "412"); }, "4120000000"},
+          {"by label", [=](World& world) { byLabel(world, "compte 41"); }, "4110000000"},
+          {"by leaving", byLeaving, "4120000000"}};
+}
+
+TEST(StoreFailureOnAllPages, SearchingForAnAccountIsTrappedAndWorksTheNextTime) {
+  for (const Search& search : searches()) {
+    SCOPED_TRACE(search.name);
+    withEachCallFailing(showAllPages, search.act, [&](World& world, int) {
+      EXPECT_NO_THROW(search.act(world));
+      EXPECT_TRUE(world.desktop_.boxes().empty());
+      EXPECT_EQ(world.state(), kExisting);
+      EXPECT_TRUE(world.store_.calls(CallKind::DBWrite).empty());
+      world.store_.stopFailing();
+      world.user_->go(world.box("Txt_CreditOrgChg"));
+      search.act(world);
+      EXPECT_EQ(world.box("Txt_DebitOrgChg").text(), search.numero);
+      EXPECT_EQ(world.child<ComboBox>("Cbo_DebitOrgChg").text(),
+                "COMPTE " + std::string(search.numero).substr(0, 3));
+      EXPECT_TRUE(world.desktop_.boxes().empty());
+    });
+  }
+}
+
+TEST(StoreFailureOnAllPages, ChoosingAnEntityIsTrappedAndWorksTheNextTime) {
+  const Step byCode = [](World& world) {
+    world.user_->click(world.tabs(), 5);
+    world.user_->fill(world.box("Txt_Entite"), "020");
+  };
+  const Step byName = [](World& world) {
+    world.user_->click(world.tabs(), 5);
+    ComboBox& names = world.child<ComboBox>("Cbo_Entite");
+    world.user_->fill(names, "autre");
+    world.user_->press(toolkit::Key::Enter);
+    names.userChoose(names.items().find("AUTRE VAL"));  // without opening the list: by an arrow key
+  };
+  const Step byList = [](World& world) {
+    world.user_->click(world.tabs(), 5);
+    ComboBox& names = world.child<ComboBox>("Cbo_Entite");
+    world.user_->open(names);
+    world.user_->choose(names, names.items().find("AUTRE VAL"));
+  };
+  for (const Step& act : {byCode, byName, byList}) {
+    withEachCallFailing(showAllPages, act, [&](World& world, int) {
+      EXPECT_NO_THROW(act(world));
+      EXPECT_TRUE(world.desktop_.boxes().empty());
+      EXPECT_EQ(world.state(), kExisting);
+      EXPECT_TRUE(world.store_.calls(CallKind::DBWrite).empty());
+      world.store_.stopFailing();
+      act(world);
+      EXPECT_EQ(world.box("Txt_Entite").text(), "020");
+      EXPECT_EQ(world.child<ComboBox>("Cbo_Entite").text(), "AUTRE VAL");
+      EXPECT_EQ(world.child<ListBox>("Lst_Activite").listCount(), 1);
+      EXPECT_TRUE(world.desktop_.boxes().empty());
+    });
+  }
+}
+
+TEST(StoreFailureOnAllPages, SavingIsTrappedAndKeepsWhatWasTypedOnAllPages) {
+  withEachCallFailing(changeAllPages, pressOk, [](World& world, int) {
+    const std::string before = world.store_.record("ORGPRISECHARGE", "001").text();
+    const Snapshot typed = screenOf(world);
+    EXPECT_NO_THROW(pressOk(world));
+    EXPECT_TRUE(world.desktop_.boxes().empty());
+    const bool written = world.attribute("001", 2) == "Nouveau nom";
+    if (!written) {
+      EXPECT_EQ(world.store_.record("ORGPRISECHARGE", "001").text(), before);
+      EXPECT_EQ(difference(typed, screenOf(world)), "");
+    }
+    world.store_.stopFailing();
+    if (!written) pressOk(world);
+    expectAllChangesSaved(world);
+    EXPECT_EQ(world.state(), kEmpty);
+  });
+}
+
+TEST(StoreFailureOnAllPages, SavingANewBodyIsTrappedAndKeepsWhatWasTypedOnAllPages) {
+  const Step prepare = [](World& world) {
+    fillAllPages(world);
+    world.beginCreation();
+    world.user_->click(world.tabs(), 5);
+    world.user_->dblClick(world.child<ListBox>("Lst_Activite"), 0);
+    world.user_->click(world.tabs(), 1);
+    world.user_->click(world.child<toolkit::OptionButton>("Opt_TypeComplOrgChg"));
+    world.user_->fill(world.box("Txt_DebitOrgChg"), "4120000000");
+    world.user_->fill(world.box("Txt_CreditOrgChg"), "7060000000");
+  };
+  withEachCallFailing(prepare, pressOk, [](World& world, int) {
+    const Snapshot typed = screenOf(world);
+    EXPECT_NO_THROW(pressOk(world));
+    EXPECT_TRUE(world.desktop_.boxes().empty());
+    const bool written = world.bodiesNamed("NEUF") == 1;
+    if (!written) {
+      EXPECT_EQ(world.store_.ids("ORGPRISECHARGE").size(), 3U);
+      EXPECT_EQ(difference(typed, screenOf(world)), "");
+    }
+    world.store_.stopFailing();
+    if (!written) pressOk(world);
+    EXPECT_EQ(world.bodiesNamed("NEUF"), 1);
+    EXPECT_EQ(world.state(), kEmpty);
+    const std::string id = world.store_.ids("ORGPRISECHARGE").back();
+    EXPECT_EQ(world.attribute(id, 22), "4120000000");
+    EXPECT_EQ(world.attribute(id, 47), "010P01");
+  });
+}
+
+TEST(StoreFailureOnAllPages, LeavingEndsWithTheErrorAndWorksTheNextTime) {
+  const Step act = [](World& world) {
+    world.desktop_.answer(Answer::Yes);
+    world.press("Cmd_Sortir");
+  };
+  withEachCallFailing(changeAllPages, act, [&](World& world, int) {
+    const std::string before = world.store_.record("ORGPRISECHARGE", "001").text();
+    const Snapshot typed = screenOf(world);
+    EXPECT_THROW(act(world), store::StoreError);
+    EXPECT_FALSE(world.control_->W_Sortir());
+    EXPECT_EQ(world.store_.record("ORGPRISECHARGE", "001").text(), before);
+    EXPECT_EQ(difference(typed, screenOf(world)), "");
+    world.store_.stopFailing();
+    if (!world.desktop_.answersLeft()) world.desktop_.answer(Answer::Yes);
+    world.press("Cmd_Sortir");
+    EXPECT_TRUE(world.control_->W_Sortir());
+    expectAllChangesSaved(world);
+  });
+}
+
+TEST(StoreFailureOnAllPages, AFailedSaveIsNoChangeOfTheRecordInHand) {
+  withEachCallFailing(changeAllPages, pressOk, [](World& world, int) {
+    pressOk(world);
+    if (world.state() != kExisting) return;
+    world.store_.stopFailing();
+    world.control_->Afficher_Donnees();
+    world.press("Cmd_Sortir");
+    EXPECT_TRUE(world.desktop_.boxes().empty());
+    EXPECT_TRUE(world.control_->W_Sortir());
+  });
 }
 
 }  // namespace

@@ -1,0 +1,417 @@
+// What the covered activities page refuses, in which order, and every combination of body,
+// activities, accounts and hours.
+#include <array>
+#include <map>
+#include <set>
+
+#include "tests/behaviour/ControlTest.h"
+
+namespace behaviour {
+namespace {
+
+using toolkit::OptionButton;
+
+constexpr int kCoordonnees = 0;
+constexpr int kRegles = 1;
+constexpr int kPriseEnCharge = 2;
+constexpr int kBordereau = 4;
+constexpr int kActivites = 5;
+
+constexpr const char* kSansEntite =
+    "L'organisme de prise en charge doit couvrir au moins une activité.";
+constexpr const char* kSansActivite = "Vous devez sélectionner au moins une activité.";
+constexpr const char* kPasPrincipal = "La caisse doit être de type principal.";
+constexpr const char* kPlusieursServices =
+    "Toutes les activités couvertes par l'organisme doivent être rattachées au même service.";
+constexpr const char* kSansCompta =
+    "Le choix 'Sans incidence comptable' ne peut être utilisé que par les organismes de type "
+    "'Mandataire'\r\nou de type 'Prestataire' et 'Complémentaire'.";
+constexpr const char* kPasEnHeures =
+    "L'attribution des notifications d'accords doit être en heures pour des activités de type "
+    "prestataire et pour un organisme principal.";
+
+void putActivity(testing_support::MemoryStore& store, std::string_view code, std::string_view type,
+                 std::string_view service = "SAAD") {
+  store.put("ACTIVITES", code, {"Activité " + std::string(code), code.substr(0, 3)});
+  if (!type.empty()) store.set("ACTIVITES", code, 12, type);
+  if (!service.empty()) store.set("ACTIVITES", code, 13, service);
+}
+
+std::string values(std::initializer_list<std::string_view> values) {
+  store::DynamicArray attribute;
+  int i = 0;
+  for (const std::string_view value : values) attribute.set(1, ++i, value);
+  return std::string(attribute.get(1));
+}
+
+class ActivitiesCheck : public ControlTest {
+ protected:
+  ActivitiesCheck() {
+    fillThreeBodies(store_);
+    for (const char* type : {"P", "M", "I", "S", "X"}) {
+      putActivity(store_, "010" + std::string(type) + "01", type);
+      putActivity(store_, "010" + std::string(type) + "02", type);
+    }
+    store_.put("ASSOCIATION", "020", {"D'UN SEUL TYPE"});
+    putActivity(store_, "020P01", "P");
+    putActivity(store_, "020P02", "P");
+    store_.put("ASSOCIATION", "030", {"SANS ACTIVITE"});
+    start();
+  }
+  // Shows body 001, principal and in hours, with these attributes; the first page is in front.
+  void show(std::initializer_list<std::pair<int, std::string>> attributes = {}) {
+    if (!code().text().empty()) press("Cmd_Annuler");
+    completeBody(store_, "001");
+    for (const auto& [number, text] : attributes) store_.set("ORGPRISECHARGE", "001", number, text);
+    lookUp("001");
+    user_->click(tabs(), kCoordonnees);
+    store_.forgetCalls();
+  }
+  OptionButton& option(std::string_view name) { return child<OptionButton>(name); }
+
+  // Saving is refused with this text, and these are in front and have the focus.
+  void expectRefused(std::string_view text, int tab, const toolkit::Control& focus) {
+    press("Cmd_OK");
+    expectBox(text, Icon::Exclamation);
+    EXPECT_EQ(tabs().tab(), tab);
+    EXPECT_TRUE(focus.hasFocus());
+    EXPECT_EQ(state(), kExisting);
+    expectNothingWritten();
+  }
+  void expectSaved() {
+    press("Cmd_OK");
+    expectNoBox();
+    EXPECT_EQ(state(), kEmpty);
+    EXPECT_EQ(store_.calls(CallKind::DBWrite).size(), 1U);
+  }
+};
+
+// --- 1. A legal entity
+
+TEST_F(ActivitiesCheck, ABodyWithoutEntityIsRefused) {
+  show({{46, ""}, {47, ""}});
+  expectRefused(kSansEntite, kActivites, box("Txt_Entite"));
+}
+
+TEST_F(ActivitiesCheck, ABlankEntityIsRefused) {
+  show();
+  user_->click(tabs(), kActivites);
+  user_->fill(box("Txt_Entite"), "  ");
+  user_->click(tabs(), kRegles);
+  expectRefused(kSansEntite, kActivites, box("Txt_Entite"));
+}
+
+TEST_F(ActivitiesCheck, AnIncompleteOrUnknownEntityIsRefused) {
+  show();
+  user_->click(tabs(), kActivites);
+  user_->fill(box("Txt_Entite"), "01");
+  expectRefused(kSansEntite, kActivites, box("Txt_Entite"));
+  show({{46, "999"}});
+  expectRefused(kSansEntite, kActivites, box("Txt_Entite"));
+}
+
+TEST_F(ActivitiesCheck, AnIncompleteEntityIsRefusedWhateverWasTypedAsItsName) {
+  show();
+  user_->click(tabs(), kActivites);
+  user_->fill(box("Txt_Entite"), "01");
+  user_->fill(child<ComboBox>("Cbo_Entite"), "AIDE DU VAL");
+  expectRefused(kSansEntite, kActivites, box("Txt_Entite"));
+}
+
+TEST_F(ActivitiesCheck, ANameThatIsBeingTypedIsNoEntity) {
+  show({{46, ""}, {47, ""}});
+  user_->click(tabs(), kActivites);
+  for (const char* typed : {"", "  "}) {
+    user_->fill(box("Txt_Entite"), typed);
+    user_->fill(child<ComboBox>("Cbo_Entite"), "AIDE DU VAL");
+    EXPECT_FALSE(control_->Verif_Ong6());
+    expectBox(kSansEntite, Icon::Exclamation);
+  }
+}
+
+TEST_F(ActivitiesCheck, AnEntityWhoseNameIsEmptiedOrBlankIsRefused) {
+  show();
+  user_->click(tabs(), kActivites);
+  user_->fill(child<ComboBox>("Cbo_Entite"), "");
+  expectRefused(kSansEntite, kActivites, box("Txt_Entite"));
+  store_.put("ASSOCIATION", "040", {"   "});
+  show({{46, "040"}});
+  expectRefused(kSansEntite, kActivites, box("Txt_Entite"));
+}
+
+// --- 2. An activity, where there is a choice of types
+
+TEST_F(ActivitiesCheck, WithoutActivityAnEntityOfSeveralTypesIsRefused) {
+  show({{47, ""}});
+  expectRefused(kSansActivite, kActivites, child<ListBox>("Lst_Activite"));
+}
+
+TEST_F(ActivitiesCheck, WithoutActivityAnEntityOfOneTypePasses) {
+  show({{46, "020"}, {47, ""}});
+  expectSaved();
+}
+
+TEST_F(ActivitiesCheck, WithoutActivityAnEntityThatHasNonePasses) {
+  show({{46, "030"}, {47, ""}});
+  expectSaved();
+}
+
+TEST_F(ActivitiesCheck, AnySecondTypeCountsAnUnknownOrMissingOneToo) {
+  for (const char* type : {"M", "X", ""}) {
+    putActivity(store_, "020Z99", type);
+    show({{46, "020"}, {47, ""}});
+    expectRefused(kSansActivite, kActivites, child<ListBox>("Lst_Activite"));
+  }
+  show({{46, "020"}, {47, "020P01"}});
+  expectSaved();
+}
+
+// --- 3. Agency activities are for principal bodies
+
+TEST_F(ActivitiesCheck, AgencyActivitiesOfAComplementaryBodyAreRefusedWhereTheUserIs) {
+  show({{18, "C"}, {47, "010M01"}});
+  for (const int tab : {kCoordonnees, kRegles, kBordereau, kActivites}) {
+    user_->click(tabs(), tab);
+    expectRefused(kPasPrincipal, tab, button("Cmd_OK"));
+  }
+}
+
+TEST_F(ActivitiesCheck, AgencyActivitiesOfABodyWithoutTypeAreRefused) {
+  show({{18, ""}, {47, "010M01"}});
+  expectRefused(kPasPrincipal, kCoordonnees, button("Cmd_OK"));
+}
+
+TEST_F(ActivitiesCheck, TheTypeOfBodyThatCountsIsTheOneOnScreen) {
+  show({{47, "010M01"}});
+  user_->click(tabs(), kRegles);
+  user_->click(option("Opt_TypeComplOrgChg"));
+  expectRefused(kPasPrincipal, kRegles, button("Cmd_OK"));
+  user_->click(option("Opt_TypePrincipalOrgChg"));
+  expectSaved();
+}
+
+// --- 4. One service
+
+TEST_F(ActivitiesCheck, ActivitiesOfTwoServicesAreRefusedWhereTheUserIs) {
+  putActivity(store_, "010P02", "P", "SPASAD");
+  show({{47, values({"010P01", "010P02"})}});
+  for (const int tab : {kCoordonnees, kPriseEnCharge, kActivites}) {
+    user_->click(tabs(), tab);
+    expectRefused(kPlusieursServices, tab, button("Cmd_OK"));
+  }
+}
+
+TEST_F(ActivitiesCheck, EveryActivityIsComparedWithTheFirst) {
+  putActivity(store_, "010P03", "P", "SPASAD");
+  for (const std::string& codes :
+       {values({"010P01", "010P02", "010P03"}), values({"010P03", "010P01", "010P02"}),
+        values({"010P01", "010P03", "010P02"})}) {
+    show({{47, codes}});
+    expectRefused(kPlusieursServices, kCoordonnees, button("Cmd_OK"));
+  }
+}
+
+TEST_F(ActivitiesCheck, NoServiceIsAServiceOfItsOwn) {
+  putActivity(store_, "010P02", "P", "");
+  show({{47, values({"010P01", "010P02"})}});
+  expectRefused(kPlusieursServices, kCoordonnees, button("Cmd_OK"));
+  putActivity(store_, "010P01", "P", "");
+  show({{47, values({"010P01", "010P02"})}});
+  expectSaved();
+}
+
+TEST_F(ActivitiesCheck, ServicesAreComparedWholeWithTheirMarks) {
+  putActivity(store_, "010P01", "P", values({"SAAD", "A"}));
+  putActivity(store_, "010P02", "P", values({"SAAD", "B"}));
+  show({{47, values({"010P01", "010P02"})}});
+  expectRefused(kPlusieursServices, kCoordonnees, button("Cmd_OK"));
+}
+
+TEST_F(ActivitiesCheck, ACodeThatNoActivityHasBelongsToNoService) {
+  show({{47, values({"PERDU", "010P01", "", "010P02"})}});
+  expectSaved();
+  putActivity(store_, "010P02", "P", "SPASAD");
+  show({{47, values({"010P01", "PERDU", "010P02"})}});
+  expectRefused(kPlusieursServices, kCoordonnees, button("Cmd_OK"));
+}
+
+TEST_F(ActivitiesCheck, TheServiceIsReadFromTheStoreAtTheCheck) {
+  show({{47, values({"010P01", "010P02"})}});
+  putActivity(store_, "010P02", "P", "SPASAD");
+  expectRefused(kPlusieursServices, kCoordonnees, button("Cmd_OK"));
+}
+
+TEST_F(ActivitiesCheck, AnActivityThatCannotBeReadEndsTheSaveQuietly) {
+  show({{47, values({"010P01", "010P02"})}});
+  user_->fill(box("Txt_RaisonOrgChg"), "Changée");
+  store_.fail(CallKind::ReadRecord, "ACTIVITES");
+  press("Cmd_OK");
+  expectNoBox();
+  EXPECT_EQ(state(), kExisting);
+  EXPECT_EQ(box("Txt_RaisonOrgChg").text(), "Changée");
+  expectNothingWritten();
+  EXPECT_THROW(control_->Verif_Ong6(), store::StoreError);
+  store_.stopFailing();
+  expectSaved();
+  EXPECT_EQ(attribute("001", 2), "Changée");
+}
+
+// --- 5. "Sans incidence comptable"
+
+TEST_F(ActivitiesCheck, WithoutAccountsIsRefusedOnTheRulesPage) {
+  show({{50, "1"}});
+  expectRefused(kSansCompta, kRegles, child<CheckBox>("Cac_IncidCompta"));
+  user_->click(child<CheckBox>("Cac_IncidCompta"));
+  expectSaved();
+}
+
+// --- 6. Hours
+
+TEST_F(ActivitiesCheck, ProviderActivitiesInAmountAreRefusedOnTheCoveragePage) {
+  show({{24, "M"}});
+  expectRefused(kPasEnHeures, kPriseEnCharge, option("Opt_HeureOrgChg"));
+  user_->click(option("Opt_HeureOrgChg"));
+  expectSaved();
+  EXPECT_EQ(attribute("001", 24), "H");
+}
+
+TEST_F(ActivitiesCheck, ProviderActivitiesWithoutAttributionAreRefused) {
+  show({{24, ""}});
+  expectRefused(kPasEnHeures, kPriseEnCharge, option("Opt_HeureOrgChg"));
+}
+
+// --- Order
+
+TEST_F(ActivitiesCheck, TheChecksComeInTheirOrder) {
+  putActivity(store_, "010M02", "M", "SPASAD");
+  putActivity(store_, "010P02", "P", "SPASAD");
+  // Each body breaks the rule that is told and a later one.
+  show({{18, "C"}, {46, ""}, {47, values({"010M01", "010M02"})}, {50, "1"}});
+  expectRefused(kSansEntite, kActivites, box("Txt_Entite"));
+  show({{47, ""}, {50, "1"}});
+  expectRefused(kSansActivite, kActivites, child<ListBox>("Lst_Activite"));
+  show({{18, "C"}, {47, values({"010M01", "010M02"})}});
+  expectRefused(kPasPrincipal, kCoordonnees, button("Cmd_OK"));
+  show({{24, "M"}, {47, values({"010P01", "010P02"})}, {50, "1"}});
+  expectRefused(kPlusieursServices, kCoordonnees, button("Cmd_OK"));
+  show({{24, "M"}, {50, "1"}});
+  expectRefused(kSansCompta, kRegles, child<CheckBox>("Cac_IncidCompta"));
+  show({{24, "M"}});
+  expectRefused(kPasEnHeures, kPriseEnCharge, option("Opt_HeureOrgChg"));
+}
+
+TEST_F(ActivitiesCheck, TheFirstRefusalReadsNoActivity) {
+  show({{46, ""}});
+  press("Cmd_OK");
+  expectBox(kSansEntite, Icon::Exclamation);
+  EXPECT_TRUE(store_.calls().empty());
+}
+
+TEST_F(ActivitiesCheck, ARefusedPageWritesNothingIntoTheRecord) {
+  show({{24, "M"}});
+  user_->click(tabs(), kActivites);
+  user_->click(option("Opt_DimJF"));
+  press("Cmd_OK");
+  expectBox(kPasEnHeures, Icon::Exclamation);
+  EXPECT_TRUE(option("Opt_DimJF").value());
+  control_->Afficher_Ong6();
+  EXPECT_TRUE(option("Opt_Totalite").value());
+}
+
+TEST_F(ActivitiesCheck, ARefusedCreationDrawsNoCode) {
+  beginCreation();
+  user_->click(tabs(), kActivites);
+  user_->fill(box("Txt_Entite"), "");
+  press("Cmd_OK");
+  expectBox(kSansEntite, Icon::Exclamation);
+  EXPECT_EQ(state(), kCreating);
+  EXPECT_EQ(tabs().tab(), kActivites);
+  expectNothingWritten();
+}
+
+// --- Every combination
+
+// What may be combined, each rule on its own.
+using Pair = std::pair<std::string, std::string>;  // type of body, type of its activities
+const std::array<std::string, 3> kBodies{"P", "C", ""};
+const std::array<std::string, 6> kTypes{"P", "M", "I", "S", "X", ""};
+const std::set<Pair> kAgencyForPrincipalBodiesOnly{{"C", "M"}, {"", "M"}};
+const std::set<Pair> kMayGoWithoutAccounts{{"P", "M"}, {"C", "M"}, {"", "M"}, {"C", "P"}};
+const std::set<Pair> kInHoursOnly{{"P", "P"}};
+
+struct Combination {
+  std::string body;
+  std::string activities;  // "" for none
+  bool severalTypes;       // of the entity, where none is covered
+  std::string attribution;
+  bool withoutAccounts;
+
+  std::string told() const {
+    return "body " + body + ", activities " + activities + (severalTypes ? "(several)" : "") +
+           ", attribution " + attribution + (withoutAccounts ? ", without accounts" : "");
+  }
+  // The first rule that it breaks, in the order in which they are checked; "" when none.
+  std::string broken() const {
+    const Pair pair{body, activities};
+    if (severalTypes) return kSansActivite;
+    if (kAgencyForPrincipalBodiesOnly.contains(pair)) return kPasPrincipal;
+    if (withoutAccounts && !kMayGoWithoutAccounts.contains(pair)) return kSansCompta;
+    if (kInHoursOnly.contains(pair) && attribution != "H") return kPasEnHeures;
+    return "";
+  }
+};
+
+std::vector<Combination> combinations() {
+  std::vector<Combination> all;
+  for (const std::string& body : kBodies) {
+    for (const std::string& type : kTypes) {
+      for (const char* attribution : {"H", "M", ""}) {
+        for (const bool without : {false, true}) {
+          all.push_back({body, type, false, attribution, without});
+          if (type.empty()) all.push_back({body, type, true, attribution, without});
+        }
+      }
+    }
+  }
+  return all;
+}
+
+TEST_F(ActivitiesCheck, EveryCombinationIsAllowedOrRefusedAsTheRulesSay) {
+  const std::map<std::string, int> tabOf{{kSansActivite, kActivites},
+                                         {kPasPrincipal, kCoordonnees},
+                                         {kSansCompta, kRegles},
+                                         {kPasEnHeures, kPriseEnCharge}};
+  std::map<std::string, int> counted;
+  for (const Combination& c : combinations()) {
+    SCOPED_TRACE(c.told());
+    const bool oneType = c.activities.empty() && !c.severalTypes;
+    show({{18, c.body},
+          {24, c.attribution},
+          {46, oneType ? "020" : "010"},
+          {47, c.activities.empty() ? "" : "010" + c.activities + "01"},
+          {50, c.withoutAccounts ? "1" : "0"}});
+    const std::string broken = c.broken();
+    ++counted[broken];
+    EXPECT_EQ(control_->Verif_Ong6(), broken.empty());
+    if (!broken.empty()) expectBox(broken, Icon::Exclamation);
+    expectNoBox();
+    user_->click(tabs(), kCoordonnees);
+    store_.forgetCalls();
+    press("Cmd_OK");
+    if (broken.empty()) {
+      expectNoBox();
+      EXPECT_EQ(state(), kEmpty);
+      continue;
+    }
+    expectBox(broken, Icon::Exclamation);
+    EXPECT_EQ(tabs().tab(), tabOf.at(broken));
+    EXPECT_EQ(state(), kExisting);
+    expectNothingWritten();
+  }
+  const std::map<std::string, int> expected{
+      {"", 52}, {kSansActivite, 18}, {kPasPrincipal, 12}, {kSansCompta, 42}, {kPasEnHeures, 2}};
+  EXPECT_EQ(counted, expected);
+}
+
+}  // namespace
+}  // namespace behaviour
