@@ -823,6 +823,76 @@ TEST_F(AllPages, ARefusedDeletionKeepsWhatWasTypedOnAllPages) {
   EXPECT_EQ(attribute("001", 20), "5");
 }
 
+// --- Host, and users who may only look
+// ------------------------------------------------------------
+
+TEST_F(AllPages, AreShownAgainAsTheyWereWhateverTheHostHasFilledAndMoved) {
+  lookUp("001");
+  const Snapshot shown = screen();
+  for (const auto member :
+       {&control::Ctr_OrgPriseCharge::Remplir_OrgPriseChg,
+        &control::Ctr_OrgPriseCharge::Remplir_ParamsPoss,
+        &control::Ctr_OrgPriseCharge::Long_ListeParam,
+        &control::Ctr_OrgPriseCharge::Remplir_PiecesPoss,
+        &control::Ctr_OrgPriseCharge::Remplir_StatOrgChg,
+        &control::Ctr_OrgPriseCharge::RechercheAccord, &control::Ctr_OrgPriseCharge::Ecrire_Ong1,
+        &control::Ctr_OrgPriseCharge::Ecrire_Ong2, &control::Ctr_OrgPriseCharge::Ecrire_Ong5,
+        &control::Ctr_OrgPriseCharge::Ecrire_Ong6, &control::Ctr_OrgPriseCharge::Afficher_Ong1,
+        &control::Ctr_OrgPriseCharge::Afficher_Ong2, &control::Ctr_OrgPriseCharge::Afficher_Ong5,
+        &control::Ctr_OrgPriseCharge::Afficher_Ong6}) {
+    (control_.get()->*member)();
+    EXPECT_EQ(difference(shown, screen()), "");
+  }
+  for (const auto member : {&control::Ctr_OrgPriseCharge::Remplir_Entite,
+                            &control::Ctr_OrgPriseCharge::Remplir_Liste_Activite,
+                            &control::Ctr_OrgPriseCharge::Passage_A_Droite,
+                            &control::Ctr_OrgPriseCharge::Passage_A_Gauche,
+                            &control::Ctr_OrgPriseCharge::Passage_A_Droite_Tri,
+                            &control::Ctr_OrgPriseCharge::Passage_A_Gauche_Tri}) {
+    (control_.get()->*member)();
+    control_->Afficher_Donnees();
+    EXPECT_EQ(difference(shown, screen()), "");
+  }
+  press("Cmd_Sortir");
+  expectNoBox();
+  EXPECT_TRUE(control_->W_Sortir());
+  expectNothingWritten();
+}
+
+TEST_F(AllPages, AreCheckedByTheHostPageByPage) {
+  lookUp("001");
+  EXPECT_TRUE(control_->Verif_Ong1() && control_->Verif_Ong2() && control_->Verif_Ong5() &&
+              control_->Verif_Ong6());
+  control_->Vider_Donnees();
+  for (const auto check :
+       {&control::Ctr_OrgPriseCharge::Verif_Ong1, &control::Ctr_OrgPriseCharge::Verif_Ong2,
+        &control::Ctr_OrgPriseCharge::Verif_Ong5, &control::Ctr_OrgPriseCharge::Verif_Ong6}) {
+    EXPECT_FALSE((control_.get()->*check)());
+    EXPECT_EQ(desktop_.takeBoxes().size(), 1U);
+  }
+  lookUp("001");
+  press("Cmd_OK");
+  expectNoBox();
+  EXPECT_EQ(state(), kEmpty);
+}
+
+TEST_F(AllPages, AreLeftWithoutAQuestionByAUserWhoMayOnlyLook) {
+  level_->value = 1;
+  control_->Init();
+  lookUp("001");
+  fill("Txt_Ville", "Lyon");
+  regles();
+  click("Opt_TypeComplOrgChg");
+  bordereau();
+  dblClick("Lst_ParamSelecOrgChg", 0);
+  activites();
+  fill("Txt_Entite", "020");
+  press("Cmd_Sortir");
+  expectNoBox();
+  EXPECT_TRUE(control_->W_Sortir());
+  expectNothingWritten();
+}
+
 // --- Start-up ------------------------------------------------------------------------------------
 
 TEST_F(AllPages, AreAsEmptyAfterASecondInitAsAfterACancel) {
