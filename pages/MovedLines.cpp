@@ -17,6 +17,10 @@ void ajouterSelection(toolkit::ListBox& possible, toolkit::ListBox& chosen) {
   }
 }
 
+void deselectionner(toolkit::ListBox& list) {
+  for (int line = 0; line < list.listCount(); ++line) list.setSelected(line, false);
+}
+
 void retirerSelection(toolkit::ListBox& list) {
   if (!list.enabled()) return;
   int line = 0;

@@ -172,9 +172,7 @@ void Ong2::vider() {
     combo->setListIndex(-1);
     combo->setText("");
   }
-  for (int line = 0; line < regles_.Lst_PiecePossibleOrgChg.listCount(); ++line) {
-    regles_.Lst_PiecePossibleOrgChg.setSelected(line, false);
-  }
+  deselectionner(regles_.Lst_PiecePossibleOrgChg);
   regles_.Lst_PieceRenouOrgChg.clear();
   for (toolkit::CheckBox* box : {&regles_.Cac_DemAccordOrgChg, &regles_.Cac_FactAnticip,
                                  &regles_.Cac_LettresInfo, &regles_.Cac_IncidCompta}) {

@@ -79,10 +79,6 @@ std::vector<toolkit::ListItem> lignes(const toolkit::ListBox& possible,
   return lines;
 }
 
-void deselectionner(toolkit::ListBox& list) {
-  for (int line = 0; line < list.listCount(); ++line) list.setSelected(line, false);
-}
-
 }  // namespace
 
 Ong5::Ong5(PageContext context) : context_(context), page_(context.screen.bordereau) {
