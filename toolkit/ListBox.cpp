@@ -134,4 +134,14 @@ bool ListBox::userDblClick(int line) {
   return done;
 }
 
+void ListBox::userScroll(int line) {
+  setTopIndex(line);
+  fire(onScroll);
+}
+
+char32_t ListBox::keyPressed(char32_t) {
+  fire(onDblClick);
+  return 0;
+}
+
 }  // namespace toolkit

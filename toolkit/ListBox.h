@@ -11,6 +11,10 @@ class ListBox : public Control {
   ListBox(Container* parent, std::string name, Selection selection = Selection::Single);
 
   Selection selection() const { return selection_; }
+  // Without its own scroll bar it moves by its selection and setTopIndex alone, in step with
+  // others. Set before it is shown.
+  bool scrollBar() const { return scrollBar_; }
+  void setScrollBar(bool own) { scrollBar_ = own; }
 
   const ListItems& items() const { return items_; }
   int listCount() const { return items_.count(); }
@@ -40,7 +44,8 @@ class ListBox : public Control {
   void setTopIndex(int line);
 
   Handler onClick;
-  Handler onDblClick;
+  Handler onDblClick;  // Enter does the same, for the lines that are selected
+  Handler onScroll;    // the user has scrolled, or moved the selection out of view
 
   // Each of the user's deeds moves the focus there first; false when it was dropped, or there is
   // no such line. Selecting what is selected fires nothing.
@@ -51,13 +56,17 @@ class ListBox : public Control {
   // The user double-clicks a line: selects it as a click does, then fires DblClick (unless Click
   // has disabled or hidden the list).
   bool userDblClick(int line);
+  // The user scrolls to a first line in view. The focus stays where it is.
+  void userScroll(int line);
 
  private:
+  char32_t keyPressed(char32_t key) override;
   void requireLine(int line) const;
   void linesChanged();
   void selectByUser(int line, std::vector<char> flags);
 
   Selection selection_;
+  bool scrollBar_ = true;
   ListItems items_;
   std::vector<char> selected_;  // Extended: one flag a line
   int listIndex_ = -1;

@@ -7,6 +7,7 @@
 #include "text/Utf8.h"
 #include "toolkit/Buttons.h"
 #include "toolkit/ControlClosed.h"
+#include "toolkit/ListBox.h"
 #include "toolkit/SSTab.h"
 #include "toolkit/Trace.h"
 
@@ -79,6 +80,13 @@ Control* labelled(const Control& label) {
   const std::vector<Control*>& siblings = label.parent()->children();
   const std::size_t next = positionOf(siblings, &label) + 1;
   return next < siblings.size() ? siblings[next] : nullptr;
+}
+
+// A list with a chosen line that a double-click would do something with.
+bool opensOnEnter(const Control& control) {
+  if (control.kind() != Kind::ListBox) return false;
+  const auto& list = static_cast<const ListBox&>(control);
+  return list.onDblClick && list.listIndex() >= 0;
 }
 
 // The option that is set, in the group of the one given; that one when none is.
@@ -297,6 +305,7 @@ Surface::Deed Surface::deedOf(const KeyStroke& stroke) const {
     case Key::Enter:
       if (focused && focused->takesKeyPresses()) return {Deed::What::Enter, focus_};
       if (focused && focused->kind() == Kind::CommandButton) return {Deed::What::Click, focus_};
+      if (focused && opensOnEnter(*focused)) return {Deed::What::Enter, focus_};
       return {};
     case Key::Space:
       if (focused && (focused->kind() == Kind::CommandButton ||

@@ -62,7 +62,8 @@ class Surface : public Container {
   //                         its first control, of options to the one that is set
   //   Ctrl+PageUp/PageDown, Ctrl+Tab    previous, next enabled page, wrapping around; the focus
   //                         goes to the tabs first
-  //   Enter                 key press 13 of a text or combo box; click of a focused button
+  //   Enter                 key press 13 of a text or combo box; click of a focused button;
+  //                         double-click of a list with a chosen line
   //   Space                 click of a focused button, option or check box
   //   arrows                in a group of options (those of one container); pages, when the tabs
   //                         have the focus

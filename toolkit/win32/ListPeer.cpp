@@ -9,7 +9,8 @@ namespace toolkit::win32 {
 
 ControlPeer::Blueprint ListPeer::blueprint() const {
   const DWORD selection = extended() ? LBS_EXTENDEDSEL : 0;
-  return {L"LISTBOX", WS_TABSTOP | WS_VSCROLL | LBS_NOTIFY | LBS_NOINTEGRALHEIGHT | selection,
+  const DWORD scroll = list_.scrollBar() ? WS_VSCROLL : 0;
+  return {L"LISTBOX", WS_TABSTOP | scroll | LBS_NOTIFY | LBS_NOINTEGRALHEIGHT | selection,
           WS_EX_CLIENTEDGE};
 }
 
@@ -142,7 +143,10 @@ LRESULT ListPeer::message(HWND window, UINT message, WPARAM wParam, LPARAM lPara
   const LRESULT result = ControlPeer::message(window, message, wParam, lParam);
   if (!attached() || copying() || itemsChanged_) return result;
   const LRESULT after = pass(LB_GETTOPINDEX);
-  if (after != before) list_.setTopIndex(static_cast<int>(after));
+  if (after != before) {
+    list_.setTopIndex(static_cast<int>(after));
+    host().note(*this, Host::Merge::Yes, [this] { list_.userScroll(list_.topIndex()); });
+  }
   return result;
 }
 

@@ -46,6 +46,28 @@ TEST_F(ListBoxRules, ClickDoesNotFireWhenTheUserSelectsTheSelectedLine) {
   EXPECT_EQ(taken(), Events{});
 }
 
+TEST_F(ListBoxRules, EnterDoesWhatADoubleClickDoesAndKeepsTheSelection) {
+  user().go(several);
+  EXPECT_FALSE(surface.wouldUse({Key::Enter}));
+  user().click(several, 1);
+  user().click(several, 3, true);
+  EXPECT_FALSE(surface.wouldUse({Key::Enter}));
+  noteEvents(several);
+  EXPECT_TRUE(surface.wouldUse({Key::Enter}));
+  user().press(KeyStroke{Key::Enter});
+  EXPECT_EQ(taken(), Events{"double click"});
+  EXPECT_EQ(selectedOf(several), "bd");
+}
+
+TEST_F(ListBoxRules, ScrollingByTheUserIsTold) {
+  list.onScroll = note("scroll");
+  user();
+  list.setTopIndex(1);
+  EXPECT_EQ(taken(), Events{});
+  list.userScroll(2);
+  EXPECT_EQ(taken(), Events{"scroll"});
+}
+
 TEST_F(ListBoxRules, ClickFiresWhenCodeSelectsAnotherLine) {
   noteEvents(list);
   user();
