@@ -33,7 +33,7 @@ void CommandBar::Cmd_Ajouter_Click() {
 }
 
 void CommandBar::valeursParDefaut() {
-  context_.screen.participation.Cmd_AjoutPart.setEnabled(false);
+  context_.screen.participation.Cmd_AjoutPart.setEnabled(true);
   context_.screen.participation.Cmd_NouveauBareme.setEnabled(true);
   context_.screen.participation.Txt_DatBaremCours.setEnabled(false);
   context_.screen.regles.Cbo_PeriodFactOrgChg.setListIndex(0);

@@ -17,6 +17,7 @@
 #include "pages/Ong1.h"
 #include "pages/Ong2.h"
 #include "pages/Ong3.h"
+#include "pages/Ong4.h"
 #include "pages/Ong5.h"
 #include "pages/Ong6.h"
 #include "screen/Handlers.h"
@@ -32,9 +33,11 @@ class Ctr_OrgPriseCharge::Implementation {
         ong1({desktop, screen, session}, adresse),
         ong2({desktop, screen, session}),
         ong3({desktop, screen, session}),
+        ong4({desktop, screen, session}),
         ong5({desktop, screen, session}),
         ong6({desktop, screen, session}),
-        context{desktop, surface, screen, session, adresse, {&ong1, &ong2, &ong3, &ong5, &ong6}},
+        context{desktop, surface, screen,
+                session, adresse, {&ong1, &ong2, &ong3, &ong4, &ong5, &ong6}},
         view(context),
         list(context, view),
         search(context, list, view),
@@ -47,6 +50,7 @@ class Ctr_OrgPriseCharge::Implementation {
     bindBar();
     ong2.lier(handlers);
     ong3.lier(handlers);
+    ong4.lier(handlers);
     ong5.lier(handlers);
     ong6.lier(handlers);
   }
@@ -102,6 +106,7 @@ class Ctr_OrgPriseCharge::Implementation {
   pages::Ong1 ong1;
   pages::Ong2 ong2;
   pages::Ong3 ong3;
+  pages::Ong4 ong4;
   pages::Ong5 ong5;
   pages::Ong6 ong6;
   Context context;
@@ -189,6 +194,10 @@ void Ctr_OrgPriseCharge::Afficher_Ong1() { implementation_->show(implementation_
 
 void Ctr_OrgPriseCharge::Afficher_Ong2() { implementation_->show(implementation_->ong2); }
 
+void Ctr_OrgPriseCharge::Afficher_Ong3() { implementation_->show(implementation_->ong3); }
+
+void Ctr_OrgPriseCharge::Afficher_Ong4() { implementation_->show(implementation_->ong4); }
+
 void Ctr_OrgPriseCharge::Afficher_Ong5() { implementation_->show(implementation_->ong5); }
 
 void Ctr_OrgPriseCharge::Afficher_Ong6() { implementation_->show(implementation_->ong6); }
@@ -237,6 +246,58 @@ void Ctr_OrgPriseCharge::Passage_A_Gauche_Tri() {
   implementation_->started([&] { implementation_->ong5.Passage_A_Gauche_Tri(); });
 }
 
+void Ctr_OrgPriseCharge::MasquerZonesTaux() {
+  implementation_->editing([&] { implementation_->ong3.taux().MasquerZonesTaux(); });
+}
+
+void Ctr_OrgPriseCharge::AfficherZonesTaux() {
+  implementation_->editing([&] { implementation_->ong3.taux().AfficherZonesTaux(); });
+}
+
+void Ctr_OrgPriseCharge::Tri2() {
+  implementation_->editing([&] { implementation_->ong3.taux().Tri2(); });
+}
+
+void Ctr_OrgPriseCharge::DoubleClickTauxRemb() {
+  implementation_->editing([&] { implementation_->ong3.taux().DoubleClickTauxRemb(); });
+}
+
+void Ctr_OrgPriseCharge::EffaceEltLists() {
+  implementation_->editing([&] { implementation_->ong3.taux().EffaceEltLists(); });
+}
+
+void Ctr_OrgPriseCharge::MasquerZonesAbat() {
+  implementation_->editing([&] { implementation_->ong3.abattements().MasquerZonesAbat(); });
+}
+
+void Ctr_OrgPriseCharge::AfficherZonesAbat() {
+  implementation_->editing([&] { implementation_->ong3.abattements().AfficherZonesAbat(); });
+}
+
+void Ctr_OrgPriseCharge::TriAbat() {
+  implementation_->editing([&] { implementation_->ong3.abattements().TriAbat(); });
+}
+
+void Ctr_OrgPriseCharge::DoubleClickAbat() {
+  implementation_->editing([&] { implementation_->ong3.abattements().DoubleClickAbat(); });
+}
+
+void Ctr_OrgPriseCharge::AfficherZonesBareme() {
+  implementation_->editing([&] { implementation_->ong4.AfficherZonesBareme(); });
+}
+
+void Ctr_OrgPriseCharge::Affiche_Bareme() {
+  implementation_->editing([&] { implementation_->ong4.Affiche_Bareme(); });
+}
+
+void Ctr_OrgPriseCharge::TriBareme() {
+  implementation_->editing([&] { implementation_->ong4.TriBareme(); });
+}
+
+void Ctr_OrgPriseCharge::AjoutLists(std::int16_t& indice) {
+  implementation_->editing([&] { implementation_->ong3.taux().AjoutLists(indice); });
+}
+
 void Ctr_OrgPriseCharge::RechercheAccord() {
   implementation_->started([&] { agreements::RechercheAccord(implementation_->session); });
 }
@@ -267,6 +328,14 @@ void Ctr_OrgPriseCharge::Ecrire_Ong2() {
   implementation_->editing([&] { implementation_->ong2.Ecrire_Ong2(); });
 }
 
+void Ctr_OrgPriseCharge::Ecrire_Ong3() {
+  implementation_->editing([&] { implementation_->ong3.Ecrire_Ong3(); });
+}
+
+void Ctr_OrgPriseCharge::Ecrire_Ong4() {
+  implementation_->editing([&] { implementation_->ong4.Ecrire_Ong4(); });
+}
+
 void Ctr_OrgPriseCharge::Ecrire_Ong5() {
   implementation_->editing([&] { implementation_->ong5.Ecrire_Ong5(); });
 }
@@ -281,6 +350,14 @@ bool Ctr_OrgPriseCharge::Verif_Ong1() {
 
 bool Ctr_OrgPriseCharge::Verif_Ong2() {
   return implementation_->started([&] { return implementation_->ong2.Verif_Ong2(); });
+}
+
+bool Ctr_OrgPriseCharge::Verif_Ong3() {
+  return implementation_->started([&] { return implementation_->ong3.Verif_Ong3(); });
+}
+
+bool Ctr_OrgPriseCharge::Verif_Ong4() {
+  return implementation_->started([&] { return implementation_->ong4.Verif_Ong4(); });
 }
 
 bool Ctr_OrgPriseCharge::Verif_Ong5() {

@@ -1,6 +1,7 @@
 // The control: creates, shows, changes and deletes the funding bodies of a store.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <stdexcept>
@@ -61,6 +62,8 @@ class Ctr_OrgPriseCharge {
   void Afficher_Donnees();
   void Afficher_Ong1();
   void Afficher_Ong2();
+  void Afficher_Ong3();
+  void Afficher_Ong4();
   void Afficher_Ong5();
   void Afficher_Ong6();
   void Remplir_OrgPriseChg();
@@ -77,17 +80,38 @@ class Ctr_OrgPriseCharge {
   void RechercheAccord();
   void Vider_Donnees();
 
+  // The three list editors. AccessDenied below level 2, NotReady without a record in hand.
+  void MasquerZonesTaux();
+  void AfficherZonesTaux();
+  void Tri2();
+  void DoubleClickTauxRemb();
+  // The row in the edit zones enters the rate lists before the row `indice` (0-based).
+  // std::invalid_argument past the end.
+  void AjoutLists(std::int16_t& indice);
+  void EffaceEltLists();
+  void MasquerZonesAbat();
+  void AfficherZonesAbat();
+  void TriAbat();
+  void DoubleClickAbat();
+  void Affiche_Bareme();
+  void AfficherZonesBareme();
+  void TriBareme();
+
   // AccessDenied below level 2.
   void Creer_Donnees();
   void Ecrire_Donnees();
   void Ecrire_Ong1();
   void Ecrire_Ong2();
+  void Ecrire_Ong3();
+  void Ecrire_Ong4();
   void Ecrire_Ong5();
   void Ecrire_Ong6();
 
   // True when the page may be saved.
   bool Verif_Ong1();
   bool Verif_Ong2();
+  bool Verif_Ong3();
+  bool Verif_Ong4();
   bool Verif_Ong5();
   bool Verif_Ong6();
 

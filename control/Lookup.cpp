@@ -43,6 +43,7 @@ void Lookup::lire(const std::string& code) {
   session.ImageOrgChg = record->fields().text();
   session.AncienOrgChg = store::DynamicArray(session.ImageOrgChg);
   const bool known = !session.ImageOrgChg.empty();
+  session.taux = {};
   session.RecOrgChg = known ? std::move(record) : nullptr;
   session.codeEnMain = known ? code : "";
 }

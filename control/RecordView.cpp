@@ -9,7 +9,6 @@ namespace control {
 
 void RecordView::Afficher_Donnees() {
   const screen::Quiet quiet(context_.session);
-  viderParticipation();
   for (pages::Page* page : context_.pages) {
     if (context_.session.RecOrgChg) {
       page->afficher();
@@ -30,21 +29,11 @@ void RecordView::Vider_Donnees() {
   session.imageNormalisee.clear();
   session.AncienOrgChg = store::NewDynamicArray();
   session.EnCreation = false;
-  viderParticipation();
+  session.taux = {};
   for (pages::Page* page : context_.pages) page->vider();
   context_.screen.bar.Txt_CodOrgChg.setText("");
   context_.screen.bar.Cbo_SigleOrgChg.setText("");
   applyState(context_.screen, State::Empty);
-}
-
-// What the other pages and a creation have set there goes with their record.
-void RecordView::viderParticipation() {
-  screen::Participation& page = context_.screen.participation;
-  page.Opt_GestPartMont.setValue(false);
-  page.Opt_GestPartPourc.setValue(false);
-  page.Cmd_AjoutPart.setEnabled(true);
-  page.Cmd_NouveauBareme.setEnabled(true);
-  page.Txt_DatBaremCours.setEnabled(true);
 }
 
 bool RecordView::ecrirePages() {
@@ -79,7 +68,7 @@ std::string RecordView::texteEcrit() {
 
 void RecordView::effacerBareme() {
   context_.session.NouveauBareme = false;
-  context_.screen.participation.Cmd_NouveauBareme.setCaption("Nouveau barème");
+  context_.screen.participation.Cmd_NouveauBareme.setCaption(screen::kNouveauBareme);
 }
 
 void RecordView::montrerSigle() {

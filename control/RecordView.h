@@ -36,8 +36,6 @@ class RecordView {
   void montrerCode();
 
  private:
-  void viderParticipation();
-
   Context& context_;
 };
 

@@ -2,6 +2,7 @@
 
 #include "pages/HoursRule.h"
 #include "screen/Messages.h"
+#include "store/Conversions.h"
 #include "store/Layouts.h"
 
 namespace pages {
@@ -12,15 +13,19 @@ Ong3::Ong3(PageContext context)
     : context_(context),
       prise_(context.screen.priseEnCharge),
       prestation_(context, {prise_.Txt_CodeCptPrestationService, prise_.Cbo_CptPrestationService,
-                            kSansEntiteCredit, kSansEntiteCredit}) {}
+                            kSansEntiteCredit, kSansEntiteCredit}),
+      taux_(context),
+      abattements_(context) {}
 
 void Ong3::lier(const screen::Handlers& handlers) {
   prise_.Opt_HeureOrgChg.onClick = handlers.on(*this, &Ong3::Opt_HeureOrgChg_Click);
   prise_.Opt_MontantOrgChg.onClick = handlers.on(*this, &Ong3::Opt_MontantOrgChg_Click);
   prestation_.lier(handlers);
+  taux_.lier(handlers);
+  abattements_.lier(handlers);
 }
 
-void Ong3::afficher() {
+void Ong3::Afficher_Ong3() {
   const screen::Quiet quiet(context_.session);
   vider();
   const store::DynamicArray& record = context_.session.RecOrgChg->fields();
@@ -28,25 +33,82 @@ void Ong3::afficher() {
   prise_.Opt_MontantOrgChg.setValue(record.get(attribut::AttribOrgChg) == "M");
   ouvrirCadres(!prise_.Opt_MontantOrgChg.value());
   prestation_.montrer(record.get(attribut::CptPrestationService), record.get(attribut::Entite));
+  prise_.Txt_DesFacture.setText(record.get(attribut::DesFacture));
+  designation_.keep(record.get(attribut::DesFacture), prise_.Txt_DesFacture.text());
+  prise_.Cac_AjusTarif.setValue(store::wholeNumber(record.get(attribut::AjusTarif)) != 0);
+  prise_.Cac_CoutGlobal.setValue(store::wholeNumber(record.get(attribut::CoutGlobal)) != 0);
+  taux_.afficher(record);
+  abattements_.afficher(record);
 }
 
 void Ong3::vider() {
   const screen::Quiet quiet(context_.session);
   prise_.Opt_HeureOrgChg.setValue(false);
   prise_.Opt_MontantOrgChg.setValue(false);
+  taux_.vider();
+  abattements_.vider();
+  prise_.Txt_DesFacture.setText("");
+  designation_.keep("", "");
+  prise_.Cac_AjusTarif.setValue(false);
+  prise_.Cac_CoutGlobal.setValue(false);
   prise_.Cdr_AttribOrgChg.setEnabled(true);
   ouvrirCadres(true);
   ouvrirAjouts(true);
   prestation_.vider();
 }
 
-void Ong3::ecrire() {
+void Ong3::Ecrire_Ong3() {
   context_.session.ErreurOng3 = false;
+  if (context_.session.modeVerif && !Verif_Ong3()) return;
   store::DynamicArray& record = context_.session.RecOrgChg->fields();
+  ecrireAttribut(record, attribut::AjusTarif, prise_.Cac_AjusTarif.value() ? "1" : "0");
   if (prise_.Opt_HeureOrgChg.value()) ecrireAttribut(record, attribut::AttribOrgChg, "H");
   if (prise_.Opt_MontantOrgChg.value()) ecrireAttribut(record, attribut::AttribOrgChg, "M");
+  taux_.ecrire(record);
+  if (context_.screen.bordereau.Opt_MFPBordOrgChg.value()) {
+    abattements_.effacer(record);
+  } else {
+    abattements_.ecrire(record);
+  }
   ecrireAttribut(record, attribut::CptPrestationService, prestation_.compte());
+  ecrireAttribut(record, attribut::CoutGlobal, prise_.Cac_CoutGlobal.value() ? "1" : "0");
+  ecrireAttribut(record, attribut::DesFacture, designation_.written(prise_.Txt_DesFacture.text()));
 }
+
+// --- Checking
+
+bool Ong3::Verif_Ong3() {
+  context_.session.ErreurOng3 = false;
+  screen::Participation& part = context_.screen.participation;
+  const bool principal = context_.screen.regles.Opt_TypePrincipalOrgChg.value();
+  if (estMandataire(context_.screen.activites) && principal && !part.Opt_GestPartMont.value()) {
+    refuser(
+        "Pour ce type d'organisme la gestion de la part bénéficiaire doit obligatoirement être en "
+        "montant.",
+        screen::kParticipation, part.Opt_GestPartMont);
+    part.Opt_GestPartMont.setValue(true);
+    return false;
+  }
+  if (!prise_.Opt_HeureOrgChg.value() && !prise_.Opt_MontantOrgChg.value()) {
+    return refuser("L'attribution des notifications d'accord est obligatoire.",
+                   screen::kPriseEnCharge, prise_.Opt_HeureOrgChg);
+  }
+  if (prise_.Opt_HeureOrgChg.value() && prise_.Lst_DateRembOrgChg.list(0).empty()) {
+    return refuser("Au moins un taux de remboursement est obligatoire.", screen::kPriseEnCharge,
+                   prise_.Cmd_AjoutTaux);
+  }
+  return true;
+}
+
+bool Ong3::refuser(std::string_view message, int tab, toolkit::Control& field) {
+  context_.session.ErreurOng3 = true;
+  screen::avertir(context_.desktop, message);
+  context_.screen.Ong_OrgPriseChg.setTab(tab);
+  field.setFocus();
+  return false;
+}
+
+// --- Handlers
 
 void Ong3::Opt_HeureOrgChg_Click() {
   ouvrirCadres(true);

@@ -1,8 +1,12 @@
-// The coverage page: how agreements are counted, and the service-provision account.
+// The coverage page: how agreements are counted, rates, deductions, invoice options, and the
+// service-provision account.
 #pragma once
 
 #include "pages/AccountPair.h"
+#include "pages/DeductionEditor.h"
 #include "pages/Page.h"
+#include "pages/RateEditor.h"
+#include "pages/ShownAttribute.h"
 #include "screen/Handlers.h"
 
 namespace pages {
@@ -13,9 +17,18 @@ class Ong3 : public Page {
 
   void lier(const screen::Handlers& handlers);
 
-  void afficher() override;
-  void ecrire() override;
+  void Afficher_Ong3();
+  // The lists are the source of the rates and deductions; a slip of type "M.F.P." has no
+  // deductions.
+  void Ecrire_Ong3();
+  bool Verif_Ong3();
+
+  void afficher() override { Afficher_Ong3(); }
+  void ecrire() override { Ecrire_Ong3(); }
   void vider() override;
+
+  RateEditor& taux() { return taux_; }
+  DeductionEditor& abattements() { return abattements_; }
 
  private:
   void Opt_HeureOrgChg_Click();
@@ -23,10 +36,14 @@ class Ong3 : public Page {
 
   void ouvrirCadres(bool open);
   void ouvrirAjouts(bool open);
+  bool refuser(std::string_view message, int tab, toolkit::Control& field);
 
   PageContext context_;
   screen::PriseEnCharge& prise_;
   AccountPair prestation_;
+  RateEditor taux_;
+  DeductionEditor abattements_;
+  ShownAttribute designation_;
 };
 
 }  // namespace pages

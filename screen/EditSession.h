@@ -26,6 +26,16 @@ struct StoreFiles {
   std::unique_ptr<store::File> accord;
 };
 
+// Of the rate editor, as long as one body is in hand.
+struct EtatTaux {
+  bool W_AjoutTaux = false;         // a row is being added, none changed
+  std::int32_t W_DerTauxModif = 0;  // rows 0 to this one may be changed
+  bool W_TauxModifSupp = false;     // the one stored row that could be changed is gone
+  bool W_TauxModifie = false;       // rates that agreements rely on have been added or changed
+  // Date and normal rate of a row as they were shown when its first change began.
+  std::string W_TauxAvantModif;
+};
+
 struct EditSession {
   // Given by the host.
   std::shared_ptr<void> TheClient;
@@ -73,12 +83,21 @@ struct EditSession {
   bool ErreurOng6 = false;
   bool modeVerif = false;  // the write procedures run their page's check first
   bool enregistrementEnCours = false;
-  std::string texteEnAttente;
   bool NouveauBareme = false;
   bool propagationSuspendue = false;  // no question about a new scale
+  // Were these two buttons of the bar enabled when a row began to be edited?
+  bool W_SupprimerActif = false;
+  bool W_SortirActif = false;
+  std::string texteEnAttente;
+  EtatTaux taux;
 
   int silence = 0;  // see Quiet
 };
+
+// Has the user the right to change anything? Without a rights entry, no.
+inline bool droitsComplets(const EditSession& session) {
+  return session.DroitOrgChg && session.DroitOrgChg->Level() == 2;
+}
 
 // The six error flags, in tab order.
 inline std::array<bool*, 6> erreursDesOnglets(EditSession& session) {

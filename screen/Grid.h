@@ -13,6 +13,8 @@ inline constexpr int kButtonHeight = 375;
 inline constexpr int kHeadHeight = 225;  // from a heading's top to that of the list below it
 inline constexpr int kRow = 420;         // from field to field
 inline constexpr int kChoiceRow = 300;   // from option to option
+// Of a list box that shows twelve rows of the fixed-pitch font, its border included.
+inline constexpr int kTwelveRows = 12 * 225 + 60;
 
 // Frames stand this far from the page's left edge, so the fields in them are moved back by as much
 // to line up with those on the page itself.

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <utility>
 
 #include "screen/EditSession.h"
 
@@ -17,6 +18,11 @@ class Handlers {
   std::function<void()> on(Part& part, void (Part::*deed)()) const {
     return [&session = session_, &part, deed] {
       if (active(session)) (part.*deed)();
+    };
+  }
+  std::function<void()> on(std::function<void()> deed) const {
+    return [&session = session_, deed = std::move(deed)] {
+      if (active(session)) deed();
     };
   }
   template <class Part>

@@ -10,6 +10,7 @@ void placeBar(Screen& screen);
 void placeCoordonnees(Coordonnees& page);
 void placeRegles(Regles& page);
 void placePriseEnCharge(PriseEnCharge& page);
+void placeParticipation(Participation& page);
 void placeBordereau(Bordereau& page);
 void placeActivites(Activites& page);
 

@@ -1,5 +1,7 @@
 #include "screen/Screen.h"
 
+#include <vector>
+
 #include "screen/Layout.h"
 
 namespace screen {
@@ -22,19 +24,60 @@ void fillFixedLists(Screen& screen) {
   }
 }
 
-void setFixedPitch(Screen& screen) {
-  const toolkit::Font courier{"Courier New", 9, false};
+// The lists of the three tables, column by column.
+std::vector<std::vector<ListBox*>> tables(Screen& screen) {
   PriseEnCharge& prise = screen.priseEnCharge;
   Participation& part = screen.participation;
+  return {{&prise.Lst_DateRembOrgChg, &prise.Lst_TxRembOrgChg, &prise.Lst_TxRembMajOrgChg,
+           &prise.Lst_PrestServOrgChg},
+          {&prise.Lst_DebAbatHOrgChg, &prise.Lst_FinAbatHOrgChg, &prise.Lst_PourcentAbatOrgChg},
+          {&part.Lst_DebRevSeulOrgChg, &part.Lst_FinRevSeulOrgChg, &part.Lst_DebRevMenOrgChg,
+           &part.Lst_FinRevMenOrgChg, &part.Lst_BaremPrecOrgChg, &part.Lst_BaremCoursOrgChg}};
+}
+
+// Tab stops once at a table, at its first column. Under a new scale that one is closed and only the
+// current participations are open.
+void setTables(Screen& screen) {
+  for (const std::vector<ListBox*>& table : tables(screen)) {
+    for (ListBox* list : table) {
+      list->setScrollBar(false);
+      list->setTabStop(list == table.front());
+    }
+  }
+  screen.participation.Lst_BaremCoursOrgChg.setTabStop(true);
+  for (ScrollBar* bar : {&screen.priseEnCharge.Bdv_TauxOrgChg, &screen.priseEnCharge.Bdv_AbatOrgChg,
+                         &screen.participation.Bdv_Bareme}) {
+    bar->setLargeChange(12);
+    bar->setVisible(false);
+  }
+}
+
+void setFixedPitch(Screen& screen) {
+  const toolkit::Font courier{"Courier New", 9, false};
   Activites& activites = screen.activites;
+  for (const std::vector<ListBox*>& table : tables(screen)) {
+    for (ListBox* list : table) list->setFont(courier);
+  }
   for (ListBox* list :
-       {&prise.Lst_DateRembOrgChg, &prise.Lst_TxRembOrgChg, &prise.Lst_TxRembMajOrgChg,
-        &prise.Lst_PrestServOrgChg, &prise.Lst_DebAbatHOrgChg, &prise.Lst_FinAbatHOrgChg,
-        &prise.Lst_PourcentAbatOrgChg, &part.Lst_DebRevSeulOrgChg, &part.Lst_FinRevSeulOrgChg,
-        &part.Lst_DebRevMenOrgChg, &part.Lst_FinRevMenOrgChg, &part.Lst_BaremPrecOrgChg,
-        &part.Lst_BaremCoursOrgChg, &activites.Lst_Activite, &activites.Lst_ActSelect,
-        &activites.Lst_TypeAct}) {
+       {&activites.Lst_Activite, &activites.Lst_ActSelect, &activites.Lst_TypeAct}) {
     list->setFont(courier);
+  }
+}
+
+void setEditZones(Screen& screen) {
+  PriseEnCharge& prise = screen.priseEnCharge;
+  Participation& part = screen.participation;
+  for (TextBox* date :
+       {&prise.Txt_DateRembOrgChg, &part.Txt_DatBaremPrec, &part.Txt_DatBaremCours}) {
+    date->setMaxLength(10);
+  }
+  for (TextBox* number :
+       {&prise.Txt_TxRembOrgChg, &prise.Txt_TxRembMajOrgChg, &prise.Txt_PrestServOrgChg,
+        &prise.Txt_DebAbatHOrgChg, &prise.Txt_FinAbatHOrgChg, &prise.Txt_PourcentAbatOrgChg,
+        &part.Txt_DebRevSeulOrgChg, &part.Txt_FinRevSeulOrgChg, &part.Txt_DebRevMenOrgChg,
+        &part.Txt_FinRevMenOrgChg, &part.Txt_BaremCoursOrgChg}) {
+    number->setMaxLength(15);
+    number->setRightAligned(true);
   }
 }
 
@@ -47,10 +90,6 @@ void limitLengths(Screen& screen) {
         &screen.regles.Txt_CpteProdAide, &screen.priseEnCharge.Txt_CodeCptPrestationService}) {
     account->setMaxLength(10);
   }
-}
-
-void hidePage(toolkit::TabPage& page) {
-  for (toolkit::Control* child : page.children()) child->setVisible(false);
 }
 
 }  // namespace
@@ -72,20 +111,16 @@ Screen::Screen(toolkit::Surface& surface)
   placeCoordonnees(coordonnees);
   placeRegles(regles);
   placePriseEnCharge(priseEnCharge);
+  placeParticipation(participation);
   placeBordereau(bordereau);
   placeActivites(activites);
   fillFixedLists(*this);
+  setTables(*this);
   setFixedPitch(*this);
+  setEditZones(*this);
   limitLengths(*this);
   bordereau.Lst_LongParam.setVisible(false);
   activites.Lst_CodActSelect.setVisible(false);
-  hidePage(Ong_OrgPriseChg.page(kPriseEnCharge));
-  hidePage(Ong_OrgPriseChg.page(kParticipation));
-  for (toolkit::Control* usable : std::initializer_list<toolkit::Control*>{
-           &priseEnCharge.Cdr_AttribOrgChg, &priseEnCharge.Etq_CptPrestationService,
-           &priseEnCharge.Txt_CodeCptPrestationService, &priseEnCharge.Cbo_CptPrestationService}) {
-    usable->setVisible(true);
-  }
   bordereau.Etq_Largeur.setCentered(true);
   bordereau.Etq_NbCarSelect.setCentered(true);
   bordereau.Bdh_NbExemp.setRange(1, 9);

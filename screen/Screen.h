@@ -146,48 +146,56 @@ struct PriseEnCharge {
   Frame Cdr_AttribOrgChg{in, "Cdr_AttribOrgChg", "Attribution des notifications d'accord"};
   OptionButton Opt_HeureOrgChg{&Cdr_AttribOrgChg, "Opt_HeureOrgChg", "En &heures"};
   OptionButton Opt_MontantOrgChg{&Cdr_AttribOrgChg, "Opt_MontantOrgChg", "En mon&tant"};
-  Label Etq_CptPrestationService{in, "Etq_CptPrestationService",
-                                 "&Compte de prestation de service"};
-  TextBox Txt_CodeCptPrestationService{in, "Txt_CodeCptPrestationService"};
-  ComboBox Cbo_CptPrestationService{in, "Cbo_CptPrestationService"};
-  Frame Cdr_TauxOrgChg{in, "Cdr_TauxOrgChg", "Taux de remboursement "};
+  Frame Cdr_TauxOrgChg{in, "Cdr_TauxOrgChg", "Tau&x de remboursement "};
   Label Etq_DateRembOrgChg{&Cdr_TauxOrgChg, "Etq_DateRembOrgChg", "Date d'effet"};
   ListBox Lst_DateRembOrgChg{&Cdr_TauxOrgChg, "Lst_DateRembOrgChg"};
   Label Etq_TxRembOrgChg{&Cdr_TauxOrgChg, "Etq_TxRembOrgChg", "Taux normal"};
   ListBox Lst_TxRembOrgChg{&Cdr_TauxOrgChg, "Lst_TxRembOrgChg"};
   Label Etq_TxRembMajOrgChg{&Cdr_TauxOrgChg, "Etq_TxRembMajOrgChg", "Taux majoré"};
   ListBox Lst_TxRembMajOrgChg{&Cdr_TauxOrgChg, "Lst_TxRembMajOrgChg"};
+  // An editor's scroll bar stands on its last list, so it comes before it: of windows that overlap
+  // the first is in front.
+  ScrollBar Bdv_TauxOrgChg{&Cdr_TauxOrgChg, "Bdv_TauxOrgChg", ScrollBar::Direction::Vertical};
   Label Etq_PrestServOrgChg{&Cdr_TauxOrgChg, "Etq_PrestServOrgChg",
                             "       Dont     Prest. services"};
   ListBox Lst_PrestServOrgChg{&Cdr_TauxOrgChg, "Lst_PrestServOrgChg"};
-  ScrollBar Bdv_TauxOrgChg{&Cdr_TauxOrgChg, "Bdv_TauxOrgChg", ScrollBar::Direction::Vertical};
   TextBox Txt_DateRembOrgChg{&Cdr_TauxOrgChg, "Txt_DateRembOrgChg"};
   TextBox Txt_TxRembOrgChg{&Cdr_TauxOrgChg, "Txt_TxRembOrgChg"};
   TextBox Txt_TxRembMajOrgChg{&Cdr_TauxOrgChg, "Txt_TxRembMajOrgChg"};
   TextBox Txt_PrestServOrgChg{&Cdr_TauxOrgChg, "Txt_PrestServOrgChg"};
-  CommandButton Cmd_AjoutTaux{&Cdr_TauxOrgChg, "Cmd_AjoutTaux", "Ajouter"};
-  CommandButton Cmd_OKTaux{&Cdr_TauxOrgChg, "Cmd_OKTaux", "OK"};
-  CommandButton Cmd_AnnulerTaux{&Cdr_TauxOrgChg, "Cmd_AnnulerTaux", "Annuler"};
-  CommandButton Cmd_SuppTaux{&Cdr_TauxOrgChg, "Cmd_SuppTaux", "Supprimer"};
-  Frame Cdr_AbatOrgChg{in, "Cdr_AbatOrgChg", "Abattement participation bénéficiaire "};
+  // An open row takes the letters of the bar, whose buttons are locked meanwhile.
+  CommandButton Cmd_AjoutTaux{&Cdr_TauxOrgChg, "Cmd_AjoutTaux", "&Ajouter"};
+  CommandButton Cmd_OKTaux{&Cdr_TauxOrgChg, "Cmd_OKTaux", "&OK"};
+  CommandButton Cmd_AnnulerTaux{&Cdr_TauxOrgChg, "Cmd_AnnulerTaux", "A&nnuler"};
+  CommandButton Cmd_SuppTaux{&Cdr_TauxOrgChg, "Cmd_SuppTaux", "S&upprimer"};
+  Frame Cdr_AbatOrgChg{in, "Cdr_AbatOrgChg", "Abatte&ment participation bénéficiaire "};
   Label Etq_TrancheAppli{&Cdr_AbatOrgChg, "Etq_TrancheAppli", "Tranche d'heures"};
   ListBox Lst_DebAbatHOrgChg{&Cdr_AbatOrgChg, "Lst_DebAbatHOrgChg"};
   ListBox Lst_FinAbatHOrgChg{&Cdr_AbatOrgChg, "Lst_FinAbatHOrgChg"};
+  ScrollBar Bdv_AbatOrgChg{&Cdr_AbatOrgChg, "Bdv_AbatOrgChg", ScrollBar::Direction::Vertical};
   Label Etq_PourcentOrgChg{&Cdr_AbatOrgChg, "Etq_PourcentOrgChg", "%"};
   ListBox Lst_PourcentAbatOrgChg{&Cdr_AbatOrgChg, "Lst_PourcentAbatOrgChg"};
-  ScrollBar Bdv_AbatOrgChg{&Cdr_AbatOrgChg, "Bdv_AbatOrgChg", ScrollBar::Direction::Vertical};
   TextBox Txt_DebAbatHOrgChg{&Cdr_AbatOrgChg, "Txt_DebAbatHOrgChg"};
   TextBox Txt_FinAbatHOrgChg{&Cdr_AbatOrgChg, "Txt_FinAbatHOrgChg"};
   TextBox Txt_PourcentAbatOrgChg{&Cdr_AbatOrgChg, "Txt_PourcentAbatOrgChg"};
-  CommandButton Cmd_AjoutAbat{&Cdr_AbatOrgChg, "Cmd_AjoutAbat", "Ajouter"};
-  CommandButton Cmd_OKAbat{&Cdr_AbatOrgChg, "Cmd_OKAbat", "OK"};
-  CommandButton Cmd_AnnulerAbat{&Cdr_AbatOrgChg, "Cmd_AnnulerAbat", "Annuler"};
-  CommandButton Cmd_SuppAbat{&Cdr_AbatOrgChg, "Cmd_SuppAbat", "Supprimer"};
+  CommandButton Cmd_AjoutAbat{&Cdr_AbatOrgChg, "Cmd_AjoutAbat", "A&jouter"};
+  CommandButton Cmd_OKAbat{&Cdr_AbatOrgChg, "Cmd_OKAbat", "&OK"};
+  CommandButton Cmd_AnnulerAbat{&Cdr_AbatOrgChg, "Cmd_AnnulerAbat", "A&nnuler"};
+  CommandButton Cmd_SuppAbat{&Cdr_AbatOrgChg, "Cmd_SuppAbat", "S&upprimer"};
+  Label Etq_DesFacture{in, "Etq_DesFacture", "&Désignation sur facture"};
   TextBox Txt_DesFacture{in, "Txt_DesFacture"};
   CheckBox Cac_AjusTarif{in, "Cac_AjusTarif", "Ajustement tarifaire sur facture aidé"};
   CheckBox Cac_CoutGlobal{in, "Cac_CoutGlobal",
-                          "Coût global et déduction organisme sur facture aidé"};
+                          "Coût g&lobal et déduction organisme sur facture aidé"};
+  Label Etq_CptPrestationService{in, "Etq_CptPrestationService",
+                                 "&Compte de prestation de service"};
+  TextBox Txt_CodeCptPrestationService{in, "Txt_CodeCptPrestationService"};
+  ComboBox Cbo_CptPrestationService{in, "Cbo_CptPrestationService"};
 };
+
+// What a new scale turns its button into, and back.
+inline constexpr const char* kNouveauBareme = "Nouveau barè&me";
+inline constexpr const char* kAnnulerBareme = "Annuler barè&me";
 
 struct Participation {
   explicit Participation(Container* page) : in(page) {}
@@ -195,36 +203,38 @@ struct Participation {
 
   Frame Cdr_ParticipBenef{in, "Cdr_ParticipBenef", "Participation bénéficiaire "};
   Frame Cdr_Bareme{&Cdr_ParticipBenef, "Cdr_Bareme", "Barème en fonction"};
-  OptionButton Opt_Quotient{&Cdr_Bareme, "Opt_Quotient", "du quotient familial"};
-  OptionButton Opt_Ressource{&Cdr_Bareme, "Opt_Ressource", "des ressources"};
+  OptionButton Opt_Quotient{&Cdr_Bareme, "Opt_Quotient", "du &quotient familial"};
+  OptionButton Opt_Ressource{&Cdr_Bareme, "Opt_Ressource", "&des ressources"};
   Frame Cdr_GestionParticipBenef{&Cdr_ParticipBenef, "Cdr_GestionParticipBenef",
                                  "Gestion de la participation bénéficiaire"};
   OptionButton Opt_GestPartPourc{&Cdr_GestionParticipBenef, "Opt_GestPartPourc", "en %"};
-  OptionButton Opt_GestPartMont{&Cdr_GestionParticipBenef, "Opt_GestPartMont", "en montant"};
+  OptionButton Opt_GestPartMont{&Cdr_GestionParticipBenef, "Opt_GestPartMont", "en mon&tant"};
   CheckBox Cac_Abonnement{&Cdr_ParticipBenef, "Cac_Abonnement", "Abonnement"};
   Label Etq_TrancheRevenus{&Cdr_ParticipBenef, "Etq_TrancheRevenus", "Tranches de revenus"};
-  Label Etq_PersSeule{&Cdr_ParticipBenef, "Etq_PersSeule", "Personne seule"};
-  Label Etq_Menage{&Cdr_ParticipBenef, "Etq_Menage", "Ménage"};
   Label Etq_Montant{&Cdr_ParticipBenef, "Etq_Montant", "Montant au"};
   TextBox Txt_DatBaremPrec{&Cdr_ParticipBenef, "Txt_DatBaremPrec"};
   TextBox Txt_DatBaremCours{&Cdr_ParticipBenef, "Txt_DatBaremCours"};
+  Label Etq_PersSeule{&Cdr_ParticipBenef, "Etq_PersSeule", "Personne seu&le"};
   ListBox Lst_DebRevSeulOrgChg{&Cdr_ParticipBenef, "Lst_DebRevSeulOrgChg"};
   ListBox Lst_FinRevSeulOrgChg{&Cdr_ParticipBenef, "Lst_FinRevSeulOrgChg"};
+  Label Etq_Menage{&Cdr_ParticipBenef, "Etq_Menage", "Ménage"};
   ListBox Lst_DebRevMenOrgChg{&Cdr_ParticipBenef, "Lst_DebRevMenOrgChg"};
   ListBox Lst_FinRevMenOrgChg{&Cdr_ParticipBenef, "Lst_FinRevMenOrgChg"};
+  Label Etq_BaremPrecOrgChg{&Cdr_ParticipBenef, "Etq_BaremPrecOrgChg", "Précédent"};
   ListBox Lst_BaremPrecOrgChg{&Cdr_ParticipBenef, "Lst_BaremPrecOrgChg"};
-  ListBox Lst_BaremCoursOrgChg{&Cdr_ParticipBenef, "Lst_BaremCoursOrgChg"};
   ScrollBar Bdv_Bareme{&Cdr_ParticipBenef, "Bdv_Bareme", ScrollBar::Direction::Vertical};
+  Label Etq_BaremCoursOrgChg{&Cdr_ParticipBenef, "Etq_BaremCoursOrgChg", "En &cours"};
+  ListBox Lst_BaremCoursOrgChg{&Cdr_ParticipBenef, "Lst_BaremCoursOrgChg"};
   TextBox Txt_DebRevSeulOrgChg{&Cdr_ParticipBenef, "Txt_DebRevSeulOrgChg"};
   TextBox Txt_FinRevSeulOrgChg{&Cdr_ParticipBenef, "Txt_FinRevSeulOrgChg"};
   TextBox Txt_DebRevMenOrgChg{&Cdr_ParticipBenef, "Txt_DebRevMenOrgChg"};
   TextBox Txt_FinRevMenOrgChg{&Cdr_ParticipBenef, "Txt_FinRevMenOrgChg"};
   TextBox Txt_BaremCoursOrgChg{&Cdr_ParticipBenef, "Txt_BaremCoursOrgChg"};
-  CommandButton Cmd_AjoutPart{&Cdr_ParticipBenef, "Cmd_AjoutPart", "Ajouter"};
-  CommandButton Cmd_OKPart{&Cdr_ParticipBenef, "Cmd_OKPart", "OK"};
-  CommandButton Cmd_AnnulerPart{&Cdr_ParticipBenef, "Cmd_AnnulerPart", "Annuler"};
-  CommandButton Cmd_SuppPart{&Cdr_ParticipBenef, "Cmd_SuppPart", "Supprimer"};
-  CommandButton Cmd_NouveauBareme{&Cdr_ParticipBenef, "Cmd_NouveauBareme", "Nouveau barème"};
+  CommandButton Cmd_AjoutPart{&Cdr_ParticipBenef, "Cmd_AjoutPart", "&Ajouter"};
+  CommandButton Cmd_OKPart{&Cdr_ParticipBenef, "Cmd_OKPart", "&OK"};
+  CommandButton Cmd_AnnulerPart{&Cdr_ParticipBenef, "Cmd_AnnulerPart", "A&nnuler"};
+  CommandButton Cmd_SuppPart{&Cdr_ParticipBenef, "Cmd_SuppPart", "S&upprimer"};
+  CommandButton Cmd_NouveauBareme{&Cdr_ParticipBenef, "Cmd_NouveauBareme", kNouveauBareme};
 };
 
 struct Bordereau {
@@ -289,7 +299,7 @@ struct Activites {
 
 struct Screen {
   // The surface must outlive the screen. Everything is placed, captioned and filled with its fixed
-  // lines; what belongs to pages that cannot be used yet is hidden.
+  // lines.
   explicit Screen(toolkit::Surface& surface);
 
   CommandBar bar;

@@ -195,7 +195,9 @@ std::string twoDecimals(long long hundredths) {
   std::string out = negative ? "-" : "";
   out += std::to_string(magnitude / 100);
   out += ',';
-  appendPadded(out, static_cast<long>(magnitude % 100), 2);
+  const auto cents = static_cast<int>(magnitude % 100);
+  out += static_cast<char>('0' + cents / 10);
+  out += static_cast<char>('0' + cents % 10);
   return out;
 }
 

@@ -26,6 +26,8 @@ constexpr const char* kPlusieursServices =
 constexpr const char* kSansCompta =
     "Le choix 'Sans incidence comptable' ne peut être utilisé que par les organismes de type "
     "'Mandataire'\r\nou de type 'Prestataire' et 'Complémentaire'.";
+constexpr const char* kSansAttribution =
+    "L'attribution des notifications d'accord est obligatoire.";
 constexpr const char* kPasEnHeures =
     "L'attribution des notifications d'accords doit être en heures pour des activités de type "
     "prestataire et pour un organisme principal.";
@@ -277,7 +279,10 @@ TEST_F(ActivitiesCheck, ProviderActivitiesInAmountAreRefusedOnTheCoveragePage) {
 
 TEST_F(ActivitiesCheck, ProviderActivitiesWithoutAttributionAreRefused) {
   show({{24, ""}});
-  expectRefused(kPasEnHeures, kPriseEnCharge, option("Opt_HeureOrgChg"));
+  EXPECT_FALSE(control_->Verif_Ong6());
+  expectBox(kPasEnHeures, Icon::Exclamation);
+  EXPECT_EQ(tabs().tab(), kPriseEnCharge);
+  expectNothingWritten();
 }
 
 // --- Order
@@ -380,7 +385,8 @@ TEST_F(ActivitiesCheck, EveryCombinationIsAllowedOrRefusedAsTheRulesSay) {
   const std::map<std::string, int> tabOf{{kSansActivite, kActivites},
                                          {kPasPrincipal, kCoordonnees},
                                          {kSansCompta, kRegles},
-                                         {kPasEnHeures, kPriseEnCharge}};
+                                         {kPasEnHeures, kPriseEnCharge},
+                                         {kSansAttribution, kPriseEnCharge}};
   std::map<std::string, int> counted;
   for (const Combination& c : combinations()) {
     SCOPED_TRACE(c.told());
@@ -398,13 +404,15 @@ TEST_F(ActivitiesCheck, EveryCombinationIsAllowedOrRefusedAsTheRulesSay) {
     user_->click(tabs(), kCoordonnees);
     store_.forgetCalls();
     press("Cmd_OK");
-    if (broken.empty()) {
+    // Without an attribution the coverage page refuses first.
+    const std::string told = c.attribution.empty() ? kSansAttribution : broken;
+    if (told.empty()) {
       expectNoBox();
       EXPECT_EQ(state(), kEmpty);
       continue;
     }
-    expectBox(broken, Icon::Exclamation);
-    EXPECT_EQ(tabs().tab(), tabOf.at(broken));
+    expectBox(told, Icon::Exclamation);
+    EXPECT_EQ(tabs().tab(), tabOf.at(told));
     EXPECT_EQ(state(), kExisting);
     expectNothingWritten();
   }

@@ -201,6 +201,9 @@ class WrongPages : public AllPages {
         "prestataire et pour un organisme principal.",
         2, "Opt_HeureOrgChg");
     click("Opt_HeureOrgChg");
+    if (!list("Lst_DateRembOrgChg").list(0).empty()) return;
+    expectRefused("Au moins un taux de remboursement est obligatoire.", 2, "Cmd_AjoutTaux");
+    addRate();
   }
   // What the user has entered while mending, whatever the body had before.
   void expectMended(std::string_view id) {
@@ -444,6 +447,7 @@ class WholeBody : public AllPages {
   void enterCoverage() {
     priseEnCharge();
     click("Opt_HeureOrgChg");
+    addRate();
     fill("Txt_CodeCptPrestationService", "706\t");
   }
   void enterSlip() {
@@ -469,7 +473,7 @@ const std::set<std::string> kOfTheEntryAlone{
     "Cbo_SigleOrgChg",  "Etq_RechercheSigle",       "Cmd_Supprimer",
     "Cmd_Sortir",       "Cbo_NatureVoie",           "Cbo_DebitOrgChg",
     "Cbo_CreditOrgChg", "Cbo_CptPrestationService", "Cmd_DroiteTri",
-    "Cmd_AjoutPart",    "Opt_GestPartMont",         "Txt_DatBaremCours"};
+    "Cmd_AjoutPart"};
 
 TEST_F(WholeBody, IsSavedAndShownAgainAsItWasEntered) {
   enterAll();
@@ -499,6 +503,12 @@ TEST_F(WholeBody, IsSavedAndShownAgainAsItWasEntered) {
                                             {22, "4120000000"},
                                             {23, "7060000000"},
                                             {24, "H"},
+                                            {25, "21186"},
+                                            {26, "2000"},
+                                            {27, "2500"},
+                                            {28, "1500"},
+                                            {41, "M"},
+                                            {42, "0"},
                                             {43, "MU"},
                                             {44, "1"},
                                             {45, "R"},
@@ -509,7 +519,9 @@ TEST_F(WholeBody, IsSavedAndShownAgainAsItWasEntered) {
                                             {50, "0"},
                                             {51, "1"},
                                             {52, "1"},
+                                            {53, "0"},
                                             {54, "7060000000"},
+                                            {55, "0"},
                                             {56, "7580000000"},
                                             {57, "1"},
                                             {58, "TH1"},

@@ -280,13 +280,17 @@ TEST_F(Attribution, ARefusedAmountWritesHours) {
   EXPECT_EQ(attribute("001", 24), "H");
 }
 
-TEST_F(Attribution, ThatWasNotChosenIsWrittenAsItWas) {
+TEST_F(Attribution, ThatWasNotChosenIsAskedForAndStaysAsItWas) {
   const std::string odd = std::string("H") + store::kValueMark + "M";
   for (const std::string& attribution : {std::string(), std::string("X"), odd}) {
     show("C", "P", attribution);
+    control_->Ecrire_Ong3();
+    control_->Afficher_Ong3();
+    EXPECT_FALSE(option("Opt_HeureOrgChg").value() || option("Opt_MontantOrgChg").value());
     EXPECT_TRUE(press("Cmd_OK"));
-    expectNoBox();
-    EXPECT_EQ(store_.calls(CallKind::DBWrite).size(), 1U);
+    expectBox("L'attribution des notifications d'accord est obligatoire.", Icon::Exclamation);
+    EXPECT_EQ(tabs().tab(), 2);
+    EXPECT_TRUE(store_.calls(CallKind::DBWrite).empty());
     EXPECT_EQ(attribute("001", 24), attribution);
   }
 }

@@ -52,8 +52,10 @@ void fillTables(testing_support::MemoryStore& store) {
 
 void completeBody(testing_support::MemoryStore& store, std::string_view code) {
   const std::vector<std::pair<int, const char*>> rules{
-      {17, "M"},   {18, "P"},      {19, "3"}, {20, "0"}, {24, "H"}, {44, "0"}, {45, "I"},
-      {46, "010"}, {47, "010P01"}, {48, "1"}, {50, "0"}, {51, "0"}, {57, "0"}, {61, "1"}};
+      {17, "M"},    {18, "P"},    {19, "3"},    {20, "0"},      {24, "H"}, {25, "21186"},
+      {26, "2000"}, {27, "2500"}, {28, "1500"}, {40, "R"},      {41, "M"}, {42, "0"},
+      {44, "0"},    {45, "I"},    {46, "010"},  {47, "010P01"}, {48, "1"}, {50, "0"},
+      {51, "0"},    {53, "0"},    {55, "0"},    {57, "0"},      {61, "1"}};
   for (const auto& [attribute, text] : rules) store.set("ORGPRISECHARGE", code, attribute, text);
 }
 
@@ -96,9 +98,21 @@ void ControlTest::beginCreation(std::string_view sigle, std::string_view raison)
   ASSERT_TRUE(user_->go(box("Txt_RaisonOrgChg")));
 }
 
+void ControlTest::addRate() {
+  ASSERT_TRUE(press("Cmd_AjoutTaux"));
+  ASSERT_TRUE(user_->type("01/01/2026"));
+  ASSERT_TRUE(user_->fill(box("Txt_TxRembOrgChg"), "20"));
+  ASSERT_TRUE(user_->fill(box("Txt_TxRembMajOrgChg"), "25"));
+  ASSERT_TRUE(user_->fill(box("Txt_PrestServOrgChg"), "15"));
+  ASSERT_TRUE(press("Cmd_OKTaux"));
+}
+
 void ControlTest::completeCreation() {
   ASSERT_TRUE(user_->click(tabs(), 5));
   ASSERT_TRUE(user_->fill(box("Txt_Entite"), "010"));
+  ASSERT_TRUE(user_->click(tabs(), 2));
+  ASSERT_TRUE(user_->click(child<toolkit::OptionButton>("Opt_HeureOrgChg")));
+  addRate();
   ASSERT_TRUE(user_->click(tabs(), 4));
   ASSERT_TRUE(user_->dblClick(child<ListBox>("Lst_ParamPossOrgChg"), 0));
 }

@@ -78,10 +78,12 @@ class ControlTest : public testing::Test {
   // The user types a code into the empty code field.
   void lookUp(std::string_view code);
   // The user starts a creation and fills what it needs: the two fields of the first page, the
-  // legal entity, a slip parameter. The first page is in front again at the end.
+  // legal entity, hours and a rate, a slip parameter. The first page is in front again at the end.
   void beginCreation(std::string_view sigle = "NEUF", std::string_view raison = "Organisme neuf");
   // The same for the pages after the first of a creation that has been started.
   void completeCreation();
+  // On the coverage page: a rate of 20,00, 25,00 and 15,00 from 01/01/2026 on.
+  void addRate();
   bool press(std::string_view name) { return user_->click(button(name)); }
 
   // What each button, the code and the acronym's fields are: see state().

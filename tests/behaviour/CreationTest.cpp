@@ -23,7 +23,7 @@ TEST_F(Creation, StartsOnTheFirstPageWithTheFocusOnTheAcronym) {
 TEST_F(Creation, SetsTheDefaultsOfTheOtherPages) {
   button("Cmd_NouveauBareme").setEnabled(false);
   press("Cmd_Ajouter");
-  EXPECT_FALSE(button("Cmd_AjoutPart").enabled());
+  EXPECT_TRUE(button("Cmd_AjoutPart").enabled());
   EXPECT_TRUE(button("Cmd_NouveauBareme").enabled());
   EXPECT_FALSE(box("Txt_DatBaremCours").enabled());
   EXPECT_EQ(child<ComboBox>("Cbo_PeriodFactOrgChg").text(), "Mensuelle");

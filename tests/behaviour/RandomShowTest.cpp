@@ -224,6 +224,7 @@ class RandomShow : public ControlTest, public testing::WithParamInterface<bool> 
 
   // The user does this and that on the pages, whatever comes of it.
   void useAnything();
+  void closeRows();
   void use(toolkit::Control& control);
   void collectUsable(toolkit::Container& container, std::vector<toolkit::Control*>& all);
 
@@ -281,13 +282,29 @@ void RandomShow::use(toolkit::Control& control) {
   }
 }
 
+// A row that is open locks the rest of the screen; its own tab can be chosen always.
+void RandomShow::closeRows() {
+  for (const int tab : {3, 2}) user_->click(tabs(), tab);
+  if (box("Txt_DateRembOrgChg").usable()) user_->fill(box("Txt_DateRembOrgChg"), "");
+  if (button("Cmd_AnnulerPart").reachable()) user_->click(tabs(), 3);
+  for (const char* cancel : {"Cmd_AnnulerTaux", "Cmd_AnnulerAbat", "Cmd_AnnulerPart"}) {
+    // A field can keep the focus once, for a text that it refuses.
+    for (int i = 0; i < 3 && button(cancel).usable(); ++i) press(cancel);
+  }
+  desktop_.onBox = nullptr;
+}
+
 void RandomShow::useAnything() {
+  desktop_.onBox = [this](const toolkit::headless::Entry& box) {
+    if (box.buttons != toolkit::Buttons::Ok) desktop_.answer(Answer::Yes);
+  };
   for (int i = 0; i < 12; ++i) {
     if (below(3) == 0) user_->click(tabs(), below(6));
     std::vector<toolkit::Control*> usable;
     collectUsable(tabs(), usable);
     if (!usable.empty()) use(*usable[static_cast<std::size_t>(below(usable.size()))]);
   }
+  closeRows();
   // A field can keep the focus once, for a text that it refuses.
   for (int i = 0; i < 3 && !user_->go(button("Cmd_Annuler")); ++i) {
   }

@@ -370,7 +370,7 @@ TEST_F(NewBody, StartsWithTheFirstLinesAndNothingElse) {
   for (const char* name : {"Cdr_AttribOrgChg", "Cdr_PlafondOrg", "Cdr_GestionExclu"}) {
     EXPECT_TRUE(frame(name).enabled()) << name;
   }
-  EXPECT_FALSE(button("Cmd_AjoutPart").enabled());
+  EXPECT_TRUE(button("Cmd_AjoutPart").enabled());
   EXPECT_TRUE(button("Cmd_NouveauBareme").enabled());
   EXPECT_FALSE(box("Txt_DatBaremCours").enabled());
 }

@@ -30,13 +30,16 @@ struct Normal {
   static std::vector<Rule> rules() {
     return {&Normal::unsetNumbersAreZero,        &Normal::unknownDocumentsGo,
             &Normal::accountsWithoutEffectGo,    &Normal::hoursAreChosenByPrincipalBodies,
-            &Normal::lettersAreManagedOrNothing, &Normal::billingIsAnticipatedByRequests};
+            &Normal::lettersAreManagedOrNothing, &Normal::billingIsAnticipatedByRequests,
+            &Normal::blankRatesAreNothing,       &Normal::deductionsGoWithSlipsOfMfp,
+            &Normal::emptyParticipationsAreZero};
   }
 
   void unsetNumbersAreZero(DynamicArray& body) const {
     for (const int attribute :
          {attribut::RenouvOrgChg, attribut::DemAccordOrgChg, attribut::IncidCompta,
-          attribut::GestionExclu, attribut::FactAnticip}) {
+          attribut::GestionExclu, attribut::FactAnticip, attribut::Abonnement, attribut::AjusTarif,
+          attribut::CoutGlobal}) {
       if (body.get(attribute).empty()) body.set(attribute, "0");
     }
   }
@@ -67,6 +70,28 @@ struct Normal {
     }
   }
 
+  void blankRatesAreNothing(DynamicArray& body) const {
+    for (const int attribute : {attribut::TxRembMajOrgChg, attribut::PrestServOrgChg}) {
+      for (int i = 1; i <= body.DCount(attribute); ++i) {
+        if (body.get(attribute, i) == " ") body.set(attribute, i, "");
+      }
+    }
+  }
+  void deductionsGoWithSlipsOfMfp(DynamicArray& body) const {
+    if (body.get(attribut::TypeBordOrgChg) != "M") return;
+    for (const int attribute :
+         {attribut::DebAbatHOrgChg, attribut::FinAbatHOrgChg, attribut::PourcentAbatOrgChg}) {
+      if (!body.get(attribute).empty()) body.set(attribute, "");
+    }
+  }
+  void emptyParticipationsAreZero(DynamicArray& body) const {
+    for (int i = 1; i <= body.DCount(attribut::DebRevSeulOrgChg); ++i) {
+      if (body.get(attribut::BaremCoursOrgChg, i).empty()) {
+        body.set(attribut::BaremCoursOrgChg, i, "0");
+      }
+    }
+  }
+
   DynamicArray operator()(DynamicArray body) const {
     for (const Rule rule : rules()) (this->*rule)(body);
     return body;
@@ -84,6 +109,19 @@ long slipWidth(const MemoryStore& store, const DynamicArray& body) {
   return width;
 }
 
+std::string scaleRefusal(const DynamicArray& body) {
+  if (store::wholeNumber(body.get(attribut::DatBaremCours)) <=
+      store::wholeNumber(body.get(attribut::DatBaremPrec))) {
+    return "La date du barème en cours doit être supérieure à la date de barème précédent.";
+  }
+  for (int i = 2; i <= body.DCount(attribut::DebRevSeulOrgChg); ++i) {
+    if (body.get(attribut::DebRevSeulOrgChg, i) != body.get(attribut::FinRevSeulOrgChg, i - 1)) {
+      return "Il n'y a pas enchaînement dans les tranches de revenus des personnes seules.";
+    }
+  }
+  return "";
+}
+
 // "" when it is saved.
 std::string refusal(const MemoryStore& store, const DynamicArray& body, bool accounting) {
   if (accounting && !isChecked(body, attribut::IncidCompta)) {
@@ -94,6 +132,8 @@ std::string refusal(const MemoryStore& store, const DynamicArray& body, bool acc
       return "Le compte comptable CREDIT est obligatoire.";
     }
   }
+  const std::string scale = scaleRefusal(body);
+  if (!scale.empty()) return scale;
   const long width = slipWidth(store, body);
   if (width <= 130) return "";
   return "La taille cumulée des paramètres sélectionnés est de " + std::to_string(width) +
@@ -108,6 +148,12 @@ struct Variant {
 };
 
 std::ostream& operator<<(std::ostream& out, const Variant& variant) { return out << variant.name; }
+
+// A refused scale shows the row that breaks the chain, and opens a date that is to be entered
+// again.
+const std::set<std::string> kShownByARefusal{
+    "Lst_DebRevSeulOrgChg", "Lst_FinRevSeulOrgChg", "Lst_DebRevMenOrgChg", "Lst_FinRevMenOrgChg",
+    "Lst_BaremPrecOrgChg",  "Lst_BaremCoursOrgChg", "Bdv_Bareme",          "Txt_DatBaremCours"};
 
 void asItIs(DynamicArray&) {}
 
@@ -169,7 +215,7 @@ class SampleBodies : public ControlTest, public testing::WithParamInterface<Para
     expectBox(message, Icon::Exclamation);
     expectNothingWritten();
     expectRecord(id, before);
-    EXPECT_EQ(difference(screen, snapshotOf(control_->surface())), "");
+    EXPECT_EQ(difference(screen, snapshotOf(control_->surface()), kShownByARefusal), "");
     press("Cmd_Annuler");
   }
   void expectSaved(const std::string& id, const DynamicArray& expected) {
@@ -267,7 +313,7 @@ TEST(SampleBodiesRules, AreEachNeededByABody) {
   }
 }
 
-TEST(SampleBodiesRules, ASlipThatIsTooWideIsRefusedAndTheOthersAreNot) {
+TEST(SampleBodiesRules, ThreeBodiesAreRefusedAndTheOthersAreNot) {
   MemoryStore store;
   fillFromSample(store);
   std::vector<std::string> messages;
@@ -275,9 +321,13 @@ TEST(SampleBodiesRules, ASlipThatIsTooWideIsRefusedAndTheOthersAreNot) {
     const std::string message = refusal(store, store.record(attribut::kFile, id), true);
     if (!message.empty()) messages.push_back(message);
   }
-  EXPECT_EQ(messages, std::vector<std::string>{
-                          "La taille cumulée des paramètres sélectionnés est de 131 caractères "
-                          "alors que la largeur de la page ne peut être supérieure à 130"});
+  EXPECT_EQ(messages,
+            (std::vector<std::string>{
+                "La taille cumulée des paramètres sélectionnés est de 131 caractères alors que la "
+                "largeur de la page ne peut être supérieure à 130",
+                "Il n'y a pas enchaînement dans les tranches de revenus des personnes seules.",
+                "La date du barème en cours doit être supérieure à la date de barème "
+                "précédent."}));
 }
 
 }  // namespace

@@ -142,9 +142,12 @@ TEST_F(ScreenTest, HoldsEveryChildControl) {
                            "Cmd_Supprimer",
                            "Etq_ActSelect",
                            "Etq_Activite",
+                           "Etq_BaremCoursOrgChg",
+                           "Etq_BaremPrecOrgChg",
                            "Etq_CreditOrgChg",
                            "Etq_DateRembOrgChg",
                            "Etq_DebitOrgChg",
+                           "Etq_DesFacture",
                            "Etq_InterlocDossOrgChg",
                            "Etq_InterlocFactOrgChg",
                            "Etq_Menage",
@@ -249,19 +252,6 @@ TEST_F(ScreenTest, EveryNameIsUsedOnce) {
   for (const auto& [name, count] : names) EXPECT_EQ(count, 1) << name;
 }
 
-TEST_F(ScreenTest, HidesWhatCannotBeUsedYet) {
-  for (Control* child : screen_.Ong_OrgPriseChg.page(screen::kParticipation).children()) {
-    EXPECT_FALSE(child->visible()) << child->name();
-  }
-  std::vector<std::string> usable;
-  for (Control* child : screen_.Ong_OrgPriseChg.page(screen::kPriseEnCharge).children()) {
-    if (child->visible()) usable.push_back(child->name());
-  }
-  EXPECT_EQ(usable,
-            (std::vector<std::string>{"Cdr_AttribOrgChg", "Etq_CptPrestationService",
-                                      "Txt_CodeCptPrestationService", "Cbo_CptPrestationService"}));
-}
-
 TEST_F(ScreenTest, TheListsOfCodesAndWidthsAreNeverSeen) {
   screen_.Ong_OrgPriseChg.setTab(screen::kBordereau);
   EXPECT_FALSE(screen_.bordereau.Lst_LongParam.shown());
@@ -269,16 +259,17 @@ TEST_F(ScreenTest, TheListsOfCodesAndWidthsAreNeverSeen) {
   EXPECT_FALSE(screen_.activites.Lst_CodActSelect.shown());
 }
 
-TEST_F(ScreenTest, EditorListsAreInAFixedPitchFont) {
+TEST_F(ScreenTest, TheListsOfTablesAreInAFixedPitchFont) {
   for (const char* name : {"Lst_DateRembOrgChg", "Lst_TxRembOrgChg", "Lst_TxRembMajOrgChg",
                            "Lst_PrestServOrgChg", "Lst_DebAbatHOrgChg", "Lst_FinAbatHOrgChg",
-                           "Lst_PourcentAbatOrgChg", "Lst_Activite", "Lst_ActSelect"}) {
-    EXPECT_EQ(surface_.find(name)->font().name, "Courier New") << name;
+                           "Lst_PourcentAbatOrgChg", "Lst_DebRevSeulOrgChg", "Lst_FinRevSeulOrgChg",
+                           "Lst_DebRevMenOrgChg", "Lst_FinRevMenOrgChg", "Lst_BaremPrecOrgChg",
+                           "Lst_BaremCoursOrgChg", "Lst_Activite", "Lst_ActSelect"}) {
+    EXPECT_EQ(surface_.find(name)->font(), (toolkit::Font{"Courier New", 9, false})) << name;
   }
 }
 
-// Each page that can be used, with the bar and the tabs around it
-// ----------------------------------
+// Each page, with the bar and the tabs around it --------------------------------------------------
 
 bool isField(const Control& control) {
   return control.kind() == Kind::TextBox || control.kind() == Kind::ComboBox ||
@@ -297,9 +288,27 @@ bool leadsToAField(const Control& label) {
   return field && isField(*field);
 }
 
-// The label of the field, or of the fields in whose row it stands; else the frame that it is the
-// first in.
+// A table is one stop of the Tab key: the headings of its other columns lead nowhere new.
+bool leadsToAStop(const Control& label) { return leadsToAField(label) && next(label)->tabStop(); }
+
+int right(const Control& control) { return control.place().left + control.place().width; }
+int bottom(const Control& control) { return control.place().top + control.place().height; }
+
+// An edit zone stands below its column.
+const Control* columnOf(const Control& zone) {
+  for (const Control* child : zone.parent()->children()) {
+    if (child->kind() == Kind::ListBox && child->place().left == zone.place().left &&
+        zone.place().top - bottom(*child) == 60) {
+      return child;
+    }
+  }
+  return nullptr;
+}
+
+// The label of the field, or of the fields in whose row it stands, or of the column that it edits;
+// else the frame that it is the first in.
 const Control* captionOf(const Control& field) {
+  if (const Control* column = columnOf(field)) return captionOf(*column);
   const Control* label = nullptr;
   bool first = true;
   for (const Control* child : field.parent()->children()) {
@@ -314,9 +323,6 @@ const Control* captionOf(const Control& field) {
   if (label) return label;
   return first && field.parent()->kind() == Kind::Frame ? field.parent() : nullptr;
 }
-
-int right(const Control& control) { return control.place().left + control.place().width; }
-int bottom(const Control& control) { return control.place().top + control.place().height; }
 
 // From the left edge of the page.
 int leftOnPage(const Control& control) {
@@ -334,19 +340,48 @@ bool readBefore(const Control& first, const Control& second) {
   return first.place().left < second.place().left;
 }
 
+// Buttons that are usable in one mode alone; all other controls may be in any. What shows that the
+// modes are kept apart are the tests of the whole control, below.
+std::string modeOf(const std::string& name) {
+  static const std::map<std::string, std::string> modes = {{"Cmd_Ajouter", "no body"},
+                                                           {"Cmd_AjoutTaux", "body"},
+                                                           {"Cmd_AjoutAbat", "body"},
+                                                           {"Cmd_AjoutPart", "body"},
+                                                           {"Cmd_Supprimer", "body"},
+                                                           {"Cmd_OK", "body"},
+                                                           {"Cmd_Annuler", "body"},
+                                                           {"Cmd_OKTaux", "open rate"},
+                                                           {"Cmd_AnnulerTaux", "open rate"},
+                                                           {"Cmd_SuppTaux", "open rate"},
+                                                           {"Cmd_OKAbat", "open deduction"},
+                                                           {"Cmd_AnnulerAbat", "open deduction"},
+                                                           {"Cmd_SuppAbat", "open deduction"},
+                                                           {"Cmd_OKPart", "open bracket"},
+                                                           {"Cmd_AnnulerPart", "open bracket"},
+                                                           {"Cmd_SuppPart", "open bracket"}};
+  const auto found = modes.find(name);
+  return found == modes.end() ? "" : found->second;
+}
+
+bool mayShareALetter(const std::string& a, const std::string& b) {
+  return !modeOf(a).empty() && !modeOf(b).empty() && modeOf(a) != modeOf(b);
+}
+
 class PageTest : public ScreenTest, public testing::WithParamInterface<int> {
  protected:
   PageTest() { screen_.Ong_OrgPriseChg.setTab(GetParam()); }
 
-  // The control that a mnemonic is seen for, by letter, the tabs included.
-  std::map<char32_t, std::string> mnemonics() {
-    std::map<char32_t, std::string> letters;
+  // The controls that a mnemonic is seen for, by letter, the tabs included.
+  std::map<char32_t, std::vector<std::string>> mnemonics() {
+    std::map<char32_t, std::vector<std::string>> letters;
     const auto add = [&](const std::string& caption, const std::string& name) {
       const char32_t letter = toolkit::mnemonicOf(caption);
       if (!letter) return;
-      EXPECT_TRUE(letters.emplace(letter, name).second)
-          << name << " and " << letters[letter] << " share "
-          << std::string(1, static_cast<char>(letter));
+      for (const std::string& other : letters[letter]) {
+        EXPECT_TRUE(mayShareALetter(name, other))
+            << name << " and " << other << " share " << std::string(1, static_cast<char>(letter));
+      }
+      letters[letter].push_back(name);
     };
     for (Control* control : seen()) {
       const bool entry = control->name() == "Etq_SigleOrgChg";  // in the place of its look-up
@@ -364,22 +399,24 @@ class PageTest : public ScreenTest, public testing::WithParamInterface<int> {
   }
 };
 
-INSTANTIATE_TEST_SUITE_P(Usable, PageTest,
+INSTANTIATE_TEST_SUITE_P(Every, PageTest,
                          testing::Values(screen::kCoordonnees, screen::kRegles,
-                                         screen::kPriseEnCharge, screen::kBordereau,
-                                         screen::kActivites));
+                                         screen::kPriseEnCharge, screen::kParticipation,
+                                         screen::kBordereau, screen::kActivites));
 
-TEST_P(PageTest, MnemonicsAreUnique) {
+TEST_P(PageTest, MnemonicsAreUniqueAmongWhatIsUsableTogether) {
   mnemonics();
-  for (const char* name : {"Cmd_Ajouter", "Cmd_Supprimer", "Cmd_OK", "Cmd_Annuler", "Cmd_Sortir"}) {
-    EXPECT_NE(toolkit::mnemonicOf(surface_.find(name)->caption()), 0U) << name;
+  for (Control* control : seen()) {
+    const bool arrow = control->caption().ends_with("->") || control->caption().starts_with("<-");
+    if (control->kind() != Kind::CommandButton || arrow) continue;
+    EXPECT_NE(toolkit::mnemonicOf(control->caption()), 0U) << control->name();
   }
 }
 
 // A caption goes without only when each of its letters is another's, or when the options that it
 // stands over have mnemonics of their own.
 TEST_P(PageTest, NoCaptionGoesWithoutAMnemonicThatHasALetterLeft) {
-  const std::map<char32_t, std::string> taken = mnemonics();
+  const auto taken = mnemonics();
   for (Control* control : seenOnPage()) {
     if (toolkit::mnemonicOf(control->caption())) continue;
     if (control->isContainer()) {
@@ -389,7 +426,7 @@ TEST_P(PageTest, NoCaptionGoesWithoutAMnemonicThatHasALetterLeft) {
     }
     const Control& around = *control->parent();
     if (around.kind() == Kind::Frame && toolkit::mnemonicOf(around.caption())) continue;
-    if (control->kind() == Kind::Label && !leadsToAField(*control)) continue;
+    if (control->kind() == Kind::Label && !leadsToAStop(*control)) continue;
     for (const char letter : control->caption()) {
       const char upper = static_cast<char>(letter >= 'a' && letter <= 'z' ? letter - 32 : letter);
       if (upper < 'A' || upper > 'Z') continue;
@@ -443,8 +480,29 @@ TEST_P(PageTest, NothingSeenOverlapsOrLeavesItsContainer) {
   }
 }
 
+// The lines that a label of this width breaks its caption into, 99 when a word is wider; blanks go
+// with the break.
+int linesOf(const std::string& caption, int width, int character) {
+  int lines = 1;
+  int used = 0;
+  for (std::size_t from = 0; from < caption.size();) {
+    const std::size_t word = std::min(caption.find_first_not_of(' ', from), caption.size());
+    const std::size_t end = std::min(caption.find(' ', word), caption.size());
+    const auto wide = [&](std::size_t begin) {
+      return static_cast<int>(text::length(caption.substr(begin, end - begin))) * character;
+    };
+    const bool breaks = used > 0 && used + wide(from) > width;
+    used = breaks ? wide(word) : used + wide(from);
+    if (used > width) return 99;
+    if (breaks) ++lines;
+    from = end;
+  }
+  return lines;
+}
+
 // The widest of the usual dialog fonts takes about 6 pixels a character at 96 dpi; a button needs
-// some room at both ends, an option or check box its mark, a frame its corners.
+// some room at both ends, an option or check box its mark, a frame its corners. A heading of two
+// lines leaves less.
 TEST_P(PageTest, CaptionsKeepSpareWidth) {
   const std::map<Kind, int> rooms = {{Kind::Label, 0},
                                      {Kind::CommandButton, 120},
@@ -454,6 +512,11 @@ TEST_P(PageTest, CaptionsKeepSpareWidth) {
   for (Control* control : seen()) {
     const auto room = rooms.find(control->kind());
     if (room == rooms.end()) continue;
+    if (control->kind() == Kind::Label && control->place().height == 2 * 225) {
+      const std::string caption = toolkit::withoutMnemonic(control->caption());
+      EXPECT_LE(linesOf(caption, control->place().width, 5 * 15), 2) << control->name();
+      continue;
+    }
     const auto characters =
         static_cast<int>(text::length(toolkit::withoutMnemonic(control->caption())));
     const int needed = characters * 6 * 15 * 115 / 100;
@@ -490,6 +553,8 @@ TEST_F(ScreenTest, FieldsLineUpInColumns) {
             "Txt_Telephone", "Txt_Email", "Txt_InterlocDossOrgChg", "Txt_InterlocFactOrgChg",
             "Cbo_RenouvOrgChg", "Cbo_StatsOrgChg", "Txt_DebitOrgChg", "Txt_CreditOrgChg",
             "Txt_CpteProdAide", "Txt_CodeThesaurus", "Cbo_Entite", "Opt_DimJF"});
+  sameLeft({"Txt_DesFacture", "Txt_CodeCptPrestationService"});
+  sameLeft({"Cac_CoutGlobal", "Cbo_CptPrestationService"});
   sameLeft({"Cbo_DebitOrgChg", "Cbo_CreditOrgChg", "Cbo_CpteProdAide"});
   sameLeft({"Lst_ParamTriSelect", "Etq_IdentMagnetOrgChg"});
   sameLeft({"Opt_IndBordOrgChg", "Txt_NbExEmplOrgChg", "Txt_IdentMagnetOrgChg"});
@@ -506,14 +571,17 @@ TEST_F(ScreenTest, FramesAndFieldsEndInColumns) {
   };
   sameRight({"Ctr_Adresseorgchg", "Cdr_InterlocOrgChg", "Cdr_DemandesAccord", "Cdr_RenouvOrgChg",
              "Cdr_MiseEnForme", "Cdr_TypeBordereau", "Cdr_Exemplaire", "Cbo_Entite", "Lst_TypeAct",
-             "Cdr_GestionExclu"});
+             "Cdr_GestionExclu", "Cdr_AbatOrgChg", "Cdr_ParticipBenef"});
+  sameRight({"Cdr_AttribOrgChg", "Cdr_TauxOrgChg"});
   sameRight({"Txt_RaisonOrgChg", "Txt_Email", "Lst_PieceRenouOrgChg", "Cbo_PeriodFactOrgChg",
              "Cbo_DebitOrgChg", "Cbo_CreditOrgChg", "Cbo_CpteProdAide", "Cbo_CptPrestationService",
+             "Txt_DesFacture", "Cac_CoutGlobal", "Cmd_NouveauBareme", "Txt_DatBaremCours",
              "Cmd_HautBord", "Cmd_BasBord", "Bdh_NbExemp", "Txt_IdentMagnetOrgChg"});
 }
 
 TEST_F(ScreenTest, ThePagesAreUsedToTheirFoot) {
-  for (const int tab : {screen::kRegles, screen::kBordereau, screen::kActivites}) {
+  for (const int tab :
+       {screen::kRegles, screen::kPriseEnCharge, screen::kBordereau, screen::kActivites}) {
     const toolkit::TabPage& page = screen_.Ong_OrgPriseChg.page(tab);
     int last = 0;
     for (const Control* child : page.children()) {
@@ -551,6 +619,105 @@ TEST_F(ScreenTest, TypingIsLimitedWhereTheDataHasItsLength) {
   EXPECT_EQ(screen_.bordereau.Txt_NbExEmplOrgChg.maxLength(), 1);
   EXPECT_EQ(screen_.bordereau.Txt_CodeThesaurus.maxLength(), 0);
   EXPECT_EQ(screen_.bordereau.Txt_IdentMagnetOrgChg.maxLength(), 0);
+}
+
+TEST_F(ScreenTest, EditZonesTakeADateOrANumber) {
+  for (const char* name : {"Txt_DateRembOrgChg", "Txt_DatBaremPrec", "Txt_DatBaremCours"}) {
+    const auto& date = dynamic_cast<const toolkit::TextBox&>(*surface_.find(name));
+    EXPECT_EQ(date.maxLength(), 10) << name;
+    EXPECT_FALSE(date.rightAligned()) << name;
+  }
+  for (const char* name : {"Txt_TxRembOrgChg", "Txt_TxRembMajOrgChg", "Txt_PrestServOrgChg",
+                           "Txt_DebAbatHOrgChg", "Txt_FinAbatHOrgChg", "Txt_PourcentAbatOrgChg",
+                           "Txt_DebRevSeulOrgChg", "Txt_FinRevSeulOrgChg", "Txt_DebRevMenOrgChg",
+                           "Txt_FinRevMenOrgChg", "Txt_BaremCoursOrgChg"}) {
+    const auto& number = dynamic_cast<const toolkit::TextBox&>(*surface_.find(name));
+    EXPECT_EQ(number.maxLength(), 15) << name;
+    EXPECT_TRUE(number.rightAligned()) << name;
+  }
+}
+
+// The three tables --------------------------------------------------------------------------------
+
+struct TableNames {
+  const char* name;
+  std::vector<const char*> lists;
+  std::vector<const char*> zones;  // "" for a column without one
+  const char* bar;
+};
+
+class TableTest : public ScreenTest, public testing::WithParamInterface<TableNames> {
+ protected:
+  ListBox& list(std::size_t column) {
+    return dynamic_cast<ListBox&>(*surface_.find(GetParam().lists[column]));
+  }
+  ListBox& last() { return list(GetParam().lists.size() - 1); }
+  toolkit::ScrollBar& bar() {
+    return dynamic_cast<toolkit::ScrollBar&>(*surface_.find(GetParam().bar));
+  }
+};
+
+INSTANTIATE_TEST_SUITE_P(
+    Of, TableTest,
+    testing::Values(
+        TableNames{"Rates",
+                   {"Lst_DateRembOrgChg", "Lst_TxRembOrgChg", "Lst_TxRembMajOrgChg",
+                    "Lst_PrestServOrgChg"},
+                   {"Txt_DateRembOrgChg", "Txt_TxRembOrgChg", "Txt_TxRembMajOrgChg",
+                    "Txt_PrestServOrgChg"},
+                   "Bdv_TauxOrgChg"},
+        TableNames{"Deductions",
+                   {"Lst_DebAbatHOrgChg", "Lst_FinAbatHOrgChg", "Lst_PourcentAbatOrgChg"},
+                   {"Txt_DebAbatHOrgChg", "Txt_FinAbatHOrgChg", "Txt_PourcentAbatOrgChg"},
+                   "Bdv_AbatOrgChg"},
+        TableNames{"Scale",
+                   {"Lst_DebRevSeulOrgChg", "Lst_FinRevSeulOrgChg", "Lst_DebRevMenOrgChg",
+                    "Lst_FinRevMenOrgChg", "Lst_BaremPrecOrgChg", "Lst_BaremCoursOrgChg"},
+                   {"Txt_DebRevSeulOrgChg", "Txt_FinRevSeulOrgChg", "Txt_DebRevMenOrgChg",
+                    "Txt_FinRevMenOrgChg", "", "Txt_BaremCoursOrgChg"},
+                   "Bdv_Bareme"}),
+    [](const auto& table) { return std::string(table.param.name); });
+
+TEST_P(TableTest, ColumnsTouchAndScrollByOneBar) {
+  for (std::size_t i = 0; i < GetParam().lists.size(); ++i) {
+    EXPECT_FALSE(list(i).scrollBar()) << list(i).name();
+    EXPECT_EQ(list(i).place().top, list(0).place().top) << list(i).name();
+    EXPECT_EQ(list(i).place().height, list(0).place().height) << list(i).name();
+    if (i == 0) continue;
+    EXPECT_EQ(list(i).place().left, right(list(i - 1))) << list(i).name();
+  }
+  EXPECT_EQ(last().place().width, 975);
+  EXPECT_FALSE(bar().visible());
+  EXPECT_FALSE(bar().tabStop());
+}
+
+// At 96 dpi a row of Courier New 9 takes 15 pixels, 14 in fonts that stand in for it; the border 4.
+TEST_P(TableTest, TwelveRowsAreInViewAndNoThirteenth) {
+  const int pixels = list(0).place().height / 15;
+  EXPECT_EQ((pixels - 4) / 15, 12);
+  EXPECT_EQ((pixels - 4) / 14, 12);
+}
+
+TEST_P(TableTest, AZoneStandsBelowItsColumn) {
+  for (std::size_t i = 0; i < GetParam().zones.size(); ++i) {
+    if (GetParam().zones[i][0] == '\0') continue;
+    const Control& zone = *surface_.find(GetParam().zones[i]);
+    EXPECT_EQ(zone.place().left, list(i).place().left) << zone.name();
+    EXPECT_EQ(zone.place().width, list(i).place().width) << zone.name();
+    EXPECT_EQ(zone.place().top, bottom(list(0)) + 60) << zone.name();
+  }
+}
+
+// The last list, made wider, has the bar within its border: the rows keep the width they had.
+TEST_P(TableTest, TheScrollBarStandsInTheRoomThatTheLastColumnGains) {
+  Place wide = last().place();
+  wide.width = 1215;
+  EXPECT_EQ(bar().place(),
+            (Place{wide.left + wide.width - 240 - 30, wide.top + 30, 240, wide.height - 60}));
+  EXPECT_LE(wide.left + wide.width, last().parent()->place().width - 60);
+  const auto& order = last().parent()->children();
+  EXPECT_LT(std::find(order.begin(), order.end(), &bar()),
+            std::find(order.begin(), order.end(), &last()));
 }
 
 TEST_F(ScreenTest, CopiesAreOneToNineByBarOrByTyping) {
@@ -611,11 +778,42 @@ TEST_F(KeyboardOnAPage, OfTheManagementRules) {
 
 TEST_F(KeyboardOnAPage, OfTheCoverage) {
   EXPECT_EQ(walk(screen::kPriseEnCharge),
-            (std::vector<std::string>{"Opt_HeureOrgChg", "Txt_CodeCptPrestationService",
+            (std::vector<std::string>{"Opt_HeureOrgChg",         "Lst_DateRembOrgChg",
+                                      "Txt_DateRembOrgChg",      "Txt_TxRembOrgChg",
+                                      "Txt_TxRembMajOrgChg",     "Txt_PrestServOrgChg",
+                                      "Cmd_AjoutTaux",           "Cmd_OKTaux",
+                                      "Cmd_AnnulerTaux",         "Cmd_SuppTaux",
+                                      "Lst_DebAbatHOrgChg",      "Txt_DebAbatHOrgChg",
+                                      "Txt_FinAbatHOrgChg",      "Txt_PourcentAbatOrgChg",
+                                      "Cmd_AjoutAbat",           "Cmd_OKAbat",
+                                      "Cmd_AnnulerAbat",         "Cmd_SuppAbat",
+                                      "Txt_DesFacture",          "Cac_AjusTarif",
+                                      "Cac_CoutGlobal",          "Txt_CodeCptPrestationService",
                                       "Cbo_CptPrestationService"}));
   expectLetters(screen::kPriseEnCharge, {{'H', "Opt_HeureOrgChg"},
                                          {'T', "Opt_MontantOrgChg"},
+                                         {'X', "Lst_DateRembOrgChg"},
+                                         {'M', "Lst_DebAbatHOrgChg"},
+                                         {'J', "Cmd_AjoutAbat"},
+                                         {'D', "Txt_DesFacture"},
+                                         {'L', "Cac_CoutGlobal"},
                                          {'C', "Txt_CodeCptPrestationService"}});
+}
+
+TEST_F(KeyboardOnAPage, OfTheParticipation) {
+  EXPECT_EQ(walk(screen::kParticipation),
+            (std::vector<std::string>{
+                "Opt_Quotient", "Opt_GestPartPourc", "Cac_Abonnement", "Txt_DatBaremPrec",
+                "Txt_DatBaremCours", "Lst_DebRevSeulOrgChg", "Lst_BaremCoursOrgChg",
+                "Txt_DebRevSeulOrgChg", "Txt_FinRevSeulOrgChg", "Txt_DebRevMenOrgChg",
+                "Txt_FinRevMenOrgChg", "Txt_BaremCoursOrgChg", "Cmd_AjoutPart", "Cmd_OKPart",
+                "Cmd_AnnulerPart", "Cmd_SuppPart", "Cmd_NouveauBareme"}));
+  expectLetters(screen::kParticipation, {{'Q', "Opt_Quotient"},
+                                         {'D', "Opt_Ressource"},
+                                         {'T', "Opt_GestPartMont"},
+                                         {'L', "Lst_DebRevSeulOrgChg"},
+                                         {'C', "Lst_BaremCoursOrgChg"},
+                                         {'M', "Cmd_NouveauBareme"}});
 }
 
 TEST_F(KeyboardOnAPage, OfTheSlipParameters) {
@@ -705,6 +903,83 @@ TEST_F(Keyboard, LabelsLeadToTheirFields) {
   }
 }
 
+// Letters that controls share: in each mode, only one of them is usable.
+class SharedLetters : public Keyboard {
+ protected:
+  void expectUnique(const char* mode) {
+    std::map<char32_t, std::string> letters;
+    const std::function<void(Container&)> walk = [&](Container& container) {
+      for (Control* child : container.children()) {
+        const char32_t letter = toolkit::mnemonicOf(child->caption());
+        if (letter && child->usable() && child->kind() != Kind::TabPage) {
+          EXPECT_TRUE(letters.emplace(letter, child->name()).second)
+              << mode << ": " << child->name() << " and " << letters[letter];
+        }
+        if (auto* inner = dynamic_cast<Container*>(child)) walk(*inner);
+      }
+    };
+    walk(control_->surface());
+    const auto& tabs = child<toolkit::SSTab>("Ong_OrgPriseChg");
+    for (int tab = 0; tabs.usable() && tab < tabs.tabs(); ++tab) {
+      const char32_t letter = toolkit::mnemonicOf(tabs.page(tab).caption());
+      if (tabs.tabEnabled(tab)) {
+        EXPECT_TRUE(letters.emplace(letter, "a tab").second)
+            << mode << ": a tab and " << letters[letter];
+      }
+    }
+  }
+  void expectLeadsTo(char32_t letter, const char* name) {
+    bool pressed = false;
+    auto& aimed = button(name);
+    const auto before = std::exchange(aimed.onClick, [&pressed] { pressed = true; });
+    EXPECT_TRUE(user_->alt(letter)) << name;
+    EXPECT_TRUE(pressed) << name;
+    aimed.onClick = before;
+  }
+};
+
+TEST_F(SharedLetters, AreUniqueWithoutABody) {
+  for (const int tab : {screen::kPriseEnCharge, screen::kParticipation}) {
+    child<toolkit::SSTab>("Ong_OrgPriseChg").setTab(tab);
+    expectUnique("no body");
+    expectLeadsTo('A', "Cmd_Ajouter");
+  }
+}
+
+TEST_F(SharedLetters, BelongToTheBarWhileNoRowIsOpen) {
+  lookUp("001");
+  for (const int tab : {screen::kPriseEnCharge, screen::kParticipation}) {
+    child<toolkit::SSTab>("Ong_OrgPriseChg").setTab(tab);
+    expectUnique("list mode");
+    expectLeadsTo('O', "Cmd_OK");
+    expectLeadsTo('N', "Cmd_Annuler");
+    expectLeadsTo('U', "Cmd_Supprimer");
+  }
+}
+
+TEST_F(SharedLetters, BelongToTheEditorWhoseRowIsOpen) {
+  lookUp("001");
+  struct Editor {
+    char32_t page;
+    char32_t add;
+    const char* ok;
+    const char* cancel;
+  };
+  for (const Editor& editor : {Editor{'P', 'A', "Cmd_OKTaux", "Cmd_AnnulerTaux"},
+                               Editor{'P', 'J', "Cmd_OKAbat", "Cmd_AnnulerAbat"},
+                               Editor{'F', 'A', "Cmd_OKPart", "Cmd_AnnulerPart"}}) {
+    user_->alt(editor.page);
+    user_->alt(editor.add);
+    ASSERT_TRUE(button(editor.ok).usable()) << editor.ok;
+    expectUnique(editor.ok);
+    expectLeadsTo('O', editor.ok);
+    expectLeadsTo('N', editor.cancel);
+    desktop_.answer(toolkit::Answer::Yes);
+    user_->alt('N');
+    ASSERT_FALSE(button(editor.ok).usable()) << editor.ok;
+  }
+}
+
 TEST_F(Keyboard, TheAcronymsMnemonicLeadsToTheFieldThatIsSeen) {
   press("Cmd_Ajouter");
   user_->go(box("Txt_Ville"));
@@ -729,11 +1004,17 @@ TEST_F(Keyboard, AWholeCreationNeedsNoMouse) {
   user_->press(toolkit::Key::Space);
   user_->alt('P');
   user_->alt('H');
+  user_->alt('A');
+  user_->type("01/01/2026\t22,5\t24\t20");
+  user_->alt('O');
+  ASSERT_TRUE(button("Cmd_AjoutTaux").hasFocus());
   user_->alt('O');
   expectNoBox();
   EXPECT_EQ(attribute("004", 1), "NEUF");
   EXPECT_EQ(attribute("004", 3), "Bât. B");
   EXPECT_EQ(attribute("004", 24), "H");
+  EXPECT_EQ(attribute("004", 25), "21186");
+  EXPECT_EQ(attribute("004", 26), "2250");
   EXPECT_EQ(attribute("004", 46), "010");
   EXPECT_EQ(attribute("004", 61), "2");
   user_->type("004");

@@ -476,10 +476,78 @@ def plain_body(acronym, name, kind, where):
     }
 
 
+def dated_rates(count, increased, provision):
+    """Attributes 25 to 28: a rate a quarter, the last two lists at those distances from the normal one.
+
+    The distances repeat. A rate that there is none of is one blank, as the rates' editor leaves it, or
+    nothing, as the page writes it.
+    """
+    quarters = [(2026 - (i + 3) // 4, 1 + 3 * (-i % 4)) for i in range(count)]
+    normal = [2480 - 15 * i for i in range(count)]
+
+    def beside(distances):
+        repeated = (distances[i % len(distances)] for i in range(count))
+        return [each if each in ("", " ") else rate + each for rate, each in zip(normal, repeated)]
+
+    return {25: [day(year, month, 1) for year, month in quarters], 26: normal,
+            27: beside(increased), 28: beside(provision)}
+
+
+def ranges(*rows):
+    """Attributes 29 to 31 of rows that are start hour, end hour and percentage."""
+    return {29 + column: [100 * row[column] for row in rows] for column in range(3)}
+
+
+def brackets(count, part, with_previous=True):
+    """Attributes 32 to 39: so many brackets that chain, the participation growing by `part`."""
+    single, household = ([0] + [first + step * i for i in range(count)]
+                         for first, step in ((83_600, 21_500), (129_700, 33_400)))
+    current = [part * (i + 1) for i in range(count)]
+    return {32: single[:-1], 33: single[1:], 34: household[:-1], 35: household[1:],
+            36: [each - 10 for each in current] if with_previous else [""] * count, 37: current,
+            38: day(2025, 1, 1) if with_previous else "", 39: day(2026, 1, 1)}
+
+
+def apart(scale_held, attribute, row, value):
+    """The scale with one value changed."""
+    values = list(scale_held[attribute])
+    values[row] = value
+    return scale_held | {attribute: values}
+
+
+def coverage_examples():
+    """As EXAMPLES, for the rates, the deductions and the scale."""
+    agreed = [("2025-03-01", "2026-12-31", ""), ("2024-01-01", "2025-12-31", "")]
+    return [
+        ("CRCARRIER", "CAISSE DE RETRAITE DES CARRIERS", "P",
+         dated_rates(1, [" "], [" "]) | ranges((0, 10, 5), (10, 20, 10)) | brackets(1, 180)
+         | {42: 1}, []),
+        ("CRCHAUME", "CAISSE DE RETRAITE DES CHAUMIERS", "P",
+         dated_rates(12, [" ", "", 310], ["", " ", -180]) | ranges((0, 20, 5), (5, 15, 10))
+         | brackets(12, 125) | {55: 1}, []),
+        ("CRTONNEAU", "CAISSE DE RETRAITE DES TONNELIERS", "P",
+         dated_rates(13, [310], [-180]) | ranges(*((10 * i, 10 * i + 10, i + 1) for i in range(13)))
+         | brackets(13, 130, with_previous=False), []),
+        ("CRLUTH", "CAISSE DE RETRAITE DES LUTHIERS", "P",
+         dated_rates(60, [250, 0], [-400, 0]) | ranges((0, 10, 5), (20, 20, 10))
+         | brackets(5, 150), agreed),
+        ("CROSIER", "CAISSE DE RETRAITE DES VANNIERS", "P",
+         dated_rates(3, [""], [""]) | brackets(5, 500) | {41: "%"}, agreed),
+        ("CRPOTIER", "CAISSE DE RETRAITE DES POTIERS", "P",
+         ranges((0, 10, 5), (10, 30, 10)) | {45: "M"}, []),
+        ("CRFAIENCE", "CAISSE DE RETRAITE DES FAIENCIERS", "P",
+         apart(brackets(5, 160), 32, 2, 105_200), []),
+        ("CRCIRE", "CAISSE DE RETRAITE DES CIRIERS", "P",
+         brackets(4, 170) | {38: day(2026, 1, 1)}, []),
+        ("CRSABOT", "CAISSE DE RETRAITE DES SABOTIERS", "P",
+         apart(brackets(4, 190), 37, 1, ""), []),
+    ]
+
+
 def add_examples(all_bodies, towns, civil, all_agreements):
     """Each example after the last body, its agreements those of beneficiaries of their own."""
     anywhere = sorted(towns.values())
-    for acronym, name, kind, shown, agreed in EXAMPLES:
+    for acronym, name, kind, shown, agreed in EXAMPLES + coverage_examples():
         code, town = f"{len(all_bodies) + 1:03d}", RANDOM.choice(anywhere)
         where = address(*town, f"contact@{acronym.lower()}.example")
         all_bodies[code] = plain_body(acronym, name, kind, where) | shown

@@ -62,6 +62,13 @@ std::string one(const DynamicArray& record, int attribute) {
   return std::string(record.get(attribute));
 }
 
+// A rate that a row does not have.
+bool isNone(std::string_view rate) { return rate.empty() || rate == " "; }
+
+std::string shown(const DynamicArray& record, int attribute, int value) {
+  return store::twoDecimals(store::wholeNumber(record.get(attribute, value)));
+}
+
 bool isAmong(const DynamicArray& record, int attribute, std::string_view texts) {
   const std::string_view held = record.get(attribute);
   return held.size() == 1 && texts.find(held) != std::string_view::npos;
@@ -169,8 +176,8 @@ TEST_F(SampleData, HasTheCouncilsAndComplementaryBodiesUnderThreeDigitCodes) {
     EXPECT_FALSE(body.get(RaisonOrgChg).empty()) << code;
     principal += body.get(TypeOrgChg) == "P" ? 1 : 0;
   }
-  EXPECT_EQ(principal, 108);
-  EXPECT_EQ(bodies().size(), 121U);
+  EXPECT_EQ(principal, 117);
+  EXPECT_EQ(bodies().size(), 130U);
   EXPECT_EQ(one(bodies().at("001"), SigleOrgChg), "CD01");
   EXPECT_EQ(one(bodies().at("001"), RaisonOrgChg), "CONSEIL DEPARTEMENTAL DE L'AIN");
 }
@@ -224,7 +231,7 @@ TEST_F(SampleData, RatesAreMostRecentFirstAndInTheirBounds) {
     for (int row = 1; row <= rows; ++row) {
       const long normal = store::wholeNumber(body.get(TxRembOrgChg, row));
       const auto increased = body.get(TxRembMajOrgChg, row);
-      EXPECT_TRUE(increased.empty() || store::wholeNumber(increased) >= normal) << code;
+      EXPECT_TRUE(isNone(increased) || store::wholeNumber(increased) >= normal) << code;
       EXPECT_LE(store::wholeNumber(body.get(PrestServOrgChg, row)), normal) << code;
       if (row > 1) {
         EXPECT_LT(store::wholeNumber(body.get(DateRembOrgChg, row)),
@@ -233,24 +240,157 @@ TEST_F(SampleData, RatesAreMostRecentFirstAndInTheirBounds) {
       }
     }
   }
-  EXPECT_EQ(bodies().at("059").DCount(DateRembOrgChg), 14);
+  const std::map<std::string, int> counts = {
+      {"059", 14}, {"122", 1}, {"123", 12}, {"124", 13}, {"125", 60}};
+  for (const auto& [code, count] : counts) {
+    EXPECT_EQ(bodies().at(code).DCount(DateRembOrgChg), count) << code;
+  }
 }
 
-TEST_F(SampleData, ScalesChainAndAreDated) {
+TEST_F(SampleData, RatesThatAreNoneAreHeldAsOneBlankOrAsNothing) {
+  using namespace store::orgprisecharge;
+  const DynamicArray& alone = bodies().at("122");
+  EXPECT_EQ(alone.get(TxRembMajOrgChg), " ");
+  EXPECT_EQ(alone.get(PrestServOrgChg), " ");
+  for (const int attribute : {TxRembMajOrgChg, PrestServOrgChg}) {
+    EXPECT_EQ(bodiesWhere([&](const auto& body) {
+                const Values rates = values(body, attribute);
+                return std::count(rates.begin(), rates.end(), " ") > 0;
+              }),
+              (Codes{"122", "123"}));
+    const Values mixed = values(bodies().at("123"), attribute);
+    EXPECT_EQ(std::count(mixed.begin(), mixed.end(), " "), 4);
+    EXPECT_EQ(std::count(mixed.begin(), mixed.end(), ""), 4);
+    for (int row = 1; row <= 3; ++row) EXPECT_EQ(bodies().at("126").get(attribute, row), "");
+  }
+}
+
+TEST_F(SampleData, DeductionsGoByTheirStartAndAreInTheirBounds) {
+  using namespace store::orgprisecharge;
+  for (const auto& [code, body] : bodies()) {
+    long previous = 0;
+    for (int row = 1; row <= body.DCount(DebAbatHOrgChg); ++row) {
+      const long start = store::wholeNumber(body.get(DebAbatHOrgChg, row));
+      const long percentage = store::wholeNumber(body.get(PourcentAbatOrgChg, row));
+      EXPECT_LE(previous, start) << code;
+      EXPECT_LE(start, store::wholeNumber(body.get(FinAbatHOrgChg, row))) << code;
+      EXPECT_TRUE(percentage > 0 && percentage <= 10000) << code;
+      previous = start;
+    }
+  }
+  EXPECT_EQ(bodies().at("124").DCount(DebAbatHOrgChg), 13);
+}
+
+TEST_F(SampleData, DeductionsTouchLieInsideOneAnotherOrEndWhereTheyStart) {
+  using Ranges = std::vector<std::pair<std::string, std::string>>;
+  const auto ranges = [](const char* code) {
+    using namespace store::orgprisecharge;
+    const DynamicArray& body = bodies().at(code);
+    Ranges out;
+    for (int row = 1; row <= body.DCount(DebAbatHOrgChg); ++row) {
+      out.emplace_back(body.get(DebAbatHOrgChg, row), body.get(FinAbatHOrgChg, row));
+    }
+    return out;
+  };
+  EXPECT_EQ(ranges("122"), (Ranges{{"0", "1000"}, {"1000", "2000"}}));
+  EXPECT_EQ(ranges("123"), (Ranges{{"0", "2000"}, {"500", "1500"}}));
+  EXPECT_EQ(ranges("125"), (Ranges{{"0", "1000"}, {"2000", "2000"}}));
+}
+
+TEST_F(SampleData, ScalesAreInAmountOrInPercentAndDatedAfterThePreviousOneButForOne) {
   using namespace store::orgprisecharge;
   Codes managements;
   for (const auto& [code, body] : bodies()) {
     managements.insert(one(body, GestPartBenef));
     EXPECT_TRUE(isAmong(body, Bareme, "QR")) << code;
-    EXPECT_GT(store::wholeNumber(body.get(DatBaremCours)),
-              store::wholeNumber(body.get(DatBaremPrec)))
-        << code;
-    for (int row = 2; row <= body.DCount(DebRevSeulOrgChg); ++row) {
-      EXPECT_EQ(body.get(DebRevSeulOrgChg, row), body.get(FinRevSeulOrgChg, row - 1)) << code;
-      EXPECT_EQ(body.get(DebRevMenOrgChg, row), body.get(FinRevMenOrgChg, row - 1)) << code;
-    }
+    EXPECT_FALSE(body.get(DatBaremCours).empty()) << code;
+    EXPECT_GT(body.DCount(DebRevSeulOrgChg), 0) << code;
   }
   EXPECT_EQ(managements, (Codes{"M", "%"}));
+  EXPECT_EQ(bodiesWhere([](const auto& body) {
+              return store::wholeNumber(body.get(DatBaremCours)) <=
+                     store::wholeNumber(body.get(DatBaremPrec));
+            }),
+            Codes{"129"});
+  EXPECT_EQ(bodies().at("129").get(DatBaremCours), bodies().at("129").get(DatBaremPrec));
+}
+
+TEST_F(SampleData, BracketsChainAsTheyAreShownButThoseOfOneBody) {
+  using namespace store::orgprisecharge;
+  const auto isBroken = [](const DynamicArray& body, int start, int end) {
+    for (int row = 2; row <= body.DCount(start); ++row) {
+      if (shown(body, start, row) != shown(body, end, row - 1)) return true;
+    }
+    return false;
+  };
+  EXPECT_EQ(bodiesWhere([&](const auto& body) {
+              return isBroken(body, DebRevSeulOrgChg, FinRevSeulOrgChg);
+            }),
+            Codes{"128"});
+  EXPECT_EQ(bodiesWhere(
+                [&](const auto& body) { return isBroken(body, DebRevMenOrgChg, FinRevMenOrgChg); }),
+            Codes());
+  const DynamicArray& body = bodies().at("128");
+  EXPECT_EQ(shown(body, FinRevSeulOrgChg, 2), "1051,00");
+  EXPECT_EQ(shown(body, DebRevSeulOrgChg, 3), "1052,00");
+}
+
+TEST_F(SampleData, EveryBracketStartsBelowItsEnd) {
+  using namespace store::orgprisecharge;
+  for (const auto& [code, body] : bodies()) {
+    for (int row = 1; row <= body.DCount(DebRevSeulOrgChg); ++row) {
+      EXPECT_LT(store::wholeNumber(body.get(DebRevSeulOrgChg, row)),
+                store::wholeNumber(body.get(FinRevSeulOrgChg, row)))
+          << code;
+      EXPECT_LT(store::wholeNumber(body.get(DebRevMenOrgChg, row)),
+                store::wholeNumber(body.get(FinRevMenOrgChg, row)))
+          << code;
+    }
+  }
+}
+
+TEST_F(SampleData, ScalesHaveOneTwelveOrThirteenBracketsAndOneHasNoPreviousScale) {
+  using namespace store::orgprisecharge;
+  const std::map<std::string, int> counts = {{"122", 1}, {"123", 12}, {"124", 13}};
+  for (const auto& [code, count] : counts) {
+    EXPECT_EQ(bodies().at(code).DCount(DebRevSeulOrgChg), count) << code;
+  }
+  const Values before = values(bodies().at("124"), BaremPrecOrgChg);
+  EXPECT_EQ(one(bodies().at("124"), DatBaremPrec), "");
+  EXPECT_EQ(before, Values(13, ""));
+  EXPECT_FALSE(bodies().at("123").get(DatBaremPrec).empty());
+}
+
+TEST_F(SampleData, OneCurrentParticipationIsEmpty) {
+  using namespace store::orgprisecharge;
+  EXPECT_EQ(bodiesWhere([](const auto& body) {
+              const Values current = values(body, BaremCoursOrgChg);
+              return std::count(current.begin(), current.end(), "") > 0;
+            }),
+            Codes{"130"});
+  EXPECT_EQ(values(bodies().at("130"), BaremCoursOrgChg), (Values{"190", "", "570", "760"}));
+}
+
+TEST_F(SampleData, BodiesHaveASubscriptionOrAGlobalCost) {
+  using namespace store::orgprisecharge;
+  EXPECT_EQ(one(bodies().at("122"), Abonnement) + one(bodies().at("122"), CoutGlobal), "10");
+  EXPECT_EQ(one(bodies().at("123"), Abonnement) + one(bodies().at("123"), CoutGlobal), "01");
+  EXPECT_EQ(one(bodies().at("124"), Abonnement) + one(bodies().at("124"), CoutGlobal), "00");
+}
+
+TEST_F(SampleData, PrincipalBodiesInHoursWithActiveAgreementsAreInAmountAndInPercent) {
+  using namespace store::orgprisecharge;
+  const std::map<std::string, std::string> managements = {{"125", "M"}, {"126", "%"}};
+  for (const auto& [code, management] : managements) {
+    const DynamicArray& body = bodies().at(code);
+    EXPECT_TRUE(isPrincipal(body)) << code;
+    EXPECT_EQ(one(body, AttribOrgChg), "H") << code;
+    EXPECT_EQ(one(body, GestPartBenef), management) << code;
+    int active = 0;
+    for (const DynamicArray* agreement : agreementsOf(code)) active += isActive(*agreement);
+    EXPECT_EQ(active, 1) << code;
+    EXPECT_EQ(agreementsOf(code).size(), 2U) << code;
+  }
 }
 
 TEST_F(SampleData, BodiesKeepTheManagementRules) {
@@ -434,10 +574,12 @@ TEST_F(SampleData, SlipsFitTheirPageButForOneAndStandAtItsBounds) {
   for (const auto& [code, body] : bodies()) {
     EXPECT_GT(slipWidth(body), 0) << code;
     EXPECT_TRUE(isAmong(body, TypeBordOrgChg, "IRM")) << code;
-    EXPECT_TRUE(body.get(TypeBordOrgChg) != "M" ||
-                (isPrincipal(body) && body.get(DebAbatHOrgChg).empty()))
-        << code;
+    EXPECT_TRUE(body.get(TypeBordOrgChg) != "M" || isPrincipal(body)) << code;
   }
+  EXPECT_EQ(bodiesWhere([](const auto& body) {
+              return body.get(TypeBordOrgChg) == "M" && body.DCount(DebAbatHOrgChg) > 0;
+            }),
+            Codes{"127"});
   EXPECT_EQ(slipWidth(bodies().at("029")), 129);
   EXPECT_EQ(slipWidth(bodies().at("062")), 130);
   EXPECT_EQ(slipWidth(bodies().at("117")), 131);
@@ -464,7 +606,7 @@ TEST_F(SampleData, CopiesAreOneToNineButForOneBody) {
 
 TEST_F(SampleData, AgreementsNameWhatExistsAndKeepTheirHistoryAligned) {
   using namespace store::accord;
-  EXPECT_EQ(file(kFile).size(), 2010U);
+  EXPECT_EQ(file(kFile).size(), 2014U);
   for (const auto& [key, agreement] : file(kFile)) {
     const DynamicArray& body = bodies().at(one(agreement, OrgChgAcc));
     const Values activities = values(body, store::orgprisecharge::CodActSelect);
@@ -561,7 +703,8 @@ TEST_F(SampleData, SomeBodiesCanBeDeletedAndOthersAreHeldByOneFileOnly) {
     if (!agreed.contains(code) && !asked.contains(code)) free.insert(one(body, 1));
   }
   EXPECT_EQ(free, (Codes{"CD05", "CD09", "CD23", "CD48", "CTG973", "FONDSOL", "MUTRIVES",
-                         "CRARPENT", "CRENLUM", "CRSOURCE", "CRPONTS", "CRMOULIN"}));
+                         "CRARPENT", "CRENLUM", "CRSOURCE", "CRPONTS", "CRMOULIN", "CRCARRIER",
+                         "CRCHAUME", "CRTONNEAU", "CRPOTIER", "CRFAIENCE", "CRCIRE", "CRSABOT"}));
   EXPECT_TRUE(agreed.contains("001") && !asked.contains("001"));
   EXPECT_TRUE(asked.contains("015") && !agreed.contains("015"));
 }

@@ -1,0 +1,93 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "pages/Page.h"
+#include "screen/Handlers.h"
+
+namespace pages {
+
+// Parallel lists that show the rows of one table and move as one, with the zones and buttons that
+// edit a row. In list mode the lists and the add button are used; in edit mode the zones and the
+// three other buttons, and all the rest of the screen is locked.
+//
+// It knows rows by their texts alone: what the columns mean, the checks, the order of the rows and
+// the record are its owner's.
+class ListEditor {
+ public:
+  using Row = std::vector<std::string>;  // one text a list
+
+  struct Parts {
+    int onglet = 0;                         // stays open in edit mode
+    std::vector<toolkit::ListBox*> listes;  // one a column
+    std::vector<toolkit::TextBox*> zones;
+    toolkit::ScrollBar* barre = nullptr;
+    std::vector<toolkit::Control*> elargis;  // take the scroll bar's room while it is shown
+    toolkit::CommandButton* ajouter = nullptr;
+    toolkit::CommandButton* ok = nullptr;
+    toolkit::CommandButton* annuler = nullptr;
+    toolkit::CommandButton* supprimer = nullptr;
+    std::vector<toolkit::Control*> verrouilles;  // of the same page, locked in edit mode
+  };
+
+  ListEditor(PageContext context, Parts parts);
+  ListEditor(const ListEditor&) = delete;
+  ListEditor& operator=(const ListEditor&) = delete;
+  ~ListEditor() = default;
+
+  // The ring of lists and the scroll bar.
+  void lier(const screen::Handlers& handlers);
+
+  int lignes() const;
+  int ligneChoisie() const;  // 0-based, -1 for none
+  Row ligne(int line) const;
+  // Filling and removing leave no row selected, and the scroll bar at its start, silently.
+  void remplir(std::vector<Row> rows);
+  std::vector<Row> toutes() const;
+  // The texts of one list, as long as they stay in it; at most so many.
+  std::vector<std::string_view> colonne(std::size_t column, int count) const;
+  // The rows before the first one whose first text is empty.
+  int lignesRemplies() const;
+  void inserer(int line, const Row& row);  // std::invalid_argument past the end
+  void retirer(int line);                  // nothing past the end
+  void choisir(int line);                  // in every list, as a click does
+  // Sizes the scroll bar to the rows: from the thirteenth on it is shown.
+  void dimensionner();
+
+  // Enters edit mode for a row, or (-1) for one to be added. Nothing, and false, when a row is open
+  // already, here or in another editor, or the frame of the editor is disabled.
+  bool ouvrir(int line);
+  // The same for the selected row. With none selected what is typed has no row to go to: it is
+  // neither an addition nor a change.
+  bool ouvrirChoisie();
+  // Leaves edit mode and empties the zones; what was enabled before is so again.
+  void fermer();
+  // The same, and the focus goes to the add button.
+  void quitter();
+  bool ouvert() const { return ouvert_; }
+  bool enAjout() const { return ouvert_ && ajout_; }
+  // The row that was opened, whatever is selected since; -1 for none.
+  int editee() const { return editee_; }
+  // The rows have been put in this order (the numbers, from 1, of where they stood): the open one
+  // is followed.
+  void ordonner(const std::vector<int>& order);
+
+ private:
+  void suivre(std::size_t list);
+  void defiler(int line);
+  bool entrer(int line, bool adding);
+  void verrouiller(toolkit::Control& control);
+  void ouvrirOnglets(bool open);
+
+  PageContext context_;
+  Parts parts_;
+  bool ouvert_ = false;
+  bool ajout_ = false;
+  int editee_ = -1;
+  std::vector<std::pair<toolkit::Control*, bool>> avant_;  // enabled before edit mode
+};
+
+}  // namespace pages

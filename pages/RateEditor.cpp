@@ -1,0 +1,326 @@
+#include "pages/RateEditor.h"
+
+#include <algorithm>
+#include <array>
+#include <numeric>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "pages/Columns.h"
+#include "pages/NumberZone.h"
+#include "pages/ShownAttribute.h"
+#include "screen/Messages.h"
+#include "store/Conversions.h"
+#include "store/Layouts.h"
+#include "text/Utf8.h"
+#include "toolkit/Trap.h"
+
+namespace pages {
+
+namespace attribut = store::orgprisecharge;
+
+namespace {
+
+struct Colonne {
+  int attribute;
+  Montre montre;
+  Ecrit ecrit;
+};
+
+constexpr std::array<Colonne, 4> kColonnes{{
+    {attribut::DateRembOrgChg, jourMontre, jourEcrit},
+    {attribut::TxRembOrgChg, centiemesMontres, centiemesEcrits},
+    {attribut::TxRembMajOrgChg, centiemesMontres, centiemesEcrits},
+    {attribut::PrestServOrgChg, centiemesMontres, centiemesEcrits},
+}};
+
+constexpr std::string_view kDateIllisible = "Erreur de saisie dans la date, veuillez la ressaisir.";
+
+ListEditor::Parts parts(screen::PriseEnCharge& prise) {
+  ListEditor::Parts parts;
+  parts.onglet = screen::kPriseEnCharge;
+  parts.listes = {&prise.Lst_DateRembOrgChg, &prise.Lst_TxRembOrgChg, &prise.Lst_TxRembMajOrgChg,
+                  &prise.Lst_PrestServOrgChg};
+  parts.zones = {&prise.Txt_DateRembOrgChg, &prise.Txt_TxRembOrgChg, &prise.Txt_TxRembMajOrgChg,
+                 &prise.Txt_PrestServOrgChg};
+  parts.barre = &prise.Bdv_TauxOrgChg;
+  parts.elargis = {&prise.Lst_PrestServOrgChg};
+  parts.ajouter = &prise.Cmd_AjoutTaux;
+  parts.ok = &prise.Cmd_OKTaux;
+  parts.annuler = &prise.Cmd_AnnulerTaux;
+  parts.supprimer = &prise.Cmd_SuppTaux;
+  parts.verrouilles = {&prise.Cdr_AttribOrgChg, &prise.Cdr_AbatOrgChg, &prise.Cmd_AjoutAbat};
+  return parts;
+}
+
+long jour(std::string_view shown) { return store::dayOfText(shown).value_or(0); }
+
+}  // namespace
+
+RateEditor::RateEditor(PageContext context)
+    : context_(context),
+      prise_(context.screen.priseEnCharge),
+      editor_(context, parts(context.screen.priseEnCharge)) {}
+
+void RateEditor::lier(const screen::Handlers& handlers) {
+  editor_.lier(handlers);
+  for (toolkit::ListBox* list : {&prise_.Lst_DateRembOrgChg, &prise_.Lst_TxRembOrgChg,
+                                 &prise_.Lst_TxRembMajOrgChg, &prise_.Lst_PrestServOrgChg}) {
+    list->onDblClick = handlers.on(
+        [this] { toolkit::quietly("DoubleClickTauxRemb", [this] { DoubleClickTauxRemb(); }); });
+  }
+  prise_.Cmd_AjoutTaux.onClick = handlers.on(*this, &RateEditor::Cmd_AjoutTaux_Click);
+  prise_.Cmd_OKTaux.onClick = handlers.on(*this, &RateEditor::Cmd_OKTaux_Click);
+  prise_.Cmd_AnnulerTaux.onClick = handlers.on(*this, &RateEditor::Cmd_AnnulerTaux_Click);
+  prise_.Cmd_SuppTaux.onClick = handlers.on(*this, &RateEditor::Cmd_SuppTaux_Click);
+  prise_.Txt_DateRembOrgChg.onKeyPress =
+      handlers.key(*this, &RateEditor::Txt_DateRembOrgChg_KeyPress);
+  prise_.Txt_DateRembOrgChg.onLostFocus =
+      handlers.on(*this, &RateEditor::Txt_DateRembOrgChg_LostFocus);
+  for (toolkit::TextBox* zone :
+       {&prise_.Txt_TxRembOrgChg, &prise_.Txt_TxRembMajOrgChg, &prise_.Txt_PrestServOrgChg}) {
+    lierZoneDeNombre(handlers, *zone);
+  }
+}
+
+// --- Showing and writing
+
+void RateEditor::afficher(const store::DynamicArray& record) {
+  const auto count = static_cast<std::size_t>(record.DCount(attribut::DateRembOrgChg));
+  std::vector<ListEditor::Row> rows(count, ListEditor::Row(kColonnes.size()));
+  for (std::size_t i = 0; i < kColonnes.size(); ++i) {
+    montrerColonne(rows, i, record, kColonnes[i].attribute, kColonnes[i].montre);
+  }
+  editor_.remplir(std::move(rows));
+}
+
+void RateEditor::ecrire(store::DynamicArray& record) const {
+  const int count = editor_.lignesRemplies();
+  for (std::size_t i = 0; i < kColonnes.size(); ++i) {
+    const Colonne& column = kColonnes[i];
+    ecrireAttribut(record, column.attribute,
+                   valeurs(record, column.attribute, editor_.colonne(i, count), column.montre,
+                           column.ecrit, ""));
+  }
+}
+
+void RateEditor::vider() {
+  editor_.fermer();
+  context_.session.taux.W_AjoutTaux = false;
+  editor_.remplir({});
+}
+
+void RateEditor::Tri2() {
+  context_.desktop.setPointer(toolkit::Pointer::Hourglass);
+  toolkit::quietly("Tri2", [this] {
+    store::DynamicArray& rates = record();
+    std::vector<int> order(static_cast<std::size_t>(rates.DCount(attribut::DateRembOrgChg)));
+    std::iota(order.begin(), order.end(), 1);
+    std::vector<long> days;
+    days.reserve(order.size());
+    for (const int value : order) {
+      days.push_back(store::wholeNumber(rates.get(attribut::DateRembOrgChg, value)));
+    }
+    std::stable_sort(order.begin(), order.end(), [&](int a, int b) {
+      return days[static_cast<std::size_t>(a - 1)] > days[static_cast<std::size_t>(b - 1)];
+    });
+    for (const Colonne& column : kColonnes) {
+      store::DynamicArray placed;
+      int value = 0;
+      for (const int from : order) placed.set(1, ++value, rates.get(column.attribute, from));
+      ecrireAttribut(rates, column.attribute, placed.get(1));
+    }
+    editor_.ordonner(order);
+    afficher(rates);
+  });
+  context_.desktop.setPointer(toolkit::Pointer::Normal);
+}
+
+// --- Modes
+
+void RateEditor::MasquerZonesTaux() { editor_.ouvrirChoisie(); }
+
+void RateEditor::AfficherZonesTaux() {
+  editor_.quitter();
+  context_.session.taux.W_AjoutTaux = false;
+}
+
+void RateEditor::Cmd_AjoutTaux_Click() {
+  if (!editor_.ouvrir(-1)) return;
+  prise_.Txt_DateRembOrgChg.setFocus();
+  ++context_.session.taux.W_DerTauxModif;
+  context_.session.taux.W_AjoutTaux = true;
+}
+
+// Rows that agreements rely on already are history.
+void RateEditor::DoubleClickTauxRemb() {
+  screen::EtatTaux& state = context_.session.taux;
+  const int row = editor_.ligneChoisie();
+  if (editor_.ouvert()) return;
+  if (row < 0 || row > state.W_DerTauxModif || !screen::droitsComplets(context_.session)) return;
+  if (row == state.W_DerTauxModif && state.W_TauxModifSupp) {
+    screen::avertir(context_.desktop,
+                    "Vous avez déjà supprimé le seul taux accessible en modification. Il ne vous "
+                    "est plus possible de modifier un taux.");
+    return;
+  }
+  const ListEditor::Row shown = editor_.ligne(row);
+  if (!editor_.ouvrir(row)) return;
+  if (!state.W_TauxModifie) state.W_TauxAvantModif = shown[0] + shown[1];
+  prise_.Txt_DateRembOrgChg.setText(store::editable(shown[0]));
+  prise_.Txt_TxRembOrgChg.setText(store::editable(shown[1]));
+  prise_.Txt_TxRembMajOrgChg.setText(store::editable(shown[2]));
+  prise_.Txt_PrestServOrgChg.setText(store::editable(shown[3]));
+  prise_.Txt_DateRembOrgChg.setFocus();
+}
+
+// --- Confirming
+
+void RateEditor::Cmd_OKTaux_Click() {
+  toolkit::quietly("Cmd_OKTaux_Click", [this] {
+    const auto day = store::dayOfText(prise_.Txt_DateRembOrgChg.text());
+    if (!day) {
+      refuser(kDateIllisible, prise_.Txt_DateRembOrgChg);
+      return;
+    }
+    if (!saisieAcceptee() || !datesAcceptees(*day)) return;
+    const bool adding = editor_.enAjout();
+    poser(adding ? record().DCount(attribut::DateRembOrgChg) : editor_.editee());
+    screen::EtatTaux& state = context_.session.taux;
+    const std::string shown = prise_.Txt_DateRembOrgChg.text() +
+                              centiemesMontres(centiemesEcrits(prise_.Txt_TxRembOrgChg.text()));
+    if (adding || shown != state.W_TauxAvantModif) state.W_TauxModifie = true;
+    Tri2();
+    AfficherZonesTaux();
+  });
+}
+
+bool RateEditor::saisieAcceptee() {
+  const std::string& date = prise_.Txt_DateRembOrgChg.text();
+  const std::string& normal = prise_.Txt_TxRembOrgChg.text();
+  const std::string& increased = prise_.Txt_TxRembMajOrgChg.text();
+  const std::string& service = prise_.Txt_PrestServOrgChg.text();
+  if (!increased.empty() && simplePrecision(normal) > simplePrecision(increased)) {
+    return refuser("Le taux majoré doit être supérieur au taux normal.",
+                   prise_.Txt_TxRembMajOrgChg);
+  }
+  if (!service.empty() && simplePrecision(normal) < simplePrecision(service)) {
+    return refuser("Le taux prestation de service doit être inférieur au taux normal.",
+                   prise_.Txt_PrestServOrgChg);
+  }
+  if (text::trim(date).empty()) {
+    return refuser("La date est obligatoire.", prise_.Txt_DateRembOrgChg);
+  }
+  if (text::trim(normal).empty()) {
+    return refuser("Le taux de remboursement est obligatoire.", prise_.Txt_TxRembOrgChg);
+  }
+  if (increased.empty()) {
+    return refuser("Taux majoré obligatoire, veuillez le saisir.", prise_.Txt_TxRembMajOrgChg);
+  }
+  if (service.empty()) {
+    return refuser("Taux prestation de service obligatoire, veuillez le saisir.",
+                   prise_.Txt_PrestServOrgChg);
+  }
+  return true;
+}
+
+bool RateEditor::datesAcceptees(long day) {
+  const std::string& typed = prise_.Txt_DateRembOrgChg.text();
+  for (int row = 0; !prise_.Lst_DateRembOrgChg.list(row).empty(); ++row) {
+    if (row == editor_.editee() || prise_.Lst_DateRembOrgChg.list(row) != typed) continue;
+    screen::avertir(context_.desktop,
+                    "La date d'effet est déjà existante, l'ajout du taux de remboursement est "
+                    "annulé.");
+    AfficherZonesTaux();
+    return false;
+  }
+  const std::string& older = prise_.Lst_DateRembOrgChg.list(editor_.enAjout() ? 0 : 1);
+  if (!older.empty() && jour(older) > day) {
+    return refuser("La date d'effet doit être postérieure à celles déjà saisies.",
+                   prise_.Txt_DateRembOrgChg);
+  }
+  return true;
+}
+
+// The zones become the row's values; a rate left out is a blank until the page is written.
+void RateEditor::poser(int row) {
+  store::DynamicArray& rates = record();
+  const std::array<const toolkit::TextBox*, 4> zones{
+      &prise_.Txt_DateRembOrgChg, &prise_.Txt_TxRembOrgChg, &prise_.Txt_TxRembMajOrgChg,
+      &prise_.Txt_PrestServOrgChg};
+  for (std::size_t i = 0; i < kColonnes.size(); ++i) {
+    std::string value = kColonnes[i].ecrit(zones[i]->text());
+    if (value.empty()) value = " ";
+    rates.set(kColonnes[i].attribute, row + 1, value);
+  }
+}
+
+bool RateEditor::refuser(std::string_view message, toolkit::Control& field) {
+  screen::avertir(context_.desktop, message);
+  field.setFocus();
+  return false;
+}
+
+// --- Cancelling and deleting
+
+void RateEditor::Cmd_AnnulerTaux_Click() {
+  if (editor_.enAjout()) {
+    if (!screen::confirmer(context_.desktop, "Etes-vous sûr de vouloir quitter cette création ?")) {
+      return;
+    }
+    --context_.session.taux.W_DerTauxModif;
+  }
+  AfficherZonesTaux();
+}
+
+void RateEditor::Cmd_SuppTaux_Click() {
+  const int row = editor_.editee();
+  if (row < 0) {
+    AfficherZonesTaux();
+    return;
+  }
+  if (!screen::confirmer(context_.desktop, "Etes-vous sûr de vouloir supprimer cette ligne ?")) {
+    return;
+  }
+  for (const Colonne& column : kColonnes) record().Delete(column.attribute, row + 1);
+  AfficherZonesTaux();
+  editor_.retirer(row);
+  screen::EtatTaux& state = context_.session.taux;
+  if (state.W_DerTauxModif > 0) {
+    --state.W_DerTauxModif;
+  } else {
+    state.W_TauxModifSupp = true;
+  }
+}
+
+void RateEditor::AjoutLists(std::int16_t& indice) {
+  editor_.inserer(indice,
+                  {prise_.Txt_DateRembOrgChg.text(), deuxDecimales(prise_.Txt_TxRembOrgChg.text()),
+                   deuxDecimales(prise_.Txt_TxRembMajOrgChg.text()),
+                   deuxDecimales(prise_.Txt_PrestServOrgChg.text())});
+}
+
+void RateEditor::EffaceEltLists() {
+  const int row = editor_.ligneChoisie();
+  if (row >= 0) editor_.retirer(row);
+}
+
+// --- Typing
+
+void RateEditor::Txt_DateRembOrgChg_KeyPress(char32_t& key) { filtrerDate(key); }
+
+void RateEditor::Txt_DateRembOrgChg_LostFocus() {
+  toolkit::TextBox& zone = prise_.Txt_DateRembOrgChg;
+  if (zone.text().empty()) return;
+  const std::string completed = store::completeDate(zone.text(), context_.desktop.today().year);
+  if (completed.empty()) {
+    refuser(kDateIllisible, zone);
+    return;
+  }
+  zone.setText(completed);
+}
+
+store::DynamicArray& RateEditor::record() { return context_.session.RecOrgChg->fields(); }
+
+}  // namespace pages

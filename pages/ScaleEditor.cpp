@@ -1,0 +1,280 @@
+#include "pages/ScaleEditor.h"
+
+#include <algorithm>
+#include <array>
+#include <numeric>
+#include <string>
+#include <utility>
+
+#include "pages/Columns.h"
+#include "pages/NumberZone.h"
+#include "pages/ShownAttribute.h"
+#include "screen/Messages.h"
+#include "store/Conversions.h"
+#include "store/Layouts.h"
+#include "toolkit/Trap.h"
+
+namespace pages {
+
+namespace attribut = store::orgprisecharge;
+
+namespace {
+
+enum Colonne : std::size_t { kDebSeul, kFinSeul, kDebMenage, kFinMenage, kPrecedent, kEnCours };
+
+constexpr std::array<int, 6> kAttributs{attribut::DebRevSeulOrgChg, attribut::FinRevSeulOrgChg,
+                                        attribut::DebRevMenOrgChg,  attribut::FinRevMenOrgChg,
+                                        attribut::BaremPrecOrgChg,  attribut::BaremCoursOrgChg};
+
+ListEditor::Parts parts(screen::Participation& page) {
+  ListEditor::Parts parts;
+  parts.onglet = screen::kParticipation;
+  parts.listes = {&page.Lst_DebRevSeulOrgChg, &page.Lst_FinRevSeulOrgChg,
+                  &page.Lst_DebRevMenOrgChg,  &page.Lst_FinRevMenOrgChg,
+                  &page.Lst_BaremPrecOrgChg,  &page.Lst_BaremCoursOrgChg};
+  parts.zones = {&page.Txt_DebRevSeulOrgChg, &page.Txt_FinRevSeulOrgChg, &page.Txt_DebRevMenOrgChg,
+                 &page.Txt_FinRevMenOrgChg, &page.Txt_BaremCoursOrgChg};
+  parts.barre = &page.Bdv_Bareme;
+  parts.elargis = {&page.Lst_BaremCoursOrgChg, &page.Txt_BaremCoursOrgChg};
+  parts.ajouter = &page.Cmd_AjoutPart;
+  parts.ok = &page.Cmd_OKPart;
+  parts.annuler = &page.Cmd_AnnulerPart;
+  parts.supprimer = &page.Cmd_SuppPart;
+  parts.verrouilles = {&page.Cdr_Bareme, &page.Cdr_GestionParticipBenef, &page.Cac_Abonnement,
+                       &page.Txt_DatBaremCours, &page.Cmd_NouveauBareme};
+  return parts;
+}
+
+std::array<toolkit::ListBox*, 5> fermesParUnNouveauBareme(screen::Participation& page) {
+  return {&page.Lst_DebRevSeulOrgChg, &page.Lst_FinRevSeulOrgChg, &page.Lst_DebRevMenOrgChg,
+          &page.Lst_FinRevMenOrgChg, &page.Lst_BaremPrecOrgChg};
+}
+
+// Does a bracket start below its end? What is no number counts as 0.
+bool croissante(std::string_view start, std::string_view end) {
+  return store::hundredths(start).value_or(0) < store::hundredths(end).value_or(0);
+}
+
+int rupture(const toolkit::ListBox& starts, const toolkit::ListBox& ends) {
+  for (int row = 1; row < starts.listCount(); ++row) {
+    if (starts.list(row) != ends.list(row - 1)) return row;
+  }
+  return -1;
+}
+
+}  // namespace
+
+ScaleEditor::ScaleEditor(PageContext context)
+    : context_(context),
+      page_(context.screen.participation),
+      editor_(context, parts(context.screen.participation)) {}
+
+void ScaleEditor::lier(const screen::Handlers& handlers) {
+  editor_.lier(handlers);
+  for (toolkit::ListBox* list : fermesParUnNouveauBareme(page_)) {
+    list->onDblClick = handlers.on(*this, &ScaleEditor::modifier);
+  }
+  page_.Lst_BaremCoursOrgChg.onDblClick = handlers.on(*this, &ScaleEditor::modifier);
+  page_.Cmd_AjoutPart.onClick = handlers.on(*this, &ScaleEditor::Cmd_AjoutPart_Click);
+  page_.Cmd_OKPart.onClick = handlers.on(*this, &ScaleEditor::Cmd_OKPart_Click);
+  page_.Cmd_AnnulerPart.onClick = handlers.on(*this, &ScaleEditor::Cmd_AnnulerPart_Click);
+  page_.Cmd_SuppPart.onClick = handlers.on(*this, &ScaleEditor::Cmd_SuppPart_Click);
+  for (toolkit::TextBox* zone :
+       {&page_.Txt_DebRevSeulOrgChg, &page_.Txt_FinRevSeulOrgChg, &page_.Txt_DebRevMenOrgChg,
+        &page_.Txt_FinRevMenOrgChg, &page_.Txt_BaremCoursOrgChg}) {
+    lierZoneDeNombre(handlers, *zone);
+  }
+}
+
+// --- Showing and writing
+
+void ScaleEditor::afficher(const store::DynamicArray& record) {
+  int count = 0;
+  for (const int attribute : kAttributs) count = std::max(count, record.DCount(attribute));
+  std::vector<ListEditor::Row> rows(static_cast<std::size_t>(count),
+                                    ListEditor::Row(kAttributs.size()));
+  for (std::size_t column = 0; column < kAttributs.size(); ++column) {
+    montrerColonne(rows, column, record, kAttributs[column], centiemesMontres);
+  }
+  editor_.remplir(std::move(rows));
+  premier_ = false;
+}
+
+void ScaleEditor::ecrire(store::DynamicArray& record) const {
+  for (std::size_t column = 0; column < kAttributs.size(); ++column) {
+    ecrireAttribut(record, kAttributs[column],
+                   valeurs(record, kAttributs[column], editor_.colonne(column, editor_.lignes()),
+                           centiemesMontres, centiemesEcrits, column == kEnCours ? "0" : ""));
+  }
+}
+
+void ScaleEditor::vider() {
+  editor_.fermer();
+  for (toolkit::ListBox* list : fermesParUnNouveauBareme(page_)) list->setEnabled(true);
+  page_.Lst_BaremCoursOrgChg.setEnabled(true);
+  editor_.remplir({});
+}
+
+void ScaleEditor::TriBareme() {
+  const std::vector<ListEditor::Row> before = editor_.toutes();
+  std::vector<int> order(before.size());
+  std::iota(order.begin(), order.end(), 1);
+  const auto start = [&before](int row) {
+    return store::hundredths(before[static_cast<std::size_t>(row - 1)][kDebSeul]).value_or(0);
+  };
+  std::stable_sort(order.begin(), order.end(),
+                   [&start](int a, int b) { return start(a) < start(b); });
+  std::vector<ListEditor::Row> rows;
+  rows.reserve(before.size());
+  for (const int row : order) rows.push_back(before[static_cast<std::size_t>(row - 1)]);
+  editor_.ordonner(order);
+  editor_.remplir(std::move(rows));
+}
+
+// --- A new scale
+
+void ScaleEditor::commencerBareme() {
+  std::vector<ListEditor::Row> rows = editor_.toutes();
+  for (ListEditor::Row& row : rows) row[kPrecedent] = row[kEnCours];
+  editor_.remplir(std::move(rows));
+  for (toolkit::ListBox* list : fermesParUnNouveauBareme(page_)) list->setEnabled(false);
+}
+
+void ScaleEditor::completer() {
+  toolkit::ListBox& current = page_.Lst_BaremCoursOrgChg;
+  for (int row = 0; row < current.listCount(); ++row) {
+    if (current.list(row).empty()) current.replaceItem(row, store::twoDecimals(0));
+  }
+}
+
+int ScaleEditor::ruptureSeul() const {
+  return rupture(page_.Lst_DebRevSeulOrgChg, page_.Lst_FinRevSeulOrgChg);
+}
+
+int ScaleEditor::ruptureMenage() const {
+  return rupture(page_.Lst_DebRevMenOrgChg, page_.Lst_FinRevMenOrgChg);
+}
+
+void ScaleEditor::ouvrirAjout() {
+  const screen::EditSession& session = context_.session;
+  premier_ = premier_ || editor_.lignes() == 0;
+  page_.Cmd_AjoutPart.setEnabled(session.EnCreation || session.NouveauBareme || premier_);
+}
+
+// --- One row
+
+void ScaleEditor::Cmd_AjoutPart_Click() {
+  if (editor_.ouvrir(-1)) page_.Txt_DebRevSeulOrgChg.setFocus();
+}
+
+// Under a new scale the brackets of a row stay as they are.
+void ScaleEditor::modifier() {
+  const int row = editor_.ligneChoisie();
+  if (row < 0 || !screen::droitsComplets(context_.session)) return;
+  const ListEditor::Row shown = editor_.ligne(row);
+  if (!editor_.ouvrir(row)) return;
+  page_.Txt_DebRevSeulOrgChg.setText(store::editable(shown[kDebSeul]));
+  page_.Txt_FinRevSeulOrgChg.setText(store::editable(shown[kFinSeul]));
+  page_.Txt_DebRevMenOrgChg.setText(store::editable(shown[kDebMenage]));
+  page_.Txt_FinRevMenOrgChg.setText(store::editable(shown[kFinMenage]));
+  page_.Txt_BaremCoursOrgChg.setText(store::editable(shown[kEnCours]));
+  if (!context_.session.NouveauBareme) {
+    page_.Txt_DebRevSeulOrgChg.setFocus();
+    return;
+  }
+  for (toolkit::TextBox* zone : {&page_.Txt_DebRevSeulOrgChg, &page_.Txt_FinRevSeulOrgChg,
+                                 &page_.Txt_DebRevMenOrgChg, &page_.Txt_FinRevMenOrgChg}) {
+    zone->setEnabled(false);
+  }
+  page_.Txt_BaremCoursOrgChg.setFocus();
+}
+
+void ScaleEditor::Cmd_OKPart_Click() {
+  toolkit::quietly("Cmd_OKPart_Click", [this] {
+    if (!saisieAcceptee()) return;
+    std::vector<ListEditor::Row> rows = editor_.toutes();
+    if (editor_.enAjout()) {
+      rows.emplace_back(kAttributs.size());
+    }
+    ListEditor::Row& row =
+        editor_.enAjout() ? rows.back() : rows[static_cast<std::size_t>(editor_.editee())];
+    row[kDebSeul] = deuxDecimales(page_.Txt_DebRevSeulOrgChg.text());
+    row[kFinSeul] = deuxDecimales(page_.Txt_FinRevSeulOrgChg.text());
+    row[kDebMenage] = deuxDecimales(page_.Txt_DebRevMenOrgChg.text());
+    row[kFinMenage] = deuxDecimales(page_.Txt_FinRevMenOrgChg.text());
+    row[kEnCours] = deuxDecimales(page_.Txt_BaremCoursOrgChg.text());
+    editor_.remplir(std::move(rows));
+    TriBareme();
+    AfficherZonesBareme();
+  });
+}
+
+// An end that has not been typed yet is no end that comes too early.
+bool ScaleEditor::saisieAcceptee() {
+  const std::string& startSingle = page_.Txt_DebRevSeulOrgChg.text();
+  const std::string& endSingle = page_.Txt_FinRevSeulOrgChg.text();
+  const std::string& startHousehold = page_.Txt_DebRevMenOrgChg.text();
+  const std::string& endHousehold = page_.Txt_FinRevMenOrgChg.text();
+  if (startSingle.empty()) {
+    return refuser("Le barème de début pour personne seule est obligatoire.",
+                   page_.Txt_DebRevSeulOrgChg);
+  }
+  if (endSingle.empty()) {
+    return refuser("Le barème de fin pour personne seule est obligatoire.",
+                   page_.Txt_FinRevSeulOrgChg);
+  }
+  if (startHousehold.empty()) {
+    return refuser("Le barème de début pour ménage est obligatoire.", page_.Txt_DebRevMenOrgChg);
+  }
+  if (!croissante(startSingle, endSingle)) {
+    return refuser(
+        "La tranche de début de revenus pour personne seule doit être inférieure à la tranche de "
+        "fin.",
+        page_.Txt_DebRevSeulOrgChg);
+  }
+  if (!endHousehold.empty() && !croissante(startHousehold, endHousehold)) {
+    return refuser(
+        "La tranche de début de revenus pour ménage doit être inférieure à la tranche de fin.",
+        page_.Txt_DebRevMenOrgChg);
+  }
+  if (endHousehold.empty()) {
+    return refuser("Le barème de fin pour ménage est obligatoire.", page_.Txt_FinRevMenOrgChg);
+  }
+  if (page_.Txt_BaremCoursOrgChg.text().empty()) {
+    return refuser("Le montant du barème en cours est obligatoire.", page_.Txt_BaremCoursOrgChg);
+  }
+  return true;
+}
+
+bool ScaleEditor::refuser(std::string_view message, toolkit::Control& field) {
+  screen::avertir(context_.desktop, message);
+  field.setFocus();
+  return false;
+}
+
+void ScaleEditor::Cmd_AnnulerPart_Click() {
+  if (editor_.enAjout() &&
+      !screen::confirmer(context_.desktop, "Etes-vous sûr de vouloir quitter cette création ?")) {
+    return;
+  }
+  AfficherZonesBareme();
+}
+
+void ScaleEditor::Cmd_SuppPart_Click() {
+  const int row = editor_.editee();
+  if (row >= 0 &&
+      !screen::confirmer(context_.desktop, "Etes-vous sûr de vouloir supprimer cette ligne ?")) {
+    return;
+  }
+  if (row >= 0) editor_.retirer(row);
+  AfficherZonesBareme();
+}
+
+void ScaleEditor::AfficherZonesBareme() {
+  const bool open = editor_.ouvert();
+  editor_.fermer();
+  ouvrirAjout();
+  if (open) page_.Cmd_AjoutPart.setFocus();
+}
+
+}  // namespace pages

@@ -1,0 +1,57 @@
+// The rows of the participation scale: a bracket for single persons, one for households, and the
+// participation before and now (attributes 32 to 37).
+#pragma once
+
+#include <vector>
+
+#include "pages/ListEditor.h"
+#include "screen/Handlers.h"
+
+namespace pages {
+
+// The lists are the reference: the record follows when the page is written.
+class ScaleEditor {
+ public:
+  explicit ScaleEditor(PageContext context);
+
+  void lier(const screen::Handlers& handlers);
+
+  void afficher(const store::DynamicArray& record);
+  void ecrire(store::DynamicArray& record) const;
+  // No row, list mode, every list open.
+  void vider();
+
+  void AfficherZonesBareme();  // leaves edit mode, and empties the zones
+  // By start for single persons; rows of one start keep their order, and an open row is followed.
+  void TriBareme();
+
+  std::vector<ListEditor::Row> lignes() const { return editor_.toutes(); }
+  void remplir(const std::vector<ListEditor::Row>& rows) { editor_.remplir(rows); }
+  // The current participations become the previous ones; from here on only they are entered.
+  void commencerBareme();
+  // An empty current participation becomes 0.
+  void completer();
+  // The first row that does not start where the one before ends; -1 when all do.
+  int ruptureSeul() const;
+  int ruptureMenage() const;
+  void choisir(int row) { editor_.choisir(row); }
+  // Opens the add button where rows may be added.
+  void ouvrirAjout();
+
+ private:
+  void Cmd_AjoutPart_Click();
+  void Cmd_OKPart_Click();
+  void Cmd_AnnulerPart_Click();
+  void Cmd_SuppPart_Click();
+  void modifier();
+
+  bool saisieAcceptee();
+  bool refuser(std::string_view message, toolkit::Control& field);
+
+  PageContext context_;
+  screen::Participation& page_;
+  ListEditor editor_;
+  bool premier_ = true;  // a first scale is being entered: there was none to start from
+};
+
+}  // namespace pages

@@ -1,0 +1,362 @@
+#include "store/Conversions.h"
+#include "tests/behaviour/CoverageTest.h"
+
+namespace behaviour {
+namespace {
+
+constexpr const char* kGestionMontant =
+    "Pour ce type d'organisme la gestion de la part bénéficiaire doit obligatoirement être en "
+    "montant.";
+constexpr const char* kAttribution = "L'attribution des notifications d'accord est obligatoire.";
+constexpr const char* kUnTaux = "Au moins un taux de remboursement est obligatoire.";
+constexpr const char* kPrincipalPrestataire =
+    "Vous ne pouvez attribuer une notification en montant à un organisme 'Principal' de type "
+    "'Prestataire'.";
+
+class CoveragePage : public Coverage {
+ protected:
+  CheckBox& check(std::string_view name) { return child<CheckBox>(name); }
+  toolkit::OptionButton& hours() { return option("Opt_HeureOrgChg"); }
+  toolkit::OptionButton& amount() { return option("Opt_MontantOrgChg"); }
+  bool enabled(std::string_view name) { return control_->surface().find(name)->enabled(); }
+  void set(int attribute, std::string_view text) {
+    store_.set("ORGPRISECHARGE", "001", attribute, text);
+  }
+  // The body's activity works as an agency does.
+  void makeAgency() { store_.set("ACTIVITES", "010P01", 12, "M"); }
+  void expectEditors(bool open) {
+    for (const char* name :
+         {"Cdr_TauxOrgChg", "Cdr_AbatOrgChg", "Cmd_AjoutTaux", "Cmd_AjoutAbat"}) {
+      EXPECT_EQ(enabled(name), open) << name;
+    }
+  }
+};
+
+// Showing -----------------------------------------------------------------------------------------
+
+TEST_F(CoveragePage, ShowsTheInvoiceOptions) {
+  set(59, "Aide à domicile");
+  set(53, "1");
+  set(55, "0");
+  show();
+  EXPECT_EQ(box("Txt_DesFacture").text(), "Aide à domicile");
+  EXPECT_TRUE(check("Cac_AjusTarif").value());
+  EXPECT_FALSE(check("Cac_CoutGlobal").value());
+  set(53, "");
+  set(55, "1");
+  show();
+  EXPECT_FALSE(check("Cac_AjusTarif").value());
+  EXPECT_TRUE(check("Cac_CoutGlobal").value());
+}
+
+TEST_F(CoveragePage, ShowsHoursAmountOrNeither) {
+  for (const char* mode : {"H", "M", ""}) {
+    set(24, mode);
+    show();
+    EXPECT_EQ(hours().value(), mode[0] == 'H') << mode;
+    EXPECT_EQ(amount().value(), mode[0] == 'M') << mode;
+    EXPECT_EQ(enabled("Cdr_TauxOrgChg"), mode[0] != 'M') << mode;
+    EXPECT_EQ(enabled("Cdr_AbatOrgChg"), mode[0] != 'M') << mode;
+    EXPECT_EQ(rates().size(), 2U) << mode;
+    expectNoBox();
+  }
+}
+
+TEST_F(CoveragePage, ABodyInHoursAfterOneInAmountIsOpenAgain) {
+  set(24, "M");
+  show();
+  show("002");
+  expectEditors(true);
+  EXPECT_TRUE(press("Cmd_AjoutTaux"));
+}
+
+TEST_F(CoveragePage, ShowsDeductionsOfASlipThatLeavesThemOutToo) {
+  putDeductions({{"0,00", "10,00", "50,00"}});
+  set(45, "M");
+  show();
+  EXPECT_EQ(deductions(), (Rows{{"0,00", "10,00", "50,00"}}));
+}
+
+TEST_F(CoveragePage, ClearingEmptiesIt) {
+  putDeductions({{"0,00", "10,00", "50,00"}});
+  set(59, "Aide");
+  set(53, "1");
+  set(55, "1");
+  set(54, "6041000000");
+  show();
+  ASSERT_TRUE(press("Cmd_Annuler"));
+  EXPECT_TRUE(rates().empty());
+  EXPECT_TRUE(deductions().empty());
+  EXPECT_EQ(box("Txt_DesFacture").text(), "");
+  EXPECT_EQ(box("Txt_CodeCptPrestationService").text(), "");
+  EXPECT_FALSE(check("Cac_AjusTarif").value());
+  EXPECT_FALSE(check("Cac_CoutGlobal").value());
+  EXPECT_FALSE(hours().value());
+  EXPECT_FALSE(amount().value());
+}
+
+// Writing -----------------------------------------------------------------------------------------
+
+TEST_F(CoveragePage, WritesTheInvoiceOptions) {
+  ASSERT_TRUE(user_->click(check("Cac_AjusTarif")));
+  ASSERT_TRUE(user_->click(check("Cac_CoutGlobal")));
+  ASSERT_TRUE(user_->fill(box("Txt_DesFacture"), "Aide à domicile"));
+  save();
+  EXPECT_EQ(attribute("001", 53), "1");
+  EXPECT_EQ(attribute("001", 55), "1");
+  EXPECT_EQ(attribute("001", 59), "Aide à domicile");
+  show();
+  ASSERT_TRUE(user_->click(check("Cac_AjusTarif")));
+  ASSERT_TRUE(user_->click(check("Cac_CoutGlobal")));
+  ASSERT_TRUE(user_->fill(box("Txt_DesFacture"), ""));
+  save();
+  EXPECT_EQ(attribute("001", 53), "0");
+  EXPECT_EQ(attribute("001", 55), "0");
+  EXPECT_EQ(attribute("001", 59), "");
+}
+
+TEST_F(CoveragePage, WritesTheAccount) {
+  store_.put("PLANCOMPTABLE", "0106042000000", {"Prestations"});
+  set(54, "6041000000");
+  show();
+  EXPECT_EQ(box("Txt_CodeCptPrestationService").text(), "6041000000");
+  ASSERT_TRUE(user_->fill(box("Txt_CodeCptPrestationService"), "6042000000"));
+  save();
+  EXPECT_EQ(attribute("001", 54), "6042000000");
+}
+
+TEST_F(CoveragePage, ChangesNothingElseOfTheRecord) {
+  putDeductions({{"0,00", "10,00", "50,00"}});
+  for (int free = 58; free <= 70; ++free) set(free, "libre " + std::to_string(free));
+  set(61, "1");
+  store::DynamicArray expected = store_.record("ORGPRISECHARGE", "001");
+  show();
+  ASSERT_TRUE(user_->click(check("Cac_AjusTarif")));
+  save();
+  expected.set(53, "1");
+  EXPECT_EQ(store_.record("ORGPRISECHARGE", "001").text(), expected.text());
+}
+
+TEST_F(CoveragePage, ASlipOfTypeMFPLeavesTheDeductionsEmpty) {
+  putDeductions({{"0,00", "10,00", "50,00"}});
+  show();
+  ASSERT_TRUE(user_->click(tabs(), 4));
+  ASSERT_TRUE(user_->click(option("Opt_MFPBordOrgChg")));
+  save();
+  for (const int number : {29, 30, 31}) EXPECT_EQ(attribute("001", number), "") << number;
+  EXPECT_NE(attribute("001", 25), "");
+}
+
+TEST_F(CoveragePage, TheListsAreTheSourceUpToTheFirstEmptyRow) {
+  const std::string mark(1, store::kValueMark);
+  set(25, "21186" + mark + mark + "20821");
+  set(26, "2000" + mark + "1900" + mark + "1800");
+  set(27, "2500" + mark + "2400" + mark + "2200");
+  set(28, "1500" + mark + "1400" + mark + "1200");
+  set(29, "0" + mark + mark + "2000");
+  set(30, "1000" + mark + "2000" + mark + "3000");
+  set(31, "10" + mark + "20" + mark + "30");
+  show();
+  EXPECT_EQ(rates().size(), 3U);
+  save();
+  EXPECT_EQ(attribute("001", 25), "21186");
+  EXPECT_EQ(attribute("001", 26), "2000");
+  EXPECT_EQ(attribute("001", 27), "2500");
+  EXPECT_EQ(attribute("001", 28), "1500");
+  EXPECT_EQ(attribute("001", 29), "0");
+  EXPECT_EQ(attribute("001", 30), "1000");
+  EXPECT_EQ(attribute("001", 31), "10");
+}
+
+TEST_F(CoveragePage, TheHostsWriteLeavesTheModeThatWasNotChosen) {
+  set(24, "");
+  show();
+  control_->Ecrire_Ong3();
+  control_->Afficher_Ong3();
+  EXPECT_FALSE(hours().value());
+  EXPECT_FALSE(amount().value());
+  expectNoBox();
+}
+
+TEST_F(CoveragePage, TheHostsWriteAndShowKeepWhatTheUserEntered) {
+  ASSERT_TRUE(user_->fill(box("Txt_DesFacture"), "Aide"));
+  ASSERT_TRUE(user_->click(check("Cac_CoutGlobal")));
+  control_->Ecrire_Ong3();
+  control_->Afficher_Ong3();
+  EXPECT_EQ(box("Txt_DesFacture").text(), "Aide");
+  EXPECT_TRUE(check("Cac_CoutGlobal").value());
+  expectNothingWritten();
+}
+
+TEST_F(CoveragePage, TheHostsShowTakesBackWhatWasNotWritten) {
+  ASSERT_TRUE(user_->fill(box("Txt_DesFacture"), "Aide"));
+  control_->Afficher_Ong3();
+  EXPECT_EQ(box("Txt_DesFacture").text(), "");
+}
+
+TEST_F(CoveragePage, SixtyRatesComeBackAsTheyWere) {
+  Rows rows;
+  for (int i = 60; i >= 1; --i) {
+    rows.push_back({store::textOfDay(20000L + i), store::twoDecimals(1000 + i),
+                    i % 3 == 0 ? "" : store::twoDecimals(2000 + i),
+                    i % 5 == 0 ? "" : store::twoDecimals(500 + i)});
+  }
+  putRates(rows);
+  const std::string before = store_.record("ORGPRISECHARGE", "001").text();
+  show();
+  EXPECT_EQ(rates(), rows);
+  save();
+  EXPECT_EQ(store_.record("ORGPRISECHARGE", "001").text(), before);
+}
+
+// Hours or amount ---------------------------------------------------------------------------------
+
+TEST_F(CoveragePage, AmountOfAnAgencyClosesTheEditorsAndKeepsTheirRows) {
+  makeAgency();
+  putDeductions({{"0,00", "10,00", "50,00"}});
+  show();
+  ASSERT_TRUE(user_->click(amount()));
+  expectNoBox();
+  expectEditors(false);
+  EXPECT_EQ(rates().size(), 2U);
+  EXPECT_EQ(deductions().size(), 1U);
+  EXPECT_FALSE(press("Cmd_AjoutTaux"));
+  EXPECT_FALSE(openRate(0));
+  EXPECT_FALSE(openDeduction(0));
+  ASSERT_TRUE(user_->click(hours()));
+  expectEditors(true);
+  EXPECT_TRUE(openRate(0));
+}
+
+TEST_F(CoveragePage, AmountOfAComplementaryBodyClosesTheEditors) {
+  set(18, "C");
+  show();
+  ASSERT_TRUE(user_->click(amount()));
+  expectNoBox();
+  expectEditors(false);
+  save();
+  EXPECT_EQ(attribute("001", 24), "M");
+  EXPECT_EQ(store_.record("ORGPRISECHARGE", "001").get(25, 1), "21186");
+}
+
+TEST_F(CoveragePage, AmountOfAPrincipalProviderIsRefused) {
+  ASSERT_TRUE(user_->click(amount()));
+  expectBox(kPrincipalPrestataire, Icon::Exclamation);
+  EXPECT_TRUE(hours().value());
+  EXPECT_FALSE(amount().value());
+  expectEditors(true);
+  save();
+  EXPECT_EQ(attribute("001", 24), "H");
+}
+
+TEST_F(CoveragePage, HoursOfAPrincipalBodyManageThePartInAmount) {
+  set(24, "");
+  set(41, "%");
+  show();
+  ASSERT_TRUE(option("Opt_GestPartPourc").value());
+  ASSERT_TRUE(user_->click(hours()));
+  EXPECT_TRUE(option("Opt_GestPartMont").value());
+}
+
+TEST_F(CoveragePage, HoursOfAComplementaryBodyLeaveThePart) {
+  set(18, "C");
+  set(24, "M");
+  set(41, "%");
+  show();
+  ASSERT_TRUE(user_->click(hours()));
+  EXPECT_TRUE(option("Opt_GestPartPourc").value());
+  expectEditors(true);
+}
+
+// Checking ----------------------------------------------------------------------------------------
+
+TEST_F(CoveragePage, Rule1AnAgencysPrincipalBodyManagesThePartInAmount) {
+  makeAgency();
+  set(24, "");
+  set(41, "%");
+  show();
+  EXPECT_FALSE(control_->Verif_Ong3());
+  expectBox(kGestionMontant, Icon::Exclamation);
+  EXPECT_EQ(tabs().tab(), 3);
+  EXPECT_TRUE(option("Opt_GestPartMont").value());
+  EXPECT_TRUE(option("Opt_GestPartMont").hasFocus());
+  EXPECT_FALSE(control_->Verif_Ong3());
+  expectBox(kAttribution, Icon::Exclamation);
+}
+
+TEST_F(CoveragePage, Rule1LeavesOtherBodiesAlone) {
+  set(41, "%");
+  show();
+  EXPECT_TRUE(control_->Verif_Ong3());
+  makeAgency();
+  set(18, "C");
+  show();
+  EXPECT_TRUE(control_->Verif_Ong3());
+  expectNoBox();
+}
+
+TEST_F(CoveragePage, Rule2HoursOrAmountMustBeChosenBeforeARate) {
+  set(24, "");
+  putRates({});
+  show();
+  ASSERT_TRUE(user_->click(tabs(), 0));
+  ASSERT_TRUE(press("Cmd_OK"));
+  expectBox(kAttribution, Icon::Exclamation);
+  EXPECT_EQ(tabs().tab(), 2);
+  EXPECT_TRUE(hours().hasFocus());
+  EXPECT_FALSE(hours().value());
+  expectNothingWritten();
+  EXPECT_EQ(state(), kExisting);
+}
+
+TEST_F(CoveragePage, Rule3HoursNeedARate) {
+  putRates({});
+  show();
+  ASSERT_TRUE(user_->click(tabs(), 0));
+  ASSERT_TRUE(press("Cmd_OK"));
+  expectBox(kUnTaux, Icon::Exclamation);
+  EXPECT_EQ(tabs().tab(), 2);
+  expectNothingWritten();
+  addRate({"01012026", "10", "15", "5"});
+  save();
+  EXPECT_EQ(attribute("001", 26), "1000");
+}
+
+TEST_F(CoveragePage, Rule3AmountNeedsNone) {
+  set(18, "C");
+  set(24, "M");
+  putRates({});
+  show();
+  save();
+  EXPECT_EQ(attribute("001", 25), "");
+}
+
+TEST_F(CoveragePage, ARefusedPageWritesNothingOfIt) {
+  putRates({});
+  show();
+  ASSERT_TRUE(user_->fill(box("Txt_DesFacture"), "Aide"));
+  ASSERT_TRUE(press("Cmd_OK"));
+  expectBox(kUnTaux, Icon::Exclamation);
+  EXPECT_EQ(box("Txt_DesFacture").text(), "Aide");
+  control_->Afficher_Ong3();
+  EXPECT_EQ(box("Txt_DesFacture").text(), "");
+}
+
+TEST_F(CoveragePage, TheHostMayCheckAndShowWithoutARecord) {
+  control_->Vider_Donnees();
+  control_->Afficher_Ong3();
+  EXPECT_TRUE(rates().empty());
+  EXPECT_FALSE(control_->Verif_Ong3());
+  expectBox(kAttribution, Icon::Exclamation);
+}
+
+TEST_F(CoveragePage, ConsultationShowsAndChecksButDoesNotWrite) {
+  level_->value = 1;
+  control_->Afficher_Ong3();
+  EXPECT_EQ(rates().size(), 2U);
+  EXPECT_TRUE(control_->Verif_Ong3());
+  EXPECT_THROW(control_->Ecrire_Ong3(), control::AccessDenied);
+}
+
+}  // namespace
+}  // namespace behaviour
