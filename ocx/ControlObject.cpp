@@ -190,6 +190,14 @@ HRESULT ControlObject::keepDatabase(IDispatch* object) {
   return S_OK;
 }
 
+HRESULT ControlObject::insertRate(short* index) {
+  if (index == nullptr) {
+    return E_POINTER;
+  }
+  callControl([&] { control_.AjoutLists(*index); });
+  return S_OK;
+}
+
 HRESULT ControlObject::verify(VARIANT_BOOL* accepted, bool (Control::*check)()) {
   if (accepted == nullptr) {
     return E_POINTER;

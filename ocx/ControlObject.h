@@ -82,16 +82,16 @@ class ControlObject final : public _Ctr_OrgPriseCharge,
     return enter([&] { return keepRights(object); });
   }
   HRESULT STDMETHODCALLTYPE Affiche_Bareme() override {
-    return enter([] { return E_NOTIMPL; });
+    return member([](Control& control) { control.Affiche_Bareme(); });
   }
   HRESULT STDMETHODCALLTYPE AfficherZonesBareme() override {
-    return enter([] { return E_NOTIMPL; });
+    return member([](Control& control) { control.AfficherZonesBareme(); });
   }
   HRESULT STDMETHODCALLTYPE AfficherZonesTaux() override {
-    return enter([] { return E_NOTIMPL; });
+    return member([](Control& control) { control.AfficherZonesTaux(); });
   }
   HRESULT STDMETHODCALLTYPE AfficherZonesAbat() override {
-    return enter([] { return E_NOTIMPL; });
+    return member([](Control& control) { control.AfficherZonesAbat(); });
   }
   HRESULT STDMETHODCALLTYPE Creer_Donnees() override {
     return member([](Control& control) { control.Creer_Donnees(); });
@@ -109,10 +109,10 @@ class ControlObject final : public _Ctr_OrgPriseCharge,
     return member([](Control& control) { control.Afficher_Ong2(); });
   }
   HRESULT STDMETHODCALLTYPE Afficher_Ong3() override {
-    return enter([] { return E_NOTIMPL; });
+    return member([](Control& control) { control.Afficher_Ong3(); });
   }
   HRESULT STDMETHODCALLTYPE Afficher_Ong4() override {
-    return enter([] { return E_NOTIMPL; });
+    return member([](Control& control) { control.Afficher_Ong4(); });
   }
   HRESULT STDMETHODCALLTYPE Afficher_Ong5() override {
     return member([](Control& control) { control.Afficher_Ong5(); });
@@ -124,10 +124,10 @@ class ControlObject final : public _Ctr_OrgPriseCharge,
     return member([](Control& control) { control.Afficher_Donnees(); });
   }
   HRESULT STDMETHODCALLTYPE MasquerZonesTaux() override {
-    return enter([] { return E_NOTIMPL; });
+    return member([](Control& control) { control.MasquerZonesTaux(); });
   }
   HRESULT STDMETHODCALLTYPE MasquerZonesAbat() override {
-    return enter([] { return E_NOTIMPL; });
+    return member([](Control& control) { control.MasquerZonesAbat(); });
   }
   HRESULT STDMETHODCALLTYPE Remplir_OrgPriseChg() override {
     return member([](Control& control) { control.Remplir_OrgPriseChg(); });
@@ -154,10 +154,10 @@ class ControlObject final : public _Ctr_OrgPriseCharge,
     return member([](Control& control) { control.Ecrire_Ong2(); });
   }
   HRESULT STDMETHODCALLTYPE Ecrire_Ong3() override {
-    return enter([] { return E_NOTIMPL; });
+    return member([](Control& control) { control.Ecrire_Ong3(); });
   }
   HRESULT STDMETHODCALLTYPE Ecrire_Ong4() override {
-    return enter([] { return E_NOTIMPL; });
+    return member([](Control& control) { control.Ecrire_Ong4(); });
   }
   HRESULT STDMETHODCALLTYPE Ecrire_Ong5() override {
     return member([](Control& control) { control.Ecrire_Ong5(); });
@@ -181,10 +181,10 @@ class ControlObject final : public _Ctr_OrgPriseCharge,
     return enter([&] { return verify(accepted, &Control::Verif_Ong1); });
   }
   HRESULT STDMETHODCALLTYPE Verif_Ong3(VARIANT_BOOL* accepted) override {
-    return enter([&] { return give(accepted, VARIANT_FALSE, E_NOTIMPL); });
+    return enter([&] { return verify(accepted, &Control::Verif_Ong3); });
   }
   HRESULT STDMETHODCALLTYPE Verif_Ong4(VARIANT_BOOL* accepted) override {
-    return enter([&] { return give(accepted, VARIANT_FALSE, E_NOTIMPL); });
+    return enter([&] { return verify(accepted, &Control::Verif_Ong4); });
   }
   HRESULT STDMETHODCALLTYPE Verif_Ong2(VARIANT_BOOL* accepted) override {
     return enter([&] { return verify(accepted, &Control::Verif_Ong2); });
@@ -205,13 +205,13 @@ class ControlObject final : public _Ctr_OrgPriseCharge,
     return enter([] { return E_NOTIMPL; });
   }
   HRESULT STDMETHODCALLTYPE Tri2() override {
-    return enter([] { return E_NOTIMPL; });
+    return member([](Control& control) { control.Tri2(); });
   }
   HRESULT STDMETHODCALLTYPE TriBareme() override {
-    return enter([] { return E_NOTIMPL; });
+    return member([](Control& control) { control.TriBareme(); });
   }
   HRESULT STDMETHODCALLTYPE TriAbat() override {
-    return enter([] { return E_NOTIMPL; });
+    return member([](Control& control) { control.TriAbat(); });
   }
   HRESULT STDMETHODCALLTYPE Remplir_Entite() override {
     return member([](Control& control) { control.Remplir_Entite(); });
@@ -232,16 +232,16 @@ class ControlObject final : public _Ctr_OrgPriseCharge,
     return member([](Control& control) { control.Passage_A_Gauche_Tri(); });
   }
   HRESULT STDMETHODCALLTYPE AjoutLists(short* index) override {
-    return enter([&] { return index == nullptr ? E_POINTER : E_NOTIMPL; });
+    return enter([&] { return insertRate(index); });
   }
   HRESULT STDMETHODCALLTYPE EffaceEltLists() override {
-    return enter([] { return E_NOTIMPL; });
+    return member([](Control& control) { control.EffaceEltLists(); });
   }
   HRESULT STDMETHODCALLTYPE DoubleClickTauxRemb() override {
-    return enter([] { return E_NOTIMPL; });
+    return member([](Control& control) { control.DoubleClickTauxRemb(); });
   }
   HRESULT STDMETHODCALLTYPE DoubleClickAbat() override {
-    return enter([] { return E_NOTIMPL; });
+    return member([](Control& control) { control.DoubleClickAbat(); });
   }
   HRESULT STDMETHODCALLTYPE RechercheAccord() override {
     return member([](Control& control) { control.RechercheAccord(); });
@@ -527,6 +527,7 @@ class ControlObject final : public _Ctr_OrgPriseCharge,
   HRESULT keepClient(IDispatch* object);
   HRESULT keepDatabase(IDispatch* object);
   HRESULT verify(VARIANT_BOOL* accepted, bool (Control::*check)());
+  HRESULT insertRate(short* index);
 
   HRESULT setClientSite(IOleClientSite* site);
   HRESULT close(DWORD save);

@@ -454,8 +454,8 @@ void fillTables(FakeStore& store, const std::wstring& lastCode) {
   store.put(L"PERIODESPAIE", L"1", {L"202601"});
 }
 
-// Complete, so that it can be saved: principal, in hours, with an activity and a slip parameter.
-// Attribute 59 belongs to a page that is not shown yet: it is there to survive a save.
+// Complete, so that it can be saved: principal, in hours at a rate, with an activity and a slip
+// parameter.
 std::vector<std::wstring> body(const std::wstring& acronym, const std::wstring& name) {
   std::vector<std::wstring> attributes(61);
   const std::pair<size_t, const wchar_t*> set[] = {
@@ -463,7 +463,9 @@ std::vector<std::wstring> body(const std::wstring& acronym, const std::wstring& 
       {19, L"3"},          {20, L"0"},        {24, L"H"},      {44, L"0"},
       {45, L"I"},          {46, L"100"},      {47, L"100P01"}, {48, L"1"},
       {50, L"0"},          {51, L"0"},        {57, L"0"},      {59, L"Prise en charge"},
-      {61, L"1"}};
+      {25, L"21186"},      {26, L"2000"},     {27, L"2500"},   {28, L"1500"},
+      {40, L"R"},          {41, L"M"},        {42, L"0"},      {53, L"0"},
+      {55, L"0"},          {61, L"1"}};
   attributes[0] = acronym;
   attributes[1] = name;
   for (const auto& [number, text] : set) attributes[number - 1] = text;

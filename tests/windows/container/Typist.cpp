@@ -172,8 +172,23 @@ void Typist::clickScrollEnd(const std::wstring& name) {
   stage_.pump();
 }
 
+void Typist::wheel(const std::wstring& name, int notches) {
+  const HWND window = require(name);
+  RECT place = {};
+  GetClientRect(window, &place);
+  POINT at = {place.right / 2, place.bottom / 2};
+  ClientToScreen(window, &at);
+  INPUT turned = input::mouse(at, MOUSEEVENTF_WHEEL);
+  turned.mi.mouseData = static_cast<DWORD>(-notches * WHEEL_DELTA);
+  send({input::mouse(at, 0), turned});
+}
+
 void Typist::fill(const std::wstring& name, std::wstring_view newText) {
   click(name);
+  retype(newText);
+}
+
+void Typist::retype(std::wstring_view newText) {
   key(VK_HOME);
   key(VK_END, true);
   key(VK_DELETE);

@@ -47,8 +47,12 @@ class Typist {
   void clickOpenLine(const std::wstring& name, int line);
   // The arrow at the end of a horizontal scroll bar.
   void clickScrollEnd(const std::wstring& name);
+  // The wheel over the middle of a control, so many notches towards the user.
+  void wheel(const std::wstring& name, int notches);
   // Replaces what a field holds: clicks into it, selects all, types.
   void fill(const std::wstring& name, std::wstring_view text);
+  // The same in the field that has the focus.
+  void retype(std::wstring_view text);
 
   // The window of a control by the name that it answers to; null when there is none.
   HWND find(const std::wstring& name) const;

@@ -68,7 +68,7 @@ TEST_F(Automation, WSortirIsPutAndTold) {
 
 TEST_F(Automation, MembersOfLaterPagesAreNotImplementedYet) {
   for (const wchar_t* member :
-       {L"Affiche_Bareme", L"AfficherZonesTaux", L"Tri2", L"Verif_Ong3", L"Recup_Accord"}) {
+       {L"Impression_ModifAccord", L"Recup_Accord", L"Recup_AccordTauxRemb"}) {
     try {
       control().call(member);
       ADD_FAILURE() << container::narrow(member);
@@ -97,7 +97,7 @@ TEST_F(Automation, AjoutListsTakesAScriptsVariable) {
   if (result == DISP_E_EXCEPTION) result = exception.scode;
   SysFreeString(exception.bstrDescription);
   SysFreeString(exception.bstrSource);
-  EXPECT_EQ(result, E_NOTIMPL);
+  EXPECT_EQ(result, E_UNEXPECTED);
   EXPECT_EQ(variable.vt, VT_I4);
   EXPECT_EQ(variable.lVal, 3);
 }

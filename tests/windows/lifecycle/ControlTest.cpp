@@ -81,9 +81,24 @@ void ControlTest::TearDown() {
   EXPECT_EQ(running_->finish(), "");
 }
 
+void addRate(container::Typist& user) {
+  user.click(L"Cmd_AjoutTaux");
+  user.type(L"01012026");
+  user.key(VK_TAB);
+  user.type(L"20");
+  user.key(VK_TAB);
+  user.type(L"25");
+  user.key(VK_TAB);
+  user.type(L"15");
+  user.click(L"Cmd_OKTaux");
+}
+
 void completeCreation(container::Typist& user) {
   user.clickTab(kActivites);
   user.fill(L"Txt_Entite", L"100");
+  user.clickTab(kPriseEnCharge);
+  user.click(L"Opt_HeureOrgChg");
+  addRate(user);
   user.clickTab(kBordereau);
   user.doubleClickLine(L"Lst_ParamPossOrgChg", 0);
   user.clickTab(kCoordonnees);

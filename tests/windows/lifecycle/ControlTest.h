@@ -49,11 +49,14 @@ inline constexpr const wchar_t* kNoLowerAccents =
 inline constexpr int kCoordonnees = 0;
 inline constexpr int kRegles = 1;
 inline constexpr int kPriseEnCharge = 2;
+inline constexpr int kParticipation = 3;
 inline constexpr int kBordereau = 4;
 inline constexpr int kActivites = 5;
 
-// What a creation that has been started needs on the pages after the first: an entity ("100") and a
-// slip parameter. The first page is in front again at the end.
+// On the coverage page: a rate of 20,00, 25,00 and 15,00 from 01/01/2026 on.
+void addRate(container::Typist& user);
+// What a creation that has been started needs on the pages after the first: an entity ("100"), a
+// rate and a slip parameter. The first page is in front again at the end.
 void completeCreation(container::Typist& user);
 
 // A control in the strict container. finish() must be the last thing that a test lets happen; the

@@ -1,5 +1,4 @@
 // A body entered on every page and read back from a store on disk, and what agreements forbid.
-#include "tests/windows/lifecycle/LocalStore.h"
 #include "tests/windows/lifecycle/PagesTest.h"
 
 namespace lifecycle {
@@ -16,22 +15,13 @@ constexpr const wchar_t* kCeilingRefused =
     L"Merci de contacter VALDRIS si votre volonté est de changer le mode de gestion de cet "
     L"organisme.";
 
-// The same records as in the store in memory, copied to disk.
-void fill(LocalStore& store) {
-  container::FakeStore source;
-  fillForPages(source);
-  for (const auto& [file, records] : source.state().files) {
-    for (const auto& [id, text] : records) store.put(file.c_str(), id.c_str(), text);
-  }
-}
-
 class OnDisk : public testing::TestWithParam<Where> {
  protected:
   using Lines = std::vector<std::wstring>;
   using Held = container::Typist::Held;
 
   void SetUp() override {
-    fill(store_);
+    fillForPages(store_);
     hosted_ = std::make_unique<Hosted>(GetParam());
     hosted_->init(store_.client().Get(), store_.database().Get(), store_.rights().Get());
     user().click(L"Txt_CodOrgChg");
@@ -119,6 +109,7 @@ TEST_P(OnDisk, ABodyIsEnteredOnEveryPageAndReadBack) {
   enterSlip();
   user().clickTab(kPriseEnCharge);
   user().click(L"Opt_HeureOrgChg");
+  addRate(user());
   user().click(L"Cmd_OK");
   ASSERT_EQ(boxes().report(), "");
   const std::pair<long, const wchar_t*> expected[] = {{1, L"CPAM"},
@@ -133,6 +124,11 @@ TEST_P(OnDisk, ABodyIsEnteredOnEveryPageAndReadBack) {
                                                       {22, L"4120000000"},
                                                       {23, L"7060000000"},
                                                       {24, L"H"},
+                                                      {25, L"21186"},
+                                                      {26, L"2000"},
+                                                      {27, L"2500"},
+                                                      {28, L"1500"},
+                                                      {41, L"M"},
                                                       {43, L"02"},
                                                       {44, L"1"},
                                                       {45, L"R"},

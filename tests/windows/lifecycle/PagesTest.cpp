@@ -110,6 +110,14 @@ void fillForPages(container::FakeStore& store) {
   store.put(L"ACCORD", L"7002", {L"002", L"", L"", L"", L"", L"21300"});
 }
 
+void fillForPages(LocalStore& store) {
+  container::FakeStore source;
+  fillForPages(source);
+  for (const auto& [file, records] : source.state().files) {
+    for (const auto& [id, text] : records) store.put(file.c_str(), id.c_str(), text);
+  }
+}
+
 void PagesTest::SetUp() {
   fillForPages(store_);
   hosted_ = std::make_unique<Hosted>(GetParam());

@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "tests/windows/lifecycle/ControlTest.h"
+#include "tests/windows/lifecycle/LocalStore.h"
 
 namespace lifecycle {
 
@@ -44,6 +45,8 @@ class Hosted {
 // agency one, entity "200" with one activity; a chart of accounts; four slip parameters; an active
 // agreement of body "002".
 void fillForPages(container::FakeStore& store);
+// The same records, in a store on disk.
+void fillForPages(LocalStore& store);
 
 // The control is started and the focus on the code.
 class PagesTest : public testing::TestWithParam<Where> {

@@ -1,6 +1,5 @@
 ' A script without any window: it makes a store with one body, gives it to the control, and starts.
 ' The argument is the path of an empty store.
-Const NotBuilt = 445  ' the engine's number for E_NOTIMPL
 
 Dim passed, failed
 passed = 0
@@ -41,8 +40,9 @@ Store "ACTIVITES", "010P01", Array(1, "Aide menagere", 2, "010", 12, "P", 13, "S
 Store "ACTIVITES", "010P02", Array(1, "Garde de jour", 2, "010", 12, "P", 13, "SAAD")
 Store "PARAMBORDORGCHG", "1", Array(1, "Nom", 2, "30")
 Store "ORGPRISECHARGE", "001", Array(1, "CD01", 2, "Conseil departemental", 17, "M", 18, "P", _
-  19, "3", 20, "0", 24, "H", 44, "0", 45, "I", 46, "010", 47, "010P02", 48, "1", 50, "0", 51, "0", _
-  57, "0", 61, "1")
+  19, "3", 20, "0", 24, "H", 25, "21186", 26, "2000", _
+  27, "2500", 28, "1500", 41, "M", 42, "0", 44, "0", 45, "I", 46, "010", 47, "010P02", 48, "1", 50, "0", 51, "0", _
+  53, "0", 55, "0", 57, "0", 61, "1")
 
 Set control = CreateObject("Tessaline.Ctr_OrgPriseCharge")
 Hold "W_Sortir is false at the start", control.W_Sortir = False
@@ -69,6 +69,12 @@ Hold "Verif_Ong1 accepts: " & Hex(Err.Number), Err.Number = 0 And VarType(accept
 accepted = False
 accepted = control.Verif_Ong2
 Hold "Verif_Ong2 accepts: " & Hex(Err.Number), Err.Number = 0 And accepted
+accepted = False
+accepted = control.Verif_Ong3
+Hold "Verif_Ong3 accepts: " & Hex(Err.Number), Err.Number = 0 And accepted
+accepted = False
+accepted = control.Verif_Ong4
+Hold "Verif_Ong4 accepts: " & Hex(Err.Number), Err.Number = 0 And accepted
 accepted = False
 accepted = control.Verif_Ong5
 Hold "Verif_Ong5 accepts: " & Hex(Err.Number), Err.Number = 0 And accepted
@@ -133,8 +139,12 @@ Err.Clear
 Dim index
 index = 0
 control.AjoutLists index
-Hold "AjoutLists takes a variable: " & Hex(Err.Number) & " " & Err.Description, _
-  Err.Number = 0 Or Err.Number = NotBuilt
+Done "AjoutLists takes a variable", Err.Number, Err.Description
+control.Afficher_Ong3
+Done "Afficher_Ong3", Err.Number, Err.Description
+index = 5000
+control.AjoutLists index
+Hold "AjoutLists refuses a row past the end: " & Hex(Err.Number), Err.Number <> 0
 Err.Clear
 
 control.W_Sortir = True

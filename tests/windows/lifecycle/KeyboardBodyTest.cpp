@@ -1,0 +1,282 @@
+// A body entered on all six pages without the mouse, kept in a store on disk and found again.
+#include "tests/windows/lifecycle/PagesTest.h"
+
+namespace lifecycle {
+namespace {
+
+std::wstring two(const wchar_t* first, const wchar_t* second) {
+  return std::wstring(first) + container::kValueMark + second;
+}
+
+class ByKeyboard : public testing::TestWithParam<Where> {
+ protected:
+  using Lines = std::vector<std::wstring>;
+
+  void SetUp() override {
+    fillForPages(store_);
+    store_.put(L"NATUREVOIE", L"R", L"Rue");
+    hosted_ = std::make_unique<Hosted>(GetParam());
+    hosted_->init(store_.client().Get(), store_.database().Get(), store_.rights().Get());
+    user().click(L"Txt_CodOrgChg");
+  }
+  void TearDown() override {
+    if (hosted_ != nullptr) {
+      EXPECT_EQ(hosted_->finish(), "");
+    }
+    EXPECT_EQ(store_.release(), S_OK);
+  }
+
+  container::Typist& user() { return hosted_->user; }
+  container::BoxWatcher& boxes() { return hosted_->boxes; }
+
+  void tab() { user().key(VK_TAB); }
+  // Into the field that has the focus and into those after it.
+  void typeInto(const Lines& texts) {
+    for (const std::wstring& text : texts) {
+      user().type(text);
+      tab();
+    }
+  }
+  void press(const wchar_t* focused) {
+    EXPECT_EQ(user().focused(), focused);
+    user().key(VK_SPACE);
+  }
+  // The first lines of the list that has the focus, and the button after it.
+  void moveLines(int count, const wchar_t* button) {
+    user().key(VK_HOME);
+    for (int i = 1; i < count; ++i) user().key(VK_DOWN, true);
+    tab();
+    press(button);
+  }
+
+  void enterAddress();
+  void enterActivities();
+  void enterRules();
+  void enterAccounts();
+  void enterCoverage();
+  void enterParticipation();
+  void enterSlip();
+
+  LocalStore store_;
+  std::unique_ptr<Hosted> hosted_;
+};
+
+INSTANTIATE_TEST_SUITE_P(In, ByKeyboard, everywhere(), nameOfParam);
+
+void ByKeyboard::enterAddress() {
+  user().alt(L'l');
+  typeInto({L"Caisse au clavier", L"Entrée B", L"12", L"Rue", L"des Lilas", L"Le Bourg", L"63000",
+            L"Clermont", L"0400000001", L"0400000002", L"a@b.example", L"Mme Durand"});
+  EXPECT_EQ(user().focused(), L"Txt_InterlocFactOrgChg");
+  user().type(L"M. Petit");
+}
+
+void ByKeyboard::enterActivities() {
+  user().alt(L'v');
+  ASSERT_EQ(user().tab(), kActivites);
+  user().alt(L'j');
+  user().type(L"100");
+  EXPECT_EQ(user().text(L"Cbo_Entite"), L"ASSOCIATION DE TEST");
+  user().alt(L'l');
+  user().key(VK_HOME);
+  user().key(VK_DOWN);
+  user().key(VK_DOWN);
+  user().key(VK_DOWN, true);
+  tab();
+  press(L"Cmd_PasseDroit");
+  user().alt(L'd');
+}
+
+void ByKeyboard::enterRules() {
+  user().alt(L'g');
+  ASSERT_EQ(user().tab(), kRegles);
+  user().alt(L'y');
+  press(L"Opt_TypePrincipalOrgChg");
+  tab();
+  EXPECT_EQ(user().focused(), L"Opt_PlafGlobalOrgChg");
+  user().key(VK_DOWN);
+  EXPECT_TRUE(user().checked(L"Opt_PlafMensOrgChg"));
+  tab();
+  press(L"Cac_DemAccordOrgChg");
+  tab();
+  press(L"Cac_FactAnticip");
+  tab();
+  EXPECT_EQ(user().focused(), L"Cbo_RenouvOrgChg");
+  user().retype(L"Renouvellement à - 2 mois");
+  tab();
+  moveLines(2, L"Cmd_DroiteRenouv");
+  user().alt(L'q');
+  user().key(VK_DOWN);
+  tab();
+  user().retype(L"Trimestrielle");
+  tab();
+  press(L"Cac_LettresInfo");
+  enterAccounts();
+}
+
+// One by its name in the list of those that begin so, one that alone begins so, one in full.
+void ByKeyboard::enterAccounts() {
+  user().alt(L'd');
+  user().type(L"41");
+  user().key(VK_RETURN);
+  tab();
+  user().key(VK_DOWN);
+  tab();
+  user().type(L"706");
+  tab();
+  tab();
+  user().type(L"7080000000");
+}
+
+void ByKeyboard::enterCoverage() {
+  user().alt(L'p');
+  ASSERT_EQ(user().tab(), kPriseEnCharge);
+  user().alt(L'h');
+  user().alt(L'x');
+  user().alt(L'a');
+  typeInto({L"01012026", L"20,5", L"25", L"15"});
+  EXPECT_EQ(user().focused(), L"Cmd_OKTaux");
+  user().key(VK_RETURN);
+  user().alt(L'j');
+  typeInto({L"0", L"10", L"12,5"});
+  EXPECT_EQ(user().focused(), L"Cmd_OKAbat");
+  user().key(VK_RETURN);
+  user().alt(L'd');
+  user().type(L"Prise en charge");
+  tab();
+  press(L"Cac_AjusTarif");
+  tab();
+  press(L"Cac_CoutGlobal");
+  tab();
+  user().type(L"7060000000");
+}
+
+void ByKeyboard::enterParticipation() {
+  user().alt(L'f');
+  ASSERT_EQ(user().tab(), kParticipation);
+  user().alt(L'q');
+  tab();
+  EXPECT_EQ(user().focused(), L"Opt_GestPartMont");
+  user().key(VK_UP);
+  boxes().expect(L"Souhaitez-vous créer un nouveau barème ?", kQuestion, L"YESNO", IDYES);
+  user().alt(L'm');
+  user().type(L"01022026");
+  user().alt(L'a');
+  typeInto({L"0", L"100", L"0", L"150", L"1,25"});
+  EXPECT_EQ(user().focused(), L"Cmd_OKPart");
+  user().key(VK_RETURN);
+  press(L"Cmd_AjoutPart");
+  typeInto({L"100", L"200", L"150", L"300", L"2,5"});
+  EXPECT_EQ(user().focused(), L"Cmd_OKPart");
+  user().key(VK_RETURN);
+}
+
+void ByKeyboard::enterSlip() {
+  user().alt(L'b');
+  ASSERT_EQ(user().tab(), kBordereau);
+  user().alt(L'l');
+  moveLines(2, L"Cmd_DroiteBord");
+  user().alt(L'c');
+  user().key(VK_HOME);
+  user().alt(L'd');
+  user().alt(L't');
+  moveLines(1, L"Cmd_DroiteTri");
+  user().alt(L'y');
+  user().key(VK_DOWN);
+  EXPECT_TRUE(user().checked(L"Opt_RecapBordOrgChg"));
+  user().alt(L'x');
+  user().retype(L"3");
+  user().alt(L'h');
+  user().type(L"TH9");
+  tab();
+  user().type(L"IM4");
+}
+
+TEST_P(ByKeyboard, ABodyIsEnteredOnAllPagesSavedAndFoundByItsAcronym) {
+  user().alt(L'a');
+  ASSERT_EQ(user().focused(), L"Txt_SigleOrgChg");
+  user().type(L"cramif");
+  enterAddress();
+  enterActivities();
+  enterRules();
+  enterCoverage();
+  enterParticipation();
+  enterSlip();
+  ASSERT_EQ(boxes().report(), "");
+  user().alt(L'o');
+  ASSERT_EQ(boxes().report(), "");
+
+  const std::pair<long, std::wstring> expected[] = {{1, L"CRAMIF"},
+                                                    {2, L"Caisse au clavier"},
+                                                    {3, L"Entrée B"},
+                                                    {4, L"12"},
+                                                    {5, L"R"},
+                                                    {6, L"des Lilas"},
+                                                    {7, L"Le Bourg"},
+                                                    {8, L"63000"},
+                                                    {9, L"Clermont"},
+                                                    {10, L"0400000001"},
+                                                    {11, L"0400000002"},
+                                                    {12, L"a@b.example"},
+                                                    {15, L"Mme Durand"},
+                                                    {16, L"M. Petit"},
+                                                    {17, L"T"},
+                                                    {18, L"P"},
+                                                    {19, L"2"},
+                                                    {20, L"2"},
+                                                    {21, two(L"A", L"B")},
+                                                    {22, L"4120000000"},
+                                                    {23, L"7060000000"},
+                                                    {24, L"H"},
+                                                    {25, L"21186"},
+                                                    {26, L"2050"},
+                                                    {27, L"2500"},
+                                                    {28, L"1500"},
+                                                    {29, L"0"},
+                                                    {30, L"1000"},
+                                                    {31, L"1250"},
+                                                    {32, two(L"0", L"10000")},
+                                                    {33, two(L"10000", L"20000")},
+                                                    {34, two(L"0", L"15000")},
+                                                    {35, two(L"15000", L"30000")},
+                                                    {37, two(L"125", L"250")},
+                                                    {39, L"21217"},
+                                                    {40, L"Q"},
+                                                    {41, L"%"},
+                                                    {43, L"01"},
+                                                    {44, L"1"},
+                                                    {45, L"R"},
+                                                    {46, L"100"},
+                                                    {47, two(L"100P03", L"100P04")},
+                                                    {48, L"3"},
+                                                    {49, L"IM4"},
+                                                    {51, L"1"},
+                                                    {52, L"1"},
+                                                    {53, L"1"},
+                                                    {54, L"7060000000"},
+                                                    {55, L"1"},
+                                                    {56, L"7080000000"},
+                                                    {57, L"1"},
+                                                    {58, L"TH9"},
+                                                    {59, L"Prise en charge"},
+                                                    {61, two(L"1", L"2")},
+                                                    {62, L"1"}};
+  for (const auto& [attribute, text] : expected) {
+    EXPECT_EQ(store_.stored(L"ORGPRISECHARGE", L"004", attribute), text) << attribute;
+  }
+  EXPECT_EQ(store_.stored(L"COMPTEUR", L"999", 10), L"004");
+
+  user().alt(L'i');
+  ASSERT_EQ(user().focused(), L"Cbo_SigleOrgChg");
+  user().type(L"cramif");
+  user().key(VK_RETURN);
+  user().key(VK_DOWN);
+  EXPECT_EQ(user().text(L"Txt_CodOrgChg"), L"004");
+  EXPECT_EQ(user().text(L"Txt_RaisonOrgChg"), L"Caisse au clavier");
+  EXPECT_EQ(user().lines(L"Lst_DateRembOrgChg"), (Lines{L"01/01/2026"}));
+  EXPECT_EQ(user().lines(L"Lst_BaremCoursOrgChg"), (Lines{L"1,25", L"2,50"}));
+  EXPECT_EQ(user().lines(L"Lst_ParamSelecOrgChg"), (Lines{L"Nom", L"Heures"}));
+}
+
+}  // namespace
+}  // namespace lifecycle
