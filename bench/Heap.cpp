@@ -44,10 +44,14 @@ void operator delete(void* memory, std::size_t) noexcept { operator delete(memor
 
 namespace bench {
 
-void HeapManager::Start() {
+void HeapManager::Start() { count(); }
+
+void HeapManager::count() {
   heap = {};
   heap.counted = true;
 }
+
+long long HeapManager::inUse() { return heap.live; }
 
 void HeapManager::Stop(Result* result) {
   heap.counted = false;

@@ -11,6 +11,9 @@ class HeapManager : public benchmark::MemoryManager {
  public:
   void Start() override;
   void Stop(Result* result) override;
+  // Counting started anew, outside the library's own runs, and the bytes in use since then.
+  static void count();
+  static long long inUse();
 };
 
 }  // namespace bench

@@ -3,7 +3,8 @@
 
 A benchmark `Name` is paired with `Name/baseline` of the same file (arguments may follow either:
 `Name/100` with `Name/baseline/100`). A counter `limit` of the benchmark is the ratio that it may
-reach, `memory_limit` the same of the memory that stands at its highest, where it was measured.
+reach, `memory_limit` the same of the memory that stands at its highest, where it was measured, and
+`heap_limit` the same of the counter `heap`, the bytes in use at the end.
 Exits with 1 when a limit is passed.
 """
 import json
@@ -13,7 +14,8 @@ import sys
 def split(name):
     parts = name.split('/')
     baseline = 'baseline' in parts
-    return '/'.join(p for p in parts if p != 'baseline'), baseline
+    left = [p for p in parts if p not in ('baseline', 'real_time') and not p.startswith('iterations:')]
+    return '/'.join(left), baseline
 
 
 def row(name, baseline, measured, unit, limit):
@@ -48,6 +50,9 @@ def main(paths):
             if 'max_bytes_used' in run and 'max_bytes_used' in base:
                 missed += row(f'{name}, memory', base['max_bytes_used'] / 1e6,
                               run['max_bytes_used'] / 1e6, 'MB', run.get('memory_limit'))
+            if 'heap' in run and 'heap' in base:
+                missed += row(f'{name}, heap in use', base['heap'] / 1e6, run['heap'] / 1e6, 'MB',
+                              run.get('heap_limit'))
     return 1 if missed else 0
 
 
