@@ -41,7 +41,7 @@ void Lookup::lire(const std::string& code) {
   screen::EditSession& session = context_.session;
   std::unique_ptr<store::Record> record = session.files.orgPriseCharge->ReadRecord(code);
   session.ImageOrgChg = record->fields().text();
-  session.AncienOrgChg = store::DynamicArray(session.ImageOrgChg);
+  session.AncienOrgChg = record->fields();
   const bool known = !session.ImageOrgChg.empty();
   session.taux = {};
   session.RecOrgChg = known ? std::move(record) : nullptr;

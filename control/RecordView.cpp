@@ -1,6 +1,7 @@
 #include "control/RecordView.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "control/States.h"
 #include "store/Layouts.h"
@@ -58,10 +59,10 @@ std::string RecordView::texteEcrit() {
   // A body can be loaded in the middle of a save, by the list that the save refills.
   const screen::Held unchecked(context_.session.modeVerif, false);
   store::DynamicArray& fields = context_.session.RecOrgChg->fields();
-  const store::DynamicArray before = fields;
+  store::DynamicArray before = fields;
   ecrirePages();
   std::string written = fields.text();
-  fields = before;
+  fields = std::move(before);
   effacerErreurs();
   return written;
 }

@@ -39,12 +39,13 @@ void numeroter(toolkit::ListBox& list) {
 
 // The identifiers of the lines, as one attribute. A line without one is its own identifier.
 std::string identifiants(const toolkit::ListBox& list) {
-  store::DynamicArray lines;
-  int value = 0;
+  std::string values;
+  bool first = true;
   for (const toolkit::ListItem& line : list.items().all()) {
-    lines.set(1, ++value, line.data != 0 ? std::to_string(line.data) : line.text);
+    if (!std::exchange(first, false)) values += store::kValueMark;
+    values += line.data != 0 ? std::to_string(line.data) : line.text;
   }
-  return std::string(lines.get(1));
+  return values;
 }
 
 int ligneDe(const toolkit::ListBox& list, long identifiant) {

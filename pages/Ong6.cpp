@@ -23,9 +23,9 @@ constexpr char32_t kEntree = 13;
 constexpr std::size_t kCodeEntite = 3;
 constexpr std::size_t kLargeurLibelle = 20;
 constexpr std::size_t kPositionType = kLargeurLibelle + 2;  // of the type in a line, from 1
-constexpr int kCodes = 1;
-constexpr int kLibelles = 2;
-constexpr int kTypes = 3;
+constexpr int kCode = 1;
+constexpr int kLibelle = 2;
+constexpr int kType = 3;
 
 // A letter that is no type stands for itself.
 std::string_view nomDuType(std::string_view letter) {
@@ -34,6 +34,13 @@ std::string_view nomDuType(std::string_view letter) {
   if (letter == "I") return "Intermédiaire";
   if (letter == "S") return "SSIAD";
   return letter;
+}
+
+std::string ligne(std::string_view libelle, std::string_view type) {
+  std::string line = text::fit(libelle, kLargeurLibelle);
+  line += ' ';
+  line += nomDuType(type);
+  return line;
 }
 
 bool vide(std::string_view text) { return text::trim(text).empty(); }
@@ -169,18 +176,17 @@ void Ong6::Cbo_Entite_LostFocus() {
 
 void Ong6::Remplir_Liste_Activite() {
   viderListes();
-  const store::DynamicArray answer = store::select(
-      *context_.session.TheDatabase,
-      "SSELECT ACTIVITES AVEC CodAssoActivite = " + store::quoted(page_.Txt_Entite.text()) +
-          " PAR 1 ",
-      store::activites::kFile, "0 1 12");
+  store::DynamicArray answer = store::select(*context_.session.TheDatabase,
+                                             "SSELECT ACTIVITES AVEC CodAssoActivite = " +
+                                                 store::quoted(page_.Txt_Entite.text()) + " PAR 1 ",
+                                             store::activites::kFile, "0 1 12");
   if (store::anySelected(answer)) {
-    activites_ = store::turnedOver(answer);
+    activites_ = std::move(answer);
+    const int count = activites_.DCount();
     std::vector<toolkit::ListItem> lines;
-    for (int i = 1; i <= answer.DCount(); ++i) {
-      lines.push_back({ligne({std::string(activites_.get(kLibelles, i)),
-                              std::string(activites_.get(kTypes, i))}),
-                       0});
+    lines.reserve(static_cast<std::size_t>(count));
+    for (int i = 1; i <= count; ++i) {
+      lines.push_back({ligne(activites_.get(i, kLibelle), activites_.get(i, kType)), 0});
     }
     page_.Lst_Activite.setItems(std::move(lines));
   }
@@ -197,10 +203,6 @@ void Ong6::viderListes() {
   reglerSemaine(page_);
 }
 
-std::string Ong6::ligne(const Activite& activite) {
-  return text::fit(activite.libelle, kLargeurLibelle) + " " + std::string(nomDuType(activite.type));
-}
-
 void Ong6::Passage_A_Droite() {
   const std::vector<toolkit::ListItem> before = page_.Lst_CodActSelect.items().all();
   std::unordered_set<std::string_view> covered;
@@ -208,7 +210,7 @@ void Ong6::Passage_A_Droite() {
   for (const toolkit::ListItem& code : before) covered.insert(code.text);
   for (int line = 0; line < page_.Lst_Activite.listCount(); ++line) {
     if (!page_.Lst_Activite.selected(line)) continue;
-    const std::string_view code = activites_.get(kCodes, line + 1);
+    const std::string_view code = activites_.get(line + 1, kCode);
     const std::string& text = page_.Lst_Activite.list(line);
     const std::string type = text::mid(text, kPositionType, 1);
     const bool accepted = page_.Lst_TypeAct.listCount() == 0 || type == page_.Lst_TypeAct.list(0);
@@ -261,23 +263,26 @@ void Ong6::Afficher_Ong6() {
 // A code that no activity has is shown as it stands, under the type of the others, and stays until
 // the user removes it.
 void Ong6::montrerCouvertes(const store::DynamicArray& record) {
-  std::unordered_map<std::string, int> positions;
+  const int count = record.DCount(attribut::CodActSelect);
+  // Where each of them stands among the possible ones; 0 for nowhere.
+  std::unordered_map<std::string_view, int> positions;
+  for (int i = 1; i <= count; ++i) positions[record.get(attribut::CodActSelect, i)] = 0;
   for (int i = page_.Lst_Activite.listCount(); i >= 1; --i) {
-    positions[std::string(activites_.get(kCodes, i))] = i;
+    const auto covered = positions.find(activites_.get(i, kCode));
+    if (covered != positions.end()) covered->second = i;
   }
   std::vector<std::pair<std::string, Activite>> covered;
   std::string type;
-  for (int i = 1; i <= record.DCount(attribut::CodActSelect); ++i) {
+  for (int i = 1; i <= count; ++i) {
     std::string code(record.get(attribut::CodActSelect, i));
-    const auto possible = positions.find(code);
-    Activite known = activite(code, possible == positions.end() ? 0 : possible->second);
+    Activite known = activite(code, positions[code]);
     if (type.empty()) type = known.type;
     covered.emplace_back(std::move(code), std::move(known));
   }
   Couvertes shown;
   for (auto& [code, known] : covered) {
     if (known.type.empty()) known.type = type;
-    shown.ajouter(ligne(known), code, text::left(known.type, 1));
+    shown.ajouter(ligne(known.libelle, known.type), code, text::left(known.type, 1));
   }
   shown.montrer(page_);
 }
@@ -314,11 +319,12 @@ void Ong6::Ecrire_Ong6() {
   if (context_.session.modeVerif && !Verif_Ong6()) return;
   store::DynamicArray& record = context_.session.RecOrgChg->fields();
   ecrireAttribut(record, attribut::Entite, entite_.written(page_.Txt_Entite.text()));
-  store::DynamicArray codes;
+  std::string codes;
   for (int line = 0; line < page_.Lst_ActSelect.listCount(); ++line) {
-    codes.set(1, line + 1, page_.Lst_CodActSelect.list(line));
+    if (line > 0) codes += store::kValueMark;
+    codes += page_.Lst_CodActSelect.list(line);
   }
-  ecrireAttribut(record, attribut::CodActSelect, codes.get(1));
+  ecrireAttribut(record, attribut::CodActSelect, codes);
   std::string_view hours = "0";
   if (page_.Opt_DimJF.value()) hours = "1";
   if (page_.Opt_Semaine.value()) hours = "2";
@@ -365,7 +371,7 @@ bool Ong6::Verif_Ong6() {
 // Are the possible activities of several types?
 bool Ong6::typesMeles() const {
   for (int i = 2; i <= page_.Lst_Activite.listCount(); ++i) {
-    if (activites_.get(kTypes, i) != activites_.get(kTypes, 1)) return true;
+    if (activites_.get(i, kType) != activites_.get(1, kType)) return true;
   }
   return false;
 }
@@ -400,8 +406,8 @@ bool Ong6::refuser(std::string_view message, int tab, toolkit::Control& field) {
 // Of the possible activity at that position, or (0) of the record of that code.
 Ong6::Activite Ong6::activite(const std::string& code, int position) const {
   if (position > 0) {
-    return {std::string(activites_.get(kLibelles, position)),
-            std::string(activites_.get(kTypes, position))};
+    return {std::string(activites_.get(position, kLibelle)),
+            std::string(activites_.get(position, kType))};
   }
   if (code.empty()) return {};
   const auto record = context_.session.files.activites->ReadRecord(code);

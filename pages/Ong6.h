@@ -51,7 +51,6 @@ class Ong6 : public Page {
     std::string libelle;
     std::string type;  // its letter
   };
-  static std::string ligne(const Activite& activite);
   Activite activite(const std::string& code, int position) const;
   void montrerCouvertes(const store::DynamicArray& record);
   void montrerHeures(const store::DynamicArray& record);
@@ -67,7 +66,7 @@ class Ong6 : public Page {
   ShownAttribute entite_;
   std::string nomEntite_;        // of the entity chosen
   store::DynamicArray entites_;  // columns "0 1" of the entities listed, line by line
-  // Attribute 1 holds the codes of the possible activities, 2 their labels, 3 their type letters.
+  // The possible activities line by line: value 1 the code, 2 the label, 3 the type's letter.
   store::DynamicArray activites_;
 };
 

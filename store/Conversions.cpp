@@ -14,8 +14,6 @@ namespace {
 
 constexpr int kFirstYear = 1900;
 constexpr int kLastYear = 2099;
-constexpr int kTextFirstYear = 1;  // what dd/mm/yyyy can write
-constexpr int kTextLastYear = 9999;
 constexpr long kLargestWhole = std::numeric_limits<std::int32_t>::max();
 constexpr long long kLargestHundredths = 999'999'999'999'999;
 
@@ -84,10 +82,16 @@ std::vector<std::string_view> partsOfTypedDate(std::string_view typed) {
   return {};
 }
 
-void appendPadded(std::string& out, long number, std::size_t width) {
-  const std::string digits = std::to_string(number);
-  out.append(width - std::min(width, digits.size()), '0');
-  out += digits;
+// What a text can write as dd/mm/yyyy.
+constexpr long kFirstTextDay = daysSinceMarch({1, 1, 1}) - kDayZero;
+constexpr long kLastTextDay = daysSinceMarch({9999, 12, 31}) - kDayZero;
+
+// The last digits of a number, right-aligned before `end`; back comes where they begin. Numbers are
+// written by the hundreds when a record is shown, so without a text in between.
+template <class Number>
+char* putDigits(char* end, Number number, int digits) {
+  for (; digits > 0; --digits, number /= 10) *--end = static_cast<char>('0' + number % 10);
+  return end;
 }
 
 // Blanks between thousands: the plain one, the no-break one and the narrow no-break one.
@@ -147,16 +151,12 @@ std::string textOfDay(std::string_view day) {
 }
 
 std::string textOfDay(long day) {
-  if (day < dayNumber({kTextFirstYear, 1, 1}) || day > dayNumber({kTextLastYear, 12, 31})) {
-    return {};
-  }
+  if (day < kFirstTextDay || day > kLastTextDay) return {};
   const Date date = dateOfDay(day);
-  std::string out;
-  appendPadded(out, date.day, 2);
-  out += '/';
-  appendPadded(out, date.month, 2);
-  out += '/';
-  appendPadded(out, date.year, 4);
+  std::string out = "dd/mm/yyyy";
+  putDigits(out.data() + 2, date.day, 2);
+  putDigits(out.data() + 5, date.month, 2);
+  putDigits(out.data() + 10, date.year, 4);
   return out;
 }
 
@@ -192,13 +192,17 @@ std::string twoDecimals(long long hundredths) {
   const bool negative = hundredths < 0;
   const auto magnitude = negative ? 0ULL - static_cast<unsigned long long>(hundredths)
                                   : static_cast<unsigned long long>(hundredths);
-  std::string out = negative ? "-" : "";
-  out += std::to_string(magnitude / 100);
-  out += ',';
-  const auto cents = static_cast<int>(magnitude % 100);
-  out += static_cast<char>('0' + cents / 10);
-  out += static_cast<char>('0' + cents % 10);
-  return out;
+  std::array<char, 24> text{};  // a sign, eighteen digits, a comma and two digits at the most
+  char* const end = text.data() + text.size();
+  char* begin = putDigits(end, magnitude, 2);
+  *--begin = ',';
+  auto units = magnitude / 100;
+  do {
+    begin = putDigits(begin, units, 1);
+    units /= 10;
+  } while (units > 0);
+  if (negative) *--begin = '-';
+  return {begin, end};
 }
 
 std::string shownHundredths(std::string_view stored) {
