@@ -190,13 +190,8 @@ void Ong2::montrerTypeDuBareme() {
                                                                  : "Participation bénéficiaire");
 }
 
-// The hours of the activities' page are a principal body's to choose.
 void Ong2::montrerHeures() {
-  screen::Activites& activites = context_.screen.activites;
-  const bool principal = regles_.Opt_TypePrincipalOrgChg.value();
-  activites.Cdr_GestionExclu.setEnabled(principal);
-  if (!principal) activites.Opt_Totalite.setValue(true);
-  reglerSemaine(activites);
+  ouvrirHeures(context_.screen.activites, regles_.Opt_TypePrincipalOrgChg.value());
 }
 
 // --- Writing

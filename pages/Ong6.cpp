@@ -289,12 +289,10 @@ void Ong6::montrerCouvertes(const store::DynamicArray& record) {
 
 void Ong6::montrerHeures(const store::DynamicArray& record) {
   const std::string_view hours = record.get(attribut::GestionExclu);
-  const bool principal = record.get(attribut::TypeOrgChg) == "P";
-  page_.Cdr_GestionExclu.setEnabled(principal);
-  page_.Opt_DimJF.setValue(principal && hours == "1");
-  page_.Opt_Semaine.setValue(principal && hours == "2");
-  page_.Opt_Totalite.setValue(!page_.Opt_DimJF.value() && !page_.Opt_Semaine.value());
-  reglerSemaine(page_);
+  page_.Opt_DimJF.setValue(hours == "1");
+  page_.Opt_Semaine.setValue(hours == "2");
+  page_.Opt_Totalite.setValue(hours != "1" && hours != "2");
+  ouvrirHeures(page_, record.get(attribut::TypeOrgChg) == "P");
 }
 
 void Ong6::vider() {
