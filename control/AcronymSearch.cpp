@@ -6,17 +6,13 @@
 #include "store/Layouts.h"
 #include "store/Request.h"
 #include "text/Utf8.h"
+#include "toolkit/Keys.h"
 #include "toolkit/Trap.h"
 
 namespace control {
-namespace {
-
-constexpr char32_t kEntree = 13;
-
-}  // namespace
 
 void AcronymSearch::Cbo_SigleOrgChg_KeyPress(char32_t& key) {
-  if (key != kEntree) {
+  if (key != toolkit::kEnter) {
     screen::filtrerRecherche(context_.desktop, key);
     return;
   }

@@ -8,6 +8,7 @@
 #include "store/Layouts.h"
 #include "store/Request.h"
 #include "text/Utf8.h"
+#include "toolkit/Keys.h"
 #include "toolkit/Trap.h"
 
 namespace pages {
@@ -15,8 +16,6 @@ namespace {
 
 namespace plan = store::plancomptable;
 
-constexpr char32_t kEntree = 13;
-constexpr char32_t kRetourArriere = 8;
 constexpr std::size_t kChiffres = 10;
 constexpr std::size_t kCodeEntite = 3;
 
@@ -75,9 +74,9 @@ void AccountPair::exigerEntite(std::string_view message) {
 }
 
 void AccountPair::numeroKeyPress(char32_t& key) {
-  if (key != kEntree) {
+  if (key != toolkit::kEnter) {
     const bool chiffre = key >= U'0' && key <= U'9';
-    if (!chiffre && key != kRetourArriere) key = 0;
+    if (!chiffre && key != toolkit::kBackspace) key = 0;
     return;
   }
   const std::string& numero = fields_.numero.text();
@@ -86,7 +85,7 @@ void AccountPair::numeroKeyPress(char32_t& key) {
 }
 
 void AccountPair::numeroLostFocus() {
-  char32_t key = kEntree;
+  char32_t key = toolkit::kEnter;
   numeroKeyPress(key);
 }
 
@@ -131,7 +130,7 @@ void AccountPair::libelleChange() {
 }
 
 void AccountPair::libelleKeyPress(char32_t& key) {
-  if (key != kEntree) {
+  if (key != toolkit::kEnter) {
     screen::filtrerRecherche(context_.desktop, key);
   } else if (fields_.libelle.text().empty()) {
     fields_.numero.setText("");
@@ -142,7 +141,7 @@ void AccountPair::libelleKeyPress(char32_t& key) {
 
 void AccountPair::libelleLostFocus() {
   if (complet(fields_.numero.text()) || fields_.libelle.text().empty()) return;
-  char32_t key = kEntree;
+  char32_t key = toolkit::kEnter;
   libelleKeyPress(key);
 }
 

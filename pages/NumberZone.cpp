@@ -3,14 +3,9 @@
 #include "pages/Columns.h"
 #include "store/Conversions.h"
 #include "text/Utf8.h"
+#include "toolkit/Keys.h"
 
 namespace pages {
-namespace {
-
-constexpr char32_t kRetourArriere = 8;
-constexpr char32_t kEntree = 13;
-
-}  // namespace
 
 void lierZoneDeNombre(const screen::Handlers& handlers, toolkit::TextBox& zone) {
   zone.onKeyPress = [](char32_t& key) { key = store::decimalKey(key); };
@@ -21,8 +16,8 @@ void lierZoneDeNombre(const screen::Handlers& handlers, toolkit::TextBox& zone) 
 
 void filtrerDate(char32_t& key) {
   const bool digit = key >= U'0' && key <= U'9';
-  if (digit || key == kRetourArriere) return;
-  key = key == kEntree ? 0 : U'/';
+  if (digit || key == toolkit::kBackspace) return;
+  key = key == toolkit::kEnter ? 0 : U'/';
 }
 
 }  // namespace pages

@@ -11,6 +11,7 @@
 #include "store/Layouts.h"
 #include "store/Request.h"
 #include "text/Utf8.h"
+#include "toolkit/Keys.h"
 #include "toolkit/Trap.h"
 
 namespace pages {
@@ -19,7 +20,6 @@ namespace attribut = store::orgprisecharge;
 
 namespace {
 
-constexpr char32_t kEntree = 13;
 constexpr std::size_t kCodeEntite = 3;
 constexpr std::size_t kLargeurLibelle = 20;
 constexpr std::size_t kPositionType = kLargeurLibelle + 2;  // of the type in a line, from 1
@@ -132,7 +132,7 @@ void Ong6::lister(const store::DynamicArray& answer) {
 }
 
 void Ong6::Cbo_Entite_KeyPress(char32_t& key) {
-  if (key != kEntree) {
+  if (key != toolkit::kEnter) {
     screen::filtrerRecherche(context_.desktop, key);
     return;
   }

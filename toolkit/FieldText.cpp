@@ -3,13 +3,12 @@
 #include <algorithm>
 
 #include "text/Utf8.h"
+#include "toolkit/Keys.h"
 
 namespace toolkit {
 
 namespace {
 
-constexpr char32_t kBackspace = 8;
-constexpr char32_t kEnter = 13;
 constexpr char32_t kDelete = 127;
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include "text/Utf8.h"
 #include "toolkit/Buttons.h"
 #include "toolkit/ControlClosed.h"
+#include "toolkit/Keys.h"
 #include "toolkit/ListBox.h"
 #include "toolkit/SSTab.h"
 #include "toolkit/Trace.h"
@@ -14,8 +15,6 @@
 namespace toolkit {
 
 namespace {
-
-constexpr char32_t kEnter = 13;
 
 // Sets a variable for the length of a scope.
 template <class T>

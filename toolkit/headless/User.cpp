@@ -5,12 +5,11 @@
 #include <utility>
 
 #include "text/Utf8.h"
+#include "toolkit/Keys.h"
 
 namespace toolkit::headless {
 
 namespace {
-
-constexpr char32_t kBackspace = 8;
 
 bool takesInput(const Surface& surface, const Control& control) {
   return !surface.busy() && control.usable();
