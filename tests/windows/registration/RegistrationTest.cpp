@@ -5,8 +5,13 @@
 #include <algorithm>
 
 #include "com/ComBorder.h"
+#include "com/Module.h"
 #include "ocx/ControlRegistration.h"
 #include "tests/windows/registration/ScratchRoot.h"
+
+namespace com {
+const wchar_t* errorSource() { return L"Tests"; }
+}  // namespace com
 
 namespace {
 
