@@ -98,9 +98,7 @@ void AccountTest::down(const Champs& champs) {
 }
 
 std::vector<std::string> AccountTest::lines(const Champs& champs) {
-  std::vector<std::string> texts;
-  for (const auto& item : libelle(champs).items().all()) texts.push_back(item.text);
-  return texts;
+  return linesOf(libelle(champs));
 }
 
 void AccountTest::expectSearch(std::string_view sentence) {

@@ -9,8 +9,6 @@
 namespace behaviour {
 namespace {
 
-using toolkit::OptionButton;
-
 constexpr int kCoordonnees = 0;
 constexpr int kRegles = 1;
 constexpr int kPriseEnCharge = 2;
@@ -39,13 +37,6 @@ void putActivity(testing_support::MemoryStore& store, std::string_view code, std
   if (!service.empty()) store.set("ACTIVITES", code, 13, service);
 }
 
-std::string values(std::initializer_list<std::string_view> values) {
-  store::DynamicArray attribute;
-  int i = 0;
-  for (const std::string_view value : values) attribute.set(1, ++i, value);
-  return std::string(attribute.get(1));
-}
-
 class ActivitiesCheck : public ControlTest {
  protected:
   ActivitiesCheck() {
@@ -69,7 +60,6 @@ class ActivitiesCheck : public ControlTest {
     user_->click(tabs(), kCoordonnees);
     store_.forgetCalls();
   }
-  OptionButton& option(std::string_view name) { return child<OptionButton>(name); }
 
   // Saving is refused with this text, and these are in front and have the focus.
   void expectRefused(std::string_view text, int tab, const toolkit::Control& focus) {

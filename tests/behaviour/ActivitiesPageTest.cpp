@@ -6,9 +6,6 @@
 namespace behaviour {
 namespace {
 
-using toolkit::OptionButton;
-using Lines = std::vector<std::string>;
-
 constexpr int kRegles = 1;
 constexpr int kPriseEnCharge = 2;
 constexpr int kActivites = 5;
@@ -18,26 +15,12 @@ constexpr const char* kCompte = "6110000000";
 constexpr const char* kSansActivite =
     "L'organisme de prise en charge doit couvrir au moins une activité.";
 
-std::string values(std::initializer_list<std::string_view> values) {
-  store::DynamicArray attribute;
-  int i = 0;
-  for (const std::string_view value : values) attribute.set(1, ++i, value);
-  return std::string(attribute.get(1));
-}
-
 std::string request(std::string_view sentence, std::string_view file, std::string_view columns) {
   store::DynamicArray request;
   request.set(1, sentence);
   request.set(2, file);
   request.set(3, columns);
   return request.text();
-}
-
-template <class List>
-Lines linesOf(const List& list) {
-  Lines lines;
-  for (const toolkit::ListItem& line : list.items().all()) lines.push_back(line.text);
-  return lines;
 }
 
 void putActivity(testing_support::MemoryStore& store, std::string_view code, std::string_view label,
@@ -91,7 +74,7 @@ class ActivitiesPage : public ControlTest {
   }
   // The same without entity and activities.
   void showBare() { show({{46, ""}, {47, ""}}); }
-  void showCovered(std::initializer_list<std::string_view> codes) { show({{47, values(codes)}}); }
+  void showCovered(const Lines& codes) { show({{47, values(codes)}}); }
 
   TextBox& entity() { return box("Txt_Entite"); }
   ComboBox& names() { return child<ComboBox>("Cbo_Entite"); }
@@ -99,7 +82,6 @@ class ActivitiesPage : public ControlTest {
   ListBox& covered() { return child<ListBox>("Lst_ActSelect"); }
   ListBox& codes() { return child<ListBox>("Lst_CodActSelect"); }
   ListBox& types() { return child<ListBox>("Lst_TypeAct"); }
-  OptionButton& option(std::string_view name) { return child<OptionButton>(name); }
   toolkit::Frame& hours() { return child<toolkit::Frame>("Cdr_GestionExclu"); }
   bool movesEnabled() {
     EXPECT_EQ(button("Cmd_PasseDroit").enabled(), button("Cmd_PasseGauche").enabled());

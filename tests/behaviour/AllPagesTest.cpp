@@ -11,8 +11,6 @@
 namespace behaviour {
 namespace {
 
-using toolkit::OptionButton;
-
 constexpr const char* kEnregistrer =
     "Voulez-vous enregistrer les modifications apportées à cet article ?";
 constexpr const char* kTypeRefuse =
@@ -65,10 +63,6 @@ class AllPages : public ControlTest {
     store_.put("ACCORD", "00001001", {body, "00001", "", "", "20000", "21500"});
   }
 
-  OptionButton& option(std::string_view name) { return child<OptionButton>(name); }
-  CheckBox& check(std::string_view name) { return child<CheckBox>(name); }
-  ComboBox& combo(std::string_view name) { return child<ComboBox>(name); }
-  ListBox& list(std::string_view name) { return child<ListBox>(name); }
   Snapshot screen() { return snapshotOf(control_->surface()); }
   store::DynamicArray body(std::string_view id) { return store_.record("ORGPRISECHARGE", id); }
 

@@ -7,8 +7,6 @@
 namespace behaviour {
 namespace {
 
-using toolkit::OptionButton;
-
 constexpr const char* kRefus =
     "Vous ne pouvez attribuer une notification en montant à un organisme 'Principal' de type "
     "'Prestataire'.";
@@ -34,7 +32,6 @@ class Attribution : public ControlTest {
     EXPECT_TRUE(user_->click(tabs(), 2));
     expectNoBox();
   }
-  OptionButton& option(std::string_view name) { return child<OptionButton>(name); }
   bool chooseHours() { return user_->click(option("Opt_HeureOrgChg")); }
   bool chooseAmount() { return user_->click(option("Opt_MontantOrgChg")); }
   // "heures", "montant" or "".
@@ -42,7 +39,6 @@ class Attribution : public ControlTest {
     if (option("Opt_HeureOrgChg").value()) return "heures";
     return option("Opt_MontantOrgChg").value() ? "montant" : "";
   }
-  bool enabled(std::string_view name) { return child<toolkit::Control>(name).enabled(); }
   void expectFrames(bool open) {
     EXPECT_EQ(enabled("Cdr_TauxOrgChg"), open);
     EXPECT_EQ(enabled("Cdr_AbatOrgChg"), open);

@@ -17,11 +17,6 @@ using store::DynamicArray;
 constexpr const char* kBody = "001";
 
 // "a|b" is two values.
-std::string marked(std::string text) {
-  std::replace(text.begin(), text.end(), '|', store::kValueMark);
-  return text;
-}
-
 class BadInput : public ControlTest {
  protected:
   BadInput() {
@@ -35,13 +30,6 @@ class BadInput : public ControlTest {
     store_.put("PLANCOMPTABLE", "0107060000000", {"PRESTATIONS"});
   }
   DynamicArray body() { return store_.record("ORGPRISECHARGE", kBody); }
-  ComboBox& combo(std::string_view name) { return child<ComboBox>(name); }
-  ListBox& list(std::string_view name) { return child<ListBox>(name); }
-  std::vector<std::string> lines(std::string_view name) {
-    std::vector<std::string> texts;
-    for (const auto& line : list(name).items().all()) texts.push_back(line.text);
-    return texts;
-  }
 
   void expectShown() {
     lookUp(kBody);
@@ -207,8 +195,9 @@ TEST_F(BadTables, ACodeWithoutALabelIsNotShown) {
   table("STATORGCHG", "MU|CD", "Mutuelle");
   start();
   expectShown();
-  EXPECT_EQ(lines("Lst_PiecePossibleOrgChg"), std::vector<std::string>{"Avis d'imposition"});
-  EXPECT_EQ(lines("Lst_PieceRenouOrgChg"), std::vector<std::string>{"Avis d'imposition"});
+  EXPECT_EQ(linesOf(list("Lst_PiecePossibleOrgChg")),
+            std::vector<std::string>{"Avis d'imposition"});
+  EXPECT_EQ(linesOf(list("Lst_PieceRenouOrgChg")), std::vector<std::string>{"Avis d'imposition"});
   EXPECT_EQ(combo("Cbo_StatsOrgChg").text(), "");
   expectLeftWithoutAQuestion();
   EXPECT_TRUE(saves());
@@ -223,7 +212,7 @@ TEST_F(BadTables, ALabelWithoutACodeCanBeChosenAndIsNotWritten) {
   expectShown();
   user_->click(tabs(), 1);
   EXPECT_TRUE(user_->dblClick(list("Lst_PiecePossibleOrgChg"), 2));
-  EXPECT_EQ(lines("Lst_PieceRenouOrgChg").back(), "Sans code");
+  EXPECT_EQ(linesOf(list("Lst_PieceRenouOrgChg")).back(), "Sans code");
   EXPECT_TRUE(user_->choose(combo("Cbo_StatsOrgChg"), 1));
   EXPECT_TRUE(saves());
   EXPECT_EQ(attribute(kBody, attribut::PieceRenouOrgChg), marked("AI|RI"));
@@ -236,7 +225,7 @@ TEST_F(BadTables, EmptyCodesAndLabelsAreTheEndOfATable) {
   table("STATORGCHG", "||CD", "||Conseil départemental");
   start();
   expectShown();
-  EXPECT_EQ(lines("Lst_PieceRenouOrgChg"), std::vector<std::string>{"Avis d'imposition"});
+  EXPECT_EQ(linesOf(list("Lst_PieceRenouOrgChg")), std::vector<std::string>{"Avis d'imposition"});
   EXPECT_EQ(combo("Cbo_StatsOrgChg").text(), "");
   expectLeftWithoutAQuestion();
   EXPECT_TRUE(saves());

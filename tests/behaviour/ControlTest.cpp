@@ -1,5 +1,7 @@
 #include "tests/behaviour/ControlTest.h"
 
+#include <algorithm>
+
 namespace behaviour {
 namespace {
 
@@ -68,6 +70,20 @@ void fillThreeBodies(testing_support::MemoryStore& store) {
   store.put("ORGPRISECHARGE", "002", {"CRAM", "Caisse régionale"});
   store.put("ORGPRISECHARGE", "003", {"CAF", "Caisse familiale"});
   for (const char* code : {"001", "002", "003"}) completeBody(store, code);
+}
+
+std::string values(const Lines& texts) {
+  std::string attribute;
+  for (std::size_t i = 0; i < texts.size(); ++i) {
+    if (i > 0) attribute += store::kValueMark;
+    attribute += texts[i];
+  }
+  return attribute;
+}
+
+std::string marked(std::string text) {
+  std::replace(text.begin(), text.end(), '|', store::kValueMark);
+  return text;
 }
 
 ControlTest::ControlTest()

@@ -24,6 +24,7 @@ using toolkit::ComboBox;
 using toolkit::CommandButton;
 using toolkit::Icon;
 using toolkit::ListBox;
+using toolkit::OptionButton;
 using toolkit::TextBox;
 
 struct RightsLevel {
@@ -55,6 +56,20 @@ void completeBody(testing_support::MemoryStore& store, std::string_view code);
 // body.
 void fillTables(testing_support::MemoryStore& store);
 
+using Lines = std::vector<std::string>;
+
+// The texts as the values of one attribute.
+std::string values(const Lines& texts);
+// An attribute written with bars in the place of value marks.
+std::string marked(std::string text);
+// The texts of a list or combo box.
+template <class List>
+Lines linesOf(const List& list) {
+  Lines lines;
+  for (const toolkit::ListItem& line : list.items().all()) lines.push_back(line.text);
+  return lines;
+}
+
 class ControlTest : public testing::Test {
  protected:
   ControlTest();
@@ -71,6 +86,11 @@ class ControlTest : public testing::Test {
   }
   TextBox& box(std::string_view name) { return child<TextBox>(name); }
   CommandButton& button(std::string_view name) { return child<CommandButton>(name); }
+  OptionButton& option(std::string_view name) { return child<OptionButton>(name); }
+  CheckBox& check(std::string_view name) { return child<CheckBox>(name); }
+  ComboBox& combo(std::string_view name) { return child<ComboBox>(name); }
+  ListBox& list(std::string_view name) { return child<ListBox>(name); }
+  bool enabled(std::string_view name) { return child<toolkit::Control>(name).enabled(); }
   TextBox& code() { return box("Txt_CodOrgChg"); }
   ComboBox& sigles() { return child<ComboBox>("Cbo_SigleOrgChg"); }
   toolkit::SSTab& tabs() { return child<toolkit::SSTab>("Ong_OrgPriseChg"); }

@@ -15,10 +15,8 @@ constexpr const char* kPrincipalPrestataire =
 
 class CoveragePage : public Coverage {
  protected:
-  CheckBox& check(std::string_view name) { return child<CheckBox>(name); }
   toolkit::OptionButton& hours() { return option("Opt_HeureOrgChg"); }
   toolkit::OptionButton& amount() { return option("Opt_MontantOrgChg"); }
-  bool enabled(std::string_view name) { return control_->surface().find(name)->enabled(); }
   void set(int attribute, std::string_view text) {
     store_.set("ORGPRISECHARGE", "001", attribute, text);
   }

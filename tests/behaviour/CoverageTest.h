@@ -48,11 +48,7 @@ class Coverage : public ControlTest {
   // Looks the body up again; what was changed is lost.
   void show(std::string_view code = "001");
 
-  ListBox& list(std::string_view name) { return child<ListBox>(name); }
   toolkit::ScrollBar& bar(std::string_view name) { return child<toolkit::ScrollBar>(name); }
-  toolkit::OptionButton& option(std::string_view name) {
-    return child<toolkit::OptionButton>(name);
-  }
   Rows rates();
   Rows deductions();
   // Into the zones of the open row, from the first on.

@@ -1,7 +1,6 @@
 // Record after record in random order, with all kinds of input in between: nothing of the one
 // before stays on screen or comes into another record, and showing neither writes nor says
 // anything.
-#include <algorithm>
 #include <functional>
 #include <map>
 #include <random>
@@ -19,11 +18,6 @@ using store::DynamicArray;
 using testing_support::MemoryStore;
 
 // "a|b" is two values.
-std::string marked(std::string text) {
-  std::replace(text.begin(), text.end(), '|', store::kValueMark);
-  return text;
-}
-
 // --- Bodies that the sample does not hold.
 
 using Change = std::function<void(DynamicArray& body)>;

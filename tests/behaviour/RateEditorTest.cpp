@@ -127,7 +127,6 @@ constexpr Lock kLocks[] = {{"Lst_DateRembOrgChg", true, false, false},
 
 class RatesEditMode : public Rates {
  protected:
-  bool enabled(const char* name) { return control_->surface().find(name)->enabled(); }
   void expectListModeAgain() {
     for (const Lock& lock : kLocks) EXPECT_EQ(enabled(lock.name), lock.listMode) << lock.name;
     EXPECT_EQ(enabledBelow(control_->surface()), before_);

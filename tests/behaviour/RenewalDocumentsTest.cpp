@@ -4,22 +4,12 @@
 namespace behaviour {
 namespace {
 
-using Lines = std::vector<std::string>;
-
 class RenewalDocuments : public RulesPage {
  protected:
   RenewalDocuments() {
     table({"AI", "RI", "LD", "CN", "AT"}, {"Avis d'imposition", "Relevé d'identité",
                                            "Livret de famille", "Carte nationale", "Attestation"});
     start();
-  }
-  static std::string values(const Lines& texts) {
-    std::string all;
-    for (std::size_t i = 0; i < texts.size(); ++i) {
-      if (i > 0) all += store::kValueMark;
-      all += texts[i];
-    }
-    return all;
   }
   void table(const Lines& codes, const Lines& labels) {
     store_.put("TABLES", "PIECESRENOUV", {"Pièces", values(codes), values(labels)});
@@ -34,13 +24,12 @@ class RenewalDocuments : public RulesPage {
 
   ListBox& possible() { return list("Lst_PiecePossibleOrgChg"); }
   ListBox& required() { return list("Lst_PieceRenouOrgChg"); }
-  Lines requiredLines() { return lines(required().items()); }
+  Lines requiredLines() { return linesOf(required()); }
 };
 
 TEST_F(RenewalDocuments, AreOfferedInTheOrderOfTheirTable) {
-  EXPECT_EQ(lines(possible().items()),
-            (Lines{"Avis d'imposition", "Relevé d'identité", "Livret de famille", "Carte nationale",
-                   "Attestation"}));
+  EXPECT_EQ(linesOf(possible()), (Lines{"Avis d'imposition", "Relevé d'identité",
+                                        "Livret de famille", "Carte nationale", "Attestation"}));
 }
 
 TEST_F(RenewalDocuments, AreShownInTheOrderOfTheRecord) {

@@ -320,10 +320,9 @@ TEST_F(RulesHost, RefillingTheDocumentsRepeatsNoneAndKeepsTheChosen) {
   show("001", {{21, "RI"}});
   control_->Remplir_PiecesPoss();
   control_->Remplir_PiecesPoss();
-  EXPECT_EQ(lines(list("Lst_PiecePossibleOrgChg").items()),
+  EXPECT_EQ(linesOf(list("Lst_PiecePossibleOrgChg")),
             (std::vector<std::string>{"Avis d'imposition", "Relevé d'identité"}));
-  EXPECT_EQ(lines(list("Lst_PieceRenouOrgChg").items()),
-            (std::vector<std::string>{"Relevé d'identité"}));
+  EXPECT_EQ(linesOf(list("Lst_PieceRenouOrgChg")), (std::vector<std::string>{"Relevé d'identité"}));
   expectSaved("001", {});
 }
 
@@ -331,8 +330,7 @@ TEST_F(RulesHost, RefillingTheCategoriesRepeatsNoneAndKeepsTheOneShown) {
   show("001", {{43, "MU"}});
   control_->Remplir_StatOrgChg();
   control_->Remplir_StatOrgChg();
-  EXPECT_EQ(lines(statistics().items()),
-            (std::vector<std::string>{"Conseil départemental", "Mutuelle"}));
+  EXPECT_EQ(linesOf(statistics()), (std::vector<std::string>{"Conseil départemental", "Mutuelle"}));
   EXPECT_EQ(statistics().text(), "Mutuelle");
   expectSaved("001", {});
 }

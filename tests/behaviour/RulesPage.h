@@ -12,7 +12,6 @@ namespace behaviour {
 
 using toolkit::Frame;
 using toolkit::Label;
-using toolkit::OptionButton;
 
 inline constexpr int kRulesTab = 1;
 
@@ -30,10 +29,6 @@ class RulesPage : public ControlTest {
     }
   }
 
-  OptionButton& option(std::string_view name) { return child<OptionButton>(name); }
-  CheckBox& check(std::string_view name) { return child<CheckBox>(name); }
-  ComboBox& combo(std::string_view name) { return child<ComboBox>(name); }
-  ListBox& list(std::string_view name) { return child<ListBox>(name); }
   Frame& frame(std::string_view name) { return child<Frame>(name); }
   ComboBox& period() { return combo("Cbo_PeriodFactOrgChg"); }
   ComboBox& renewal() { return combo("Cbo_RenouvOrgChg"); }
@@ -61,12 +56,6 @@ class RulesPage : public ControlTest {
     expectNoBox();
     EXPECT_EQ(state(), kEmpty);
     EXPECT_EQ(store_.record("ORGPRISECHARGE", code).text(), expected.text());
-  }
-  // Which lines are selected does not matter here.
-  static std::vector<std::string> lines(const toolkit::ListItems& items) {
-    std::vector<std::string> texts;
-    for (const auto& item : items.all()) texts.push_back(item.text);
-    return texts;
   }
 };
 

@@ -365,7 +365,7 @@ TEST_F(NewBody, StartsWithTheFirstLinesAndNothingElse) {
   }
   EXPECT_FALSE(check("Cac_FactAnticip").enabled());
   EXPECT_EQ(list("Lst_PieceRenouOrgChg").listCount(), 0);
-  EXPECT_EQ(lines(list("Lst_PiecePossibleOrgChg").items()),
+  EXPECT_EQ(linesOf(list("Lst_PiecePossibleOrgChg")),
             (std::vector<std::string>{"Avis d'imposition", "Relevé d'identité"}));
   for (const char* name : {"Cdr_AttribOrgChg", "Cdr_PlafondOrg", "Cdr_GestionExclu"}) {
     EXPECT_TRUE(frame(name).enabled()) << name;

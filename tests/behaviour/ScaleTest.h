@@ -32,14 +32,9 @@ class Scale : public ControlTest {
   // Looks the body up anew; what was changed is lost.
   void show(std::string_view code = "001");
 
-  ListBox& list(std::string_view name) { return child<ListBox>(name); }
-  toolkit::OptionButton& option(std::string_view name) {
-    return child<toolkit::OptionButton>(name);
-  }
   TextBox& current() { return box("Txt_DatBaremCours"); }
   TextBox& previous() { return box("Txt_DatBaremPrec"); }
   std::string caption(std::string_view name) { return control_->surface().find(name)->caption(); }
-  bool enabled(std::string_view name) { return control_->surface().find(name)->enabled(); }
 
   Rows rows();
   std::vector<int> selected();  // the selected row of each list

@@ -26,11 +26,6 @@ class ScreenTest : public testing::Test {
   toolkit::Surface surface_{"Surface"};
   screen::Screen screen_{surface_};
 
-  std::vector<std::string> lines(const toolkit::ListItems& items) {
-    std::vector<std::string> texts;
-    for (const auto& item : items.all()) texts.push_back(item.text);
-    return texts;
-  }
   // What is seen of the bar and of the page in front, in order of creation.
   std::vector<Control*> seen() {
     std::vector<Control*> all;
@@ -63,14 +58,14 @@ TEST_F(ScreenTest, HasItsSixTabs) {
 }
 
 TEST_F(ScreenTest, HoldsTheFixedLists) {
-  EXPECT_EQ(lines(screen_.regles.Cbo_RenouvOrgChg.items()),
+  EXPECT_EQ(linesOf(screen_.regles.Cbo_RenouvOrgChg),
             (std::vector<std::string>{"Pas de gestion renouvellement", "Renouvellement à - 1 mois",
                                       "Renouvellement à - 2 mois", "Renouvellement à - 3 mois",
                                       "Renouvellement à - 4 mois", "Renouvellement à - 5 mois",
                                       "Renouvellement à - 6 mois"}));
-  EXPECT_EQ(lines(screen_.regles.Cbo_PeriodFactOrgChg.items()),
+  EXPECT_EQ(linesOf(screen_.regles.Cbo_PeriodFactOrgChg),
             (std::vector<std::string>{"Mensuelle", "Trimestrielle", "A fin de prise en charge"}));
-  EXPECT_EQ(lines(screen_.bordereau.Lst_ParamTriPos.items()),
+  EXPECT_EQ(linesOf(screen_.bordereau.Lst_ParamTriPos),
             (std::vector<std::string>{"Secteur", "Numéro de dossier", "Nom - prénom",
                                       "Nom patronymique", "Période", "Ville"}));
 }
@@ -482,7 +477,7 @@ TEST_P(PageTest, NothingSeenOverlapsOrLeavesItsContainer) {
 
 // The lines that a label of this width breaks its caption into, 99 when a word is wider; blanks go
 // with the break.
-int linesOf(const std::string& caption, int width, int character) {
+int linesNeeded(const std::string& caption, int width, int character) {
   int lines = 1;
   int used = 0;
   for (std::size_t from = 0; from < caption.size();) {
@@ -514,7 +509,7 @@ TEST_P(PageTest, CaptionsKeepSpareWidth) {
     if (room == rooms.end()) continue;
     if (control->kind() == Kind::Label && control->place().height == 2 * 225) {
       const std::string caption = toolkit::withoutMnemonic(control->caption());
-      EXPECT_LE(linesOf(caption, control->place().width, 5 * 15), 2) << control->name();
+      EXPECT_LE(linesNeeded(caption, control->place().width, 5 * 15), 2) << control->name();
       continue;
     }
     const auto characters =
@@ -1067,7 +1062,7 @@ TEST_F(Address, StaysWithinItsOwnAttributes) {
 
 TEST_F(Address, TheFirstSettingOffersTheKindsOfStreet) {
   initialise(true, true, false);
-  EXPECT_EQ(lines(screen_.coordonnees.adresse.Cbo_NatureVoie.items()),
+  EXPECT_EQ(linesOf(screen_.coordonnees.adresse.Cbo_NatureVoie),
             (std::vector<std::string>{"Avenue", "Rue"}));
   initialise(false, true, false);
   EXPECT_EQ(screen_.coordonnees.adresse.Cbo_NatureVoie.listCount(), 0);

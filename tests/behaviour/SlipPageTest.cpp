@@ -13,9 +13,7 @@ namespace behaviour {
 namespace {
 
 using toolkit::Label;
-using toolkit::OptionButton;
 using toolkit::ScrollBar;
-using Lines = std::vector<std::string>;
 
 constexpr int kRegles = 1;
 constexpr int kBordereau = 4;
@@ -28,19 +26,6 @@ constexpr const char* kPasPrincipal = "Le type d'organisme doit être obligatoir
 std::string tropLarge(const std::string& total) {
   return "La taille cumulée des paramètres sélectionnés est de " + total +
          " caractères alors que la largeur de la page ne peut être supérieure à 130";
-}
-
-std::string values(std::initializer_list<std::string_view> values) {
-  store::DynamicArray attribute;
-  int i = 0;
-  for (const std::string_view value : values) attribute.set(1, ++i, value);
-  return std::string(attribute.get(1));
-}
-
-Lines linesOf(const ListBox& list) {
-  Lines lines;
-  for (const toolkit::ListItem& line : list.items().all()) lines.push_back(line.text);
-  return lines;
 }
 
 std::vector<long> dataOf(const ListBox& list) {
@@ -101,8 +86,6 @@ class SlipPage : public ControlTest {
   Label& counter() { return child<Label>("Etq_NbCarSelect"); }
   TextBox& copies() { return box("Txt_NbExEmplOrgChg"); }
   ScrollBar& copiesBar() { return child<ScrollBar>("Bdh_NbExemp"); }
-  OptionButton& option(std::string_view name) { return child<OptionButton>(name); }
-  ComboBox& combo(std::string_view name) { return child<ComboBox>(name); }
 
   // The user selects these lines, in this order: a click, then clicks with Ctrl.
   void select(ListBox& list, const Lines& lines) {
