@@ -1,8 +1,10 @@
 #include "pages/Columns.h"
 
 #include <algorithm>
+#include <numeric>
 #include <utility>
 
+#include "pages/ShownAttribute.h"
 #include "store/Conversions.h"
 #include "text/Utf8.h"
 
@@ -14,6 +16,26 @@ std::string_view prendre(std::string_view& attribute) {
   const std::string_view value = attribute.substr(0, attribute.find(store::kValueMark));
   attribute.remove_prefix(std::min(value.size() + 1, attribute.size()));
   return value;
+}
+
+// The values for rows that now show these texts.
+std::string valeurs(std::string_view attribute, const Colonne& column,
+                    const std::vector<std::string_view>& rows) {
+  std::string written;
+  written.reserve(attribute.size());
+  bool first = true;
+  for (const std::string_view row : rows) {
+    if (!std::exchange(first, false)) written += store::kValueMark;
+    const std::string_view before = prendre(attribute);
+    if (row.empty()) {
+      written += column.vide;
+    } else if (row == column.montre(before)) {
+      written += before;
+    } else {
+      written += column.ecrit(row);
+    }
+  }
+  return written;
 }
 
 }  // namespace
@@ -40,31 +62,50 @@ std::string centiemesEcrits(std::string_view row) {
   return number ? std::to_string(*number) : std::string(row);
 }
 
-void montrerColonne(std::vector<std::vector<std::string>>& rows, std::size_t column,
-                    const store::DynamicArray& record, int attribute, Montre montre) {
-  std::string_view left = record.get(attribute);
-  for (std::vector<std::string>& row : rows) row[column] = montre(prendre(left));
+void montrerColonnes(ListEditor& editor, const store::DynamicArray& record, Colonnes colonnes,
+                     int count) {
+  std::vector<ListEditor::Row> rows(static_cast<std::size_t>(count),
+                                    ListEditor::Row(colonnes.size()));
+  for (std::size_t i = 0; i < colonnes.size(); ++i) {
+    std::string_view left = record.get(colonnes[i].attribute);
+    for (ListEditor::Row& row : rows) row[i] = colonnes[i].montre(prendre(left));
+  }
+  editor.remplir(std::move(rows));
 }
 
-std::string valeurs(const store::DynamicArray& record, int attribute,
-                    const std::vector<std::string_view>& rows, Montre montre, Ecrit ecrit,
-                    std::string_view vide) {
-  std::string written;
-  std::string_view left = record.get(attribute);
-  written.reserve(left.size());
-  bool first = true;
-  for (const std::string_view row : rows) {
-    if (!std::exchange(first, false)) written += store::kValueMark;
-    const std::string_view before = prendre(left);
-    if (row.empty()) {
-      written += vide;
-    } else if (row == montre(before)) {
-      written += before;
-    } else {
-      written += ecrit(row);
-    }
+void ecrireColonnes(const ListEditor& editor, store::DynamicArray& record, Colonnes colonnes,
+                    int count) {
+  for (std::size_t i = 0; i < colonnes.size(); ++i) {
+    ecrireAttribut(
+        record, colonnes[i].attribute,
+        valeurs(record.get(colonnes[i].attribute), colonnes[i], editor.colonne(i, count)));
   }
-  return written;
+}
+
+std::vector<int> ordreCroissant(const std::vector<long long>& numbers) {
+  std::vector<int> order(numbers.size());
+  std::iota(order.begin(), order.end(), 1);
+  std::stable_sort(order.begin(), order.end(), [&numbers](int a, int b) {
+    return numbers[static_cast<std::size_t>(a - 1)] < numbers[static_cast<std::size_t>(b - 1)];
+  });
+  return order;
+}
+
+std::vector<long long> nombres(const store::DynamicArray& record, int attribute) {
+  std::vector<long long> numbers(static_cast<std::size_t>(record.DCount(attribute)));
+  std::string_view left = record.get(attribute);
+  for (long long& number : numbers) number = store::wholeNumber(prendre(left));
+  return numbers;
+}
+
+void ordonnerColonnes(store::DynamicArray& record, Colonnes colonnes,
+                      const std::vector<int>& order) {
+  for (const Colonne& column : colonnes) {
+    store::DynamicArray placed;
+    int value = 0;
+    for (const int from : order) placed.set(1, ++value, record.get(column.attribute, from));
+    ecrireAttribut(record, column.attribute, placed.get(1));
+  }
 }
 
 std::string deuxDecimales(std::string_view typed) {

@@ -2,10 +2,12 @@
 // as it stands; one whose row has not changed is written back as it was.
 #pragma once
 
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "pages/ListEditor.h"
 #include "store/DynamicArray.h"
 
 namespace pages {
@@ -20,14 +22,29 @@ std::string centiemesEcrits(std::string_view row);
 using Montre = std::string (*)(std::string_view value);
 using Ecrit = std::string (*)(std::string_view row);
 
-// Puts the values of an attribute, as they are shown, into one column of the rows.
-void montrerColonne(std::vector<std::vector<std::string>>& rows, std::size_t column,
-                    const store::DynamicArray& record, int attribute, Montre montre);
+// A list of an editor and the attribute that its rows show, value by value.
+struct Colonne {
+  int attribute;
+  Montre montre;
+  Ecrit ecrit;
+  std::string_view vide;  // the value of an empty row
+};
+using Colonnes = std::span<const Colonne>;
 
-// The values of an attribute for rows that now show these texts. `vide` stands for an empty row.
-std::string valeurs(const store::DynamicArray& record, int attribute,
-                    const std::vector<std::string_view>& rows, Montre montre, Ecrit ecrit,
-                    std::string_view vide);
+// So many rows, whatever the attributes hold.
+void montrerColonnes(ListEditor& editor, const store::DynamicArray& record, Colonnes colonnes,
+                     int count);
+// The first rows, so many, become the values of the attributes.
+void ecrireColonnes(const ListEditor& editor, store::DynamicArray& record, Colonnes colonnes,
+                    int count);
+
+// The places, from 1, of these numbers from the lowest on; equal ones keep their order.
+std::vector<int> ordreCroissant(const std::vector<long long>& numbers);
+// The values of an attribute as whole numbers.
+std::vector<long long> nombres(const store::DynamicArray& record, int attribute);
+// Puts the values of the attributes in this order; those of the first are all there.
+void ordonnerColonnes(store::DynamicArray& record, Colonnes colonnes,
+                      const std::vector<int>& order);
 
 // A typed number with two decimals; "" for what is no number.
 std::string deuxDecimales(std::string_view typed);

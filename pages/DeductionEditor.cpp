@@ -1,10 +1,7 @@
 #include "pages/DeductionEditor.h"
 
-#include <algorithm>
 #include <array>
-#include <numeric>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "pages/Columns.h"
@@ -21,8 +18,11 @@ namespace attribut = store::orgprisecharge;
 
 namespace {
 
-constexpr std::array<int, 3> kAttributs{attribut::DebAbatHOrgChg, attribut::FinAbatHOrgChg,
-                                        attribut::PourcentAbatOrgChg};
+constexpr std::array<Colonne, 3> kColonnes{{
+    {attribut::DebAbatHOrgChg, centiemesMontres, centiemesEcrits, "0"},
+    {attribut::FinAbatHOrgChg, centiemesMontres, centiemesEcrits, "0"},
+    {attribut::PourcentAbatOrgChg, centiemesMontres, centiemesEcrits, "0"},
+}};
 
 ListEditor::Parts parts(screen::PriseEnCharge& prise) {
   ListEditor::Parts parts;
@@ -68,25 +68,15 @@ void DeductionEditor::lier(const screen::Handlers& handlers) {
 // --- Showing and writing
 
 void DeductionEditor::afficher(const store::DynamicArray& record) {
-  const auto count = static_cast<std::size_t>(record.DCount(attribut::DebAbatHOrgChg));
-  std::vector<ListEditor::Row> rows(count, ListEditor::Row(kAttributs.size()));
-  for (std::size_t i = 0; i < kAttributs.size(); ++i) {
-    montrerColonne(rows, i, record, kAttributs[i], centiemesMontres);
-  }
-  editor_.remplir(std::move(rows));
+  montrerColonnes(editor_, record, kColonnes, record.DCount(attribut::DebAbatHOrgChg));
 }
 
 void DeductionEditor::ecrire(store::DynamicArray& record) const {
-  const int count = editor_.lignesRemplies();
-  for (std::size_t i = 0; i < kAttributs.size(); ++i) {
-    ecrireAttribut(record, kAttributs[i],
-                   valeurs(record, kAttributs[i], editor_.colonne(i, count), centiemesMontres,
-                           centiemesEcrits, "0"));
-  }
+  ecrireColonnes(editor_, record, kColonnes, editor_.lignesRemplies());
 }
 
 void DeductionEditor::effacer(store::DynamicArray& record) {
-  for (const int attribute : kAttributs) ecrireAttribut(record, attribute, "");
+  for (const Colonne& column : kColonnes) ecrireAttribut(record, column.attribute, "");
 }
 
 void DeductionEditor::vider() {
@@ -96,22 +86,8 @@ void DeductionEditor::vider() {
 
 void DeductionEditor::TriAbat() {
   store::DynamicArray& deductions = record();
-  std::vector<int> order(static_cast<std::size_t>(deductions.DCount(attribut::DebAbatHOrgChg)));
-  std::iota(order.begin(), order.end(), 1);
-  std::vector<long> starts;
-  starts.reserve(order.size());
-  for (const int value : order) {
-    starts.push_back(store::wholeNumber(deductions.get(attribut::DebAbatHOrgChg, value)));
-  }
-  std::stable_sort(order.begin(), order.end(), [&](int a, int b) {
-    return starts[static_cast<std::size_t>(a - 1)] < starts[static_cast<std::size_t>(b - 1)];
-  });
-  for (const int attribute : kAttributs) {
-    store::DynamicArray placed;
-    int value = 0;
-    for (const int from : order) placed.set(1, ++value, deductions.get(attribute, from));
-    ecrireAttribut(deductions, attribute, placed.get(1));
-  }
+  const std::vector<int> order = ordreCroissant(nombres(deductions, attribut::DebAbatHOrgChg));
+  ordonnerColonnes(deductions, kColonnes, order);
   editor_.ordonner(order);
   afficher(deductions);
 }
@@ -161,14 +137,15 @@ bool DeductionEditor::saisieAcceptee() {
     return false;
   }
   if (store::hundredths(percentage).value_or(0) / 100 > 100) {
-    return refuser("Le pourcentage doit être inférieur à 100.", prise_.Txt_PourcentAbatOrgChg);
+    return editor_.refuser("Le pourcentage doit être inférieur à 100.",
+                           prise_.Txt_PourcentAbatOrgChg);
   }
   if (end.empty() || percentage.empty()) {
-    return refuser("La tranche d'heures de fin ainsi que le pourcentage sont obligatoires.",
-                   prise_.Txt_FinAbatHOrgChg);
+    return editor_.refuser("La tranche d'heures de fin ainsi que le pourcentage sont obligatoires.",
+                           prise_.Txt_FinAbatHOrgChg);
   }
   if (simplePrecision(end) < simplePrecision(start)) {
-    return refuser(
+    return editor_.refuser(
         "La tranche d'heures de fin doit être supérieure à la tranche d'heures de début.",
         prise_.Txt_FinAbatHOrgChg);
   }
@@ -200,26 +177,17 @@ bool DeductionEditor::sansChevauchement() {
 void DeductionEditor::poser(int row) {
   const std::array<const toolkit::TextBox*, 3> zones{
       &prise_.Txt_DebAbatHOrgChg, &prise_.Txt_FinAbatHOrgChg, &prise_.Txt_PourcentAbatOrgChg};
-  for (std::size_t i = 0; i < kAttributs.size(); ++i) {
+  for (std::size_t i = 0; i < kColonnes.size(); ++i) {
     std::string value = centiemesEcrits(zones[i]->text());
     if (value.empty()) value = "0";
-    record().set(kAttributs[i], row + 1, value);
+    record().set(kColonnes[i].attribute, row + 1, value);
   }
-}
-
-bool DeductionEditor::refuser(std::string_view message, toolkit::Control& field) {
-  screen::avertir(context_.desktop, message);
-  field.setFocus();
-  return false;
 }
 
 // --- Cancelling and deleting
 
 void DeductionEditor::Cmd_AnnulerAbat_Click() {
-  if (editor_.enAjout() &&
-      !screen::confirmer(context_.desktop, "Etes-vous sûr de vouloir quitter cette création ?")) {
-    return;
-  }
+  if (!editor_.abandonConfirme()) return;
   AfficherZonesAbat();
 }
 
@@ -229,10 +197,8 @@ void DeductionEditor::Cmd_SuppAbat_Click() {
     AfficherZonesAbat();
     return;
   }
-  if (!screen::confirmer(context_.desktop, "Etes-vous sûr de vouloir supprimer cette ligne ?")) {
-    return;
-  }
-  for (const int attribute : kAttributs) record().Delete(attribute, row + 1);
+  if (!editor_.suppressionConfirmee()) return;
+  for (const Colonne& column : kColonnes) record().Delete(column.attribute, row + 1);
   AfficherZonesAbat();
   editor_.retirer(row);
 }

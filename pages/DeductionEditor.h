@@ -35,7 +35,6 @@ class DeductionEditor {
   bool saisieAcceptee();
   bool sansChevauchement();
   void poser(int row);
-  bool refuser(std::string_view message, toolkit::Control& field);
   store::DynamicArray& record();
 
   PageContext context_;

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "screen/Messages.h"
+
 namespace pages {
 namespace {
 
@@ -191,6 +193,21 @@ void ListEditor::fermer() {
   ouvert_ = false;
   ajout_ = false;
   editee_ = -1;
+}
+
+bool ListEditor::abandonConfirme() const {
+  return !enAjout() ||
+         screen::confirmer(context_.desktop, "Etes-vous sûr de vouloir quitter cette création ?");
+}
+
+bool ListEditor::suppressionConfirmee() const {
+  return screen::confirmer(context_.desktop, "Etes-vous sûr de vouloir supprimer cette ligne ?");
+}
+
+bool ListEditor::refuser(std::string_view message, toolkit::Control& field) const {
+  screen::avertir(context_.desktop, message);
+  field.setFocus();
+  return false;
 }
 
 void ListEditor::quitter() {

@@ -71,6 +71,12 @@ class ListEditor {
   bool enAjout() const { return ouvert_ && ajout_; }
   // The row that was opened, whatever is selected since; -1 for none.
   int editee() const { return editee_; }
+  // A change is left at once; leaving an addition is asked about. May it be left?
+  bool abandonConfirme() const;
+  // Deleting the row is asked about.
+  bool suppressionConfirmee() const;
+  // A check refuses what was typed: its message, and the focus goes to the field. Always false.
+  bool refuser(std::string_view message, toolkit::Control& field) const;
   // The rows have been put in this order (the numbers, from 1, of where they stood): the open one
   // is followed.
   void ordonner(const std::vector<int>& order);

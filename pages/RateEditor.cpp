@@ -1,15 +1,11 @@
 #include "pages/RateEditor.h"
 
-#include <algorithm>
 #include <array>
-#include <numeric>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "pages/Columns.h"
 #include "pages/NumberZone.h"
-#include "pages/ShownAttribute.h"
 #include "screen/Messages.h"
 #include "store/Conversions.h"
 #include "store/Layouts.h"
@@ -22,17 +18,11 @@ namespace attribut = store::orgprisecharge;
 
 namespace {
 
-struct Colonne {
-  int attribute;
-  Montre montre;
-  Ecrit ecrit;
-};
-
 constexpr std::array<Colonne, 4> kColonnes{{
-    {attribut::DateRembOrgChg, jourMontre, jourEcrit},
-    {attribut::TxRembOrgChg, centiemesMontres, centiemesEcrits},
-    {attribut::TxRembMajOrgChg, centiemesMontres, centiemesEcrits},
-    {attribut::PrestServOrgChg, centiemesMontres, centiemesEcrits},
+    {attribut::DateRembOrgChg, jourMontre, jourEcrit, ""},
+    {attribut::TxRembOrgChg, centiemesMontres, centiemesEcrits, ""},
+    {attribut::TxRembMajOrgChg, centiemesMontres, centiemesEcrits, ""},
+    {attribut::PrestServOrgChg, centiemesMontres, centiemesEcrits, ""},
 }};
 
 constexpr std::string_view kDateIllisible = "Erreur de saisie dans la date, veuillez la ressaisir.";
@@ -87,22 +77,11 @@ void RateEditor::lier(const screen::Handlers& handlers) {
 // --- Showing and writing
 
 void RateEditor::afficher(const store::DynamicArray& record) {
-  const auto count = static_cast<std::size_t>(record.DCount(attribut::DateRembOrgChg));
-  std::vector<ListEditor::Row> rows(count, ListEditor::Row(kColonnes.size()));
-  for (std::size_t i = 0; i < kColonnes.size(); ++i) {
-    montrerColonne(rows, i, record, kColonnes[i].attribute, kColonnes[i].montre);
-  }
-  editor_.remplir(std::move(rows));
+  montrerColonnes(editor_, record, kColonnes, record.DCount(attribut::DateRembOrgChg));
 }
 
 void RateEditor::ecrire(store::DynamicArray& record) const {
-  const int count = editor_.lignesRemplies();
-  for (std::size_t i = 0; i < kColonnes.size(); ++i) {
-    const Colonne& column = kColonnes[i];
-    ecrireAttribut(record, column.attribute,
-                   valeurs(record, column.attribute, editor_.colonne(i, count), column.montre,
-                           column.ecrit, ""));
-  }
+  ecrireColonnes(editor_, record, kColonnes, editor_.lignesRemplies());
 }
 
 void RateEditor::vider() {
@@ -115,22 +94,10 @@ void RateEditor::Tri2() {
   context_.desktop.setPointer(toolkit::Pointer::Hourglass);
   toolkit::quietly("Tri2", [this] {
     store::DynamicArray& rates = record();
-    std::vector<int> order(static_cast<std::size_t>(rates.DCount(attribut::DateRembOrgChg)));
-    std::iota(order.begin(), order.end(), 1);
-    std::vector<long> days;
-    days.reserve(order.size());
-    for (const int value : order) {
-      days.push_back(store::wholeNumber(rates.get(attribut::DateRembOrgChg, value)));
-    }
-    std::stable_sort(order.begin(), order.end(), [&](int a, int b) {
-      return days[static_cast<std::size_t>(a - 1)] > days[static_cast<std::size_t>(b - 1)];
-    });
-    for (const Colonne& column : kColonnes) {
-      store::DynamicArray placed;
-      int value = 0;
-      for (const int from : order) placed.set(1, ++value, rates.get(column.attribute, from));
-      ecrireAttribut(rates, column.attribute, placed.get(1));
-    }
+    std::vector<long long> days = nombres(rates, attribut::DateRembOrgChg);
+    for (long long& day : days) day = -day;  // the most recent first
+    const std::vector<int> order = ordreCroissant(days);
+    ordonnerColonnes(rates, kColonnes, order);
     editor_.ordonner(order);
     afficher(rates);
   });
@@ -181,7 +148,7 @@ void RateEditor::Cmd_OKTaux_Click() {
   toolkit::quietly("Cmd_OKTaux_Click", [this] {
     const auto day = store::dayOfText(prise_.Txt_DateRembOrgChg.text());
     if (!day) {
-      refuser(kDateIllisible, prise_.Txt_DateRembOrgChg);
+      editor_.refuser(kDateIllisible, prise_.Txt_DateRembOrgChg);
       return;
     }
     if (!saisieAcceptee() || !datesAcceptees(*day)) return;
@@ -202,25 +169,26 @@ bool RateEditor::saisieAcceptee() {
   const std::string& increased = prise_.Txt_TxRembMajOrgChg.text();
   const std::string& service = prise_.Txt_PrestServOrgChg.text();
   if (!increased.empty() && simplePrecision(normal) > simplePrecision(increased)) {
-    return refuser("Le taux majoré doit être supérieur au taux normal.",
-                   prise_.Txt_TxRembMajOrgChg);
+    return editor_.refuser("Le taux majoré doit être supérieur au taux normal.",
+                           prise_.Txt_TxRembMajOrgChg);
   }
   if (!service.empty() && simplePrecision(normal) < simplePrecision(service)) {
-    return refuser("Le taux prestation de service doit être inférieur au taux normal.",
-                   prise_.Txt_PrestServOrgChg);
+    return editor_.refuser("Le taux prestation de service doit être inférieur au taux normal.",
+                           prise_.Txt_PrestServOrgChg);
   }
   if (text::trim(date).empty()) {
-    return refuser("La date est obligatoire.", prise_.Txt_DateRembOrgChg);
+    return editor_.refuser("La date est obligatoire.", prise_.Txt_DateRembOrgChg);
   }
   if (text::trim(normal).empty()) {
-    return refuser("Le taux de remboursement est obligatoire.", prise_.Txt_TxRembOrgChg);
+    return editor_.refuser("Le taux de remboursement est obligatoire.", prise_.Txt_TxRembOrgChg);
   }
   if (increased.empty()) {
-    return refuser("Taux majoré obligatoire, veuillez le saisir.", prise_.Txt_TxRembMajOrgChg);
+    return editor_.refuser("Taux majoré obligatoire, veuillez le saisir.",
+                           prise_.Txt_TxRembMajOrgChg);
   }
   if (service.empty()) {
-    return refuser("Taux prestation de service obligatoire, veuillez le saisir.",
-                   prise_.Txt_PrestServOrgChg);
+    return editor_.refuser("Taux prestation de service obligatoire, veuillez le saisir.",
+                           prise_.Txt_PrestServOrgChg);
   }
   return true;
 }
@@ -237,8 +205,8 @@ bool RateEditor::datesAcceptees(long day) {
   }
   const std::string& older = prise_.Lst_DateRembOrgChg.list(editor_.enAjout() ? 0 : 1);
   if (!older.empty() && jour(older) > day) {
-    return refuser("La date d'effet doit être postérieure à celles déjà saisies.",
-                   prise_.Txt_DateRembOrgChg);
+    return editor_.refuser("La date d'effet doit être postérieure à celles déjà saisies.",
+                           prise_.Txt_DateRembOrgChg);
   }
   return true;
 }
@@ -256,21 +224,11 @@ void RateEditor::poser(int row) {
   }
 }
 
-bool RateEditor::refuser(std::string_view message, toolkit::Control& field) {
-  screen::avertir(context_.desktop, message);
-  field.setFocus();
-  return false;
-}
-
 // --- Cancelling and deleting
 
 void RateEditor::Cmd_AnnulerTaux_Click() {
-  if (editor_.enAjout()) {
-    if (!screen::confirmer(context_.desktop, "Etes-vous sûr de vouloir quitter cette création ?")) {
-      return;
-    }
-    --context_.session.taux.W_DerTauxModif;
-  }
+  if (!editor_.abandonConfirme()) return;
+  if (editor_.enAjout()) --context_.session.taux.W_DerTauxModif;
   AfficherZonesTaux();
 }
 
@@ -280,9 +238,7 @@ void RateEditor::Cmd_SuppTaux_Click() {
     AfficherZonesTaux();
     return;
   }
-  if (!screen::confirmer(context_.desktop, "Etes-vous sûr de vouloir supprimer cette ligne ?")) {
-    return;
-  }
+  if (!editor_.suppressionConfirmee()) return;
   for (const Colonne& column : kColonnes) record().Delete(column.attribute, row + 1);
   AfficherZonesTaux();
   editor_.retirer(row);
@@ -315,7 +271,7 @@ void RateEditor::Txt_DateRembOrgChg_LostFocus() {
   if (zone.text().empty()) return;
   const std::string completed = store::completeDate(zone.text(), context_.desktop.today().year);
   if (completed.empty()) {
-    refuser(kDateIllisible, zone);
+    editor_.refuser(kDateIllisible, zone);
     return;
   }
   zone.setText(completed);

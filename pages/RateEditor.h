@@ -41,7 +41,6 @@ class RateEditor {
   bool saisieAcceptee();
   bool datesAcceptees(long day);
   void poser(int row);
-  bool refuser(std::string_view message, toolkit::Control& field);
   store::DynamicArray& record();
 
   PageContext context_;

@@ -2,14 +2,11 @@
 
 #include <algorithm>
 #include <array>
-#include <numeric>
 #include <string>
 #include <utility>
 
 #include "pages/Columns.h"
 #include "pages/NumberZone.h"
-#include "pages/ShownAttribute.h"
-#include "screen/Messages.h"
 #include "store/Conversions.h"
 #include "store/Layouts.h"
 #include "toolkit/Trap.h"
@@ -20,11 +17,16 @@ namespace attribut = store::orgprisecharge;
 
 namespace {
 
-enum Colonne : std::size_t { kDebSeul, kFinSeul, kDebMenage, kFinMenage, kPrecedent, kEnCours };
+enum Rang : std::size_t { kDebSeul, kFinSeul, kDebMenage, kFinMenage, kPrecedent, kEnCours };
 
-constexpr std::array<int, 6> kAttributs{attribut::DebRevSeulOrgChg, attribut::FinRevSeulOrgChg,
-                                        attribut::DebRevMenOrgChg,  attribut::FinRevMenOrgChg,
-                                        attribut::BaremPrecOrgChg,  attribut::BaremCoursOrgChg};
+constexpr std::array<Colonne, 6> kColonnes{{
+    {attribut::DebRevSeulOrgChg, centiemesMontres, centiemesEcrits, ""},
+    {attribut::FinRevSeulOrgChg, centiemesMontres, centiemesEcrits, ""},
+    {attribut::DebRevMenOrgChg, centiemesMontres, centiemesEcrits, ""},
+    {attribut::FinRevMenOrgChg, centiemesMontres, centiemesEcrits, ""},
+    {attribut::BaremPrecOrgChg, centiemesMontres, centiemesEcrits, ""},
+    {attribut::BaremCoursOrgChg, centiemesMontres, centiemesEcrits, "0"},
+}};
 
 ListEditor::Parts parts(screen::Participation& page) {
   ListEditor::Parts parts;
@@ -90,22 +92,13 @@ void ScaleEditor::lier(const screen::Handlers& handlers) {
 
 void ScaleEditor::afficher(const store::DynamicArray& record) {
   int count = 0;
-  for (const int attribute : kAttributs) count = std::max(count, record.DCount(attribute));
-  std::vector<ListEditor::Row> rows(static_cast<std::size_t>(count),
-                                    ListEditor::Row(kAttributs.size()));
-  for (std::size_t column = 0; column < kAttributs.size(); ++column) {
-    montrerColonne(rows, column, record, kAttributs[column], centiemesMontres);
-  }
-  editor_.remplir(std::move(rows));
+  for (const Colonne& column : kColonnes) count = std::max(count, record.DCount(column.attribute));
+  montrerColonnes(editor_, record, kColonnes, count);
   premier_ = false;
 }
 
 void ScaleEditor::ecrire(store::DynamicArray& record) const {
-  for (std::size_t column = 0; column < kAttributs.size(); ++column) {
-    ecrireAttribut(record, kAttributs[column],
-                   valeurs(record, kAttributs[column], editor_.colonne(column, editor_.lignes()),
-                           centiemesMontres, centiemesEcrits, column == kEnCours ? "0" : ""));
-  }
+  ecrireColonnes(editor_, record, kColonnes, editor_.lignes());
 }
 
 void ScaleEditor::vider() {
@@ -117,13 +110,12 @@ void ScaleEditor::vider() {
 
 void ScaleEditor::TriBareme() {
   const std::vector<ListEditor::Row> before = editor_.toutes();
-  std::vector<int> order(before.size());
-  std::iota(order.begin(), order.end(), 1);
-  const auto start = [&before](int row) {
-    return store::hundredths(before[static_cast<std::size_t>(row - 1)][kDebSeul]).value_or(0);
-  };
-  std::stable_sort(order.begin(), order.end(),
-                   [&start](int a, int b) { return start(a) < start(b); });
+  std::vector<long long> starts;
+  starts.reserve(before.size());
+  for (const ListEditor::Row& row : before) {
+    starts.push_back(store::hundredths(row[kDebSeul]).value_or(0));
+  }
+  const std::vector<int> order = ordreCroissant(starts);
   std::vector<ListEditor::Row> rows;
   rows.reserve(before.size());
   for (const int row : order) rows.push_back(before[static_cast<std::size_t>(row - 1)]);
@@ -194,7 +186,7 @@ void ScaleEditor::Cmd_OKPart_Click() {
     if (!saisieAcceptee()) return;
     std::vector<ListEditor::Row> rows = editor_.toutes();
     if (editor_.enAjout()) {
-      rows.emplace_back(kAttributs.size());
+      rows.emplace_back(kColonnes.size());
     }
     ListEditor::Row& row =
         editor_.enAjout() ? rows.back() : rows[static_cast<std::size_t>(editor_.editee())];
@@ -216,56 +208,47 @@ bool ScaleEditor::saisieAcceptee() {
   const std::string& startHousehold = page_.Txt_DebRevMenOrgChg.text();
   const std::string& endHousehold = page_.Txt_FinRevMenOrgChg.text();
   if (startSingle.empty()) {
-    return refuser("Le barème de début pour personne seule est obligatoire.",
-                   page_.Txt_DebRevSeulOrgChg);
+    return editor_.refuser("Le barème de début pour personne seule est obligatoire.",
+                           page_.Txt_DebRevSeulOrgChg);
   }
   if (endSingle.empty()) {
-    return refuser("Le barème de fin pour personne seule est obligatoire.",
-                   page_.Txt_FinRevSeulOrgChg);
+    return editor_.refuser("Le barème de fin pour personne seule est obligatoire.",
+                           page_.Txt_FinRevSeulOrgChg);
   }
   if (startHousehold.empty()) {
-    return refuser("Le barème de début pour ménage est obligatoire.", page_.Txt_DebRevMenOrgChg);
+    return editor_.refuser("Le barème de début pour ménage est obligatoire.",
+                           page_.Txt_DebRevMenOrgChg);
   }
   if (!croissante(startSingle, endSingle)) {
-    return refuser(
+    return editor_.refuser(
         "La tranche de début de revenus pour personne seule doit être inférieure à la tranche de "
         "fin.",
         page_.Txt_DebRevSeulOrgChg);
   }
   if (!endHousehold.empty() && !croissante(startHousehold, endHousehold)) {
-    return refuser(
+    return editor_.refuser(
         "La tranche de début de revenus pour ménage doit être inférieure à la tranche de fin.",
         page_.Txt_DebRevMenOrgChg);
   }
   if (endHousehold.empty()) {
-    return refuser("Le barème de fin pour ménage est obligatoire.", page_.Txt_FinRevMenOrgChg);
+    return editor_.refuser("Le barème de fin pour ménage est obligatoire.",
+                           page_.Txt_FinRevMenOrgChg);
   }
   if (page_.Txt_BaremCoursOrgChg.text().empty()) {
-    return refuser("Le montant du barème en cours est obligatoire.", page_.Txt_BaremCoursOrgChg);
+    return editor_.refuser("Le montant du barème en cours est obligatoire.",
+                           page_.Txt_BaremCoursOrgChg);
   }
   return true;
 }
 
-bool ScaleEditor::refuser(std::string_view message, toolkit::Control& field) {
-  screen::avertir(context_.desktop, message);
-  field.setFocus();
-  return false;
-}
-
 void ScaleEditor::Cmd_AnnulerPart_Click() {
-  if (editor_.enAjout() &&
-      !screen::confirmer(context_.desktop, "Etes-vous sûr de vouloir quitter cette création ?")) {
-    return;
-  }
+  if (!editor_.abandonConfirme()) return;
   AfficherZonesBareme();
 }
 
 void ScaleEditor::Cmd_SuppPart_Click() {
   const int row = editor_.editee();
-  if (row >= 0 &&
-      !screen::confirmer(context_.desktop, "Etes-vous sûr de vouloir supprimer cette ligne ?")) {
-    return;
-  }
+  if (row >= 0 && !editor_.suppressionConfirmee()) return;
   if (row >= 0) editor_.retirer(row);
   AfficherZonesBareme();
 }

@@ -46,7 +46,6 @@ class ScaleEditor {
   void modifier();
 
   bool saisieAcceptee();
-  bool refuser(std::string_view message, toolkit::Control& field);
 
   PageContext context_;
   screen::Participation& page_;
