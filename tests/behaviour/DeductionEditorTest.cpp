@@ -3,7 +3,7 @@
 
 #include "store/Conversions.h"
 #include "store/Layouts.h"
-#include "tests/behaviour/CoverageTest.h"
+#include "tests/behaviour/EditMode.h"
 
 namespace behaviour {
 namespace {
@@ -82,75 +82,47 @@ TEST_F(Deductions, AreShownWithNoneSelected) {
 
 // Edit mode ---------------------------------------------------------------------------------------
 
-struct Lock {
-  const char* name;
-  bool listMode;
-  bool changing;
-  bool adding;
-};
-
-constexpr Lock kLocks[] = {{"Lst_DebAbatHOrgChg", true, false, false},
-                           {"Lst_FinAbatHOrgChg", true, false, false},
-                           {"Lst_PourcentAbatOrgChg", true, false, false},
-                           {"Ong_OrgPriseChg_1", true, false, false},
-                           {"Ong_OrgPriseChg_2", true, false, false},
-                           {"Ong_OrgPriseChg_3", true, true, true},
-                           {"Ong_OrgPriseChg_4", true, false, false},
-                           {"Ong_OrgPriseChg_5", true, false, false},
-                           {"Ong_OrgPriseChg_6", true, false, false},
-                           {"Cmd_AjoutAbat", true, false, false},
-                           {"Cmd_Supprimer", true, false, false},
-                           {"Cmd_Sortir", true, false, false},
-                           {"Cmd_OK", true, false, false},
-                           {"Cmd_Annuler", true, false, false},
-                           {"Txt_CodOrgChg", true, false, false},
-                           {"Cbo_SigleOrgChg", true, false, false},
-                           {"Txt_SigleOrgChg", true, false, false},
-                           {"Cdr_AttribOrgChg", true, false, false},
-                           {"Cdr_TauxOrgChg", true, false, false},
-                           {"Cdr_AbatOrgChg", true, true, true},
-                           {"Bdv_AbatOrgChg", true, true, true},
-                           {"Txt_DebAbatHOrgChg", false, true, true},
-                           {"Txt_FinAbatHOrgChg", false, true, true},
-                           {"Txt_PourcentAbatOrgChg", false, true, true},
-                           {"Cmd_OKAbat", false, true, true},
-                           {"Cmd_AnnulerAbat", false, true, true},
-                           {"Cmd_SuppAbat", false, true, false}};
-
-class DeductionsEditMode : public Deductions {
+class DeductionsEditMode : public EditMode<Deductions> {
  protected:
+  DeductionsEditMode()
+      : EditMode(2, {{"Lst_DebAbatHOrgChg", true, false, false},
+                     {"Lst_FinAbatHOrgChg", true, false, false},
+                     {"Lst_PourcentAbatOrgChg", true, false, false},
+                     {"Cmd_AjoutAbat", true, false, false},
+                     {"Cdr_AttribOrgChg", true, false, false},
+                     {"Cdr_TauxOrgChg", true, false, false},
+                     {"Cdr_AbatOrgChg", true, true, true},
+                     {"Bdv_AbatOrgChg", true, true, true},
+                     {"Txt_DebAbatHOrgChg", false, true, true},
+                     {"Txt_FinAbatHOrgChg", false, true, true},
+                     {"Txt_PourcentAbatOrgChg", false, true, true},
+                     {"Cmd_OKAbat", false, true, true},
+                     {"Cmd_AnnulerAbat", false, true, true},
+                     {"Cmd_SuppAbat", false, true, false}}) {}
   void expectListModeAgain() {
-    for (const Lock& lock : kLocks) EXPECT_EQ(enabled(lock.name), lock.listMode) << lock.name;
-    EXPECT_EQ(enabledBelow(control_->surface()), before_);
+    expectLocks(&Lock::listMode);
+    expectAsRemembered();
     EXPECT_EQ((Row{start().text(), end().text(), percentage().text()}), (Row{"", "", ""}));
     EXPECT_TRUE(button("Cmd_AjoutAbat").hasFocus());
     EXPECT_EQ(state(), kExisting);
   }
-  std::vector<std::pair<std::string, bool>> before_ = enabledBelow(control_->surface());
 };
 
 TEST_F(DeductionsEditMode, LocksOneByOneWhileARowIsChanged) {
-  for (const Lock& lock : kLocks) EXPECT_EQ(enabled(lock.name), lock.listMode) << lock.name;
+  expectLocks(&Lock::listMode);
   ASSERT_TRUE(openDeduction(1));
-  for (const Lock& lock : kLocks) EXPECT_EQ(enabled(lock.name), lock.changing) << lock.name;
-  EXPECT_FALSE(enabled("Cmd_Ajouter"));
+  expectLocks(&Lock::changing);
 }
 
 TEST_F(DeductionsEditMode, LocksOneByOneWhileARowIsAdded) {
   ASSERT_TRUE(press("Cmd_AjoutAbat"));
-  for (const Lock& lock : kLocks) EXPECT_EQ(enabled(lock.name), lock.adding) << lock.name;
-  EXPECT_FALSE(enabled("Cmd_Ajouter"));
+  expectLocks(&Lock::adding);
   EXPECT_TRUE(start().hasFocus());
 }
 
 TEST_F(DeductionsEditMode, TheUserReachesNothingElse) {
   ASSERT_TRUE(openDeduction(0));
-  for (const int tab : {0, 1, 3, 4, 5}) EXPECT_FALSE(user_->click(tabs(), tab)) << tab;
-  for (const char* name : {"Cmd_OK", "Cmd_Annuler", "Cmd_Supprimer", "Cmd_Sortir", "Cmd_Ajouter",
-                           "Cmd_AjoutTaux", "Cmd_AjoutAbat"}) {
-    EXPECT_FALSE(press(name)) << name;
-  }
-  EXPECT_FALSE(user_->fill(code(), "002"));
+  expectTheRestOutOfReach({"Cmd_AjoutTaux", "Cmd_AjoutAbat"});
   EXPECT_FALSE(user_->dblClick(list("Lst_DateRembOrgChg"), 0));
   EXPECT_FALSE(user_->click(option("Opt_MontantOrgChg")));
   EXPECT_TRUE(deductionOpen());
@@ -199,19 +171,19 @@ TEST_F(DeductionsEditMode, GivesACreationItsBarBackAsItWas) {
   control_->Vider_Donnees();
   ASSERT_TRUE(press("Cmd_Ajouter"));
   ASSERT_TRUE(user_->click(tabs(), 2));
-  before_ = enabledBelow(control_->surface());
+  remember();
   ASSERT_TRUE(press("Cmd_AjoutAbat"));
   EXPECT_EQ(state(), "|");
   desktop_.answer(Answer::Yes);
   ASSERT_TRUE(press("Cmd_AnnulerAbat"));
-  EXPECT_EQ(enabledBelow(control_->surface()), before_);
+  expectAsRemembered();
 }
 
 TEST_F(DeductionsEditMode, EndsWhenTheHostClearsOrShows) {
   for (const bool adding : {true, false}) {
     for (const int how : {0, 1, 2}) {
       show();
-      before_ = enabledBelow(control_->surface());
+      remember();
       ASSERT_TRUE(adding ? press("Cmd_AjoutAbat") : openDeduction(0));
       user_->fill(percentage(), "99");
       if (how == 0) control_->Vider_Donnees();
@@ -222,7 +194,7 @@ TEST_F(DeductionsEditMode, EndsWhenTheHostClearsOrShows) {
         EXPECT_TRUE(deductions().empty());
         lookUp("001");
       }
-      EXPECT_EQ(enabledBelow(control_->surface()), before_);
+      expectAsRemembered();
       EXPECT_EQ(deductions(), kStored);
       EXPECT_EQ(percentage().text(), "");
     }
@@ -498,7 +470,7 @@ TEST_F(DeductionsHost, MembersAreDeniedBelowLevelTwo) {
   EXPECT_THROW(control_->AfficherZonesAbat(), control::AccessDenied);
   EXPECT_THROW(control_->TriAbat(), control::AccessDenied);
   EXPECT_THROW(control_->DoubleClickAbat(), control::AccessDenied);
-  EXPECT_EQ(enabledBelow(control_->surface()), before_);
+  expectAsRemembered();
 }
 
 TEST_F(DeductionsHost, MembersNeedARecordInHand) {
@@ -512,7 +484,7 @@ TEST_F(DeductionsHost, MembersNeedARecordInHand) {
 TEST_F(DeductionsHost, MasquerZonesAbatOpensTheSelectedRowWithEmptyZones) {
   user_->click(list("Lst_DebAbatHOrgChg"), 1);
   control_->MasquerZonesAbat();
-  for (const Lock& lock : kLocks) EXPECT_EQ(enabled(lock.name), lock.changing) << lock.name;
+  expectLocks(&Lock::changing);
   fillDeduction({"30", "40", "5"});
   ASSERT_TRUE(press("Cmd_OKAbat"));
   EXPECT_EQ(deductions(), (Rows{kStored[0], {"30,00", "40,00", "5,00"}}));
@@ -521,7 +493,7 @@ TEST_F(DeductionsHost, MasquerZonesAbatOpensTheSelectedRowWithEmptyZones) {
 TEST_F(DeductionsHost, MasquerZonesAbatWithoutASelectedRowIsNoAddition) {
   for (const char* leave : {"Cmd_AnnulerAbat", "Cmd_SuppAbat"}) {
     control_->MasquerZonesAbat();
-    for (const Lock& lock : kLocks) EXPECT_EQ(enabled(lock.name), lock.changing) << lock.name;
+    expectLocks(&Lock::changing);
     fillDeduction({"30", "40", "5"});
     ASSERT_TRUE(press("Cmd_OKAbat"));
     EXPECT_TRUE(deductionOpen());

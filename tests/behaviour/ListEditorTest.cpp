@@ -46,6 +46,52 @@ class Random : public Desk {
   bool oneIn(std::size_t times) { return below(times) == 0; }
   const TypedNumber& number() { return kNumbers[below(kNumbers.size())]; }
 
+  // What a user types into these zones, or (not all) into some of them.
+  void typeNumbers(
+      std::initializer_list<std::pair<toolkit::TextBox*, std::optional<long long>*>> zones,
+      bool all) {
+    for (const auto& [zone, value] : zones) {
+      if (!all && !oneIn(2)) continue;
+      const TypedNumber& typed = number();
+      user_.fill(*zone, typed.keys);
+      *value = typed.value;
+    }
+  }
+
+  // One deed of the user, the host or the code, out of these and of showing and writing the page.
+  virtual void otherBody() = 0;
+  virtual void sortRows() = 0;
+  virtual void touch() = 0;  // scrolls or selects, without opening a row
+  virtual void add() = 0;
+  virtual void change() = 0;
+  void step() {
+    switch (below(10)) {
+      case 0:
+        if (oneIn(4)) otherBody();
+        break;
+      case 1:
+        sortRows();
+        break;
+      case 2:
+        page_.Ecrire_Ong3();
+        break;
+      case 3:
+        page_.Afficher_Ong3();
+        break;
+      case 4:
+        touch();
+        break;
+      case 5:
+      case 6:
+      case 7:
+        add();
+        break;
+      default:
+        change();
+        break;
+    }
+  }
+
   // The lists, the record and the locks after a step.
   void expectKept(const Rows& lists, int first, std::size_t columns, const Rows& expected) {
     ASSERT_EQ(lists, expected);
@@ -126,7 +172,7 @@ class RandomRates : public Random {
     }
     model_ = placed;
   }
-  void otherBody() {
+  void otherBody() override {
     model_.clear();
     const std::size_t rows = below(5) * below(5);
     for (std::size_t i = 0; i < rows; ++i) {
@@ -148,16 +194,10 @@ class RandomRates : public Random {
       dated = !oneIn(12);
       user_.fill(prise_.Txt_DateRembOrgChg, dated ? typedDay(rate.day) : "");
     }
-    for (const auto& [zone, value] :
-         std::initializer_list<std::pair<toolkit::TextBox*, std::optional<long long>*>>{
-             {&prise_.Txt_TxRembOrgChg, &rate.normal},
-             {&prise_.Txt_TxRembMajOrgChg, &rate.increased},
-             {&prise_.Txt_PrestServOrgChg, &rate.service}}) {
-      if (!all && !oneIn(2)) continue;
-      const TypedNumber& typed = number();
-      user_.fill(*zone, typed.keys);
-      *value = typed.value;
-    }
+    typeNumbers({{&prise_.Txt_TxRembOrgChg, &rate.normal},
+                 {&prise_.Txt_TxRembMajOrgChg, &rate.increased},
+                 {&prise_.Txt_PrestServOrgChg, &rate.service}},
+                all);
     if (oneIn(3)) user_.scroll(prise_.Bdv_TauxOrgChg, static_cast<int>(below(20)));
   }
   // Good values for a row that would be refused.
@@ -235,7 +275,7 @@ class RandomRates : public Random {
     ASSERT_EQ(told().back(), kQuitterCreation);
     --last_;
   }
-  void add() {
+  void add() override {
     ASSERT_TRUE(user_.click(prise_.Cmd_AjoutTaux));
     ++last_;
     Rate rate;
@@ -244,7 +284,7 @@ class RandomRates : public Random {
     if (oneIn(5)) return cancel(-1);
     confirm(rate, dated, -1);
   }
-  void change() {
+  void change() override {
     if (model_.empty()) return;
     const int row = static_cast<int>(std::min(below(model_.size()), below(model_.size())));
     const std::array<toolkit::ListBox*, 4> lists{
@@ -289,33 +329,8 @@ class RandomRates : public Random {
       gone_ = true;
     }
   }
-  void step() {
-    switch (below(10)) {
-      case 0:
-        if (oneIn(4)) otherBody();
-        break;
-      case 1:
-        page_.taux().Tri2();
-        break;
-      case 2:
-        page_.Ecrire_Ong3();
-        break;
-      case 3:
-        page_.Afficher_Ong3();
-        break;
-      case 4:
-        user_.scroll(prise_.Bdv_TauxOrgChg, static_cast<int>(below(20)));
-        break;
-      case 5:
-      case 6:
-      case 7:
-        add();
-        break;
-      default:
-        change();
-        break;
-    }
-  }
+  void sortRows() override { page_.taux().Tri2(); }
+  void touch() override { user_.scroll(prise_.Bdv_TauxOrgChg, static_cast<int>(below(20))); }
 
   std::vector<Rate> model_;
   int last_ = 0;       // the last row that may be changed
@@ -375,7 +390,7 @@ class RandomDeductions : public Random {
     }
     model_ = placed;
   }
-  void otherBody() {
+  void otherBody() override {
     model_.clear();
     const std::size_t rows = below(5) * below(5);
     for (std::size_t i = 0; i < rows; ++i) {
@@ -386,16 +401,10 @@ class RandomDeductions : public Random {
          modelRows());
   }
   void fill(Deduction& row, bool all) {
-    for (const auto& [zone, value] :
-         std::initializer_list<std::pair<toolkit::TextBox*, std::optional<long long>*>>{
-             {&prise_.Txt_DebAbatHOrgChg, &row.start},
-             {&prise_.Txt_FinAbatHOrgChg, &row.end},
-             {&prise_.Txt_PourcentAbatOrgChg, &row.percentage}}) {
-      if (!all && !oneIn(2)) continue;
-      const TypedNumber& typed = number();
-      user_.fill(*zone, typed.keys);
-      *value = typed.value;
-    }
+    typeNumbers({{&prise_.Txt_DebAbatHOrgChg, &row.start},
+                 {&prise_.Txt_FinAbatHOrgChg, &row.end},
+                 {&prise_.Txt_PourcentAbatOrgChg, &row.percentage}},
+                all);
     if (oneIn(3)) user_.scroll(prise_.Bdv_AbatOrgChg, static_cast<int>(below(20)));
   }
   std::string refusal(const Deduction& row) const {
@@ -448,14 +457,14 @@ class RandomDeductions : public Random {
     ASSERT_EQ(told(),
               edited < 0 ? std::vector<std::string>{kQuitterCreation} : std::vector<std::string>{});
   }
-  void add() {
+  void add() override {
     ASSERT_TRUE(user_.click(prise_.Cmd_AjoutAbat));
     Deduction row;
     fill(row, true);
     if (oneIn(6)) return cancel(-1);
     confirm(row, -1);
   }
-  void change() {
+  void change() override {
     if (model_.empty()) return;
     const std::size_t row = below(model_.size());
     const std::array<toolkit::ListBox*, 3> lists{
@@ -479,33 +488,8 @@ class RandomDeductions : public Random {
         return confirm(changed, static_cast<int>(row));
     }
   }
-  void step() {
-    switch (below(10)) {
-      case 0:
-        if (oneIn(4)) otherBody();
-        break;
-      case 1:
-        page_.abattements().TriAbat();
-        break;
-      case 2:
-        page_.Ecrire_Ong3();
-        break;
-      case 3:
-        page_.Afficher_Ong3();
-        break;
-      case 4:
-        user_.click(prise_.Lst_DateRembOrgChg, static_cast<int>(below(2)));
-        break;
-      case 5:
-      case 6:
-      case 7:
-        add();
-        break;
-      default:
-        change();
-        break;
-    }
-  }
+  void sortRows() override { page_.abattements().TriAbat(); }
+  void touch() override { user_.click(prise_.Lst_DateRembOrgChg, static_cast<int>(below(2))); }
 
   std::vector<Deduction> model_;
   std::map<std::string, int> outcomes_;

@@ -4,7 +4,7 @@
 #include "pages/Columns.h"
 #include "store/Conversions.h"
 #include "store/Layouts.h"
-#include "tests/behaviour/CoverageTest.h"
+#include "tests/behaviour/EditMode.h"
 
 namespace behaviour {
 namespace {
@@ -85,85 +85,53 @@ TEST_F(Rates, ShowABlankRowForABlankAndForAnEmptyValue) {
 
 // Edit mode ---------------------------------------------------------------------------------------
 
-struct Lock {
-  const char* name;
-  bool listMode;
-  bool changing;
-  bool adding;
-};
-
-// A creation has no Cmd_Supprimer and no Cmd_Sortir, and Cmd_Ajouter works in the empty state
-// alone.
-constexpr Lock kLocks[] = {{"Lst_DateRembOrgChg", true, false, false},
-                           {"Lst_TxRembOrgChg", true, false, false},
-                           {"Lst_TxRembMajOrgChg", true, false, false},
-                           {"Lst_PrestServOrgChg", true, false, false},
-                           {"Cmd_AjoutTaux", true, false, false},
-                           {"Cmd_AjoutAbat", true, false, false},
-                           {"Cmd_Supprimer", true, false, false},
-                           {"Cmd_Sortir", true, false, false},
-                           {"Cmd_OK", true, false, false},
-                           {"Cmd_Annuler", true, false, false},
-                           {"Txt_CodOrgChg", true, false, false},
-                           {"Cbo_SigleOrgChg", true, false, false},
-                           {"Txt_SigleOrgChg", true, false, false},
-                           {"Cdr_AttribOrgChg", true, false, false},
-                           {"Cdr_AbatOrgChg", true, false, false},
-                           {"Ong_OrgPriseChg_1", true, false, false},
-                           {"Ong_OrgPriseChg_2", true, false, false},
-                           {"Ong_OrgPriseChg_3", true, true, true},
-                           {"Ong_OrgPriseChg_4", true, false, false},
-                           {"Ong_OrgPriseChg_5", true, false, false},
-                           {"Ong_OrgPriseChg_6", true, false, false},
-                           {"Cdr_TauxOrgChg", true, true, true},
-                           {"Bdv_TauxOrgChg", true, true, true},
-                           {"Txt_DateRembOrgChg", false, true, true},
-                           {"Txt_TxRembOrgChg", false, true, true},
-                           {"Txt_TxRembMajOrgChg", false, true, true},
-                           {"Txt_PrestServOrgChg", false, true, true},
-                           {"Cmd_OKTaux", false, true, true},
-                           {"Cmd_AnnulerTaux", false, true, true},
-                           {"Cmd_SuppTaux", false, true, false}};
-
-class RatesEditMode : public Rates {
+class RatesEditMode : public EditMode<Rates> {
  protected:
+  RatesEditMode()
+      : EditMode(2, {{"Lst_DateRembOrgChg", true, false, false},
+                     {"Lst_TxRembOrgChg", true, false, false},
+                     {"Lst_TxRembMajOrgChg", true, false, false},
+                     {"Lst_PrestServOrgChg", true, false, false},
+                     {"Cmd_AjoutTaux", true, false, false},
+                     {"Cmd_AjoutAbat", true, false, false},
+                     {"Cdr_AttribOrgChg", true, false, false},
+                     {"Cdr_AbatOrgChg", true, false, false},
+                     {"Cdr_TauxOrgChg", true, true, true},
+                     {"Bdv_TauxOrgChg", true, true, true},
+                     {"Txt_DateRembOrgChg", false, true, true},
+                     {"Txt_TxRembOrgChg", false, true, true},
+                     {"Txt_TxRembMajOrgChg", false, true, true},
+                     {"Txt_PrestServOrgChg", false, true, true},
+                     {"Cmd_OKTaux", false, true, true},
+                     {"Cmd_AnnulerTaux", false, true, true},
+                     {"Cmd_SuppTaux", false, true, false}}) {}
   void expectListModeAgain() {
-    for (const Lock& lock : kLocks) EXPECT_EQ(enabled(lock.name), lock.listMode) << lock.name;
-    EXPECT_EQ(enabledBelow(control_->surface()), before_);
+    expectLocks(&Lock::listMode);
+    expectAsRemembered();
     for (TextBox* zone : {&date(), &normal(), &increased(), &service()}) {
       EXPECT_EQ(zone->text(), "") << zone->name();
     }
     EXPECT_TRUE(button("Cmd_AjoutTaux").hasFocus());
     EXPECT_EQ(state(), kExisting);
   }
-  std::vector<std::pair<std::string, bool>> before_ = enabledBelow(control_->surface());
 };
 
 TEST_F(RatesEditMode, LocksOneByOneWhileARowIsChanged) {
-  for (const Lock& lock : kLocks) EXPECT_EQ(enabled(lock.name), lock.listMode) << lock.name;
+  expectLocks(&Lock::listMode);
   ASSERT_TRUE(openRate(0));
-  for (const Lock& lock : kLocks) EXPECT_EQ(enabled(lock.name), lock.changing) << lock.name;
-  EXPECT_FALSE(enabled("Cmd_Ajouter"));
+  expectLocks(&Lock::changing);
 }
 
 TEST_F(RatesEditMode, LocksOneByOneWhileARowIsAdded) {
   ASSERT_TRUE(press("Cmd_AjoutTaux"));
-  for (const Lock& lock : kLocks) EXPECT_EQ(enabled(lock.name), lock.adding) << lock.name;
-  EXPECT_FALSE(enabled("Cmd_Ajouter"));
+  expectLocks(&Lock::adding);
   EXPECT_TRUE(date().hasFocus());
   EXPECT_EQ(date().text(), "");
 }
 
 TEST_F(RatesEditMode, TheUserReachesNothingElse) {
   ASSERT_TRUE(openRate(0));
-  for (const int tab : {0, 1, 3, 4, 5}) EXPECT_FALSE(user_->click(tabs(), tab)) << tab;
-  EXPECT_EQ(tabs().tab(), 2);
-  for (const char* name : {"Cmd_OK", "Cmd_Annuler", "Cmd_Supprimer", "Cmd_Sortir", "Cmd_Ajouter",
-                           "Cmd_AjoutTaux", "Cmd_AjoutAbat"}) {
-    EXPECT_FALSE(press(name)) << name;
-  }
-  EXPECT_FALSE(user_->fill(code(), "002"));
-  EXPECT_FALSE(user_->choose(sigles(), 0));
+  expectTheRestOutOfReach({"Cmd_AjoutTaux", "Cmd_AjoutAbat"});
   EXPECT_FALSE(user_->click(option("Opt_MontantOrgChg")));
   EXPECT_FALSE(user_->dblClick(list("Lst_TxRembOrgChg"), 1));
   EXPECT_TRUE(rateOpen());
@@ -204,7 +172,7 @@ TEST_F(RatesEditMode, StaysWhenCancellingAnAdditionIsAnsweredNo) {
   desktop_.answer(Answer::No);
   ASSERT_TRUE(press("Cmd_AnnulerTaux"));
   expectBox(kQuitterCreation, Icon::Question, Buttons::YesNo);
-  for (const Lock& lock : kLocks) EXPECT_EQ(enabled(lock.name), lock.adding) << lock.name;
+  expectLocks(&Lock::adding);
   EXPECT_EQ(date().text(), "01/02/2026");
   EXPECT_EQ(normal().text(), "21,00");
   fillRate({"01022026", "21", "26", "16"});
@@ -230,14 +198,14 @@ TEST_F(RatesEditMode, GivesACreationItsBarBackAsItWas) {
   control_->Vider_Donnees();
   ASSERT_TRUE(press("Cmd_Ajouter"));
   ASSERT_TRUE(user_->click(tabs(), 2));
-  before_ = enabledBelow(control_->surface());
+  remember();
   ASSERT_FALSE(enabled("Cmd_Supprimer"));
   ASSERT_FALSE(enabled("Cmd_Sortir"));
   ASSERT_TRUE(press("Cmd_AjoutTaux"));
   EXPECT_EQ(state(), "|");
   desktop_.answer(Answer::Yes);
   ASSERT_TRUE(press("Cmd_AnnulerTaux"));
-  EXPECT_EQ(enabledBelow(control_->surface()), before_);
+  expectAsRemembered();
   EXPECT_FALSE(enabled("Txt_CodOrgChg"));
 }
 
@@ -245,7 +213,7 @@ TEST_F(RatesEditMode, EndsWhenTheHostClearsOrShows) {
   for (const bool adding : {true, false}) {
     for (const int how : {0, 1, 2}) {
       show();
-      before_ = enabledBelow(control_->surface());
+      remember();
       ASSERT_TRUE(adding ? press("Cmd_AjoutTaux") : openRate(0));
       user_->fill(normal(), "99");
       if (how == 0) control_->Vider_Donnees();
@@ -257,7 +225,7 @@ TEST_F(RatesEditMode, EndsWhenTheHostClearsOrShows) {
         lookUp("001");
       }
       EXPECT_EQ(state(), kExisting);
-      EXPECT_EQ(enabledBelow(control_->surface()), before_);
+      expectAsRemembered();
       EXPECT_EQ(rates(), kTwo);
       EXPECT_EQ(normal().text(), "");
     }
@@ -271,7 +239,7 @@ TEST_F(RatesEditMode, EndsWhenTheHostsListBringsAnotherBody) {
   store_.answer("SSELECT ORGPRISECHARGE PAR 1", {{"002", "CRAM"}});
   control_->Remplir_OrgPriseChg();
   EXPECT_EQ(code().text(), "002");
-  EXPECT_EQ(enabledBelow(control_->surface()), before_);
+  expectAsRemembered();
 }
 
 // The checks, in their order ----------------------------------------------------------------------
@@ -875,7 +843,7 @@ TEST_F(RatesHost, MembersAreDeniedBelowLevelTwo) {
   EXPECT_THROW(control_->EffaceEltLists(), control::AccessDenied);
   EXPECT_THROW(control_->Ecrire_Ong3(), control::AccessDenied);
   EXPECT_EQ(rates(), kTwo);
-  EXPECT_EQ(enabledBelow(control_->surface()), before_);
+  expectAsRemembered();
 }
 
 TEST_F(RatesHost, MembersNeedARecordInHand) {
@@ -893,7 +861,7 @@ TEST_F(RatesHost, MembersNeedARecordInHand) {
 TEST_F(RatesHost, MasquerZonesTauxOpensTheSelectedRowWithEmptyZones) {
   user_->click(list("Lst_DateRembOrgChg"), 1);
   control_->MasquerZonesTaux();
-  for (const Lock& lock : kLocks) EXPECT_EQ(enabled(lock.name), lock.changing) << lock.name;
+  expectLocks(&Lock::changing);
   EXPECT_EQ(date().text(), "");
   fillRate({"01062025", "19", "24", "14"});
   ASSERT_TRUE(press("Cmd_OKTaux"));
@@ -903,7 +871,7 @@ TEST_F(RatesHost, MasquerZonesTauxOpensTheSelectedRowWithEmptyZones) {
 
 TEST_F(RatesHost, MasquerZonesTauxWithoutASelectedRowIsNoAddition) {
   control_->MasquerZonesTaux();
-  for (const Lock& lock : kLocks) EXPECT_EQ(enabled(lock.name), lock.changing) << lock.name;
+  expectLocks(&Lock::changing);
   fillRate({"01022026", "19", "24", "14"});
   ASSERT_TRUE(press("Cmd_OKTaux"));
   expectNoBox();
@@ -931,7 +899,7 @@ TEST_F(RatesHost, AfficherZonesTauxClosesAndEmpties) {
 TEST_F(RatesHost, TwoEditorsAreNeverOpenAtATime) {
   putDeductions({{"0,00", "10,00", "50,00"}});
   show();
-  before_ = enabledBelow(control_->surface());
+  remember();
   ASSERT_TRUE(openRate(0));
   control_->MasquerZonesAbat();
   control_->MasquerZonesTaux();
@@ -947,7 +915,7 @@ TEST_F(RatesHost, TwoEditorsAreNeverOpenAtATime) {
   control_->DoubleClickTauxRemb();
   EXPECT_FALSE(date().enabled());
   ASSERT_TRUE(press("Cmd_AnnulerAbat"));
-  EXPECT_EQ(enabledBelow(control_->surface()), before_);
+  expectAsRemembered();
 }
 
 TEST_F(RatesHost, NoRowOpensInADisabledFrame) {

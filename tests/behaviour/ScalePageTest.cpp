@@ -4,6 +4,7 @@
 
 #include "store/Conversions.h"
 #include "store/Layouts.h"
+#include "tests/behaviour/EditMode.h"
 #include "tests/behaviour/ScaleTest.h"
 
 namespace behaviour {
@@ -330,75 +331,52 @@ TEST_F(ScaleLists, ShowingAndDeletingLeaveNoRowSelectedAndTheScrollBarAtItsStart
 
 // Edit mode ---------------------------------------------------------------------------------------
 
-struct Lock {
-  const char* name;
-  bool listMode;
-  bool changing;
-  bool adding;
-};
-
-constexpr Lock kLocks[] = {{"Lst_DebRevSeulOrgChg", true, false, false},
-                           {"Lst_FinRevSeulOrgChg", true, false, false},
-                           {"Lst_DebRevMenOrgChg", true, false, false},
-                           {"Lst_FinRevMenOrgChg", true, false, false},
-                           {"Lst_BaremPrecOrgChg", true, false, false},
-                           {"Lst_BaremCoursOrgChg", true, false, false},
-                           {"Cmd_NouveauBareme", true, false, false},
-                           {"Cdr_Bareme", true, false, false},
-                           {"Cdr_GestionParticipBenef", true, false, false},
-                           {"Cac_Abonnement", true, false, false},
-                           {"Cmd_Supprimer", true, false, false},
-                           {"Cmd_Sortir", true, false, false},
-                           {"Cmd_OK", true, false, false},
-                           {"Cmd_Annuler", true, false, false},
-                           {"Txt_CodOrgChg", true, false, false},
-                           {"Cbo_SigleOrgChg", true, false, false},
-                           {"Txt_SigleOrgChg", true, false, false},
-                           {"Ong_OrgPriseChg_1", true, false, false},
-                           {"Ong_OrgPriseChg_2", true, false, false},
-                           {"Ong_OrgPriseChg_3", true, false, false},
-                           {"Ong_OrgPriseChg_4", true, true, true},
-                           {"Ong_OrgPriseChg_5", true, false, false},
-                           {"Ong_OrgPriseChg_6", true, false, false},
-                           {"Cdr_ParticipBenef", true, true, true},
-                           {"Bdv_Bareme", true, true, true},
-                           {"Txt_DatBaremPrec", false, false, false},
-                           {"Txt_DatBaremCours", false, false, false},
-                           {"Cmd_AjoutPart", false, false, false},
-                           {"Txt_DebRevSeulOrgChg", false, true, true},
-                           {"Txt_FinRevSeulOrgChg", false, true, true},
-                           {"Txt_DebRevMenOrgChg", false, true, true},
-                           {"Txt_FinRevMenOrgChg", false, true, true},
-                           {"Txt_BaremCoursOrgChg", false, true, true},
-                           {"Cmd_OKPart", false, true, true},
-                           {"Cmd_AnnulerPart", false, true, true},
-                           {"Cmd_SuppPart", false, true, false}};
-
-class ScaleEditMode : public Scale {
+class ScaleEditMode : public EditMode<Scale> {
  protected:
+  ScaleEditMode()
+      : EditMode(3, {{"Lst_DebRevSeulOrgChg", true, false, false},
+                     {"Lst_FinRevSeulOrgChg", true, false, false},
+                     {"Lst_DebRevMenOrgChg", true, false, false},
+                     {"Lst_FinRevMenOrgChg", true, false, false},
+                     {"Lst_BaremPrecOrgChg", true, false, false},
+                     {"Lst_BaremCoursOrgChg", true, false, false},
+                     {"Cmd_NouveauBareme", true, false, false},
+                     {"Cdr_Bareme", true, false, false},
+                     {"Cdr_GestionParticipBenef", true, false, false},
+                     {"Cac_Abonnement", true, false, false},
+                     {"Cdr_ParticipBenef", true, true, true},
+                     {"Bdv_Bareme", true, true, true},
+                     {"Txt_DatBaremPrec", false, false, false},
+                     {"Txt_DatBaremCours", false, false, false},
+                     {"Cmd_AjoutPart", false, false, false},
+                     {"Txt_DebRevSeulOrgChg", false, true, true},
+                     {"Txt_FinRevSeulOrgChg", false, true, true},
+                     {"Txt_DebRevMenOrgChg", false, true, true},
+                     {"Txt_FinRevMenOrgChg", false, true, true},
+                     {"Txt_BaremCoursOrgChg", false, true, true},
+                     {"Cmd_OKPart", false, true, true},
+                     {"Cmd_AnnulerPart", false, true, true},
+                     {"Cmd_SuppPart", false, true, false}}) {}
   void expectListModeAgain() {
-    EXPECT_EQ(enabledBelow(control_->surface()), before_);
+    expectAsRemembered();
     EXPECT_EQ(zones(), Row(5));
     EXPECT_EQ(state(), kExisting);
   }
-  std::vector<std::pair<std::string, bool>> before_ = enabledBelow(control_->surface());
 };
 
 TEST_F(ScaleEditMode, LocksOneByOneWhileARowIsChanged) {
-  for (const Lock& lock : kLocks) EXPECT_EQ(enabled(lock.name), lock.listMode) << lock.name;
+  expectLocks(&Lock::listMode);
   ASSERT_TRUE(open(0));
-  for (const Lock& lock : kLocks) EXPECT_EQ(enabled(lock.name), lock.changing) << lock.name;
-  EXPECT_FALSE(enabled("Cmd_Ajouter"));
+  expectLocks(&Lock::changing);
   ASSERT_TRUE(press("Cmd_AnnulerPart"));
-  for (const Lock& lock : kLocks) EXPECT_EQ(enabled(lock.name), lock.listMode) << lock.name;
+  expectLocks(&Lock::listMode);
 }
 
 TEST_F(ScaleEditMode, LocksOneByOneWhileARowIsAdded) {
   show("002");
   ASSERT_TRUE(enabled("Cmd_AjoutPart"));
   ASSERT_TRUE(press("Cmd_AjoutPart"));
-  for (const Lock& lock : kLocks) EXPECT_EQ(enabled(lock.name), lock.adding) << lock.name;
-  EXPECT_FALSE(enabled("Cmd_Ajouter"));
+  expectLocks(&Lock::adding);
   EXPECT_TRUE(box("Txt_DebRevSeulOrgChg").hasFocus());
   EXPECT_EQ(zones(), Row(5));
 }
@@ -406,7 +384,7 @@ TEST_F(ScaleEditMode, LocksOneByOneWhileARowIsAdded) {
 TEST_F(ScaleEditMode, UnderANewScaleTheDateIsLockedAndOpenedAgain) {
   beginScale("01022026");
   ASSERT_TRUE(enabled("Txt_DatBaremCours"));
-  before_ = enabledBelow(control_->surface());
+  remember();
   ASSERT_TRUE(open(1, "Lst_BaremCoursOrgChg"));
   EXPECT_FALSE(enabled("Txt_DatBaremCours"));
   EXPECT_FALSE(enabled("Cmd_NouveauBareme"));
@@ -417,14 +395,7 @@ TEST_F(ScaleEditMode, UnderANewScaleTheDateIsLockedAndOpenedAgain) {
 
 TEST_F(ScaleEditMode, TheUserReachesNothingElse) {
   ASSERT_TRUE(open(0));
-  for (const int tab : {0, 1, 2, 4, 5}) EXPECT_FALSE(user_->click(tabs(), tab)) << tab;
-  EXPECT_EQ(tabs().tab(), 3);
-  for (const char* name : {"Cmd_OK", "Cmd_Annuler", "Cmd_Supprimer", "Cmd_Sortir", "Cmd_Ajouter",
-                           "Cmd_AjoutPart", "Cmd_NouveauBareme"}) {
-    EXPECT_FALSE(press(name)) << name;
-  }
-  EXPECT_FALSE(user_->fill(code(), "002"));
-  EXPECT_FALSE(user_->choose(sigles(), 0));
+  expectTheRestOutOfReach({"Cmd_AjoutPart", "Cmd_NouveauBareme"});
   EXPECT_FALSE(user_->click(option("Opt_GestPartPourc")));
   EXPECT_FALSE(user_->click(child<CheckBox>("Cac_Abonnement")));
   EXPECT_FALSE(user_->dblClick(list("Lst_FinRevMenOrgChg"), 1));
@@ -442,7 +413,7 @@ TEST_F(ScaleEditMode, EndsByOKOfAChange) {
 
 TEST_F(ScaleEditMode, EndsByOKOfAnAdditionWithTheFocusOnItsButton) {
   show("002");
-  before_ = enabledBelow(control_->surface());
+  remember();
   add({"0", "100", "0", "200", "1"});
   expectListModeAgain();
   EXPECT_TRUE(button("Cmd_AjoutPart").hasFocus());
@@ -460,7 +431,7 @@ TEST_F(ScaleEditMode, EndsByCancellingAChangeWithoutAQuestion) {
 
 TEST_F(ScaleEditMode, EndsByCancellingAnAdditionWithYes) {
   show("002");
-  before_ = enabledBelow(control_->surface());
+  remember();
   ASSERT_TRUE(press("Cmd_AjoutPart"));
   fillZones({"1", "2"});
   desktop_.answer(Answer::Yes);
@@ -479,7 +450,7 @@ TEST_F(ScaleEditMode, StaysWhenCancellingAnAdditionIsAnsweredNo) {
   desktop_.answer(Answer::No);
   ASSERT_TRUE(press("Cmd_AnnulerPart"));
   expectBox(kQuitterCreation, Icon::Question, Buttons::YesNo);
-  for (const Lock& lock : kLocks) EXPECT_EQ(enabled(lock.name), lock.adding) << lock.name;
+  expectLocks(&Lock::adding);
   EXPECT_EQ(zones(), (Row{"1,00", "2,00", "", "", ""}));
 }
 
@@ -511,7 +482,7 @@ TEST_F(ScaleEditMode, NothingReachesTheStoreBeforeTheBodyIsSaved) {
 TEST_F(ScaleEditMode, EndsWhenTheHostClearsOrShows) {
   for (const int how : {0, 1, 2, 3, 4}) {
     show();
-    before_ = enabledBelow(control_->surface());
+    remember();
     ASSERT_TRUE(open(2));
     user_->fill(box("Txt_BaremCoursOrgChg"), "99");
     if (how == 0) control_->Vider_Donnees();
