@@ -84,7 +84,14 @@ void DeductionEditor::vider() {
   editor_.remplir({});
 }
 
+// A slip without deductions takes them out of the record when the page is written, but not out of
+// the lists, which are the source.
+void DeductionEditor::reprendre() {
+  if (record().get(attribut::DebAbatHOrgChg).empty()) ecrire(record());
+}
+
 void DeductionEditor::TriAbat() {
+  reprendre();
   store::DynamicArray& deductions = record();
   const std::vector<int> order = ordreCroissant(nombres(deductions, attribut::DebAbatHOrgChg));
   ordonnerColonnes(deductions, kColonnes, order);
@@ -119,6 +126,7 @@ void DeductionEditor::DoubleClickAbat() {
 void DeductionEditor::Cmd_OKAbat_Click() {
   toolkit::quietly("Cmd_OKAbat_Click", [this] {
     if (!saisieAcceptee() || !sansChevauchement()) return;
+    reprendre();
     poser(editor_.enAjout() ? record().DCount(attribut::DebAbatHOrgChg) : editor_.editee());
     TriAbat();
     AfficherZonesAbat();

@@ -34,6 +34,7 @@ class DeductionEditor {
 
   bool saisieAcceptee();
   bool sansChevauchement();
+  void reprendre();
   void poser(int row);
   store::DynamicArray& record();
 

@@ -73,10 +73,10 @@ ScaleEditor::ScaleEditor(PageContext context)
 
 void ScaleEditor::lier(const screen::Handlers& handlers) {
   editor_.lier(handlers);
-  for (toolkit::ListBox* list : fermesParUnNouveauBareme(page_)) {
-    list->onDblClick = handlers.on(*this, &ScaleEditor::modifier);
-  }
-  page_.Lst_BaremCoursOrgChg.onDblClick = handlers.on(*this, &ScaleEditor::modifier);
+  const auto dblClick =
+      handlers.on([this] { toolkit::quietly("DoubleClickPart", [this] { modifier(); }); });
+  for (toolkit::ListBox* list : fermesParUnNouveauBareme(page_)) list->onDblClick = dblClick;
+  page_.Lst_BaremCoursOrgChg.onDblClick = dblClick;
   page_.Cmd_AjoutPart.onClick = handlers.on(*this, &ScaleEditor::Cmd_AjoutPart_Click);
   page_.Cmd_OKPart.onClick = handlers.on(*this, &ScaleEditor::Cmd_OKPart_Click);
   page_.Cmd_AnnulerPart.onClick = handlers.on(*this, &ScaleEditor::Cmd_AnnulerPart_Click);

@@ -145,6 +145,46 @@ TEST_F(CoveragePage, ASlipOfTypeMFPLeavesTheDeductionsEmpty) {
   EXPECT_NE(attribute("001", 25), "");
 }
 
+// Leaving writes the pages, and the slip takes the deductions out of the record in hand.
+TEST_F(CoveragePage, DeductionsThatASlipHasLeftOutStayForTheSlipThatTakesThem) {
+  const Rows two{{"0,00", "10,00", "50,00"}, {"20,00", "30,00", "25,00"}};
+  const std::string mark(1, store::kValueMark);
+  for (const int deed : {0, 1, 2, 3}) {
+    putDeductions(two);
+    show();
+    ASSERT_TRUE(user_->click(tabs(), 4));
+    ASSERT_TRUE(user_->click(option("Opt_MFPBordOrgChg")));
+    desktop_.answer(Answer::Cancel);
+    ASSERT_TRUE(press("Cmd_Sortir"));
+    ASSERT_EQ(desktop_.takeBoxes().size(), 1U);
+    ASSERT_TRUE(user_->click(option("Opt_IndBordOrgChg")));
+    ASSERT_TRUE(user_->click(tabs(), 2));
+    Rows expected = two;
+    if (deed == 0) {
+      addDeduction({"10", "20", "40"});
+      expected.insert(expected.begin() + 1, {"10,00", "20,00", "40,00"});
+    } else if (deed == 1) {
+      ASSERT_TRUE(openDeduction(1));
+      ASSERT_TRUE(user_->fill(box("Txt_PourcentAbatOrgChg"), "5"));
+      ASSERT_TRUE(press("Cmd_OKAbat"));
+      expected[1][2] = "5,00";
+    } else if (deed == 2) {
+      ASSERT_TRUE(openDeduction(0));
+      desktop_.answer(Answer::Yes);
+      ASSERT_TRUE(press("Cmd_SuppAbat"));
+      desktop_.takeBoxes();
+      expected.erase(expected.begin());
+    } else {
+      control_->TriAbat();
+    }
+    EXPECT_EQ(deductions(), expected) << deed;
+    save();
+    store::DynamicArray written;
+    putRows(written, 29, 3, expected);
+    for (const int number : {29, 30, 31}) EXPECT_EQ(attribute("001", number), written.get(number));
+  }
+}
+
 TEST_F(CoveragePage, TheListsAreTheSourceUpToTheFirstEmptyRow) {
   const std::string mark(1, store::kValueMark);
   set(25, "21186" + mark + mark + "20821");

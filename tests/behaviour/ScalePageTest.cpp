@@ -533,6 +533,15 @@ TEST_F(ScaleEditMode, AConsultationHasNoneOfItsButtons) {
 
 class ScaleRows : public Scale {};
 
+TEST_F(ScaleRows, ADoubleClickEndsQuietlyWhenTheRightsCannotBeRead) {
+  level_->fails = true;
+  for (const char* name : kScaleLists) {
+    EXPECT_NO_THROW(user_->dblClick(list(name), 0)) << name;
+    EXPECT_FALSE(rowOpen()) << name;
+  }
+  expectNoBox();
+}
+
 TEST_F(ScaleRows, ADoubleClickInAnyListOpensItsRowReadyToBeTypedOver) {
   for (const char* name : kScaleLists) {
     ASSERT_TRUE(open(1, name)) << name;

@@ -264,6 +264,49 @@ TEST_F(ScreenTest, TheListsOfTablesAreInAFixedPitchFont) {
   }
 }
 
+TEST_F(ScreenTest, NamesWhatTheListEditorsShow) {
+  const std::vector<std::pair<const char*, const char*>> captions{
+      {"Cdr_AttribOrgChg", "Attribution des notifications d'accord"},
+      {"Opt_HeureOrgChg", "En heures"},
+      {"Opt_MontantOrgChg", "En montant"},
+      {"Cac_AjusTarif", "Ajustement tarifaire sur facture aidé"},
+      {"Cac_CoutGlobal", "Coût global et déduction organisme sur facture aidé"},
+      {"Cdr_TauxOrgChg", "Taux de remboursement "},
+      {"Etq_DateRembOrgChg", "Date d'effet"},
+      {"Etq_TxRembOrgChg", "Taux normal"},
+      {"Etq_TxRembMajOrgChg", "Taux majoré"},
+      {"Etq_PrestServOrgChg", "       Dont     Prest. services"},
+      {"Cmd_AjoutTaux", "Ajouter"},
+      {"Cmd_SuppTaux", "Supprimer"},
+      {"Cmd_AnnulerTaux", "Annuler"},
+      {"Cdr_AbatOrgChg", "Abattement participation bénéficiaire "},
+      {"Etq_TrancheAppli", "Tranche d'heures"},
+      {"Cmd_AjoutAbat", "Ajouter"},
+      {"Cmd_SuppAbat", "Supprimer"},
+      {"Cmd_AnnulerAbat", "Annuler"},
+      {"Cdr_ParticipBenef", "Participation bénéficiaire "},
+      {"Cdr_Bareme", "Barème en fonction"},
+      {"Opt_Quotient", "du quotient familial"},
+      {"Opt_Ressource", "des ressources"},
+      {"Cdr_GestionParticipBenef", "Gestion de la participation bénéficiaire"},
+      {"Opt_GestPartPourc", "en %"},
+      {"Opt_GestPartMont", "en montant"},
+      {"Cac_Abonnement", "Abonnement"},
+      {"Etq_TrancheRevenus", "Tranches de revenus"},
+      {"Etq_PersSeule", "Personne seule"},
+      {"Etq_Menage", "Ménage"},
+      {"Etq_Montant", "Montant au"},
+      {"Cmd_AjoutPart", "Ajouter"},
+      {"Cmd_SuppPart", "Supprimer"},
+      {"Cmd_AnnulerPart", "Annuler"},
+      {"Cmd_NouveauBareme", "Nouveau barème"}};
+  for (const auto& [name, caption] : captions) {
+    const Control* control = surface_.find(name);
+    ASSERT_TRUE(control) << name;
+    EXPECT_EQ(toolkit::withoutMnemonic(control->caption()), caption) << name;
+  }
+}
+
 // Each page, with the bar and the tabs around it --------------------------------------------------
 
 bool isField(const Control& control) {
