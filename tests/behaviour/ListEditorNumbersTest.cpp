@@ -123,12 +123,14 @@ TEST_F(EveryHundredth, OfRatesAndDeductionsIsShownAndWrittenAsItWas) {
       record().set(attribute, numbers);
     }
     page_.Afficher_Ong3();
+    std::vector<std::string> shown;
+    for (int row = 0; row < kRows; ++row) shown.push_back(store::twoDecimals(from + row));
     for (const ListBox* list :
          {&prise_.Lst_TxRembOrgChg, &prise_.Lst_TxRembMajOrgChg, &prise_.Lst_PrestServOrgChg,
           &prise_.Lst_DebAbatHOrgChg, &prise_.Lst_FinAbatHOrgChg, &prise_.Lst_PourcentAbatOrgChg}) {
       ASSERT_EQ(list->listCount(), kRows);
       for (int row = 0; row < kRows; ++row) {
-        ASSERT_EQ(list->list(row), store::twoDecimals(from + row)) << list->name();
+        ASSERT_EQ(list->list(row), shown[static_cast<std::size_t>(row)]) << list->name();
       }
     }
     for (int attribute = attribut::DateRembOrgChg; attribute <= attribut::PourcentAbatOrgChg;

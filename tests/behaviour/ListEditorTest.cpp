@@ -62,6 +62,7 @@ class Random : public Desk {
   virtual void otherBody() = 0;
   virtual void sortRows() = 0;
   virtual void touch() = 0;  // scrolls or selects, without opening a row
+  virtual void beforeWriting() {}
   virtual void add() = 0;
   virtual void change() = 0;
   void step() {
@@ -73,6 +74,7 @@ class Random : public Desk {
         sortRows();
         break;
       case 2:
+        beforeWriting();
         page_.Ecrire_Ong3();
         break;
       case 3:
@@ -490,6 +492,15 @@ class RandomDeductions : public Random {
   }
   void sortRows() override { page_.abattements().TriAbat(); }
   void touch() override { user_.click(prise_.Lst_DateRembOrgChg, static_cast<int>(below(2))); }
+  // A slip that leaves the deductions out empties the record; the lists stay the source.
+  void beforeWriting() override {
+    if (!oneIn(3)) return;
+    screen_.bordereau.Opt_MFPBordOrgChg.setValue(true);
+    page_.Ecrire_Ong3();
+    screen_.bordereau.Opt_MFPBordOrgChg.setValue(false);
+    ASSERT_TRUE(record().get(attribut::DebAbatHOrgChg).empty());
+    oneIn(2) ? add() : change();
+  }
 
   std::vector<Deduction> model_;
   std::map<std::string, int> outcomes_;
