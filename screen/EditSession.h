@@ -36,6 +36,20 @@ struct EtatTaux {
   std::string W_TauxAvantModif;
 };
 
+// What one update of the agreements, its letters and its listing share.
+struct MiseAJourAccords {
+  bool lettresVoulues = false;    // a letter for each agreement that was changed
+  std::int16_t indiceLettre = 0;  // position in accordsModifies of the letter being printed, from 1
+  store::DynamicArray accordsModifies;  // attribute i: key of the i-th agreement changed
+  // Those left unchanged, for the listing: value k of each attribute belongs to the k-th. 1 the
+  // beneficiary's number, 2 and 3 first and last day (dd/mm/yyyy), 4 the participation in
+  // hundredths, 5 the row of the scale.
+  store::DynamicArray accordsNonModifies;
+  store::DynamicArray accord;          // the agreement being printed or listed
+  store::DynamicArray constantesPaie;  // record "1" of CONSTANTESPAIE
+  store::DynamicArray entite;          // record of ASSOCIATION: the sender
+};
+
 struct EditSession {
   // Given by the host.
   std::shared_ptr<void> TheClient;
@@ -90,6 +104,7 @@ struct EditSession {
   bool W_SortirActif = false;
   std::string texteEnAttente;
   EtatTaux taux;
+  MiseAJourAccords accords;
 
   int silence = 0;  // see Quiet
 };

@@ -243,6 +243,8 @@ enum Attribut : int {
   OrgChgElt = 2,
   DateElt = 3,
   PartBenefElt = 4,
+  RevenuElt = 5,
+  FoyerElt = 6,
 };
 }  // namespace eltsfactaide
 

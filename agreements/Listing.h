@@ -1,0 +1,11 @@
+#pragma once
+
+#include "agreements/AgreementContext.h"
+
+namespace agreements {
+
+// Asks for a printer and prints MiseAJourAccords::accordsNonModifies on it, a line an agreement.
+// Prints nothing when the printer is refused.
+void Imprimer_AccordsNonModifies(const AgreementContext& context);
+
+}  // namespace agreements

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <string>
+
+#include "toolkit/Desktop.h"
+
+namespace forms {
+
+// Lets the user choose a printer for A4 pages. Answers the position of the chosen one among the
+// desktop's printers, which is then the current one; "-1" when none was chosen: the current printer
+// is then what it was before.
+std::string choisirImprimanteA4(toolkit::Desktop& desktop);
+
+// The same, and sets the chosen printer to "Courier New", size 12. False when none was chosen.
+bool preparerImprimanteA4(toolkit::Desktop& desktop);
+
+}  // namespace forms
