@@ -227,6 +227,8 @@ constexpr bool known(eltsfactaide::Attribut attribute) {
     case OrgChgElt:
     case DateElt:
     case PartBenefElt:
+    case RevenuElt:
+    case FoyerElt:
       return true;
   }
   return false;
