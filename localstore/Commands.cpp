@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string>
 
+#include "localstore/AgreementUpdate.h"
 #include "store/StoreError.h"
 #include "text/Utf8.h"
 
@@ -16,9 +17,10 @@ constexpr std::string_view kSettings[] = {"SET-DEC ,", "DATE.FORMAT", "UDT.OPTIO
 
 }  // namespace
 
-void runCommand(std::string_view command) {
+void runCommand(Connection& connection, Catalogue& catalogue, std::string_view command) {
   const std::string_view trimmed = text::trim(command);
   if (std::find(std::begin(kSettings), std::end(kSettings), trimmed) != std::end(kSettings)) return;
+  if (isAgreementUpdate(trimmed)) return updateAgreements(connection, catalogue, trimmed);
   // Only the command's name is told: its arguments may be anyone's data.
   const std::string_view name = trimmed.substr(0, trimmed.find(' '));
   throw store::StoreError(store::kBadSentence,

@@ -110,7 +110,9 @@ class SqliteDatabase final : public LocalDatabase {
                           parts.get(3));
     }
     if (parts.empty()) refuseSentence("", 0, "the request is empty");
-    for (int i = 1; i <= parts.DCount(); ++i) runCommand(parts.get(i));
+    for (int i = 1; i <= parts.DCount(); ++i) {
+      runCommand(engine_->connection, engine_->catalogue, parts.get(i));
+    }
     return {};
   }
 

@@ -56,7 +56,10 @@ void RecordTable::write(std::string_view id, std::string_view record) {
     throw store::StoreError(store::kBadValue, "no identifier for a record of " + file_->name +
                                                   ": it is empty or holds a mark");
   }
-  const std::string before = read(id).value_or("");
+  replace(id, read(id).value_or(""), record);
+}
+
+void RecordTable::replace(std::string_view id, std::string_view before, std::string_view record) {
   for (const int attribute : file_->indexed) {
     reindex(attribute, id, attributeOf(before, attribute), attributeOf(record, attribute));
   }

@@ -28,6 +28,8 @@ class RecordTable {
   std::optional<std::string> read(std::string_view id);
   // Creates or replaces. Both join the transaction that is open, and need one.
   void write(std::string_view id, std::string_view record);
+  // The same for a record that has just been read; `before` is its text.
+  void replace(std::string_view id, std::string_view before, std::string_view record);
   // False when there was none.
   bool remove(std::string_view id);
   // In the order of the keys, byte by byte. The views live until the visitor returns.

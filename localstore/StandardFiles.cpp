@@ -180,7 +180,9 @@ StandardFile eltsfactaide() {
           {{"AccordElt", AccordElt},
            {"OrgChgElt", OrgChgElt},
            {"DateElt", DateElt},
-           {"PartBenefElt", PartBenefElt}},
+           {"PartBenefElt", PartBenefElt},
+           {"RevenuElt", RevenuElt},
+           {"FoyerElt", FoyerElt}},
           {}};
 }
 

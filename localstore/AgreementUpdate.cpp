@@ -1,0 +1,163 @@
+#include "localstore/AgreementUpdate.h"
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "localstore/ParticipationScale.h"
+#include "localstore/RecordTable.h"
+#include "localstore/Sentence.h"
+#include "localstore/Sqlite.h"
+#include "store/Conversions.h"
+#include "store/Layouts.h"
+#include "text/Utf8.h"
+
+namespace localstore {
+
+namespace {
+
+constexpr std::string_view kName = "MAJTXACCGENE";
+constexpr std::size_t kNumberLength = 5;  // of a beneficiary, in front of an agreement's key
+
+// The arguments, and where they stand in the command.
+struct Arguments {
+  std::string_view command;
+  long day = 0;
+  std::string_view code;
+  std::size_t codeOffset = 0;
+};
+
+Arguments argumentsOf(std::string_view command) {
+  std::vector<std::size_t> bars;
+  for (std::size_t at = command.find('|'); at != std::string_view::npos;
+       at = command.find('|', at + 1)) {
+    bars.push_back(at);
+  }
+  if (bars.size() != 2) {
+    refuseSentence(command, bars.size() < 2 ? command.size() : bars[2],
+                   std::string(kName) + " takes a date and a body's code, each after a \"|\"");
+  }
+  const auto day = store::dayOfText(command.substr(bars[0] + 1, bars[1] - bars[0] - 1));
+  if (!day) refuseSentence(command, bars[0] + 1, "a date dd/mm/yyyy is expected");
+  const std::string_view code = text::trim(command.substr(bars[1] + 1));
+  if (code.empty()) refuseSentence(command, bars[1] + 1, "a body's code is expected");
+  return {command, *day, code, bars[1] + 1};
+}
+
+// Keys as a record holds them, one an attribute.
+class KeyList {
+ public:
+  void add(std::string_view key) {
+    if (!text_.empty()) text_ += store::kAttributeMark;
+    text_ += key;
+  }
+  // Takes the place of an earlier list; an empty one leaves no record.
+  void write(RecordTable& table, std::string_view word, std::string_view code) const {
+    const std::string id = std::string(word) + std::string(code);
+    if (text_.empty()) {
+      table.remove(id);
+    } else {
+      table.write(id, text_);
+    }
+  }
+
+ private:
+  std::string text_;
+};
+
+// Lives inside the transaction.
+class Update {
+ public:
+  Update(Connection& connection, Catalogue& catalogue, const Arguments& arguments)
+      : connection_(connection),
+        catalogue_(catalogue),
+        arguments_(arguments),
+        scale_(body(), arguments.day),
+        agreements_(connection, catalogue.forWriting(store::accord::kFile)),
+        elements_(connection, catalogue.forWriting(store::eltsfactaide::kFile)) {}
+
+  void run() {
+    throughAgreements();
+    RecordTable lists(connection_, catalogue_.forWriting(store::tempo::kFile));
+    modified_.write(lists, store::tempo::kAccordsModifies, arguments_.code);
+    limit_.write(lists, store::tempo::kAccordsLimite, arguments_.code);
+  }
+
+ private:
+  store::DynamicArray body() {
+    RecordTable bodies(connection_, catalogue_.forWriting(store::orgprisecharge::kFile));
+    const std::optional<std::string> record = bodies.read(arguments_.code);
+    if (!record) {
+      refuseSentence(arguments_.command, arguments_.codeOffset, "no funding body has this code");
+    }
+    return store::DynamicArray(*record);
+  }
+
+  // The keys come from the index, in their order; only records are written meanwhile, and none of
+  // them changes the attribute that the index is of.
+  void throughAgreements() {
+    const auto file = catalogue_.forWriting(store::accord::kFile);
+    Query keys(connection_, "SELECT id FROM " + file->indexTable(store::accord::OrgChgAcc) +
+                                " WHERE value = ?1 ORDER BY id");
+    keys.bind(1, arguments_.code);
+    while (keys.step()) {
+      const std::string key(keys.text(0));
+      if (const std::optional<std::string> record = agreements_.read(key)) update(key, *record);
+    }
+  }
+
+  void update(const std::string& key, const std::string& record) {
+    if (!attributeOf(record, store::accord::ClotureAcc).empty()) return;
+    const std::string_view end = attributeOf(record, store::accord::DateFinAcc);
+    if (end.empty()) return;
+    const std::optional<long long> lastDay = storedDay(end);
+    if (lastDay && *lastDay < arguments_.day) return;
+    const bool changed = lastDay && carryScale(key, record);
+    (changed ? modified_ : limit_).add(key);
+  }
+
+  bool carryScale(const std::string& key, const std::string& record) {
+    const std::optional<Period>& period = periodOf(text::left(key, kNumberLength));
+    store::DynamicArray agreement(record);
+    if (!period || !beginPeriod(agreement, *period)) return false;
+    agreements_.replace(key, record, agreement.text());
+    return true;
+  }
+
+  // A beneficiary's agreements follow each other.
+  const std::optional<Period>& periodOf(const std::string& number) {
+    if (number == number_) return period_;
+    const std::string elements = elements_.read(number).value_or("");
+    period_ = scale_.periodOf(attributeOf(elements, store::eltsfactaide::RevenuElt),
+                              attributeOf(elements, store::eltsfactaide::FoyerElt));
+    number_ = number;
+    return period_;
+  }
+
+  Connection& connection_;
+  Catalogue& catalogue_;
+  const Arguments& arguments_;
+  const ParticipationScale scale_;
+  RecordTable agreements_;
+  RecordTable elements_;
+  KeyList modified_;
+  KeyList limit_;
+  std::string number_;  // the beneficiary of period_, "" before the first
+  std::optional<Period> period_;
+};
+
+}  // namespace
+
+bool isAgreementUpdate(std::string_view command) {
+  return text::trim(command.substr(0, command.find('|'))) == kName;
+}
+
+void updateAgreements(Connection& connection, Catalogue& catalogue, std::string_view command) {
+  const Arguments arguments = argumentsOf(command);
+  WriteScope scope(connection);
+  Update(connection, catalogue, arguments).run();
+  scope.commit();
+}
+
+}  // namespace localstore

@@ -1,0 +1,20 @@
+// The command MAJTXACCGENE: a body's new scale carried into its agreements. The rule and the
+// records that it reads: docs/local-store.md.
+#pragma once
+
+#include <string_view>
+
+#include "localstore/Catalogue.h"
+
+namespace localstore {
+
+// Is this text the command's name, with or without arguments?
+bool isAgreementUpdate(std::string_view command);
+
+// Runs "MAJTXACCGENE |dd/mm/yyyy|code": rewrites the body's live agreements that end on or after
+// the date, and leaves in TEMPO the keys of those changed and of those that could not be. All of it
+// in one transaction, or nothing. Throws StoreError: kBadSentence for missing or surplus arguments,
+// a text that is no date, a code that no body has; and whatever a read or write throws.
+void updateAgreements(Connection& connection, Catalogue& catalogue, std::string_view command);
+
+}  // namespace localstore
