@@ -13,6 +13,7 @@ std::optional<AccessPath> pathOf(const FileDescription& file, const Test& test) 
   AccessPath path;
   path.attribute = test.attribute;
   path.low = criterion.text();
+  path.answers = &test;
   if (criterion.match() == Criterion::Match::Whole) {
     path.exact = true;
     return path;

@@ -24,6 +24,8 @@ struct AccessPath {
   // The first text past the range; none when nothing is past it. Not used when exact.
   std::optional<std::string> high;
   bool exact = false;
+  // The test that every entry of the range satisfies.
+  const Test* answers = nullptr;
 
   // The condition on a column, with two parameters: low, the one numbered `first`, and high.
   std::string condition(std::string_view column, int first = 1) const;
@@ -33,10 +35,11 @@ struct AccessPath {
 // The first text, byte by byte, that does not begin with the prefix and comes after those that do.
 std::optional<std::string> endOfPrefix(std::string prefix);
 
-// A key or range of keys that one of the tests asks for; none when none does.
+// A key or range of keys that one of the tests asks for; none when none does. The tests must
+// outlive it.
 std::optional<AccessPath> keyPath(const FileDescription& file, const std::vector<Test>& tests);
 
-// All that the tests offer; a single key alone when they ask for one.
+// All that the tests offer; a single key alone when they ask for one. The tests must outlive them.
 std::vector<AccessPath> accessPaths(const FileDescription& file, const std::vector<Test>& tests);
 
 // The first of the paths with fewer entries than the limit; none when all have as many.

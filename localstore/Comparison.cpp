@@ -47,6 +47,11 @@ std::optional<Decimal> decimal(std::string_view text) {
   return number;
 }
 
+// Digits that need no further look: no sign, no leading zero, no fraction.
+bool isPlain(std::string_view text) {
+  return !text.empty() && text[0] != '0' && digitsAt(text, 0) == text.size();
+}
+
 int sign(int comparison) { return (comparison > 0) - (comparison < 0); }
 
 int compareDecimals(const Decimal& a, const Decimal& b) {
@@ -66,6 +71,9 @@ int compareDecimals(const Decimal& a, const Decimal& b) {
 bool isNumber(std::string_view text) { return decimal(text).has_value(); }
 
 int compareSizes(std::string_view a, std::string_view b) {
+  if (isPlain(a) && isPlain(b)) {
+    return a.size() == b.size() ? sign(a.compare(b)) : a.size() < b.size() ? -1 : 1;
+  }
   const std::optional<Decimal> left = decimal(a);
   if (left) {
     const std::optional<Decimal> right = decimal(b);

@@ -100,6 +100,26 @@ std::vector<int> columnsOf(const FileDescription& file, std::string_view columns
   return numbers;
 }
 
+// Attributes of a record in one pass: each asked for is the one before or a later one.
+class RecordScan {
+ public:
+  explicit RecordScan(std::string_view record)
+      : at_(record.data()), end_(record.data() + record.size()) {}
+
+  std::string_view attribute(int wanted) {
+    while (number_ < wanted && at_ != end_) number_ += *at_++ == store::kAttributeMark;
+    if (number_ < wanted) return {};
+    const char* stop = at_;
+    while (stop != end_ && *stop != store::kAttributeMark) ++stop;
+    return {at_, static_cast<std::size_t>(stop - at_)};
+  }
+
+ private:
+  const char* at_;  // where attribute `number_` begins
+  const char* end_;
+  int number_ = 1;
+};
+
 // What was selected, in one pool of text: a store may select a million records.
 class Rows {
  public:
@@ -238,6 +258,7 @@ class Selector {
 
   // All records, or those of a range of keys.
   void throughRecords(const AccessPath* path) {
+    leaveTests(path);
     const bool keyOnly = plan_.coveredBy(AccessPath{});
     std::string sql = keyOnly ? "SELECT id, x'' FROM " : "SELECT id, record FROM ";
     sql += plan_.file->recordTable();
@@ -248,6 +269,7 @@ class Selector {
   }
 
   void throughIndex(const AccessPath& path) {
+    leaveTests(&path);
     Query query(connection_, "SELECT i.id, r.record FROM " +
                                  plan_.file->indexTable(path.attribute) + " i CROSS JOIN " +
                                  plan_.file->recordTable() + " r ON r.id = i.id WHERE " +
@@ -259,6 +281,7 @@ class Selector {
   // The index answers by itself, but for a record whose first value is another one. False when it
   // was left after `limit` entries.
   bool throughIndexAlone(const AccessPath& path, std::int64_t limit) {
+    leaveTests(&path);
     // A range of keys narrows the entries where they are read, unless each is to be counted; it is
     // tested again with the rest.
     const bool counted = limit < std::numeric_limits<std::int64_t>::max();
@@ -287,12 +310,22 @@ class Selector {
     return true;
   }
 
-  void addRecord(std::string_view id, std::string_view record) {
+  // What a path does not answer is tested on each record, in the order of the attributes.
+  void leaveTests(const AccessPath* path) {
+    left_.clear();
     for (const Test& test : plan_.tests) {
-      const bool holds =
-          test.attribute == 0
-              ? test.criterion.holdsForValue(id)
-              : test.criterion.holdsForAttribute(attributeOf(record, test.attribute));
+      if (path == nullptr || &test != path->answers) left_.push_back(&test);
+    }
+    std::stable_sort(left_.begin(), left_.end(),
+                     [](const Test* a, const Test* b) { return a->attribute < b->attribute; });
+  }
+
+  void addRecord(std::string_view id, std::string_view record) {
+    RecordScan scan(record);
+    for (const Test* test : left_) {
+      const bool holds = test->attribute == 0
+                             ? test->criterion.holdsForValue(id)
+                             : test->criterion.holdsForAttribute(scan.attribute(test->attribute));
       if (!holds) return;
     }
     rows_.add([&](int attribute) {
@@ -302,6 +335,7 @@ class Selector {
 
   Connection& connection_;
   const Plan& plan_;
+  std::vector<const Test*> left_;
   Rows rows_;
 };
 

@@ -116,7 +116,7 @@ TEST(SentenceRequest, TheCommandsOfASessionAreAccepted) {
 TEST(SentenceRequest, AnUnknownCommandIsRefused) {
   TemporaryStore store;
   for (const char* const command :
-       {"", "SSELEC ACCORD", "DELETE ACCORD", "SET-DEC", "MAJTXACCGENE |01/01/2026|001", " "}) {
+       {"", "SSELEC ACCORD", "DELETE ACCORD", "SET-DEC", "MAJTXACC |01/01/2026|001", " "}) {
     EXPECT_EQ(errorOf([&] { store->ExecuteSentence(command); }), store::kBadSentence) << command;
   }
   EXPECT_EQ(messageOf([&] { store->ExecuteSentence("ERASE everything"); }),
