@@ -97,6 +97,11 @@ UNNAMED = {"CD05", "CD09", "CD23", "CD48", "CTG973", "MUTRIVES", "FONDSOL"}
 ONLY_IN_REQUESTS = {"CD15", "SECMUT"}
 NOT_IN_REQUESTS = {"CD01", "CD35", "CRCBOIS"}
 MANY_RATES = "CD59"
+BODY_OF_LETTERS = "125"
+BODY_OF_A_LONG_LISTING = "059"
+LONG_NAMES = ["MONTREDIER DE LA CROIX BLANCHE ET DES QUATRE VENTS",
+              "URVENELLE DE LA TUILERIE DU VIEUX PRESSOIR DES LAVANDIERES"]
+UNKNOWN_TITLE = "9"
 FULL_WIDTH = "CD62"
 
 DOCUMENTS = [
@@ -559,6 +564,90 @@ def add_examples(all_bodies, towns, civil, all_agreements):
                 code, all_bodies[code], aided, start, end) | {18: closed}
 
 
+# --- Incomes, and the agreements that a new scale meets
+
+
+def income_in(of_body, row, kind):
+    """An income of a row (from 1) of the brackets of a household kind."""
+    start, end = (34, 35) if kind == "M" else (32, 33)
+    return RANDOM.randrange(of_body[start][row - 1], of_body[end][row - 1])
+
+
+def add_incomes(all_bodies, all_agreements, civil, elements):
+    """Attributes 5 and 6, mostly of the row that the first agreement has; of some there is none."""
+    for aided, held in elements.items():
+        first = all_agreements[held[1][0]]
+        of_body = all_bodies[first[1]]
+        kind = "M" if civil[aided][1] == "3" else RANDOM.choice("SSSMM")
+        income, chance = income_in(of_body, first[12][0], kind), RANDOM.random()
+        if chance < 0.06:
+            income = ""
+        elif chance < 0.09:
+            income = of_body[35][-1] + income
+        held |= {5: income, 6: kind if RANDOM.random() < 0.95 else ""}
+
+
+class Updates:
+    """Beneficiaries after the last one, each with agreements of a body that last beyond 2026."""
+
+    def __init__(self, all_bodies, towns, civil, responsible, all_agreements, elements):
+        self.all_bodies, self.towns = all_bodies, towns
+        self.civil, self.responsible = civil, responsible
+        self.all_agreements, self.elements = all_agreements, elements
+
+    def agreement(self, code, key, later):
+        start = day(2025, 1, 1)
+        held = agreement(code, self.all_bodies[code], key[:5], start, day(2027, 12, 31))
+        if later:
+            rows = {10: held[10][0], 11: day(2027, 1, 1), 12: held[12][0], 13: held[13][0]}
+            held |= {number: [value] + held[number] for number, value in rows.items()}
+        self.all_agreements[key] = held
+        return held
+
+    def add(self, code, changed=(), income=True, later=(False,), kind="S"):
+        """The beneficiary's number. `later`: of each agreement, whether its history goes on to 2027;
+        `income`: that of the first one's row, or this."""
+        aided = f"{len(self.civil) + 1:05d}"
+        town = RANDOM.choice(sorted(self.towns.values()))
+        self.civil[aided] = beneficiary(town) | dict(changed)
+        held = [self.agreement(code, f"{aided}{order:03d}", is_later)
+                for order, is_later in enumerate(later, start=1)]
+        for key, fields in billing({f"{aided}{order:03d}": fields | {18: ""}
+                                    for order, fields in enumerate(held, start=1)}).items():
+            self.elements[key] = fields
+        in_row = income_in(self.all_bodies[code], held[0][12][0], kind)
+        self.elements[aided] |= {5: in_row if income is True else income, 6: kind}
+        return aided
+
+    def responsible_of(self, aided, changed=()):
+        town = RANDOM.choice(sorted(self.towns.values()))
+        self.responsible[aided] = person(RANDOM.choice("12"), town, 2, 15) | dict(changed)
+
+
+def add_letters(updates):
+    """Every way in which the agreements of one body answer a new scale, and letters are headed."""
+    code = BODY_OF_LETTERS
+    for kind in "SM":
+        updates.responsible_of(updates.add(code, kind=kind))
+    updates.responsible_of(updates.add(code), {2: "", 15: ""})
+    updates.add(code, {1: "3"}, kind="M")
+    updates.add(code, {2: LONG_NAMES[0]})
+    updates.add(code, {1: UNKNOWN_TITLE})
+    updates.add(code, {2: LONG_NAMES[1]}, income="")
+    del updates.elements[updates.add(code)]
+    updates.add(code, income=updates.all_bodies[code][33][-1] + 1)
+    updates.add(code, later=[True])
+    unknown = updates.add(code, later=[False, True])
+    return unknown
+
+
+def add_long_listing(updates):
+    code = BODY_OF_A_LONG_LISTING
+    for number in range(80):
+        beyond = updates.all_bodies[code][35][-1] + 100 * number + 1
+        updates.add(code, income=["", beyond, True][number % 3], later=[number % 3 == 2])
+
+
 def main():
     every_activity = activities()
     all_bodies, towns = bodies(every_activity)
@@ -573,6 +662,12 @@ def main():
     every_entity |= entities(ADDED_ENTITIES)
     add_examples(all_bodies, towns, civil, all_agreements)
 
+    elements = billing(all_agreements)
+    add_incomes(all_bodies, all_agreements, civil, elements)
+    updates = Updates(all_bodies, towns, civil, responsible, all_agreements, elements)
+    add_long_listing(updates)
+    del civil[add_letters(updates)]
+
     small_tables()
     write("ASSOCIATION", every_entity)
     write("ACTIVITES", every_activity | ADDED_ACTIVITIES)
@@ -582,7 +677,7 @@ def main():
     write("CIVILAIDE", civil)
     write("RESPONSABLE", responsible)
     write("ACCORD", all_agreements)
-    write("ELTSFACTAIDE", billing(all_agreements))
+    write("ELTSFACTAIDE", elements)
     write("DEMANDACC", every_request)
 
 

@@ -74,6 +74,12 @@ bool isAmong(const DynamicArray& record, int attribute, std::string_view texts) 
   return held.size() == 1 && texts.find(held) != std::string_view::npos;
 }
 
+// Beneficiaries unlike the others: without a civil record; with a responsible person that has no
+// name; with a title that no table holds.
+constexpr const char* kWithoutCivil = "01055";
+constexpr const char* kWithoutName = "01047";
+constexpr const char* kUnknownTitle = "01050";
+
 class SampleData : public testing::Test {
  protected:
   static const Records& file(std::string_view name) {
@@ -386,10 +392,10 @@ TEST_F(SampleData, PrincipalBodiesInHoursWithActiveAgreementsAreInAmountAndInPer
     EXPECT_TRUE(isPrincipal(body)) << code;
     EXPECT_EQ(one(body, AttribOrgChg), "H") << code;
     EXPECT_EQ(one(body, GestPartBenef), management) << code;
-    int active = 0;
+    std::size_t active = 0;
     for (const DynamicArray* agreement : agreementsOf(code)) active += isActive(*agreement);
-    EXPECT_EQ(active, 1) << code;
-    EXPECT_EQ(agreementsOf(code).size(), 2U) << code;
+    EXPECT_GT(active, 0U) << code;
+    EXPECT_EQ(agreementsOf(code).size(), active + 1) << code;
   }
 }
 
@@ -606,11 +612,11 @@ TEST_F(SampleData, CopiesAreOneToNineButForOneBody) {
 
 TEST_F(SampleData, AgreementsNameWhatExistsAndKeepTheirHistoryAligned) {
   using namespace store::accord;
-  EXPECT_EQ(file(kFile).size(), 2014U);
+  EXPECT_EQ(file(kFile).size(), 2106U);
   for (const auto& [key, agreement] : file(kFile)) {
     const DynamicArray& body = bodies().at(one(agreement, OrgChgAcc));
     const Values activities = values(body, store::orgprisecharge::CodActSelect);
-    EXPECT_TRUE(file("CIVILAIDE").contains(key.substr(0, 5))) << key;
+    EXPECT_NE(file("CIVILAIDE").contains(key.substr(0, 5)), key.starts_with(kWithoutCivil)) << key;
     EXPECT_EQ(agreement.get(NumAideAcc), key.substr(0, 5));
     EXPECT_NE(std::count(activities.begin(), activities.end(), one(agreement, CodActAcc)), 0);
     EXPECT_LT(store::wholeNumber(agreement.get(DateDebAcc)),
@@ -669,13 +675,117 @@ TEST_F(SampleData, AgreementsEndOnTheFirstDayOfThePayPeriodAndOnTheDayBefore) {
   EXPECT_EQ(lastDays("116"), std::set{firstDayOfPayPeriod() - 1});
 }
 
+// --- What a new scale of 2026 meets
+
+// The body's active agreements, by key, that a scale of 2026 can change or cannot: by the rows of
+// the scale as it stands.
+struct Answer {
+  Codes modified;
+  Codes limit;
+};
+
+class SampleUpdate : public SampleData {
+ protected:
+  // Income and household kind of a beneficiary, "" and "" without a record.
+  static std::pair<std::string, std::string> incomeOf(const std::string& number) {
+    const auto found = file("ELTSFACTAIDE").find(number);
+    if (found == file("ELTSFACTAIDE").end()) return {};
+    return {one(found->second, store::eltsfactaide::RevenuElt),
+            one(found->second, store::eltsfactaide::FoyerElt)};
+  }
+  static bool isInARow(const DynamicArray& body, const std::string& number) {
+    using namespace store::orgprisecharge;
+    const auto [income, kind] = incomeOf(number);
+    const int start = kind == "M" ? DebRevMenOrgChg : DebRevSeulOrgChg;
+    const int end = kind == "M" ? FinRevMenOrgChg : FinRevSeulOrgChg;
+    const long amount = store::wholeNumber(income);
+    return !income.empty() && amount >= store::wholeNumber(body.get(start, 1)) &&
+           amount <= store::wholeNumber(body.get(end, body.DCount(end)));
+  }
+  static bool isDatedBefore2027(const DynamicArray& agreement) {
+    return store::wholeNumber(agreement.get(store::accord::DatePartAcc)) <
+           store::dayOfText("01/01/2027").value();
+  }
+  static Answer answerOf(const std::string& code) {
+    Answer answer;
+    for (const auto& [key, agreement] : agreements()) {
+      if (agreement.get(store::accord::OrgChgAcc) != code || !isActive(agreement)) continue;
+      const bool changes =
+          isDatedBefore2027(agreement) && isInARow(bodies().at(code), key.substr(0, 5));
+      (changes ? answer.modified : answer.limit).insert(key);
+    }
+    return answer;
+  }
+  static void expectAsked(const std::string& code) {
+    using namespace store::orgprisecharge;
+    const DynamicArray& body = bodies().at(code);
+    EXPECT_TRUE(isPrincipal(body)) << code;
+    EXPECT_EQ(one(body, AttribOrgChg) + one(body, GestPartBenef), "HM") << code;
+  }
+};
+
+TEST_F(SampleUpdate, MostBeneficiariesHaveAnIncomeAndAKindOfHousehold) {
+  int withIncome = 0;
+  std::map<std::string, int> kinds;
+  for (const auto& [number, elements] : file("ELTSFACTAIDE")) {
+    const auto [income, kind] = incomeOf(number);
+    EXPECT_EQ(income.find_first_not_of("0123456789"), std::string::npos) << number;
+    withIncome += income.empty() ? 0 : 1;
+    ++kinds[kind];
+  }
+  const auto beneficiaries = static_cast<int>(file("ELTSFACTAIDE").size());
+  EXPECT_GT(withIncome, beneficiaries * 8 / 10);
+  EXPECT_LT(withIncome, beneficiaries);
+  EXPECT_EQ(kinds.size(), 3U);
+  EXPECT_GT(kinds["S"], beneficiaries / 4);
+  EXPECT_GT(kinds["M"], beneficiaries / 4);
+  EXPECT_LT(kinds[""], beneficiaries / 10);
+}
+
+TEST_F(SampleUpdate, OneBodysAgreementsAnswerANewScaleInEveryWay) {
+  expectAsked("125");
+  const Answer answer = answerOf("125");
+  EXPECT_EQ(answer.modified, (Codes{"00961001", "01045001", "01046001", "01047001", "01048001",
+                                    "01049001", "01050001", "01055001"}));
+  EXPECT_EQ(answer.limit, (Codes{"01051001", "01052001", "01053001", "01054001", "01055002"}));
+  EXPECT_EQ(incomeOf("01051").first, "");
+  EXPECT_FALSE(file("ELTSFACTAIDE").contains("01052"));
+  EXPECT_FALSE(incomeOf("01053").first.empty());
+  EXPECT_TRUE(isInARow(bodies().at("125"), "01054"));
+  EXPECT_FALSE(isDatedBefore2027(agreements().at("01054001")));
+  EXPECT_FALSE(isDatedBefore2027(agreements().at("01055002")));
+}
+
+TEST_F(SampleUpdate, LettersOfThatBodyGoToEveryKindOfAddressee) {
+  using namespace store::civilaide;
+  const Records& persons = file("RESPONSABLE");
+  for (const char* const number : {"01045", "01046"}) {
+    EXPECT_FALSE(persons.at(number).get(store::responsable::NomResp).empty()) << number;
+  }
+  EXPECT_EQ(one(persons.at("01047"), store::responsable::NomResp), "");
+  EXPECT_FALSE(persons.contains("01048"));
+  EXPECT_EQ(one(file("CIVILAIDE").at("01048"), TitreAide), "3");
+  EXPECT_EQ(one(file("CIVILAIDE").at("01049"), NomAide),
+            "MONTREDIER DE LA CROIX BLANCHE ET DES QUATRE VENTS");
+  EXPECT_EQ(one(file("CIVILAIDE").at("01051"), NomAide),
+            "URVENELLE DE LA TUILERIE DU VIEUX PRESSOIR DES LAVANDIERES");
+  EXPECT_EQ(one(file("CIVILAIDE").at(kUnknownTitle), TitreAide), "9");
+}
+
+TEST_F(SampleUpdate, OneBodyHasMoreAgreementsThatCannotChangeThanAPageHolds) {
+  expectAsked("059");
+  const Answer answer = answerOf("059");
+  EXPECT_EQ(answer.modified.size(), 17U);
+  EXPECT_EQ(answer.limit.size(), 81U);
+}
+
 TEST_F(SampleData, RequestsAndBillingNameWhatExists) {
   for (const auto& [key, request] : file("DEMANDACC")) {
     EXPECT_TRUE(bodies().contains(one(request, store::demandacc::OrgChgDem))) << key;
     EXPECT_TRUE(file("CIVILAIDE").contains(one(request, store::demandacc::NumAideDem))) << key;
   }
   for (const auto& [key, elements] : file("ELTSFACTAIDE")) {
-    EXPECT_TRUE(file("CIVILAIDE").contains(key));
+    EXPECT_NE(file("CIVILAIDE").contains(key), key == kWithoutCivil) << key;
     for (const auto& agreement : values(elements, store::eltsfactaide::AccordElt)) {
       EXPECT_TRUE(file("ACCORD").contains(agreement)) << key;
     }
@@ -686,8 +796,12 @@ TEST_F(SampleData, BeneficiariesAndTheirResponsiblePersonsHaveTitlesAndAddresses
   for (const char* name : {"CIVILAIDE", "RESPONSABLE"}) {
     for (const auto& [key, person] : file(name)) {
       EXPECT_TRUE(file("CIVILAIDE").contains(key));
-      EXPECT_TRUE(file("TITRES").contains(one(person, store::civilaide::TitreAide))) << key;
-      EXPECT_FALSE(person.get(store::civilaide::NomAide).empty()) << key;
+      EXPECT_NE(file("TITRES").contains(one(person, store::civilaide::TitreAide)),
+                key == kUnknownTitle)
+          << key;
+      EXPECT_EQ(person.get(store::civilaide::NomAide).empty(),
+                key == kWithoutName && std::string(name) == "RESPONSABLE")
+          << key;
       EXPECT_TRUE(file("NATUREVOIE").contains(one(person, store::civilaide::AdrNatureVoie)));
       EXPECT_EQ(person.get(store::civilaide::AdrCodePostal).size(), 5U) << key;
       EXPECT_FALSE(person.get(store::civilaide::AdrVille).empty()) << key;
