@@ -151,10 +151,16 @@ class BigStore {
     std::filesystem::create_directories(folder_);
     std::fprintf(stderr, "making 1 000 000 accounts and 1 000 000 agreements\n");
     database_ = localstore::createLocalDatabase(path());
-    const auto transaction = database_->begin();
-    addAccounts(*database_);
-    addAgreements(*database_);
-    transaction->commit();
+    {
+      const auto transaction = database_->begin();
+      addAccounts(*database_);
+      addAgreements(*database_);
+      transaction->commit();
+    }
+    // Both sides find the file as a program does that opens it: what is held of it in memory is
+    // what they have read.
+    database_.reset();
+    database_ = localstore::openLocalDatabase(path());
   }
   BigStore(const BigStore&) = delete;
   BigStore& operator=(const BigStore&) = delete;

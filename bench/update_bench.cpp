@@ -158,7 +158,9 @@ class UpdateStore {
         benchmark::DoNotOptimize(elements.read(number));
       }
       const bool isNext = next != records.end() && next->first == key;
-      (isNext ? changed : left).append(key).append(1, store::kAttributeMark);
+      std::string& keysOfList = isNext ? changed : left;
+      if (!keysOfList.empty()) keysOfList += store::kAttributeMark;
+      keysOfList += key;
       if (isNext) change.write(key, (next++)->second);
     }
     list.write("ACCORDSMODIFIES" + code, changed);
