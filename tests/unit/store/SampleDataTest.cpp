@@ -675,10 +675,10 @@ TEST_F(SampleData, AgreementsEndOnTheFirstDayOfThePayPeriodAndOnTheDayBefore) {
   EXPECT_EQ(lastDays("116"), std::set{firstDayOfPayPeriod() - 1});
 }
 
-// --- What a new scale of 2026 meets
+// --- What a scale of 01/02/2026 meets
 
-// The body's active agreements, by key, that a scale of 2026 can change or cannot: by the rows of
-// the scale as it stands.
+// Keys of the body's agreements that the scale can change and of those that it cannot, by the rows
+// as they stand.
 struct Answer {
   Codes modified;
   Codes limit;
@@ -702,16 +702,20 @@ class SampleUpdate : public SampleData {
     return !income.empty() && amount >= store::wholeNumber(body.get(start, 1)) &&
            amount <= store::wholeNumber(body.get(end, body.DCount(end)));
   }
-  static bool isDatedBefore2027(const DynamicArray& agreement) {
-    return store::wholeNumber(agreement.get(store::accord::DatePartAcc)) <
-           store::dayOfText("01/01/2027").value();
+  static long scaleDay() { return store::dayOfText("01/02/2026").value(); }
+  static bool isConcerned(const DynamicArray& agreement) {
+    return agreement.get(store::accord::ClotureAcc).empty() &&
+           store::wholeNumber(agreement.get(store::accord::DateFinAcc)) >= scaleDay();
+  }
+  static bool isDatedLater(const DynamicArray& agreement) {
+    return store::wholeNumber(agreement.get(store::accord::DatePartAcc)) > scaleDay();
   }
   static Answer answerOf(const std::string& code) {
     Answer answer;
     for (const auto& [key, agreement] : agreements()) {
-      if (agreement.get(store::accord::OrgChgAcc) != code || !isActive(agreement)) continue;
+      if (agreement.get(store::accord::OrgChgAcc) != code || !isConcerned(agreement)) continue;
       const bool changes =
-          isDatedBefore2027(agreement) && isInARow(bodies().at(code), key.substr(0, 5));
+          !isDatedLater(agreement) && isInARow(bodies().at(code), key.substr(0, 5));
       (changes ? answer.modified : answer.limit).insert(key);
     }
     return answer;
@@ -752,8 +756,8 @@ TEST_F(SampleUpdate, OneBodysAgreementsAnswerANewScaleInEveryWay) {
   EXPECT_FALSE(file("ELTSFACTAIDE").contains("01052"));
   EXPECT_FALSE(incomeOf("01053").first.empty());
   EXPECT_TRUE(isInARow(bodies().at("125"), "01054"));
-  EXPECT_FALSE(isDatedBefore2027(agreements().at("01054001")));
-  EXPECT_FALSE(isDatedBefore2027(agreements().at("01055002")));
+  EXPECT_TRUE(isDatedLater(agreements().at("01054001")));
+  EXPECT_TRUE(isDatedLater(agreements().at("01055002")));
 }
 
 TEST_F(SampleUpdate, LettersOfThatBodyGoToEveryKindOfAddressee) {
@@ -775,7 +779,7 @@ TEST_F(SampleUpdate, LettersOfThatBodyGoToEveryKindOfAddressee) {
 TEST_F(SampleUpdate, OneBodyHasMoreAgreementsThatCannotChangeThanAPageHolds) {
   expectAsked("059");
   const Answer answer = answerOf("059");
-  EXPECT_EQ(answer.modified.size(), 17U);
+  EXPECT_EQ(answer.modified.size(), 16U);
   EXPECT_EQ(answer.limit.size(), 81U);
 }
 
