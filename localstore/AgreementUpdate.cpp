@@ -119,10 +119,10 @@ class Update {
 
   bool carryScale(const std::string& key, const std::string& record) {
     const std::optional<Period>& period = periodOf(text::left(key, kNumberLength));
-    store::DynamicArray agreement(record);
-    if (!period || !beginPeriod(agreement, *period)) return false;
-    agreements_.replace(key, record, agreement.text());
-    return true;
+    const std::optional<std::string> changed =
+        period ? beginPeriod(record, *period) : std::optional<std::string>();
+    if (changed) agreements_.replace(key, record, *changed);
+    return changed.has_value();
   }
 
   // A beneficiary's agreements follow each other.

@@ -6,6 +6,7 @@
 #include <limits>
 #include <utility>
 
+#include "localstore/RecordTable.h"
 #include "store/Layouts.h"
 #include "text/Utf8.h"
 
@@ -29,6 +30,42 @@ std::pair<std::optional<long long>, std::string_view> numberAt(std::string_view 
   const auto [stop, error] = std::from_chars(text.data(), end, number);
   if (error != std::errc() || stop - text.data() > kMostDigits) return {std::nullopt, {}};
   return {number, {stop, static_cast<std::size_t>(end - stop)}};
+}
+
+// Where a period that begins on a day goes in a history of days: 0 in front, else the position of
+// the one that it replaces. Nothing when a day is later or cannot be read.
+std::optional<int> placeOf(std::string_view days, long day) {
+  int place = 0;
+  for (int position = 1; !days.empty(); ++position) {
+    const std::size_t mark = days.find(store::kValueMark);
+    const std::optional<long long> since = storedDay(days.substr(0, mark));
+    if (!since || *since > day) return std::nullopt;
+    if (*since == day && place == 0) place = position;
+    if (mark == std::string_view::npos) break;
+    days.remove_prefix(mark + 1);
+    // A mark at the end has one more value behind it, which is empty.
+    if (days.empty()) return std::nullopt;
+  }
+  return place;
+}
+
+// One attribute of the history, with the value in front or in the place of another one.
+void addHistory(std::string& text, std::string_view held, int place, std::string_view value) {
+  if (place == 0) {
+    text += value;
+    if (!held.empty()) text += store::kValueMark;
+    text += held;
+    return;
+  }
+  for (int position = 1; position < place; ++position) {
+    const std::size_t mark = held.find(store::kValueMark);
+    text += held.substr(0, mark);
+    text += store::kValueMark;
+    held = mark == std::string_view::npos ? std::string_view() : held.substr(mark + 1);
+  }
+  text += value;
+  const std::size_t mark = held.find(store::kValueMark);
+  if (mark != std::string_view::npos) text += held.substr(mark);
 }
 
 }  // namespace
@@ -109,27 +146,27 @@ std::optional<std::string> ParticipationScale::rateOn(const store::DynamicArray&
   return std::string();
 }
 
-bool beginPeriod(store::DynamicArray& agreement, const Period& period) {
+std::optional<std::string> beginPeriod(std::string_view agreement, const Period& period) {
   using namespace store::accord;
-  int same = 0;
-  for (int i = agreement.DCount(DatePartAcc); i >= 1; --i) {
-    const std::optional<long long> since = storedDay(agreement.get(DatePartAcc, i));
-    if (!since || *since > period.day) return false;
-    if (*since == period.day) same = i;
-  }
-  const std::pair<int, std::string> values[] = {
-      {TxRembAcc, period.rate},
-      {DatePartAcc, std::to_string(period.day)},
-      {TrancheAcc, std::to_string(period.row)},
-      {PartBenefAcc, std::to_string(period.participation)}};
-  for (const auto& [attribute, value] : values) {
-    if (same > 0) {
-      agreement.set(attribute, same, value);
+  const std::optional<int> place = placeOf(attributeOf(agreement, DatePartAcc), period.day);
+  if (!place) return std::nullopt;
+  const std::string values[] = {period.rate, std::to_string(period.day), std::to_string(period.row),
+                                std::to_string(period.participation)};
+  std::string text;
+  text.reserve(agreement.size() + 32);
+  std::string_view left = agreement;
+  for (int attribute = 1;; ++attribute) {
+    const std::size_t mark = left.find(store::kAttributeMark);
+    const std::string_view held = left.substr(0, mark);
+    if (attribute < TxRembAcc || attribute > PartBenefAcc) {
+      text += held;
     } else {
-      agreement.Insert(attribute, 1, value);
+      addHistory(text, held, *place, values[attribute - TxRembAcc]);
     }
+    left = mark == std::string_view::npos ? std::string_view() : left.substr(mark + 1);
+    if (mark == std::string_view::npos && attribute >= PartBenefAcc) return text;
+    text += store::kAttributeMark;
   }
-  return true;
 }
 
 }  // namespace localstore

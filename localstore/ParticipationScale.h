@@ -53,10 +53,9 @@ class ParticipationScale {
   std::vector<Amount> participations_;
 };
 
-// Puts a period in front of the history of an agreement, or in the place of the one that begins on
-// the same day. False, and nothing is changed, when the history has a later day or one that cannot
-// be read.
-bool beginPeriod(store::DynamicArray& agreement, const Period& period);
+// The text of an agreement with a period put in front of its history, or in the place of the one
+// that begins on the same day. Nothing when the history has a later day or one that cannot be read.
+std::optional<std::string> beginPeriod(std::string_view agreement, const Period& period);
 
 // The whole number of a stored text, blanks around it aside; a day's fraction is cut off. Nothing
 // when it is none, or beyond 18 digits.

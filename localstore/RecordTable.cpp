@@ -46,7 +46,7 @@ bool isIdentifier(std::string_view id) {
 }
 
 std::optional<std::string> RecordTable::read(std::string_view id) {
-  Query query(connection_, "SELECT record FROM " + file_->recordTable() + " WHERE id = ?1");
+  Query query(connection_, reading_);
   if (!query.bind(1, id).step()) return std::nullopt;
   return std::string(query.text(0));
 }
@@ -63,11 +63,7 @@ void RecordTable::replace(std::string_view id, std::string_view before, std::str
   for (const int attribute : file_->indexed) {
     reindex(attribute, id, attributeOf(before, attribute), attributeOf(record, attribute));
   }
-  Query(connection_, "INSERT INTO " + file_->recordTable() +
-                         " VALUES(?1, ?2) ON CONFLICT(id) DO UPDATE SET record = ?2")
-      .bind(1, id)
-      .bindBytes(2, record)
-      .run();
+  Query(connection_, writing_).bind(1, id).bindBytes(2, record).run();
 }
 
 bool RecordTable::remove(std::string_view id) {

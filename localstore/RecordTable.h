@@ -22,7 +22,11 @@ bool isIdentifier(std::string_view id);
 class RecordTable {
  public:
   RecordTable(Connection& connection, std::shared_ptr<const FileDescription> file)
-      : connection_(connection), file_(std::move(file)) {}
+      : connection_(connection),
+        file_(std::move(file)),
+        reading_("SELECT record FROM " + file_->recordTable() + " WHERE id = ?1"),
+        writing_("INSERT INTO " + file_->recordTable() +
+                 " VALUES(?1, ?2) ON CONFLICT(id) DO UPDATE SET record = ?2") {}
 
   // Nothing when no record has the identifier.
   std::optional<std::string> read(std::string_view id);
@@ -41,6 +45,8 @@ class RecordTable {
 
   Connection& connection_;
   std::shared_ptr<const FileDescription> file_;
+  std::string reading_;
+  std::string writing_;
 };
 
 }  // namespace localstore
