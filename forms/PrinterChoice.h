@@ -8,7 +8,8 @@ namespace forms {
 
 // Lets the user choose a printer for A4 pages. Answers the position of the chosen one among the
 // desktop's printers, which is then the current one; "-1" when none was chosen: the current printer
-// is then what it was before.
+// is then what it was before. Throws what the desktop throws, ControlClosed among it; the current
+// printer is then unchanged as well.
 std::string choisirImprimanteA4(toolkit::Desktop& desktop);
 
 // The same, and sets the chosen printer to "Courier New", size 12. False when none was chosen.

@@ -220,6 +220,7 @@ void Surface::forget(Control* control) {
   if (isWithin(wanted_, control)) wanted_ = nullptr;
   if (isWithin(diverted_, control)) diverted_ = nullptr;
   if (isWithin(cancelButton_, control)) cancelButton_ = nullptr;
+  if (isWithin(defaultButton_, control)) defaultButton_ = nullptr;
 }
 
 // Order ------------------------------------------------------------------------------------------
@@ -302,10 +303,7 @@ Surface::Deed Surface::deedOf(const KeyStroke& stroke) const {
       if (Control* next = neighbour(stroke.shift)) return {Deed::What::Focus, next};
       return {};
     case Key::Enter:
-      if (focused && focused->takesKeyPresses()) return {Deed::What::Enter, focus_};
-      if (focused && focused->kind() == Kind::CommandButton) return {Deed::What::Click, focus_};
-      if (focused && opensOnEnter(*focused)) return {Deed::What::Enter, focus_};
-      return {};
+      return deedOfEnter();
     case Key::Space:
       if (focused && (focused->kind() == Kind::CommandButton ||
                       focused->kind() == Kind::OptionButton || focused->kind() == Kind::CheckBox)) {
@@ -324,6 +322,15 @@ Surface::Deed Surface::deedOf(const KeyStroke& stroke) const {
     default:
       return {};
   }
+}
+
+Surface::Deed Surface::deedOfEnter() const {
+  if (focus_ && focus_->usable()) {
+    if (focus_->takesKeyPresses() || opensOnEnter(*focus_)) return {Deed::What::Enter, focus_};
+    if (focus_->kind() == Kind::CommandButton) return {Deed::What::Click, focus_};
+  }
+  if (defaultButton_ && defaultButton_->usable()) return {Deed::What::Click, defaultButton_};
+  return {};
 }
 
 Surface::Deed Surface::deedOfArrow(bool backwards) const {

@@ -63,7 +63,8 @@ class Surface : public Container {
   //   Ctrl+PageUp/PageDown, Ctrl+Tab    previous, next enabled page, wrapping around; the focus
   //                         goes to the tabs first
   //   Enter                 key press 13 of a text or combo box; click of a focused button;
-  //                         double-click of a list with a chosen line
+  //                         double-click of a list with a chosen line; else, click of the default
+  //                         button when there is one that takes input
   //   Space                 click of a focused button, option or check box
   //   arrows                in a group of options (those of one container); pages, when the tabs
   //                         have the focus
@@ -77,6 +78,10 @@ class Surface : public Container {
   // Clicked by Escape while it takes input; null for none.
   void setCancelButton(CommandButton* button) { cancelButton_ = button; }
   bool cancelable() const;
+  // Clicked by Enter, while it takes input, when the control with the focus has no use for Enter;
+  // null for none.
+  void setDefaultButton(CommandButton* button) { defaultButton_ = button; }
+  const CommandButton* defaultButton() const { return defaultButton_; }
 
   // Upper-case letters whose mnemonic would do something now, in tab order, without repetition.
   std::vector<char32_t> mnemonics() const;
@@ -153,6 +158,7 @@ class Surface : public Container {
 
   Deed deedOf(const KeyStroke& stroke) const;
   Deed deedOfMnemonic(char32_t letter) const;
+  Deed deedOfEnter() const;
   Deed deedOfArrow(bool backwards) const;
   Deed pageDeed(bool backwards) const;
   void perform(const Deed& deed);
@@ -167,6 +173,7 @@ class Surface : public Container {
   bool acceptsInput_ = true;
   bool acting_ = false;
   CommandButton* cancelButton_ = nullptr;
+  CommandButton* defaultButton_ = nullptr;
   bool infoChanged_ = false;
   std::vector<char32_t> toldMnemonics_;
   bool toldCancelable_ = false;

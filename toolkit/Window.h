@@ -27,6 +27,8 @@ class Window {
   // The user closes it by its title bar (a form with a cancel button is clicked there instead).
   // Without a handler the form stays open.
   std::function<void()> onCloseAsked;
+  // What the user does there. Dropped while the form takes no input.
+  void userClose();
 
  private:
   Surface surface_;

@@ -150,15 +150,7 @@ void FormWindow::closeAsked() {
   }
   Window& window = window_;  // what is called from here on may end this form
   surface_->deliver();
-  if (!window.open()) return;
-  Surface& surface = window.surface();
-  if (surface.cancelable()) {
-    surface.key({.key = Key::Escape});
-    return;
-  }
-  if (!window.onCloseAsked) return;
-  const Surface::Action action(surface, Surface::Action::By::User);
-  if (action.accepted()) window.onCloseAsked();
+  window.userClose();
 }
 
 }  // namespace toolkit::win32
