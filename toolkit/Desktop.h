@@ -45,9 +45,9 @@ class Desktop {
   virtual void doEvents() = 0;
   virtual CalendarDate today() const = 0;
 
-  // The system's printers, in its order.
+  // The system's printers, in its order. A position is one in the list given last.
   virtual std::vector<PrinterInfo> printers() = 0;
-  virtual int currentPrinter() = 0;  // position in printers(), -1 when there is none
+  virtual int currentPrinter() = 0;                  // -1 when there is none
   virtual void setCurrentPrinter(int position) = 0;  // std::invalid_argument past the end
   virtual Printer& printer() = 0;  // the current one; std::runtime_error when there is none
 

@@ -11,8 +11,13 @@ ControlPeer::Blueprint ButtonPeer::blueprint() const {
     case Kind::CheckBox:
       return {L"BUTTON", WS_TABSTOP | BS_CHECKBOX, 0};
     default:
-      return {L"BUTTON", WS_TABSTOP | BS_PUSHBUTTON, 0};
+      return {L"BUTTON",
+              WS_TABSTOP | (isDefault() ? DWORD{BS_DEFPUSHBUTTON} : DWORD{BS_PUSHBUTTON}), 0};
   }
+}
+
+bool ButtonPeer::isDefault() const {
+  return control().surface() && control().surface()->defaultButton() == &control();
 }
 
 // Else Windows clicks an option when it is given the focus.

@@ -19,6 +19,7 @@ class ButtonPeer final : public ControlPeer {
  private:
   void click();
   bool value() const;
+  bool isDefault() const;
 };
 
 }  // namespace toolkit::win32

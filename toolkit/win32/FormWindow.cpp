@@ -51,15 +51,14 @@ void FormWindow::runModal(HWND owner) {
   const EmptyTemplate plan;
   DialogBoxIndirectParamW(moduleInstance(), &plan.dialog, owner, &FormWindow::procedure,
                           reinterpret_cast<LPARAM>(this));
+  requireOpened();
 }
 
 void FormWindow::showModeless(HWND owner) {
   const EmptyTemplate plan;
   HWND dialog = CreateDialogIndirectParamW(moduleInstance(), &plan.dialog, owner,
                                            &FormWindow::procedure, reinterpret_cast<LPARAM>(this));
-  if (!dialog || !surface_) {
-    throw std::system_error(static_cast<int>(GetLastError()), std::system_category(), "form");
-  }
+  requireOpened();
   ShowWindow(dialog, SW_SHOWNA);
   RedrawWindow(dialog, nullptr, nullptr,
                RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW);
@@ -92,7 +91,7 @@ INT_PTR CALLBACK FormWindow::procedure(HWND dialog, UINT message, WPARAM wParam,
 INT_PTR FormWindow::message(UINT message, WPARAM wParam) {
   switch (message) {
     case WM_INITDIALOG:
-      build();
+      open();
       return FALSE;  // the keyboard is where the surface has put it
     case WM_ACTIVATE:
       if (LOWORD(wParam) != WA_INACTIVE && surface_) surface_->takeFocus();
@@ -114,6 +113,24 @@ INT_PTR FormWindow::message(UINT message, WPARAM wParam) {
     default:
       return FALSE;
   }
+}
+
+// An error does not pass the system's own procedure: whoever opens the form hears of it after.
+void FormWindow::open() {
+  try {
+    build();
+    opened_ = true;
+  } catch (const std::exception&) {
+    failure_ = std::current_exception();
+    window_.setOpen(false);
+    if (modal_) EndDialog(dialog_, 0);
+  }
+}
+
+void FormWindow::requireOpened() const {
+  if (failure_) std::rethrow_exception(failure_);
+  if (opened_) return;
+  throw std::system_error(static_cast<int>(GetLastError()), std::system_category(), "form");
 }
 
 void FormWindow::build() {
@@ -144,10 +161,7 @@ void FormWindow::fit() {
 }
 
 void FormWindow::closeAsked() {
-  if (!surface_) {
-    close();  // it could not be built
-    return;
-  }
+  if (!surface_) return;
   Window& window = window_;  // what is called from here on may end this form
   surface_->deliver();
   window.userClose();

@@ -3,6 +3,7 @@
 
 #include <windows.h>
 
+#include <exception>
 #include <functional>
 #include <memory>
 #include <utility>
@@ -22,7 +23,8 @@ class FormWindow {
   FormWindow& operator=(const FormWindow&) = delete;
   ~FormWindow();
 
-  // Returns when the form has been closed, by itself or by the end of its owner.
+  // Returns when the form has been closed, by itself or by the end of its owner. Throws
+  // std::system_error when it could not be opened.
   void runModal(HWND owner);
   // Is painted before it returns. Throws std::system_error.
   void showModeless(HWND owner);
@@ -36,6 +38,8 @@ class FormWindow {
  private:
   static INT_PTR CALLBACK procedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam);
   INT_PTR message(UINT message, WPARAM wParam);
+  void open();
+  void requireOpened() const;
   void build();
   void fit();
   void closeAsked();
@@ -45,6 +49,8 @@ class FormWindow {
   HWND dialog_ = nullptr;
   bool modal_ = false;
   bool closed_ = false;
+  bool opened_ = false;
+  std::exception_ptr failure_;  // of building it
   std::unique_ptr<SurfaceWindow> surface_;
 };
 

@@ -140,18 +140,21 @@ class WindowsDesktop final : public Desktop {
     return {now.wYear, now.wMonth, now.wDay};
   }
 
-  std::vector<PrinterInfo> printers() override { return systemPrinters(); }
+  std::vector<PrinterInfo> printers() override {
+    listed_ = systemPrinters();
+    return *listed_;
+  }
 
   int currentPrinter() override {
     const std::string name = currentPrinterName();
-    const std::vector<PrinterInfo> all = systemPrinters();
+    const std::vector<PrinterInfo>& all = listed();
     const auto found = std::find_if(all.begin(), all.end(),
                                     [&](const PrinterInfo& p) { return p.deviceName == name; });
     return found == all.end() ? -1 : static_cast<int>(found - all.begin());
   }
 
   void setCurrentPrinter(int position) override {
-    const std::vector<PrinterInfo> all = systemPrinters();
+    const std::vector<PrinterInfo>& all = listed();
     if (position < 0 || position >= static_cast<int>(all.size())) {
       throw std::invalid_argument("no such printer");
     }
@@ -168,15 +171,11 @@ class WindowsDesktop final : public Desktop {
 
   void showModal(Window& window) override {
     requireOpen();
-    FormWindow& form = addForm(window);
+    bool closedItself = false;
     {
       const ModalSpell modal(host_);
-      modal_.push_back(&form);
-      form.runModal(ownerBelow(&form));
-      std::erase(modal_, &form);
+      closedItself = runModal(window);
     }
-    const bool closedItself = form.closed();
-    removeForm(window);
     requireOpen();
     restoreFocus();
     if (!closedItself) throw ControlClosed();
@@ -185,7 +184,9 @@ class WindowsDesktop final : public Desktop {
   void show(Window& window) override {
     requireOpen();
     if (window.open()) return;
-    addForm(window).showModeless(owner());
+    OpenForm form(*this, window);
+    form->showModeless(owner());
+    form.keep();
   }
 
   void close(Window& window) override {
@@ -201,6 +202,44 @@ class WindowsDesktop final : public Desktop {
   }
 
  private:
+  // A form is open for as long as this lives, or until it is closed when it is kept.
+  class OpenForm {
+   public:
+    OpenForm(WindowsDesktop& desktop, Window& window) : desktop_(desktop), window_(&window) {
+      desktop.forms_.push_back(std::make_unique<FormWindow>(
+          window, [&host = desktop.host_] { return host.keepAlive(); }));
+      form_ = desktop.forms_.back().get();
+    }
+    OpenForm(const OpenForm&) = delete;
+    OpenForm& operator=(const OpenForm&) = delete;
+    ~OpenForm() {
+      if (!window_) return;
+      std::erase(desktop_.modal_, form_);
+      desktop_.removeForm(*window_);
+    }
+    FormWindow* operator->() const { return form_; }
+    FormWindow* get() const { return form_; }
+    void keep() { window_ = nullptr; }
+
+   private:
+    WindowsDesktop& desktop_;
+    Window* window_;
+    FormWindow* form_ = nullptr;
+  };
+
+  // Did it close itself?
+  bool runModal(Window& window) {
+    const OpenForm form(*this, window);
+    modal_.push_back(form.get());
+    form->runModal(ownerBelow(form.get()));
+    return form->closed();
+  }
+
+  const std::vector<PrinterInfo>& listed() {
+    if (!listed_) listed_ = systemPrinters();
+    return *listed_;
+  }
+
   void requireOpen() const {
     if (host_.closed()) throw ControlClosed();
   }
@@ -245,17 +284,13 @@ class WindowsDesktop final : public Desktop {
     return chosenPrinter_.empty() ? narrow(defaultPrinterName()) : chosenPrinter_;
   }
 
-  FormWindow& addForm(Window& window) {
-    forms_.push_back(
-        std::make_unique<FormWindow>(window, [&host = host_] { return host.keepAlive(); }));
-    return *forms_.back();
-  }
   void removeForm(Window& window) {
     std::erase_if(forms_, [&](const auto& form) { return &form->window() == &window; });
   }
 
   ModalHost& host_;
   Pointer pointer_ = Pointer::Normal;
+  std::optional<std::vector<PrinterInfo>> listed_;
   std::string chosenPrinter_;
   std::map<std::string, std::unique_ptr<Printer>> openPrinters_;
   std::vector<std::unique_ptr<FormWindow>> forms_;

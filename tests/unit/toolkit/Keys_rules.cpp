@@ -97,6 +97,30 @@ TEST_F(KeyRules, EnterIsUsedByFieldsThatAreTypedInto) {
   EXPECT_FALSE(uses(kEnter));
 }
 
+TEST_F(KeyRules, EnterClicksTheDefaultButtonWhereNothingElseUsesIt) {
+  surface.setDefaultButton(&cancel);
+  user().go(check);
+  EXPECT_TRUE(uses(kEnter));
+  user().press(kEnter);
+  EXPECT_EQ(taken(), Events{"cancel"});
+  EXPECT_TRUE(cancel.hasFocus());
+  ok.setFocus();
+  user().press(kEnter);
+  EXPECT_EQ(taken(), Events{"ok"});
+  user().go(name);
+  user().press(kEnter);
+  EXPECT_EQ(taken(), Events{});
+}
+
+TEST_F(KeyRules, EnterIsLeftWithoutADefaultButtonThatTakesInput) {
+  surface.setDefaultButton(&cancel);
+  user().go(check);
+  cancel.setEnabled(false);
+  EXPECT_FALSE(uses(kEnter));
+  user().press(kEnter);
+  EXPECT_EQ(taken(), Events{});
+}
+
 TEST_F(KeyRules, SpaceClicksTheFocusedButtonOptionOrCheckBox) {
   user().go(name);
   for (Control* control : std::vector<Control*>{&ok, &check, &green}) {
