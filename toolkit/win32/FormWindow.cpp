@@ -92,6 +92,7 @@ INT_PTR FormWindow::message(UINT message, WPARAM wParam) {
   switch (message) {
     case WM_INITDIALOG:
       open();
+      if (opened_ && modal_) surface_->takeFocus();
       return FALSE;  // the keyboard is where the surface has put it
     case WM_ACTIVATE:
       if (LOWORD(wParam) != WA_INACTIVE && surface_) surface_->takeFocus();
@@ -143,7 +144,6 @@ void FormWindow::build() {
   surface_->onEntry = keepAlive_;
   surface_->keepTabs();
   surface_->show(true);
-  if (modal_) surface_->takeFocus();
 }
 
 // The frame around a given client area is what the system makes of it at this dpi.

@@ -1,58 +1,16 @@
 // The desktop of Windows: boxes, pointer, pending events, forms.
 #include <gtest/gtest.h>
 
-#include <optional>
-
-#include "tests/unit/toolkit/Layout.h"
 #include "tests/windows/toolkit/BoxAnswerer.h"
-#include "tests/windows/toolkit/TestHost.h"
+#include "tests/windows/toolkit/Desktops.h"
+#include "tests/windows/toolkit/FormUser.h"
 #include "toolkit/Buttons.h"
 #include "toolkit/ControlClosed.h"
 #include "toolkit/Frame.h"
-#include "toolkit/TextBox.h"
 #include "toolkit/Window.h"
-#include "toolkit/win32/WindowsDesktop.h"
 
 namespace toolkit::test {
 namespace {
-
-class Desktops : public ::testing::Test, public win32::ModalHost {
- protected:
-  Surface surface{"Form"};
-  TextBox box{&surface, "Txt_Box"};
-  std::optional<TestHost> host_;
-  bool closed_ = false;
-  bool windowless_ = false;
-  std::vector<bool> modeless_;
-  int restored_ = 0;
-  std::unique_ptr<Desktop> desktop = win32::makeWindowsDesktop(*this);
-
-  TestHost& host(TestHost::TopLevel topLevel = TestHost::TopLevel::Shared) {
-    if (!host_) {
-      layOut(surface);
-      host_.emplace(surface, win32::Ambience{}, topLevel);
-      host_->click(host_->find("Txt_Box"));
-    }
-    return *host_;
-  }
-  void TearDown() override {
-    desktop.reset();
-    host_.reset();
-  }
-
-  HWND owner() const override {
-    return windowless_ || !host_ ? nullptr : host_->surface().handle();
-  }
-  bool closed() const override { return closed_; }
-  void enableModeless(bool enable) override { modeless_.push_back(enable); }
-  void restoreFocus() override {
-    ++restored_;
-    if (host_ && host_->hasSurface()) host_->surface().takeFocus();
-  }
-  HWND surfaceWindow() const override {
-    return host_ && host_->hasSurface() ? host_->surface().handle() : nullptr;
-  }
-};
 
 TEST_F(Desktops, ABoxHasItsTextTitleAndButtonsAndBelongsToTheRootWindow) {
   host();
@@ -194,54 +152,16 @@ class Form {
   }
 };
 
-// Acts once on the form when it is open.
-class AtForm {
- public:
-  explicit AtForm(std::function<void(HWND)> act) : act_(std::move(act)) {
-    current() = this;
-    timer_ = SetTimer(nullptr, 0, 20, &AtForm::tick);
-  }
-  AtForm(const AtForm&) = delete;
-  AtForm& operator=(const AtForm&) = delete;
-  ~AtForm() {
-    KillTimer(nullptr, timer_);
-    current() = nullptr;
-  }
-
- private:
-  static AtForm*& current() {
-    static AtForm* one = nullptr;
-    return one;
-  }
-  static void CALLBACK tick(HWND, UINT, UINT_PTR, DWORD) {
-    HWND form = FindWindowW(L"#32770", L"Un formulaire");
-    if (!current() || !current()->act_ || !form || !IsWindowVisible(form)) return;
-    const auto act = std::exchange(current()->act_, nullptr);
-    act(form);
-  }
-
-  std::function<void(HWND)> act_;
-  UINT_PTR timer_ = 0;
-};
-
-void press(WORD key) {
-  INPUT input{};
-  input.type = INPUT_KEYBOARD;
-  input.ki.wVk = key;
-  SendInput(1, &input, sizeof input);
-  input.ki.dwFlags = KEYEVENTF_KEYUP;
-  SendInput(1, &input, sizeof input);
-}
-
 TEST_F(Desktops, AModalFormIsTypedIntoAndReturnsWhenItHasClosedItself) {
   host();
   Form form;
   form.ok.onClick = [&] { desktop->close(form.window); };
   bool ownerWasEnabled = true;
-  const AtForm user([&](HWND) {
-    ownerWasEnabled = IsWindowEnabled(host().handle()) != FALSE;
-    for (const WORD key : {WORD{'A'}, WORD{VK_TAB}, WORD{VK_RETURN}}) press(key);
-  });
+  const FormUser user(L"Un formulaire", {[&](HWND) {
+                        ownerWasEnabled = IsWindowEnabled(host().handle()) != FALSE;
+                        for (const WORD key : {WORD{'A'}, WORD{VK_TAB}, WORD{VK_RETURN}})
+                          press(key);
+                      }});
   desktop->showModal(form.window);
   EXPECT_EQ(form.field.text(), "a");
   EXPECT_FALSE(ownerWasEnabled);
@@ -260,9 +180,10 @@ TEST_F(Desktops, TabWrapsAroundInAFormAndEscapeClicksItsCancelButton) {
   form.cancel.onGotFocus = [&] { focus.emplace_back("cancel"); };
   form.window.surface().setCancelButton(&form.cancel);
   form.cancel.onClick = [&] { desktop->close(form.window); };
-  const AtForm user([&](HWND) {
-    for (const int key : {VK_TAB, VK_TAB, VK_TAB, VK_ESCAPE}) press(static_cast<WORD>(key));
-  });
+  const FormUser user(L"Un formulaire", {[&](HWND) {
+                        for (const int key : {VK_TAB, VK_TAB, VK_TAB, VK_ESCAPE})
+                          press(static_cast<WORD>(key));
+                      }});
   desktop->showModal(form.window);
   EXPECT_EQ(focus, (std::vector<std::string>{"field", "ok", "cancel", "field"}));
 }
@@ -274,10 +195,10 @@ TEST_F(Desktops, AFormIsClosedByItsTitleBarOnlyIfItWants) {
   form.window.onCloseAsked = [&] {
     if (++asked == 2) desktop->close(form.window);
   };
-  const AtForm user([&](HWND window) {
-    PostMessageW(window, WM_CLOSE, 0, 0);
-    PostMessageW(window, WM_CLOSE, 0, 0);
-  });
+  const FormUser user(L"Un formulaire", {[&](HWND window) {
+                        PostMessageW(window, WM_CLOSE, 0, 0);
+                        PostMessageW(window, WM_CLOSE, 0, 0);
+                      }});
   desktop->showModal(form.window);
   EXPECT_EQ(asked, 2);
 }
@@ -285,7 +206,7 @@ TEST_F(Desktops, AFormIsClosedByItsTitleBarOnlyIfItWants) {
 TEST_F(Desktops, AFormWhoseOwnerIsDestroyedIsControlClosed) {
   host(TestHost::TopLevel::Own);
   Form form;
-  const AtForm user([&](HWND) { host().destroyWindow(); });
+  const FormUser user(L"Un formulaire", {[&](HWND) { host().destroyWindow(); }});
   EXPECT_THROW(desktop->showModal(form.window), ControlClosed);
   EXPECT_FALSE(form.window.open());
 }

@@ -161,14 +161,22 @@ POINT TestHost::onScreen(HWND window, POINT at) {
 void TestHost::click(HWND window, POINT at, Button button, bool control, bool shift) {
   const POINT where = onScreen(window, at);
   const bool left = button == Button::Left;
-  std::vector<INPUT> inputs{input::mouse(where, 0)};
+  const INPUT down = input::mouse(where, left ? MOUSEEVENTF_LEFTDOWN : MOUSEEVENTF_RIGHTDOWN);
+  const INPUT up = input::mouse(where, left ? MOUSEEVENTF_LEFTUP : MOUSEEVENTF_RIGHTUP);
+  send({input::mouse(where, 0)});
+  if (!control && !shift) {
+    send({down, up});
+    return;
+  }
+  // Together, as the keys of a stroke are.
+  std::vector<INPUT> inputs;
   if (control) inputs.push_back(input::key(VK_CONTROL, false));
   if (shift) inputs.push_back(input::key(VK_SHIFT, false));
-  inputs.push_back(input::mouse(where, left ? MOUSEEVENTF_LEFTDOWN : MOUSEEVENTF_RIGHTDOWN));
-  inputs.push_back(input::mouse(where, left ? MOUSEEVENTF_LEFTUP : MOUSEEVENTF_RIGHTUP));
+  inputs.push_back(down);
+  inputs.push_back(up);
   if (shift) inputs.push_back(input::key(VK_SHIFT, true));
   if (control) inputs.push_back(input::key(VK_CONTROL, true));
-  send(inputs);
+  sendTogether(inputs);
 }
 
 void TestHost::click(HWND window, Button button) {

@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
-# Prints through the toolkit's GDI printer and reads the PDF back.  print-check.sh PROBE.EXE
+# Prints through the toolkit's GDI printer, and on one chosen in the window for that, and reads the
+# PDFs back.  print-check.sh FOLDER-OF-THE-BINARIES
 # Runs a print server of its own, on a socket of its own; ends with "N passed, N failed".
 set -uo pipefail
-probe=$1
+bin=$1
 work=$(mktemp -d)
 passed=0
 failed=0
@@ -91,7 +92,7 @@ near() { awk -v a="$1" -v b="$2" 'BEGIN { d = a - b; exit !(d < 4 && d > -4) }';
 start_server
 touch "$work/mark"
 sleep 1
-timeout 120 wine "$probe" print PDF_A4 2>/dev/null | tr -d '\r' >"$work/said"
+timeout 120 wine "$bin/toolkit_probe.exe" print PDF_A4 2>/dev/null | tr -d '\r' >"$work/said"
 check "both printers are listed" grep -q '^printer MATRICIELLE on ' "$work/said"
 check "the default printer is the current one" grep -qE '^current [0-9]+$' "$work/said"
 check "the job is taken" grep -q '^printed$' "$work/said"
@@ -112,5 +113,20 @@ if find_pdf; then
 else
   check "a PDF comes out" false
   tail -20 "$work/log/error"
+fi
+
+touch "$work/mark"
+sleep 1
+timeout 120 wine "$bin/forms_probe.exe" print 2>/dev/null | tr -d '\r' >"$work/said"
+check "the page printer is offered" grep -q '^offered PDF_A4$' "$work/said"
+check "nothing else is" test "$(grep -c '^offered ' "$work/said")" = 1
+check "a refusal keeps the current printer" grep -q '^refused -1, current kept$' "$work/said"
+check "the page printer is chosen" grep -q '^chosen PDF_A4$' "$work/said"
+if find_pdf; then
+  check "it prints" grep -q 'Imprimante choisie' "$work/text"
+  check "in a fixed-pitch font" grep -qE 'Mono|Courier' <(pdffonts "$pdf")
+  rm -f "$pdf"
+else
+  check "a PDF comes out of the chosen printer" false
 fi
 echo "$passed passed, $failed failed"
