@@ -27,6 +27,8 @@ class Window {
   // The user closes it by its title bar (a form with a cancel button is clicked there instead).
   // Without a handler the form stays open.
   std::function<void()> onCloseAsked;
+  // Would closing it do something, when it opens: only then its title bar has a close button.
+  bool closable() const { return onCloseAsked || surface_.cancelable(); }
   // What the user does there. Dropped while the form takes no input.
   void userClose();
 

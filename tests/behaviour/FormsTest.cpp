@@ -71,6 +71,7 @@ TEST(WaitingWindow, CannotBeClosedByTheUser) {
   toolkit::headless::User user(desktop.shown->surface());
   EXPECT_FALSE(user.press(toolkit::Key::Escape));
   EXPECT_FALSE(user.press(toolkit::Key::Enter));
+  EXPECT_FALSE(desktop.shown->closable());
   desktop.shown->userClose();
   EXPECT_TRUE(desktop.shown->open());
 }

@@ -19,8 +19,8 @@ struct alignas(4) EmptyTemplate {
   WORD windowClass = 0;
   WORD title = 0;
 
-  EmptyTemplate() {
-    dialog.style = WS_POPUP | WS_CAPTION | WS_SYSMENU | DS_MODALFRAME;
+  explicit EmptyTemplate(bool closable) {
+    dialog.style = WS_POPUP | WS_CAPTION | DS_MODALFRAME | (closable ? WS_SYSMENU : DWORD{0});
     dialog.cx = 10;
     dialog.cy = 10;
   }
@@ -48,14 +48,14 @@ FormWindow::~FormWindow() {
 
 void FormWindow::runModal(HWND owner) {
   modal_ = true;
-  const EmptyTemplate plan;
+  const EmptyTemplate plan(window_.closable());
   DialogBoxIndirectParamW(moduleInstance(), &plan.dialog, owner, &FormWindow::procedure,
                           reinterpret_cast<LPARAM>(this));
   requireOpened();
 }
 
 void FormWindow::showModeless(HWND owner) {
-  const EmptyTemplate plan;
+  const EmptyTemplate plan(window_.closable());
   HWND dialog = CreateDialogIndirectParamW(moduleInstance(), &plan.dialog, owner,
                                            &FormWindow::procedure, reinterpret_cast<LPARAM>(this));
   requireOpened();

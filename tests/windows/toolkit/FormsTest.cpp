@@ -311,9 +311,10 @@ TEST_F(WaitingForm, WhatIsTypedIntoTheDisabledControlMeanwhileIsLost) {
   EXPECT_EQ(box.text(), "");
 }
 
-TEST_F(WaitingForm, StaysWhenTheUserClosesIt) {
+TEST_F(WaitingForm, HasNoCloseButtonAndStaysWhenItIsToldToClose) {
   const forms::Frm_Anim waiting(*desktop);
   HWND form = openForm(kWaiting);
+  EXPECT_EQ(GetWindowLongW(form, GWL_STYLE) & WS_SYSMENU, 0);
   PostMessageW(form, WM_SYSCOMMAND, SC_CLOSE, 0);
   desktop->doEvents();
   EXPECT_TRUE(IsWindowVisible(form));
