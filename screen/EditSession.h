@@ -36,6 +36,15 @@ struct EtatTaux {
   std::string W_TauxAvantModif;
 };
 
+// What the letters read; each is opened by the first letter that needs it, null before.
+struct FichiersLettre {
+  std::unique_ptr<store::File> civilAide;
+  std::unique_ptr<store::File> responsable;
+  std::unique_ptr<store::File> eltsFactAide;
+  std::unique_ptr<store::File> titres;
+  std::unique_ptr<store::File> natureVoie;
+};
+
 // What one update of the agreements, its letters and its listing share.
 struct MiseAJourAccords {
   bool lettresVoulues = false;    // a letter for each agreement that was changed
@@ -48,6 +57,7 @@ struct MiseAJourAccords {
   store::DynamicArray accord;          // the agreement being printed or listed
   store::DynamicArray constantesPaie;  // record "1" of CONSTANTESPAIE
   store::DynamicArray entite;          // record of ASSOCIATION: the sender
+  FichiersLettre fichiersLettre;
 };
 
 struct EditSession {

@@ -1,0 +1,145 @@
+#include "agreements/ListingPages.h"
+
+#include <algorithm>
+#include <string>
+
+#include "agreements/PostalAddress.h"
+#include "agreements/PrintedSheet.h"
+#include "store/Conversions.h"
+#include "store/Layouts.h"
+#include "text/Utf8.h"
+#include "toolkit/Trap.h"
+
+namespace agreements {
+namespace {
+
+constexpr std::string_view kProcedure = "Imprimer_AccordsNonModifies";
+
+constexpr int kHaut = kTwipsPerCentimetre;     // top of the title block
+constexpr int kBas = 2 * kTwipsPerCentimetre;  // no entry begins below it, from the bottom
+
+// Columns of a line, in characters; a blank stands between them.
+constexpr int kNumero = 5;
+constexpr int kNom = 33;
+constexpr int kNomAuMoins = 20;
+constexpr int kDate = 10;
+constexpr int kParticipation = 6;
+constexpr int kAvantTranche = 11;
+constexpr int kTranche = 2;
+constexpr int kEnteteSuite = 42;  // "Debut        Fin        Part. béneficiaire"
+// What stands beside the name: in a line, and in the wider of the two headers.
+constexpr int kSansNom =
+    kNumero + 1 + 1 +
+    std::max(kDate + 1 + kDate + 1 + kParticipation + kAvantTranche + kTranche, kEnteteSuite);
+
+// Attributes of accordsNonModifies.
+enum Attribut : int { Numero = 1, Debut, Fin, Participation, Tranche };
+
+std::string blancs(int count) { return std::string(static_cast<std::size_t>(count), ' '); }
+
+std::string cadre(std::string_view utf8, int characters) {
+  return text::fit(utf8, static_cast<std::size_t>(characters));
+}
+
+// " 12,50": a blank, then two digits before the comma at least; blanks for what is no number.
+std::string participationMasquee(std::string_view stored) {
+  std::string montant = store::shownHundredths(stored);
+  if (montant.empty()) return blancs(kParticipation);
+  const bool negatif = montant[0] == '-';
+  if (negatif) montant.erase(0, 1);
+  constexpr std::size_t kDeuxChiffres = 5;  // "00,00"
+  montant.insert(0, kDeuxChiffres - std::min(kDeuxChiffres, montant.size()), '0');
+  return (negatif ? "- " : " ") + montant;
+}
+
+class Liste {
+ public:
+  Liste(const AgreementContext& context, toolkit::Printer& printer)
+      : context_(context),
+        accords_(context.session.accords.accordsNonModifies),
+        feuille_(printer, kProcedure) {}
+
+  void imprimer() {
+    feuille_.font("Courier New", 12);
+    feuille_.underline(false);
+    nom_ = largeurDuNom();
+    titre();
+    enteteColonnes("Aidé :", "Debut      Fin          Part. bénef.");
+    const int count = accords_.DCount(Numero);
+    for (int k = 1; k <= count; ++k) {
+      feuille_.leftTwips(0);
+      feuille_.line(ligne(k));
+      if (k < count && feuille_.reached(kBas)) pageSuivante();
+    }
+    feuille_.endDoc();
+  }
+
+ private:
+  // Of a page narrower than the line, the name gives way first.
+  int largeurDuNom() {
+    constexpr int kMesure = 100;
+    const int cent = feuille_.widthOf(std::string(kMesure, '0'));
+    const int page = feuille_.pageWidth();
+    if (cent <= 0 || page <= 0) return kNom;
+    return std::clamp(page * kMesure / cent - kSansNom, kNomAuMoins, kNom);
+  }
+
+  void titre() {
+    feuille_.bold(true);
+    feuille_.topTwips(kHaut);
+    feuille_.centred("Accords non modifés de l'organisme");
+    feuille_.centred("'" + context_.screen.bar.Txt_SigleOrgChg.text() + "'");
+    feuille_.centred(" actifs au " + context_.screen.participation.Txt_DatBaremCours.text());
+    feuille_.line("");
+  }
+
+  void enteteColonnes(std::string_view aGauche, std::string_view colonnes) {
+    feuille_.leftTwips(0);
+    feuille_.write(aGauche);
+    feuille_.leftTwips(feuille_.widthOf(blancs(kNumero + 1 + nom_ + 1)));
+    feuille_.line(colonnes);
+    feuille_.bold(false);
+  }
+
+  void pageSuivante() {
+    feuille_.centred("A suivre...");
+    feuille_.newPage();
+    titre();
+    enteteColonnes("Aidant :", "Debut        Fin        Part. béneficiaire");
+  }
+
+  std::string ligne(int k) {
+    const std::string numero(accords_.get(Numero, k));
+    return cadre(cadre(numero + " " + nomDeLAide(numero), kNumero + nom_), kNumero + 1 + nom_) +
+           " " + cadre(accords_.get(Debut, k), kDate) + " " + cadre(accords_.get(Fin, k), kDate) +
+           " " + participationMasquee(accords_.get(Participation, k)) + blancs(kAvantTranche) +
+           std::string(accords_.get(Tranche, k));
+  }
+
+  std::string nomDeLAide(std::string_view numero) {
+    std::string nom;
+    toolkit::quietly(kProcedure, [&] {
+      if (!civilAide_) {
+        civilAide_ = context_.session.TheDatabase->OpenFile(store::civilaide::kFile);
+      }
+      const auto record = civilAide_->ReadRecord(numero);
+      nom = joints({record->fields().get(store::civilaide::NomAide),
+                    record->fields().get(store::civilaide::PrenomAide)});
+    });
+    return nom;
+  }
+
+  const AgreementContext& context_;
+  const store::DynamicArray& accords_;
+  PrintedSheet feuille_;
+  std::unique_ptr<store::File> civilAide_;
+  int nom_ = kNom;
+};
+
+}  // namespace
+
+void imprimerListe(const AgreementContext& context) {
+  toolkit::quietly(kProcedure, [&] { Liste(context, context.desktop.printer()).imprimer(); });
+}
+
+}  // namespace agreements
