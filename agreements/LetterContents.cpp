@@ -2,8 +2,8 @@
 
 #include <utility>
 
+#include "agreements/History.h"
 #include "agreements/PostalAddress.h"
-#include "agreements/RateHistory.h"
 #include "store/Conversions.h"
 #include "store/Layouts.h"
 #include "text/Utf8.h"
@@ -107,7 +107,7 @@ void nommerDestinataire(Lecture& lecture, std::string_view numero, LetterContent
 // Of an agreement without a history, the billing elements tell.
 std::string participation(Lecture& lecture, const store::DynamicArray& accord, std::string_view cle,
                           std::string_view numero, long jour) {
-  const int position = positionAuJour(accord, jour);
+  const int position = positionEnVigueur(accord, jour);
   if (position > 0) {
     return store::shownHundredths(accord.get(store::accord::PartBenefAcc, position));
   }
