@@ -66,10 +66,16 @@ class FailingPrinter : public toolkit::Printer {
 
 class PrintingDesktop : public toolkit::headless::HeadlessDesktop {
  public:
-  PrintingDesktop() { setPrinters({{"A4", "LPT1:"}}, 0); }
   toolkit::Printer& printer() override { return onPaper; }
 
-  FailingPrinter onPaper{page(0)};
+  FailingPrinter onPaper{onlyPage()};
+
+ private:
+  toolkit::Printer& onlyPage() {
+    setPrinters({{"A4", "LPT1:"}}, 0);
+    return page(0);
+  }
+};
 };
 
 // A text as it stands on paper; bold and underlined texts begin with "[b]" and "[u]".
