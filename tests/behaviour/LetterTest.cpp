@@ -5,7 +5,6 @@
 
 #include "store/Layouts.h"
 #include "tests/behaviour/PrintTest.h"
-#include "toolkit/ControlClosed.h"
 
 namespace behaviour {
 namespace {
@@ -102,8 +101,8 @@ std::vector<Printed> body(const std::string& title) {
   const int amount = 15 * kCm + 2 * kLine;
   return {
       {5 * kCm, 12 * kCm, title + ","},
-      {3 * kCm, 13 * kCm, "Un accord de prise en charge vous a été alloué du 20/02/2025"},
-      {1 * kCm, 13 * kCm + kLine, "au19/02/2028"},
+      {3 * kCm, 13 * kCm, "Un accord de prise en charge vous a été alloué du 19/02/2025"},
+      {1 * kCm, 13 * kCm + kLine, "au18/02/2028"},
       {1 * kCm, 13 * kCm + 2 * kLine, " par l'organisme CRAM."},
       {3 * kCm, 15 * kCm, "Nous vous informons que, par suite de la modification des tarifs"},
       {1 * kCm, 15 * kCm + kLine,

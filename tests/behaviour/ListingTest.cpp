@@ -1,7 +1,11 @@
 // The listing of the agreements that an update has left as they were.
+#include "agreements/Listing.h"
 #include "agreements/ListingPages.h"
 #include "tests/behaviour/PrintTest.h"
 #include "text/Utf8.h"
+#include "toolkit/ControlClosed.h"
+#include "toolkit/Window.h"
+#include "toolkit/headless/User.h"
 
 namespace behaviour {
 namespace {
@@ -275,6 +279,42 @@ TEST_F(Listing, EndsQuietlyWithoutAPrinter) {
   toolkit::headless::HeadlessDesktop desktop;
   agreements::imprimerListe({desktop, surface_, screen_, session_});
   EXPECT_TRUE(desktop.journal().empty());
+}
+
+TEST_F(Listing, IsPrintedOnThePrinterThatTheUserChooses) {
+  entries(2);
+  desktop_.onModal = [](toolkit::Window& window) {
+    toolkit::headless::User(window.surface()).press(toolkit::Key::Enter);
+  };
+  agreements::Imprimer_AccordsNonModifies(context_);
+  ASSERT_EQ(desktop_.page(0).jobs().size(), 1U);
+  EXPECT_EQ(onPage(desktop_.page(0).jobs()[0]).size(), 7U);
+  // A printer that refuses its font prints all the same.
+  desktop_.onPaper.calls = 0;
+  desktop_.onPaper.failingCall = 1;
+  agreements::Imprimer_AccordsNonModifies(context_);
+  EXPECT_EQ(desktop_.page(0).jobs().size(), 2U);
+}
+
+TEST_F(Listing, IsNotPrintedWhenThePrinterIsRefused) {
+  entries(2);
+  desktop_.onModal = [](toolkit::Window& window) {
+    toolkit::headless::User(window.surface()).press(toolkit::Key::Escape);
+  };
+  agreements::Imprimer_AccordsNonModifies(context_);
+  EXPECT_TRUE(desktop_.page(0).jobs().empty());
+  EXPECT_EQ(desktop_.onPaper.calls, 0);
+  EXPECT_TRUE(store_.calls().empty());
+}
+
+TEST_F(Listing, IsNotPrintedWhenTheControlIsClosedMeanwhile) {
+  entries(2);
+  desktop_.onModal = [](toolkit::Window& window) {
+    toolkit::headless::User(window.surface()).press(toolkit::Key::Escape);
+    throw toolkit::ControlClosed();
+  };
+  EXPECT_THROW(agreements::Imprimer_AccordsNonModifies(context_), toolkit::ControlClosed);
+  EXPECT_EQ(desktop_.onPaper.calls, 0);
 }
 
 }  // namespace

@@ -76,7 +76,6 @@ class PrintingDesktop : public toolkit::headless::HeadlessDesktop {
     return page(0);
   }
 };
-};
 
 // A text as it stands on paper; bold and underlined texts begin with "[b]" and "[u]".
 struct Printed {
