@@ -20,7 +20,7 @@ constexpr int kBas = 2 * kTwipsPerCentimetre;  // no entry begins below it, from
 
 // Columns of a line, in characters; a blank stands between them.
 constexpr int kNumero = 5;
-constexpr int kNom = 33;
+constexpr int kNom = 33;  // its last character stays blank
 constexpr int kNomAuMoins = 20;
 constexpr int kDate = 10;
 constexpr int kParticipation = 6;

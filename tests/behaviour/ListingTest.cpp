@@ -72,6 +72,11 @@ class Listing : public PrintTest {
                          : "[b]Debut        Fin        Part. béneficiaire"});
     return all;
   }
+  static int entriesOn(const Job& job) {
+    int count = 0;
+    for (const auto& piece : job.pieces) count += piece.text.starts_with("000") ? 1 : 0;
+    return count;
+  }
   static int continuations(const std::vector<Printed>& all) {
     int count = 0;
     for (const Printed& printed : all) count += printed.text == "A suivre..." ? 1 : 0;
@@ -121,15 +126,14 @@ TEST_F(Listing, NamesAreCutAndPaddedByCharacters) {
       {"", std::string(33, ' ')},
       {"ZOÉ", "ZOÉ" + std::string(30, ' ')},
       {text::left(accents, 32), text::left(accents, 32) + " "},
-      {accents, accents},
-      {accents + "S", accents},
-      {std::string(90, 'X'), std::string(33, 'X')}};
+      {accents, text::left(accents, 32) + " "},
+      {std::string(90, 'X'), std::string(32, 'X') + " "}};
   for (const auto& [name, shown] : rows) {
     person("00042", name);
     EXPECT_EQ(lineOf("00042"), "00042 " + shown + tail);
   }
   person("00042", "FORÊT", "HÉLÈNE-ÉLÉONORE-ANTOINETTE-MARIE");
-  EXPECT_EQ(lineOf("00042"), "00042 FORÊT HÉLÈNE-ÉLÉONORE-ANTOINETTE-" + tail.substr(0));
+  EXPECT_EQ(lineOf("00042"), "00042 FORÊT HÉLÈNE-ÉLÉONORE-ANTOINETTE " + tail);
 }
 
 TEST_F(Listing, ShortNumbersKeepTheColumns) {
@@ -231,7 +235,7 @@ TEST_F(Listing, ANarrowPageTakesItsRoomFromTheName) {
   desktop_.onPaper.width = 11424;  // 79 characters
   person("00042", std::string(40, 'X'));
   EXPECT_EQ(lineOf("00042"),
-            "00042 " + std::string(30, 'X') + " 01/01/2025 31/12/2027  12,50           3");
+            "00042 " + std::string(29, 'X') + "  01/01/2025 31/12/2027  12,50           3");
   const auto all = onPage(print());
   EXPECT_EQ(all[4].x, 37 * kCharacter);
   session_.accords.accordsNonModifies = {};
@@ -253,14 +257,14 @@ TEST_F(Listing, FollowsTheShortNameAndTheScaleOnScreen) {
 
 TEST_F(Listing, GoesOnAfterAnythingThatThePrinterRefuses) {
   entries(kLinesAPage + 2);
-  const std::size_t whole = print().pieces.size();
+  EXPECT_EQ(entriesOn(print()), kLinesAPage + 2);
   const int calls = desktop_.onPaper.calls;
   ASSERT_GT(calls, 200);
   for (int call = 1; call < calls; ++call) {  // the last one ends the job
     SCOPED_TRACE(call);
     desktop_.onPaper.calls = 0;
     desktop_.onPaper.failingCall = call;
-    EXPECT_GE(print().pieces.size() + 1, whole);
+    EXPECT_GE(entriesOn(print()), kLinesAPage + 1);
   }
 }
 
