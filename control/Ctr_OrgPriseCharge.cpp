@@ -3,6 +3,9 @@
 #include <utility>
 
 #include "agreements/ActiveAgreements.h"
+#include "agreements/Letter.h"
+#include "agreements/Propagation.h"
+#include "agreements/RatePropagation.h"
 #include "control/AcronymList.h"
 #include "control/AcronymSearch.h"
 #include "control/CommandBar.h"
@@ -21,6 +24,7 @@
 #include "pages/Ong5.h"
 #include "pages/Ong6.h"
 #include "screen/Handlers.h"
+#include "store/Layouts.h"
 
 namespace control {
 
@@ -38,11 +42,12 @@ class Ctr_OrgPriseCharge::Implementation {
         ong6({desktop, screen, session}),
         context{desktop, surface, screen,
                 session, adresse, {&ong1, &ong2, &ong3, &ong4, &ong5, &ong6}},
+        accords{desktop, surface, screen, session},
         view(context),
         list(context, view),
         search(context, list, view),
         lookup(context, view),
-        save(context, view, list),
+        save(context, view, list, accords),
         bar(context, view, list, save, [this](bool leave) { setSortir(leave); }),
         startUp(context, view, list, ong2, ong5) {
     applyState(screen, State::Empty);
@@ -94,6 +99,18 @@ class Ctr_OrgPriseCharge::Implementation {
     });
   }
 
+  // Prints the letter of the current agreement as a job of its own: a host has no printer to end
+  // it.
+  void imprimerLettre() {
+    const std::string_view body = session.accords.accord.get(store::accord::OrgChgAcc);
+    if (session.accords.indiceLettre == 0 || session.codeEnMain.empty() ||
+        body != session.codeEnMain) {
+      throw NotReady("no changed agreement of the body in hand has been read");
+    }
+    agreements::Impression_ModifAccord(accords);
+    context.desktop.printer().endDoc();
+  }
+
  private:
   Ctr_OrgPriseCharge& owner_;
 
@@ -110,6 +127,7 @@ class Ctr_OrgPriseCharge::Implementation {
   pages::Ong5 ong5;
   pages::Ong6 ong6;
   Context context;
+  agreements::AgreementContext accords;
   RecordView view;
   AcronymList list;
   AcronymSearch search;
@@ -317,6 +335,24 @@ void Ctr_OrgPriseCharge::Ecrire_Donnees() {
   implementation_->editing([&] {
     if (implementation_->session.EnCreation) throw NotReady("the record has no code yet");
     implementation_->save.Ecrire_Donnees();
+  });
+}
+
+void Ctr_OrgPriseCharge::Impression_ModifAccord() {
+  implementation_->started([&] { implementation_->imprimerLettre(); });
+}
+
+void Ctr_OrgPriseCharge::Recup_Accord() {
+  implementation_->editing([&] {
+    if (implementation_->session.codeEnMain.empty()) throw NotReady("the record has no code yet");
+    agreements::Recup_Accord(implementation_->accords);
+  });
+}
+
+void Ctr_OrgPriseCharge::Recup_AccordTauxRemb() {
+  implementation_->started([&] {
+    if (!fullRights(implementation_->session)) throw AccessDenied();
+    agreements::Recup_AccordTauxRemb(implementation_->accords);
   });
 }
 

@@ -97,6 +97,19 @@ class Ctr_OrgPriseCharge {
   void AfficherZonesBareme();
   void TriBareme();
 
+  // The letter of the agreement that the last Recup_Accord has read, as a print job of its own.
+  // NotReady when there is none: none run for the body in hand, no letter wanted, or the last one
+  // read was one left unchanged. std::runtime_error without a printer.
+  void Impression_ModifAccord();
+  // Carries the scale on screen into the agreements of the body in hand, with letters if the last
+  // one who was asked wanted them. AccessDenied below level 2, NotReady without a record in hand
+  // that has its code. Every other failure is trapped.
+  void Recup_Accord();
+  // The same for the changed rates on screen, agreement after agreement. AccessDenied below level
+  // 2; does nothing without a record in hand. store::StoreError when the agreements cannot be
+  // selected, or when one of them has failed; the others are done.
+  void Recup_AccordTauxRemb();
+
   // AccessDenied below level 2.
   void Creer_Donnees();
   void Ecrire_Donnees();

@@ -31,10 +31,19 @@ void RecordView::Vider_Donnees() {
   session.AncienOrgChg = store::NewDynamicArray();
   session.EnCreation = false;
   session.taux = {};
+  oublierAccords();
   for (pages::Page* page : context_.pages) page->vider();
   context_.screen.bar.Txt_CodOrgChg.setText("");
   context_.screen.bar.Cbo_SigleOrgChg.setText("");
   applyState(context_.screen, State::Empty);
+}
+
+// The choice of letters outlives the body.
+void RecordView::oublierAccords() {
+  screen::MiseAJourAccords& accords = context_.session.accords;
+  const bool lettres = accords.lettresVoulues;
+  accords = {};
+  accords.lettresVoulues = lettres;
 }
 
 bool RecordView::ecrirePages() {

@@ -36,6 +36,8 @@ class RecordView {
   void montrerCode();
 
  private:
+  void oublierAccords();
+
   Context& context_;
 };
 

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "agreements/Propagation.h"
 #include "control/Rights.h"
 #include "screen/BusyScreen.h"
 #include "store/Counter.h"
@@ -114,6 +115,7 @@ void Save::creer() {
     const screen::Quiet quiet(session);
     context_.screen.bar.Txt_CodOrgChg.setText(code);
   }
+  proposerPropagation();
   session.propagationSuspendue = false;
   view_.Vider_Donnees();
 }
@@ -144,7 +146,13 @@ void Save::Ecrire_Donnees() {
   }
   session.RecOrgChg->DBWrite();
   fields.keep();
+  proposerPropagation();
   view_.Vider_Donnees();
+}
+
+// The body is written, whatever becomes of its agreements.
+void Save::proposerPropagation() {
+  toolkit::quietly("Recup_Accord", [this] { agreements::proposerPropagation(accords_); });
 }
 
 }  // namespace control

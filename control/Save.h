@@ -3,6 +3,7 @@
 #include <memory>
 #include <string>
 
+#include "agreements/AgreementContext.h"
 #include "control/AcronymList.h"
 #include "control/Context.h"
 #include "control/RecordView.h"
@@ -12,14 +13,17 @@ namespace control {
 // The save of a new and of an existing body.
 class Save {
  public:
-  Save(Context& context, RecordView& view, AcronymList& list)
-      : context_(context), view_(view), list_(list) {}
+  Save(Context& context, RecordView& view, AcronymList& list,
+       const agreements::AgreementContext& accords)
+      : context_(context), view_(view), list_(list), accords_(accords) {}
 
   // Saves with all checks. An error counts as a refusal: screen and record in hand stay.
   void Cmd_OK_Click();
 
   // Saves the record being created under the next code, unless a page refuses; then clears the
   // screen and refills the acronym list. Store errors before the write leave everything in hand.
+  // Both this and Ecrire_Donnees ask after the write whether a new scale is to be carried into the
+  // agreements; what fails there is trapped.
   void Creer_Donnees();
   // Saves the record in hand, unless a page refuses; then clears the screen. When it fails, the
   // record in hand is as before.
@@ -28,11 +32,13 @@ class Save {
  private:
   bool enregistrer();
   void creer();
+  void proposerPropagation();
   std::unique_ptr<store::Record> ficheDuNouveauCode(std::string& code);
 
   Context& context_;
   RecordView& view_;
   AcronymList& list_;
+  const agreements::AgreementContext& accords_;
 };
 
 }  // namespace control

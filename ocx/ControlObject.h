@@ -97,7 +97,7 @@ class ControlObject final : public _Ctr_OrgPriseCharge,
     return member([](Control& control) { control.Creer_Donnees(); });
   }
   HRESULT STDMETHODCALLTYPE Impression_ModifAccord() override {
-    return enter([] { return E_NOTIMPL; });
+    return member([](Control& control) { control.Impression_ModifAccord(); });
   }
   HRESULT STDMETHODCALLTYPE Init() override {
     return member([](Control& control) { control.Init(); });
@@ -199,10 +199,10 @@ class ControlObject final : public _Ctr_OrgPriseCharge,
     return enter([&] { return verify(accepted, &Control::Verif_Ong6); });
   }
   HRESULT STDMETHODCALLTYPE Recup_Accord() override {
-    return enter([] { return E_NOTIMPL; });
+    return member([](Control& control) { control.Recup_Accord(); });
   }
   HRESULT STDMETHODCALLTYPE Recup_AccordTauxRemb() override {
-    return enter([] { return E_NOTIMPL; });
+    return member([](Control& control) { control.Recup_AccordTauxRemb(); });
   }
   HRESULT STDMETHODCALLTYPE Tri2() override {
     return member([](Control& control) { control.Tri2(); });

@@ -9,37 +9,61 @@
 
 namespace screen {
 
-// The hourglass, and the whole control disabled, while this lives.
-class BusyScreen {
+// Pointer and whole control are in another state while one lives, and then as they were before: one
+// inside another ends in the state of the outer one.
+class HeldScreen {
  public:
-  BusyScreen(toolkit::Desktop& desktop, toolkit::Surface& surface)
-      : desktop_(desktop), surface_(surface), exceptions_(std::uncaught_exceptions()) {
-    desktop_.setPointer(toolkit::Pointer::Hourglass);
-    surface_.setEnabled(false);
-  }
   // Enabling gives the focus that was asked for meanwhile. An error of its GotFocus passes on, or
   // is traced when this ends by another one.
-  ~BusyScreen() noexcept(false) {
-    desktop_.setPointer(toolkit::Pointer::Normal);
+  ~HeldScreen() noexcept(false) {
+    desktop_.setPointer(pointer_);
     if (std::uncaught_exceptions() == exceptions_) {
-      surface_.setEnabled(true);
+      surface_.setEnabled(enabled_);
       return;
     }
     try {
-      surface_.setEnabled(true);
+      surface_.setEnabled(enabled_);
     } catch (const std::exception& error) {
-      toolkit::trace("BusyScreen", error.what());
+      toolkit::trace("HeldScreen", error.what());
     } catch (const toolkit::ControlClosed&) {
-      toolkit::trace("BusyScreen", "closed");
+      toolkit::trace("HeldScreen", "closed");
     }
   }
-  BusyScreen(const BusyScreen&) = delete;
-  BusyScreen& operator=(const BusyScreen&) = delete;
+  HeldScreen(const HeldScreen&) = delete;
+  HeldScreen& operator=(const HeldScreen&) = delete;
+
+ protected:
+  HeldScreen(toolkit::Desktop& desktop, toolkit::Surface& surface, toolkit::Pointer pointer,
+             bool enabled)
+      : desktop_(desktop),
+        surface_(surface),
+        pointer_(desktop.pointer()),
+        enabled_(surface.enabled()),
+        exceptions_(std::uncaught_exceptions()) {
+    desktop_.setPointer(pointer);
+    surface_.setEnabled(enabled);
+  }
 
  private:
   toolkit::Desktop& desktop_;
   toolkit::Surface& surface_;
+  toolkit::Pointer pointer_;
+  bool enabled_;
   int exceptions_;
+};
+
+// The hourglass, and the whole control disabled.
+class BusyScreen : public HeldScreen {
+ public:
+  BusyScreen(toolkit::Desktop& desktop, toolkit::Surface& surface)
+      : HeldScreen(desktop, surface, toolkit::Pointer::Hourglass, false) {}
+};
+
+// The normal pointer and the control enabled, in the midst of a BusyScreen: the user is asked.
+class UsableScreen : public HeldScreen {
+ public:
+  UsableScreen(toolkit::Desktop& desktop, toolkit::Surface& surface)
+      : HeldScreen(desktop, surface, toolkit::Pointer::Normal, true) {}
 };
 
 }  // namespace screen

@@ -45,10 +45,13 @@ struct FichiersLettre {
   std::unique_ptr<store::File> natureVoie;
 };
 
-// What one update of the agreements, its letters and its listing share.
+// What one update of the agreements, its letters and its listing share. It stays after the run
+// until the screen is cleared; lettresVoulues stays as the last run left it.
 struct MiseAJourAccords {
-  bool lettresVoulues = false;    // a letter for each agreement that was changed
-  std::int16_t indiceLettre = 0;  // position in accordsModifies of the letter being printed, from 1
+  bool lettresVoulues = false;  // a letter for each agreement that was changed
+  // Position in accordsModifies of the letter being printed, from 1; 0 while `accord` is none that
+  // gets one. Letters past the 32767th take that position in turn, so each finds its key there.
+  std::int16_t indiceLettre = 0;
   store::DynamicArray accordsModifies;  // attribute i: key of the i-th agreement changed
   // Those left unchanged, for the listing: value k of each attribute belongs to the k-th. 1 the
   // beneficiary's number, 2 and 3 first and last day (dd/mm/yyyy), 4 the participation in
