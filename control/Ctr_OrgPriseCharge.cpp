@@ -47,7 +47,7 @@ class Ctr_OrgPriseCharge::Implementation {
         list(context, view),
         search(context, list, view),
         lookup(context, view),
-        save(context, view, list, accords),
+        save(context, view, list),
         bar(context, view, list, save, [this](bool leave) { setSortir(leave); }),
         startUp(context, view, list, ong2, ong5) {
     applyState(screen, State::Empty);

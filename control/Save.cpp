@@ -152,7 +152,10 @@ void Save::Ecrire_Donnees() {
 
 // The body is written, whatever becomes of its agreements.
 void Save::proposerPropagation() {
-  toolkit::quietly("Recup_Accord", [this] { agreements::proposerPropagation(accords_); });
+  toolkit::quietly("Recup_Accord", [this] {
+    agreements::proposerPropagation(
+        {context_.desktop, context_.surface, context_.screen, context_.session});
+  });
 }
 
 }  // namespace control

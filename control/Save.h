@@ -3,7 +3,6 @@
 #include <memory>
 #include <string>
 
-#include "agreements/AgreementContext.h"
 #include "control/AcronymList.h"
 #include "control/Context.h"
 #include "control/RecordView.h"
@@ -13,9 +12,8 @@ namespace control {
 // The save of a new and of an existing body.
 class Save {
  public:
-  Save(Context& context, RecordView& view, AcronymList& list,
-       const agreements::AgreementContext& accords)
-      : context_(context), view_(view), list_(list), accords_(accords) {}
+  Save(Context& context, RecordView& view, AcronymList& list)
+      : context_(context), view_(view), list_(list) {}
 
   // Saves with all checks. An error counts as a refusal: screen and record in hand stay.
   void Cmd_OK_Click();
@@ -38,7 +36,6 @@ class Save {
   Context& context_;
   RecordView& view_;
   AcronymList& list_;
-  const agreements::AgreementContext& accords_;
 };
 
 }  // namespace control

@@ -21,6 +21,7 @@ struct Fault {
 struct MemoryStore::State {
   std::map<std::string, std::map<std::string, DynamicArray>> files;
   std::map<std::string, DynamicArray> answers;
+  std::function<void(const DynamicArray&)> server;
   std::vector<Call> calls;
   std::shared_ptr<std::vector<std::string>> releases = std::make_shared<std::vector<std::string>>();
   std::vector<Fault> faults;
@@ -236,6 +237,7 @@ class MemoryDatabase : public store::Database {
     if (const auto scripted = state_->answers.find(sentence); scripted != state_->answers.end()) {
       return scripted->second;
     }
+    if (!selects && state_->server) state_->server(request);
     return selects ? state_->select(request) : DynamicArray();
   }
 
@@ -346,6 +348,10 @@ void MemoryStore::answer(std::string_view sentence,
     for (const std::string_view text : columns) rows.set(row, ++column, text);
   }
   answer(sentence, rows);
+}
+
+void MemoryStore::onCommands(std::function<void(const DynamicArray&)> server) {
+  state_->server = std::move(server);
 }
 
 const std::vector<Call>& MemoryStore::calls() const { return state_->calls; }

@@ -2,6 +2,7 @@
 // through its objects, fails on demand, and tells when its objects go.
 #pragma once
 
+#include <functional>
 #include <initializer_list>
 #include <map>
 #include <memory>
@@ -54,6 +55,8 @@ class MemoryStore {
   // One attribute a record, its values the columns.
   void answer(std::string_view sentence,
               std::initializer_list<std::initializer_list<std::string_view>> records);
+  // Plays the server: runs at each request that is no selection and does not fail.
+  void onCommands(std::function<void(const store::DynamicArray& request)> server);
 
   // --- Journal.
   const std::vector<Call>& calls() const;
