@@ -1,0 +1,362 @@
+// Changed rates on their way into the agreements, asked for by the host.
+#include <algorithm>
+#include <random>
+
+#include "store/Conversions.h"
+#include "store/Layouts.h"
+#include "tests/behaviour/CoverageTest.h"
+#include "toolkit/ControlClosed.h"
+
+namespace behaviour {
+namespace {
+
+using toolkit::headless::Entry;
+// Rate, date, row of the scale, participation, as they are shown; most recent first.
+using History = Rows;
+
+class RatePropagation : public Coverage {
+ protected:
+  RatePropagation() {
+    agreement("00001001",
+              {{"18,00", "01/02/2026", "2", "5,00"}, {"17,00", "01/01/2025", "1", "4,00"}});
+  }
+  void agreement(std::string_view key, const History& history, std::string_view end = "31/12/2026",
+                 std::string_view body = "001", std::string_view closed = "") {
+    store::DynamicArray record;
+    record.set(store::accord::OrgChgAcc, body);
+    record.set(store::accord::DateDebAcc, stored("01/01/2025"));
+    record.set(store::accord::DateFinAcc, stored(end));
+    record.set(store::accord::ClotureAcc, closed);
+    int position = 0;
+    for (const Row& row : history) {
+      ++position;
+      record.set(10, position, stored(row[0]));
+      record.set(11, position, stored(row[1]));
+      record.set(12, position, row[2]);
+      record.set(13, position, stored(row[3]));
+    }
+    store_.put("ACCORD", key, record);
+  }
+  History history(std::string_view key = "00001001") {
+    const store::DynamicArray record = store_.record("ACCORD", key);
+    int count = 0;
+    for (int a = 10; a <= 13; ++a) count = std::max(count, record.DCount(a));
+    History rows;
+    for (int v = 1; v <= count; ++v) {
+      rows.push_back({store::shownHundredths(record.get(10, v)),
+                      store::textOfDay(record.get(11, v)), std::string(record.get(12, v)),
+                      store::shownHundredths(record.get(13, v))});
+    }
+    return rows;
+  }
+  // The host carries the rates; the keys written.
+  std::vector<std::string> carry() {
+    store_.forgetCalls();
+    desktop_.clearJournal();
+    control_->Recup_AccordTauxRemb();
+    EXPECT_EQ(desktop_.pointer(), toolkit::Pointer::Normal);
+    EXPECT_TRUE(control_->surface().enabled());
+    return written();
+  }
+  std::vector<std::string> written() {
+    std::vector<std::string> keys;
+    for (const auto& call : store_.calls(CallKind::DBWrite)) keys.push_back(call.id);
+    return keys;
+  }
+  std::string sentence() {
+    const auto calls = store_.calls(CallKind::ExecuteSentence);
+    return calls.empty() ? "" : std::string(store::DynamicArray(calls.front().text).get(1));
+  }
+  static std::string sentenceFrom(std::string_view date) {
+    return "SSELECT ACCORD AVEC OrgChgAcc = \"001\" AND AVEC 18 # \"O\" AND AVEC 6 > \"" +
+           stored(date) + "\"";
+  }
+  std::vector<std::string> forms() {
+    std::vector<std::string> words;
+    for (const Entry& entry : desktop_.journal()) {
+      if (entry.what == Entry::What::Shown) words.push_back("shown " + entry.text);
+      if (entry.what == Entry::What::Closed) words.push_back("closed " + entry.text);
+      if (entry.what == Entry::What::Events) words.push_back("events");
+    }
+    return words;
+  }
+};
+
+TEST_F(RatePropagation, SelectsWhatEndsAfterTheLatestRate) {
+  EXPECT_EQ(carry(), std::vector<std::string>{"00001001"});
+  EXPECT_EQ(sentence(), sentenceFrom("01/01/2026"));
+  const store::DynamicArray request(store_.calls().front().text);
+  EXPECT_EQ(request.get(2), "ACCORD");
+  EXPECT_EQ(request.get(3), "0");
+}
+
+TEST_F(RatePropagation, SelectsFromTheOldestRateThatMayHaveChanged) {
+  addRate({"01/03/2026", "30,00", "35,00", "20,00"});
+  carry();
+  EXPECT_EQ(sentence(), sentenceFrom("01/01/2026"));
+}
+
+TEST_F(RatePropagation, SelectsFromTheLatestWhenOthersHaveChangedThanWhatConcernsAgreements) {
+  ASSERT_TRUE(openRate(0));
+  user_->fill(box("Txt_TxRembMajOrgChg"), "90");
+  ASSERT_TRUE(press("Cmd_OKTaux"));
+  carry();
+  EXPECT_EQ(sentence(), sentenceFrom("01/01/2026"));
+}
+
+TEST_F(RatePropagation, WhichAgreementsItConcerns) {
+  agreement("A1", {}, "01/01/2026");
+  agreement("A2", {}, "02/01/2026");
+  agreement("A3", {}, "31/12/2026", "002");
+  agreement("A4", {}, "31/12/2026", "001", "O");
+  agreement("A5", {}, "31/12/2026", "001", "N");
+  EXPECT_EQ(carry(), (std::vector<std::string>{"00001001", "A2", "A5"}));
+}
+
+TEST_F(RatePropagation, PutsTheNewPeriodOverWhatFollowsItsDate) {
+  const std::string rate = rates()[0][1];
+  carry();
+  EXPECT_EQ(history(),
+            (History{{rate, "01/01/2026", "1", "4,00"}, {"17,00", "01/01/2025", "1", "4,00"}}));
+}
+
+TEST_F(RatePropagation, TakesRowAndParticipationFromThePeriodThatItCuts) {
+  agreement("00001001", {{"19,00", "01/06/2026", "3", "6,00"},
+                         {"18,00", "01/01/2026", "2", "5,00"},
+                         {"17,00", "01/01/2025", "1", "4,00"}});
+  const std::string rate = rates()[0][1];
+  carry();
+  EXPECT_EQ(history(),
+            (History{{rate, "01/01/2026", "2", "5,00"}, {"17,00", "01/01/2025", "1", "4,00"}}));
+}
+
+TEST_F(RatePropagation, InsertsSeveralPeriodsMostRecentFirst) {
+  addRate({"01/03/2026", "30,00", "35,00", "20,00"});
+  addRate({"01/05/2026", "40,00", "45,00", "20,00"});
+  const Rows shown = rates();
+  carry();
+  EXPECT_EQ(history(), (History{{"40,00", "01/05/2026", "2", "5,00"},
+                                {"30,00", "01/03/2026", "2", "5,00"},
+                                {shown[2][1], "01/01/2026", "1", "4,00"},
+                                {"17,00", "01/01/2025", "1", "4,00"}}));
+}
+
+TEST_F(RatePropagation, OfAnAgreementThatStartsLaterKeepsWhatItStartsWith) {
+  agreement("00001001",
+            {{"19,00", "01/08/2026", "3", "6,00"}, {"18,00", "01/06/2026", "2", "5,00"}});
+  const std::string rate = rates()[0][1];
+  carry();
+  EXPECT_EQ(history(), (History{{rate, "01/01/2026", "2", "5,00"}}));
+}
+
+TEST_F(RatePropagation, BeginsAHistoryThatWasEmpty) {
+  agreement("00001001", {});
+  const std::string rate = rates()[0][1];
+  carry();
+  EXPECT_EQ(history(), (History{{rate, "01/01/2026", "", ""}}));
+}
+
+TEST_F(RatePropagation, KeepsAPeriodTheDayBefore) {
+  agreement("00001001", {{"18,00", "31/12/2025", "2", "5,00"}});
+  const std::string rate = rates()[0][1];
+  carry();
+  EXPECT_EQ(history(),
+            (History{{rate, "01/01/2026", "2", "5,00"}, {"18,00", "31/12/2025", "2", "5,00"}}));
+}
+
+TEST_F(RatePropagation, KeepsTheListsAlignedWhereSomeAreShorter) {
+  agreement("00001001", {{"", "01/02/2026", "2", "5,00"}, {"", "01/01/2025", "", "4,00"}});
+  const std::string rate = rates()[0][1];
+  carry();
+  EXPECT_EQ(history(), (History{{rate, "01/01/2026", "", "4,00"}, {"", "01/01/2025", "", "4,00"}}));
+}
+
+TEST_F(RatePropagation, TwiceIsAsOnce) {
+  addRate({"01/03/2026", "30,00", "35,00", "20,00"});
+  carry();
+  const History once = history();
+  carry();
+  EXPECT_EQ(history(), once);
+}
+
+TEST_F(RatePropagation, LeavesTheRestOfTheAgreementAlone) {
+  store_.set("ACCORD", "00001001", 7, "010P01");
+  const store::DynamicArray before = store_.record("ACCORD", "00001001");
+  carry();
+  const store::DynamicArray after = store_.record("ACCORD", "00001001");
+  for (const int a : {1, 2, 3, 4, 5, 6, 7, 8, 9, 14, 18})
+    EXPECT_EQ(after.get(a), before.get(a)) << a;
+}
+
+TEST_F(RatePropagation, ShowsTheWaitingWindowAndLetsEventsRunForEachAgreement) {
+  agreement("00002001", {});
+  carry();
+  EXPECT_EQ(forms(), (std::vector<std::string>{"shown Frm_Anim", "events", "events", "events",
+                                               "closed Frm_Anim"}));
+}
+
+TEST_F(RatePropagation, ReadsEachAgreementBeforeEventsRun) {
+  int read = 0;
+  desktop_.onEvents = [&] {
+    read = static_cast<int>(store_.calls(CallKind::ReadRecord).size());
+    EXPECT_EQ(store_.calls(CallKind::DBWrite).size(), 0U);
+    EXPECT_FALSE(control_->surface().enabled());
+    EXPECT_EQ(desktop_.pointer(), toolkit::Pointer::Hourglass);
+    EXPECT_THROW(control_->Vider_Donnees(), control::Busy);
+  };
+  carry();
+  EXPECT_EQ(read, 1);
+}
+
+TEST_F(RatePropagation, WithoutAnyAgreementShowsNothing) {
+  store_.erase("ACCORD", "00001001");
+  EXPECT_TRUE(carry().empty());
+  EXPECT_TRUE(forms().empty());
+}
+
+TEST_F(RatePropagation, WithoutARateDoesNothing) {
+  putRates({});
+  show();
+  EXPECT_TRUE(carry().empty());
+  EXPECT_TRUE(store_.calls().empty());
+}
+
+TEST_F(RatePropagation, WithoutABodyDoesNothing) {
+  control_->Vider_Donnees();
+  carry();
+  EXPECT_TRUE(store_.calls().empty());
+  beginCreation();
+  carry();
+  EXPECT_TRUE(store_.calls().empty());
+}
+
+TEST_F(RatePropagation, NeedsRightsAndAnInit) {
+  level_->value = 1;
+  EXPECT_THROW(control_->Recup_AccordTauxRemb(), control::AccessDenied);
+  control::Ctr_OrgPriseCharge fresh(desktop_);
+  EXPECT_THROW(fresh.Recup_AccordTauxRemb(), control::NotReady);
+}
+
+TEST_F(RatePropagation, IsNotAskedForByASave) {
+  addRate({"01/03/2026", "30,00", "35,00", "20,00"});
+  const History before = history();
+  save();
+  EXPECT_EQ(history(), before);
+}
+
+TEST_F(RatePropagation, EndsWithASelectionThatFails) {
+  store_.fail(CallKind::ExecuteSentence, "ACCORD", store::kBusy);
+  EXPECT_THROW(control_->Recup_AccordTauxRemb(), store::StoreError);
+  EXPECT_TRUE(forms().empty());
+  EXPECT_TRUE(control_->surface().enabled());
+  EXPECT_EQ(desktop_.pointer(), toolkit::Pointer::Normal);
+}
+
+TEST_F(RatePropagation, DoesTheOthersWhenOneFailsAndTellsInTheEnd) {
+  agreement("00002001", {});
+  agreement("00003001", {});
+  const History before = history("00002001");
+  // The selection, then a read and a write each.
+  for (const int call : {4, 5}) {
+    agreement("00002001", {});
+    store_.forgetCalls();
+    store_.failAt(call);
+    EXPECT_THROW(control_->Recup_AccordTauxRemb(), store::StoreError);
+    EXPECT_EQ(history("00002001"), before) << call;
+    EXPECT_FALSE(history("00003001").empty());
+    EXPECT_TRUE(control_->surface().enabled());
+    EXPECT_EQ(desktop_.pointer(), toolkit::Pointer::Normal);
+    EXPECT_EQ(forms().back(), "closed Frm_Anim");
+  }
+  carry();
+  EXPECT_EQ(history("00002001").size(), 1U);
+}
+
+TEST_F(RatePropagation, DoesNotBringBackAnAgreementThatHasGone) {
+  store_.answer(sentenceFrom("01/01/2026"), {{"00001001"}, {"99999001"}});
+  EXPECT_EQ(carry(), std::vector<std::string>{"00001001"});
+  EXPECT_FALSE(store_.has("ACCORD", "99999001"));
+}
+
+TEST_F(RatePropagation, EndsWhereTheHostClosesIt) {
+  agreement("00002001", {});
+  int events = 0;
+  desktop_.onEvents = [&] {
+    if (++events == 3) throw toolkit::ControlClosed();
+  };
+  store_.forgetCalls();
+  EXPECT_THROW(control_->Recup_AccordTauxRemb(), toolkit::ControlClosed);
+  EXPECT_EQ(written(), std::vector<std::string>{"00001001"});
+  EXPECT_EQ(forms().back(), "closed Frm_Anim");
+  EXPECT_TRUE(control_->surface().enabled());
+}
+
+// --- Against a plain model.
+
+struct Period {
+  int day = 0;
+  int rate = 0;
+  int row = 0;
+  int part = 0;
+};
+
+std::string day(int number) { return store::textOfDay(21000 + number); }
+
+History told(const std::vector<Period>& periods) {
+  History rows;
+  for (const Period& p : periods) {
+    rows.push_back({store::twoDecimals(p.rate), day(p.day), std::to_string(p.row),
+                    store::twoDecimals(p.part)});
+  }
+  return rows;
+}
+
+// The new rates over the old periods; both most recent first.
+std::vector<Period> merged(const std::vector<Period>& old, const std::vector<Period>& fresh) {
+  std::vector<Period> all;
+  for (Period period : fresh) {
+    const auto cut =
+        std::find_if(old.begin(), old.end(), [&](const Period& p) { return p.day <= period.day; });
+    const Period& source = cut == old.end() ? old.back() : *cut;
+    period.row = source.row;
+    period.part = source.part;
+    all.push_back(period);
+  }
+  for (const Period& period : old) {
+    if (period.day < fresh.back().day) all.push_back(period);
+  }
+  return all;
+}
+
+std::vector<Period> randomPeriods(std::mt19937& random, int most) {
+  const auto below = [&](int bound) {
+    return static_cast<int>(random() % static_cast<unsigned>(bound));
+  };
+  std::vector<int> days;
+  for (int i = 0, count = 1 + below(most); i < count; ++i) days.push_back(below(40));
+  std::sort(days.rbegin(), days.rend());
+  days.erase(std::unique(days.begin(), days.end()), days.end());
+  std::vector<Period> periods;
+  for (const int d : days) periods.push_back({d, 1 + below(9000), 1 + below(9), 1 + below(900)});
+  return periods;
+}
+
+TEST_F(RatePropagation, MergesAsAPlainModelDoes) {
+  std::mt19937 random(5);
+  for (int round = 0; round < 150; ++round) {
+    const std::vector<Period> old = randomPeriods(random, 8);
+    const std::vector<Period> fresh = randomPeriods(random, 4);
+    putRates({{day(fresh.back().day), store::twoDecimals(fresh.back().rate), "95,00", "0,00"}});
+    show();
+    for (std::size_t i = fresh.size() - 1; i-- > 0;) {
+      addRate({day(fresh[i].day), store::twoDecimals(fresh[i].rate), "95,00", "0,00"});
+    }
+    ASSERT_EQ(rates().size(), fresh.size());
+    agreement("00001001", told(old));
+    carry();
+    EXPECT_EQ(history(), told(merged(old, fresh))) << round;
+  }
+}
+
+}  // namespace
+}  // namespace behaviour
