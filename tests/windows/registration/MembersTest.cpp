@@ -169,15 +169,6 @@ TEST_F(Members, RightsAreAskedForTheirEntryAtOnce) {
   EXPECT_EQ(control_->putref_DroitsUtilisateur(rights.Get()), static_cast<HRESULT>(0x80040005U));
 }
 
-TEST_F(Members, ThatAreNotBuiltSaySo) {
-  EXPECT_EQ(control_->Recup_Accord(), E_NOTIMPL);
-  for (const wchar_t* name :
-       {L"Impression_ModifAccord", L"Recup_Accord", L"Recup_AccordTauxRemb"}) {
-    EXPECT_EQ(call(name, DISPATCH_METHOD), DISP_E_EXCEPTION);
-    EXPECT_EQ(exception_.scode, E_NOTIMPL) << testing::PrintToString(std::wstring(name));
-  }
-}
-
 TEST_F(Members, OfThePagesWaitForInit) {
   for (const wchar_t* name : {L"Affiche_Bareme",
                               L"AfficherZonesBareme",
@@ -219,7 +210,10 @@ TEST_F(Members, OfThePagesWaitForInit) {
                               L"Passage_A_Gauche",
                               L"Passage_A_Droite_Tri",
                               L"Passage_A_Gauche_Tri",
-                              L"RechercheAccord"}) {
+                              L"RechercheAccord",
+                              L"Impression_ModifAccord",
+                              L"Recup_Accord",
+                              L"Recup_AccordTauxRemb"}) {
     EXPECT_EQ(call(name, DISPATCH_METHOD), DISP_E_EXCEPTION);
     EXPECT_EQ(exception_.scode, E_UNEXPECTED) << testing::PrintToString(std::wstring(name));
     EXPECT_EQ(description_, L"Init has not succeeded")

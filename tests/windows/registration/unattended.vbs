@@ -43,6 +43,7 @@ Store "ORGPRISECHARGE", "001", Array(1, "CD01", 2, "Conseil departemental", 17, 
   19, "3", 20, "0", 24, "H", 25, "21186", 26, "2000", _
   27, "2500", 28, "1500", 41, "M", 42, "0", 44, "0", 45, "I", 46, "010", 47, "010P02", 48, "1", 50, "0", 51, "0", _
   53, "0", 55, "0", 57, "0", 61, "1")
+Store "ACCORD", "00001001", Array(1, "001", 5, "20821", 6, "30000", 10, "1800", 11, "20821", 12, "1", 13, "500")
 
 Set control = CreateObject("Tessaline.Ctr_OrgPriseCharge")
 Hold "W_Sortir is false at the start", control.W_Sortir = False
@@ -134,6 +135,19 @@ Hold "no activity is covered", record.Value(47) = "" And record.Value(46) = "010
 Set record = Nothing
 control.Remplir_OrgPriseChg
 Done "Remplir_OrgPriseChg again", Err.Number, Err.Description
+Err.Clear
+
+' The rate on screen enters the agreement; no letter has been asked for.
+control.Recup_AccordTauxRemb
+Done "Recup_AccordTauxRemb", Err.Number, Err.Description
+Set record = database.OpenFile("ACCORD").ReadRecord("00001001")
+Hold "the agreement has a new period", record.DCount(11) = 2 And record.Value(11, 1) = "21186" _
+  And record.Value(10, 1) = "2000" And record.Value(13, 1) = "500"
+Set record = Nothing
+control.Recup_Accord
+Done "Recup_Accord", Err.Number, Err.Description
+control.Impression_ModifAccord
+Hold "Impression_ModifAccord has no letter: " & Hex(Err.Number), Err.Number <> 0
 Err.Clear
 
 Dim index
