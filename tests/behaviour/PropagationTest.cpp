@@ -44,12 +44,6 @@ std::string told(const Entry& entry) {
 
 }  // namespace
 
-std::string questionBareme(std::string_view date) {
-  return "Vous venez de saisir un nouveau barème au " + std::string(date) +
-         "\r\nSouhaitez-vous mettre à jour tous les accords de l'organisme ?\r\nAttention, ce "
-         "traitement peut durer quelques minutes.";
-}
-
 std::string questionListe(int count) {
   return "Attention : " + std::to_string(count) +
          " accord(s) n'ont pas pu être modifiés. Voulez-vous en éditer la liste ?";

@@ -18,7 +18,6 @@ using Keys = std::vector<std::string>;
 inline constexpr const char* kInformer =
     "Souhaitez-vous informer par écrit les aidés concernés ?\r\nAttention, ce traitement peut "
     "durer quelques minutes.";
-std::string questionBareme(std::string_view date);
 std::string questionListe(int count);
 
 class Propagation : public Scale {

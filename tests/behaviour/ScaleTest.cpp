@@ -6,6 +6,12 @@ namespace behaviour {
 
 namespace attribut = store::orgprisecharge;
 
+std::string questionBareme(std::string_view date) {
+  return "Vous venez de saisir un nouveau barème au " + std::string(date) +
+         "\r\nSouhaitez-vous mettre à jour tous les accords de l'organisme ?\r\nAttention, ce "
+         "traitement peut durer quelques minutes.";
+}
+
 Scale::Scale() {
   fillThreeBodies(store_);
   putScale("001",
@@ -76,8 +82,16 @@ void Scale::beginScale(std::string_view date) {
 }
 
 void Scale::save() {
+  const bool asks =
+      caption("Cmd_NouveauBareme") == screen::kAnnulerBareme && option("Opt_GestPartMont").value();
+  const std::string date = current().text();
+  if (asks) desktop_.answer(Answer::No);
   ASSERT_TRUE(press("Cmd_OK"));
-  expectNoBox();
+  if (asks) {
+    expectBox(questionBareme(date), Icon::Exclamation, toolkit::Buttons::YesNo);
+  } else {
+    expectNoBox();
+  }
   ASSERT_EQ(store_.calls(CallKind::DBWrite).size(), 1U);
 }
 

@@ -22,6 +22,9 @@ inline constexpr const char* kScaleZones[] = {"Txt_DebRevSeulOrgChg", "Txt_FinRe
 
 inline constexpr const char* kNouveauBaremeQuestion = "Souhaitez-vous créer un nouveau barème ?";
 
+// Asked by a save of a new scale.
+std::string questionBareme(std::string_view date);
+
 class Scale : public ControlTest {
  protected:
   // Body 001 has three brackets and two dates, 002 has no scale, 003 has one bracket in per cent.
@@ -46,7 +49,7 @@ class Scale : public ControlTest {
   bool rowOpen() { return button("Cmd_OKPart").usable(); }
   // Presses the new-scale button, answers Yes, types the date.
   void beginScale(std::string_view date = "");
-  // Saves the body with Cmd_OK, which must accept it.
+  // Saves the body with Cmd_OK, which must accept it. A new scale stays out of the agreements.
   void save();
 };
 
