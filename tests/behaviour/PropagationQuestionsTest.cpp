@@ -19,6 +19,10 @@ class PropagationQuestions : public Propagation {
     expectSaved();
     EXPECT_EQ(commands(), 0);
   }
+  // Active ones forbid to change the body's type, and its participation's mode.
+  void withoutAgreements() {
+    for (const std::string& key : store_.ids("ACCORD")) store_.erase("ACCORD", key);
+  }
   void expectSaved() {
     EXPECT_EQ(store_.calls(CallKind::DBWrite).size(), 1U);
     EXPECT_EQ(state(), kEmpty);
@@ -110,6 +114,7 @@ TEST_F(PropagationQuestions, AreNotAskedOfAScaleThatWasTakenBack) {
 }
 
 TEST_F(PropagationQuestions, AreNotAskedOfAComplementaryBody) {
+  withoutAgreements();
   enterScale();
   ASSERT_TRUE(user_->click(tabs(), 1));
   ASSERT_TRUE(user_->click(option("Opt_TypeComplOrgChg")));
@@ -117,6 +122,9 @@ TEST_F(PropagationQuestions, AreNotAskedOfAComplementaryBody) {
 }
 
 TEST_F(PropagationQuestions, AreNotAskedOfABodyCountedInAmount) {
+  // An agency's activities: only they can be counted in amount.
+  store_.set("ACTIVITES", "010P01", 12, "M");
+  show();
   enterScale();
   ASSERT_TRUE(user_->click(tabs(), 2));
   ASSERT_TRUE(user_->click(option("Opt_MontantOrgChg")));
@@ -124,6 +132,7 @@ TEST_F(PropagationQuestions, AreNotAskedOfABodyCountedInAmount) {
 }
 
 TEST_F(PropagationQuestions, AreNotAskedOfAParticipationInPercentage) {
+  withoutAgreements();
   enterScale();
   ASSERT_TRUE(user_->click(option("Opt_GestPartPourc")));
   expectSavedUnasked();
@@ -188,6 +197,8 @@ TEST_F(PropagationQuestions, AreNotAskedWhileSuspended) {
 TEST_F(PropagationQuestions, OfACreationAreAboutTheNewCode) {
   ASSERT_TRUE(press("Cmd_Annuler"));
   beginCreation();
+  ASSERT_TRUE(user_->click(tabs(), 1));
+  ASSERT_TRUE(user_->click(option("Opt_TypePrincipalOrgChg")));
   ASSERT_TRUE(user_->click(tabs(), 3));
   ASSERT_TRUE(user_->click(option("Opt_GestPartMont")));
   enterScale();

@@ -36,10 +36,10 @@ std::vector<std::string> joined(std::initializer_list<std::vector<std::string>> 
 
 class PropagationRun : public Propagation {
  protected:
-  // With letters, and no listing unless it is asked for.
+  // Enters a scale, unless one has been, and saves it.
   void run(Keys modified, Keys limit, std::vector<Answer> answers) {
     serverAnswers(std::move(modified), std::move(limit));
-    enterScale();
+    if (!control_->surface().find("Txt_DatBaremCours")->enabled()) enterScale();
     saveAnswering(std::move(answers));
   }
   void expectDone() {
@@ -143,6 +143,7 @@ TEST_F(PropagationRun, IsBusyUntilTheUserIsAskedAndAfterwards) {
 }
 
 TEST_F(PropagationRun, LetsTheUserReachNothingButTheBoxes) {
+  enterScale();
   std::vector<bool> enabled;
   desktop_.onBox = [&](const Entry&) { enabled.push_back(control_->surface().enabled()); };
   const auto window = desktop_.onModal;
@@ -312,7 +313,7 @@ TEST_F(PropagationRun, NoToTheListingPrintsNone) {
 TEST_F(PropagationRun, YesToTheListingPrintsIt) {
   run({}, {"00001001", "00002001"}, {Answer::Yes, Answer::No, Answer::Yes});
   ASSERT_EQ(pages().jobs().size(), 1U);
-  EXPECT_TRUE(wasPrinted("Accords non modifiés de l'organisme"));
+  EXPECT_TRUE(wasPrinted("Accords non modifés de l'organisme"));
   EXPECT_TRUE(wasPrinted("00001"));
   EXPECT_TRUE(wasPrinted("00002"));
   expectDone();
@@ -369,11 +370,11 @@ TEST_F(PropagationRun, StoppedAtTheWaitingWindowEndsThere) {
 }
 
 TEST_F(PropagationRun, StoppedAtTheCountEndsThere) {
+  serverAnswers({}, {"00003001"});
+  enterScale();
   desktop_.onBox = [](const Entry& box) {
     if (box.icon == Icon::Question) throw toolkit::ControlClosed();
   };
-  serverAnswers({}, {"00003001"});
-  enterScale();
   desktop_.answer(Answer::Yes);
   desktop_.answer(Answer::No);
   EXPECT_THROW(press("Cmd_OK"), toolkit::ControlClosed);
@@ -397,6 +398,7 @@ TEST_F(PropagationRun, StoppedAtThePrinterOfTheListingEndsThere) {
 }
 
 TEST_F(PropagationRun, RefusesTheHostMeanwhile) {
+  enterScale();
   int refused = 0;
   const auto call = [&] {
     EXPECT_THROW(control_->Recup_Accord(), control::Busy);
