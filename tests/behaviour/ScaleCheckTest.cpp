@@ -658,6 +658,8 @@ class ScaleSequences : public Scale {
   }
   void saveIt() {
     const std::string refusal = model_.refusal();
+    const bool asks = refusal.empty() && asksAboutAgreements();
+    if (asks) desktop_.answer(Answer::No);
     ASSERT_TRUE(press("Cmd_OK"));
     if (!refusal.empty()) {
       expectBox(refusal, Icon::Exclamation);
@@ -666,7 +668,11 @@ class ScaleSequences : public Scale {
       model_.dateOpen = model_.dateOpen || dateRefused;
       return;
     }
-    expectNoBox();
+    if (asks) {
+      expectBox(questionBareme(model_.current), Icon::Exclamation, toolkit::Buttons::YesNo);
+    } else {
+      expectNoBox();
+    }
     ++saved_;
     expectWritten(store_.record("ORGPRISECHARGE", body_));
     lookUpAny();

@@ -49,6 +49,8 @@ class Scale : public ControlTest {
   bool rowOpen() { return button("Cmd_OKPart").usable(); }
   // Presses the new-scale button, answers Yes, types the date.
   void beginScale(std::string_view date = "");
+  // Will saving ask whether the agreements are to follow?
+  bool asksAboutAgreements();
   // Saves the body with Cmd_OK, which must accept it. A new scale stays out of the agreements.
   void save();
 };
