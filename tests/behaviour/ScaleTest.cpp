@@ -1,5 +1,6 @@
 #include "tests/behaviour/ScaleTest.h"
 
+#include "store/Conversions.h"
 #include "store/Layouts.h"
 
 namespace behaviour {
@@ -81,10 +82,15 @@ void Scale::beginScale(std::string_view date) {
   ASSERT_TRUE(user_->type(date));
 }
 
+bool Scale::asksAboutAgreements() {
+  return caption("Cmd_NouveauBareme") == screen::kAnnulerBareme &&
+         option("Opt_GestPartMont").value() && option("Opt_HeureOrgChg").value() &&
+         option("Opt_TypePrincipalOrgChg").value();
+}
+
 void Scale::save() {
-  const bool asks =
-      caption("Cmd_NouveauBareme") == screen::kAnnulerBareme && option("Opt_GestPartMont").value();
-  const std::string date = current().text();
+  const bool asks = asksAboutAgreements();
+  const std::string date = store::completeDate(current().text(), 2026);
   if (asks) desktop_.answer(Answer::No);
   ASSERT_TRUE(press("Cmd_OK"));
   if (asks) {
