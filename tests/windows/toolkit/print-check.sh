@@ -3,14 +3,14 @@
 # PDFs back.  print-check.sh FOLDER-OF-THE-BINARIES
 # Runs a print server of its own, on a socket of its own; ends with "N passed, N failed".
 set -uo pipefail
+. "$(dirname "${BASH_SOURCE[0]}")/../../../scripts/printers.sh"
 bin=$1
 work=$(mktemp -d)
 passed=0
 failed=0
-server=
 
 finish() {
-  [ -z "$server" ] || { kill "$server" 2>/dev/null; wait "$server" 2>/dev/null; }
+  stop_printers
   rm -rf "$work"
 }
 trap finish EXIT
@@ -24,58 +24,11 @@ check() {
   fi
 }
 
-start_server() {
-  mkdir -p "$work"/{root/ppd,spool/tmp,cache,state,log}
-  cat >"$work/root/cups-files.conf" <<CONF
-SystemGroup root lpadmin
-ServerRoot $work/root
-RequestRoot $work/spool
-TempDir $work/spool/tmp
-CacheDir $work/cache
-StateDir $work/state
-ErrorLog $work/log/error
-AccessLog $work/log/access
-PageLog $work/log/page
-CONF
-  cat >"$work/root/cupsd.conf" <<CONF
-LogLevel warn
-Listen $work/socket
-Browsing Off
-DefaultAuthType None
-<Location />
-  Order allow,deny
-  Allow all
-</Location>
-<Location /admin>
-  Order allow,deny
-  Allow all
-</Location>
-<Policy default>
-  <Limit All>
-    Order allow,deny
-    Allow all
-  </Limit>
-</Policy>
-CONF
-  chmod 755 "$work"
-  /usr/sbin/cupsd -f -c "$work/root/cupsd.conf" -s "$work/root/cups-files.conf" \
-    >"$work/log/out" 2>&1 &
-  server=$!
-  export CUPS_SERVER=$work/socket
-  local tries
-  for tries in $(seq 50); do [ -S "$work/socket" ] && break; sleep 0.1; done
-  local printer
-  for printer in PDF_A4 MATRICIELLE; do
-    lpadmin -p "$printer" -E -v cups-pdf:/ -P /usr/share/ppd/cups-pdf/CUPS-PDF_noopt.ppd 2>/dev/null
-  done
-  lpadmin -d PDF_A4 2>/dev/null
-}
-
-# The newest PDF that came since the mark, once it is complete.
+# The PDF that has come, once it is complete.
 find_pdf() {
   local tries
   for tries in $(seq 100); do
-    pdf=$(find "$HOME/PDF" /var/spool/cups-pdf -name '*.pdf' -newer "$work/mark" 2>/dev/null | head -1)
+    pdf=$(newest_pdfs | head -1)
     [ -n "$pdf" ] && pdftotext -layout "$pdf" "$work/text" 2>/dev/null && return 0
     sleep 0.2
   done
@@ -89,9 +42,7 @@ word_at() {
 }
 near() { awk -v a="$1" -v b="$2" 'BEGIN { d = a - b; exit !(d < 4 && d > -4) }'; }
 
-start_server
-touch "$work/mark"
-sleep 1
+start_printers "$work" "$work/pdf" PDF_A4 MATRICIELLE
 timeout 120 wine "$bin/toolkit_probe.exe" print PDF_A4 2>/dev/null | tr -d '\r' >"$work/said"
 check "both printers are listed" grep -q '^printer MATRICIELLE on ' "$work/said"
 check "the default printer is the current one" grep -qE '^current [0-9]+$' "$work/said"
@@ -115,8 +66,6 @@ else
   tail -20 "$work/log/error"
 fi
 
-touch "$work/mark"
-sleep 1
 timeout 120 wine "$bin/forms_probe.exe" print 2>/dev/null | tr -d '\r' >"$work/said"
 check "the page printer is offered" grep -q '^offered PDF_A4$' "$work/said"
 check "nothing else is" test "$(grep -c '^offered ' "$work/said")" = 1

@@ -1,0 +1,67 @@
+# A print server of one's own, on a socket of its own; source it from bash.
+#   start_printers DIR NAME...   the first one is the default; every job becomes a PDF below ~/PDF
+#   stop_printers
+#   newest_pdfs MARK             the PDFs that came since the file MARK was touched, oldest first
+
+printers_pid=
+
+start_printers() {
+  local work=$1
+  shift
+  mkdir -p "$work"/{root/ppd,spool/tmp,cache,state,log}
+  cat >"$work/root/cups-files.conf" <<CONF
+SystemGroup root lpadmin
+ServerRoot $work/root
+RequestRoot $work/spool
+TempDir $work/spool/tmp
+CacheDir $work/cache
+StateDir $work/state
+ErrorLog $work/log/error
+AccessLog $work/log/access
+PageLog $work/log/page
+CONF
+  cat >"$work/root/cupsd.conf" <<CONF
+LogLevel warn
+Listen $work/socket
+Browsing Off
+DefaultAuthType None
+<Location />
+  Order allow,deny
+  Allow all
+</Location>
+<Location /admin>
+  Order allow,deny
+  Allow all
+</Location>
+<Policy default>
+  <Limit All>
+    Order allow,deny
+    Allow all
+  </Limit>
+</Policy>
+CONF
+  chmod 755 "$work"
+  rm -f "$work/socket"
+  /usr/sbin/cupsd -f -c "$work/root/cupsd.conf" -s "$work/root/cups-files.conf" \
+    >"$work/log/out" 2>&1 &
+  printers_pid=$!
+  export CUPS_SERVER=$work/socket
+  local tries printer
+  for tries in $(seq 50); do [ -S "$work/socket" ] && break; sleep 0.1; done
+  for printer in "$@"; do
+    lpadmin -p "$printer" -E -v cups-pdf:/ -P /usr/share/ppd/cups-pdf/CUPS-PDF_noopt.ppd 2>/dev/null
+  done
+  lpadmin -d "$1" 2>/dev/null
+}
+
+stop_printers() {
+  [ -n "$printers_pid" ] || return 0
+  kill "$printers_pid" 2>/dev/null || true
+  wait "$printers_pid" 2>/dev/null || true
+  printers_pid=
+}
+
+newest_pdfs() {
+  find "$HOME/PDF" /var/spool/cups-pdf -name '*.pdf' -newer "$1" -printf '%T@ %p\n' 2>/dev/null |
+    sort -n | cut -d' ' -f2-
+}
