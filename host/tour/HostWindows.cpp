@@ -53,6 +53,15 @@ HWND firstOf(HWND parent, const std::function<bool(HWND)>& fits) {
   return found;
 }
 
+// The visible dialog of a host: a message box, or a form of the control's own.
+HWND dialog(HWND host, bool messageBox) {
+  return firstOf(nullptr, [=](HWND window) {
+    return IsWindowVisible(window) != FALSE && classOf(window) == kBoxClass &&
+           GetWindow(window, GW_OWNER) == host &&
+           (GetDlgItem(window, kBoxText) != nullptr) == messageBox;
+  });
+}
+
 // A buffer in the process that a window belongs to: a registered message's pointer is not carried
 // from one process to another.
 class RemoteBuffer {
@@ -108,17 +117,23 @@ HWND HostWindows::control(const std::wstring& name) const {
   }
   const UINT message = RegisterWindowMessageW(L"WM_GETCONTROLNAME");
   const RemoteBuffer buffer(host);
-  return firstOf(host, [&](HWND window) { return buffer.nameOf(window, message) == name; });
+  HWND found = nullptr;
+  for (const HWND parent : {dialog(host, false), host}) {
+    if (parent != nullptr && found == nullptr) {
+      found = firstOf(parent, [&](HWND window) { return buffer.nameOf(window, message) == name; });
+    }
+  }
+  return found;
 }
 
 Box HostWindows::box() const {
   const HWND host = frame();
+  if (host == nullptr) {
+    return {};
+  }
   Box box;
-  box.window = firstOf(nullptr, [host](HWND window) {
-    return IsWindowVisible(window) != FALSE && classOf(window) == kBoxClass &&
-           GetWindow(window, GW_OWNER) == host;
-  });
-  if (host == nullptr || box.window == nullptr) {
+  box.window = dialog(host, true);
+  if (box.window == nullptr) {
     return {};
   }
   box.title = textOf(box.window);

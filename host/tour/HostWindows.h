@@ -20,7 +20,7 @@ class HostWindows {
  public:
   // Null while the host has no visible window.
   HWND frame() const;
-  // The control with this name; null when there is none.
+  // The control with this name, of an open form first; null when there is none.
   HWND control(const std::wstring& name) const;
   // The visible message box of the host; its window is null when there is none.
   Box box() const;
