@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "tests/windows/container/FormWatcher.h"
+
 namespace container {
 
 namespace {
@@ -63,6 +65,7 @@ Box read(HWND window) {
 
 BOOL CALLBACK findBox(HWND window, LPARAM where) {
   if (classOf(window) != L"#32770" || IsWindowVisible(window) == FALSE) return TRUE;
+  if (!isMessageBox(window)) return TRUE;
   *reinterpret_cast<HWND*>(where) = window;
   return FALSE;
 }

@@ -110,12 +110,16 @@ void fillForPages(container::FakeStore& store) {
   store.put(L"ACCORD", L"7002", {L"002", L"", L"", L"", L"", L"21300"});
 }
 
+void copy(container::FakeStore& from, LocalStore& to) {
+  for (const auto& [file, records] : from.state().files) {
+    for (const auto& [id, text] : records) to.put(file.c_str(), id.c_str(), text);
+  }
+}
+
 void fillForPages(LocalStore& store) {
   container::FakeStore source;
   fillForPages(source);
-  for (const auto& [file, records] : source.state().files) {
-    for (const auto& [id, text] : records) store.put(file.c_str(), id.c_str(), text);
-  }
+  copy(source, store);
 }
 
 void PagesTest::SetUp() {

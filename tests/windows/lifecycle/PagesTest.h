@@ -47,6 +47,8 @@ class Hosted {
 void fillForPages(container::FakeStore& store);
 // The same records, in a store on disk.
 void fillForPages(LocalStore& store);
+// All records of a store in memory, into one on disk.
+void copy(container::FakeStore& from, LocalStore& to);
 
 // The control is started and the focus on the code.
 class PagesTest : public testing::TestWithParam<Where> {

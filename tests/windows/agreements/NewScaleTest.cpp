@@ -1,0 +1,247 @@
+// A new scale saved through the built control: agreements updated by a store on disk, letters and
+// listing on a printer of the system. What comes out of the printer is read by the script `run`.
+#include "host/input/Input.h"
+#include "tests/windows/container/FormWatcher.h"
+#include "tests/windows/lifecycle/PagesTest.h"
+
+namespace lifecycle {
+namespace {
+
+constexpr const wchar_t* kPrinterForm = L"Imprimer";
+constexpr const wchar_t* kWaitingForm = L"Mise à jour des accords en cours...";
+
+constexpr const wchar_t* kNewScale = L"Souhaitez-vous créer un nouveau barème ?";
+constexpr const wchar_t* kUpdate =
+    L"Vous venez de saisir un nouveau barème au 01/02/2026\r\nSouhaitez-vous mettre à jour tous "
+    L"les accords de l'organisme ?\r\nAttention, ce traitement peut durer quelques minutes.";
+constexpr const wchar_t* kLetters =
+    L"Souhaitez-vous informer par écrit les aidés concernés ?\r\nAttention, ce traitement peut "
+    L"durer quelques minutes.";
+constexpr const wchar_t* kListing =
+    L"Attention : 2 accord(s) n'ont pas pu être modifiés. Voulez-vous en éditer la liste ?";
+
+std::wstring two(const wchar_t* first, const wchar_t* second) {
+  return std::wstring(first) + container::kValueMark + second;
+}
+
+std::vector<std::wstring> agreement(const wchar_t* beneficiary, const wchar_t* day,
+                                    const wchar_t* row, const wchar_t* participation) {
+  return {L"001",  beneficiary, L"2000", L"",           L"21186", L"21550", L"100P01", L"", L"",
+          L"2000", day,         row,     participation, L"",      L"",      L"",       L"", L""};
+}
+
+// Body "001" with a scale of two rows from 01/01/2026 on. Of its four agreements two can be carried
+// into a scale of 01/02/2026: 00001001, of a single person, and 00002001, of a household whose
+// letters go to a responsible person. 00003001 has no income on file, 00004001 a later period.
+void fillWithAgreements(LocalStore& store) {
+  container::FakeStore source;
+  fillForPages(source);
+  const std::pair<size_t, std::wstring> scale[] = {{32, two(L"0", L"50000")},
+                                                   {33, two(L"50000", L"90000")},
+                                                   {34, two(L"0", L"80000")},
+                                                   {35, two(L"80000", L"150000")},
+                                                   {36, two(L"", L"")},
+                                                   {37, two(L"200", L"400")},
+                                                   {39, L"21186"}};
+  for (const auto& [number, text] : scale) source.set(L"ORGPRISECHARGE", L"001", number, text);
+  source.put(L"ACCORD", L"00001001", agreement(L"00001", L"21186", L"1", L"200"));
+  source.put(L"ACCORD", L"00002001", agreement(L"00002", L"21186", L"2", L"400"));
+  source.put(L"ACCORD", L"00003001", agreement(L"00003", L"21186", L"1", L"200"));
+  source.put(L"ACCORD", L"00004001", agreement(L"00004", L"21245", L"1", L"200"));
+  source.put(L"ELTSFACTAIDE", L"00001", {L"", L"", L"", L"", L"30000", L"S"});
+  source.put(L"ELTSFACTAIDE", L"00002", {L"", L"", L"", L"", L"100000", L"M"});
+  source.put(L"ELTSFACTAIDE", L"00004", {L"", L"", L"", L"", L"30000", L"S"});
+  const wchar_t* const surnames[] = {L"HERBOTIÈRE", L"FALGUECHARD", L"MONTREDIER", L"URVEMARD"};
+  for (int i = 0; i < 4; ++i) {
+    source.put(L"CIVILAIDE", L"0000" + std::to_wstring(i + 1),
+               {L"2", surnames[i], L"", L"12", L"R", L"DES LILAS", L"", L"63000", L"CLERMONT", L"",
+                L"", L"", L"", L"", L"GINETTE"});
+  }
+  source.put(L"RESPONSABLE", L"00002",
+             {L"1", L"ESTRANELLE", L"", L"3", L"R", L"DU PUITS", L"", L"63100", L"RIOM", L"", L"",
+              L"", L"", L"", L"PAUL"});
+  source.put(L"TITRES", L"1", {L"Monsieur", L"M."});
+  source.put(L"TITRES", L"2", {L"Madame", L"Mme"});
+  source.put(L"NATUREVOIE", L"R", {L"rue"});
+  source.put(L"CONSTANTESPAIE", L"1", {L"", L"", L"", L"", L"", L"", L"", L"", L"12420"});
+  copy(source, store);
+}
+
+BOOL CALLBACK findNamed(HWND window, LPARAM where) {
+  auto& [name, found] = *reinterpret_cast<std::pair<std::wstring, HWND>*>(where);
+  if (container::nameOf(window) != name) return TRUE;
+  found = window;
+  return FALSE;
+}
+
+HWND childOf(HWND form, const wchar_t* name) {
+  std::pair<std::wstring, HWND> looked(name, nullptr);
+  EnumChildWindows(form, &findNamed, reinterpret_cast<LPARAM>(&looked));
+  return looked.second;
+}
+
+std::vector<std::wstring> linesOf(HWND combo) {
+  std::vector<std::wstring> lines;
+  const LRESULT count = SendMessageW(combo, CB_GETCOUNT, 0, 0);
+  for (LRESULT i = 0; i < count; ++i) {
+    wchar_t line[256] = {};
+    SendMessageW(combo, CB_GETLBTEXT, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(line));
+    lines.emplace_back(line);
+  }
+  return lines;
+}
+
+class NewScale : public testing::Test {
+ protected:
+  using Lines = std::vector<std::wstring>;
+
+  void SetUp() override {
+    fillWithAgreements(store_);
+    hosted_ = std::make_unique<Hosted>(Where::Form);
+    hosted_->init(store_.client().Get(), store_.database().Get(), store_.rights().Get());
+    forms_.letPass(kWaitingForm);
+    ASSERT_EQ(GetForegroundWindow(), hosted_->window.handle());
+    user().click(L"Txt_CodOrgChg");
+  }
+  void TearDown() override {
+    EXPECT_EQ(hosted_->finish(), "");
+    EXPECT_EQ(forms_.report(), "");
+    EXPECT_EQ(store_.release(), S_OK);
+  }
+
+  container::Typist& user() { return hosted_->user; }
+  container::BoxWatcher& boxes() { return hosted_->boxes; }
+  container::HostWindow& window() { return hosted_->window; }
+
+  // A new scale from 01/02/2026 on, whose first participation is 2,50.
+  void enterScale() {
+    user().fill(L"Txt_CodOrgChg", L"001");
+    user().clickTab(kParticipation);
+    boxes().expect(kNewScale, kQuestion, L"YESNO", IDYES);
+    user().click(L"Cmd_NouveauBareme");
+    EXPECT_EQ(user().focused(), L"Txt_DatBaremCours");
+    user().type(L"01022026");
+    user().doubleClickLine(L"Lst_BaremCoursOrgChg", 0);
+    user().retype(L"2,5");
+    user().click(L"Cmd_OKPart");
+    EXPECT_EQ(user().lines(L"Lst_BaremCoursOrgChg"), (Lines{L"2,50", L"4,00"}));
+  }
+  void save(int letters) {
+    boxes().expect(kUpdate, kExclamation, L"YESNO", IDYES);
+    boxes().expect(kLetters, kExclamation, L"YESNO", letters);
+    user().click(L"Cmd_OK");
+  }
+  // The next choice of a printer is made by this key.
+  void choosePrinter(WORD key) {
+    forms_.expect(kPrinterForm, [this, key](HWND form) {
+      offered_ = linesOf(childOf(form, L"Cbo_Imprimante"));
+      EXPECT_EQ(GetForegroundWindow(), form);
+      EXPECT_EQ(IsWindowEnabled(window().handle()), FALSE);
+      input::send(input::stroke(key));
+    });
+  }
+  void expectUpdated() {
+    EXPECT_EQ(store_.stored(L"ACCORD", L"00001001", 11), two(L"21217", L"21186"));
+    EXPECT_EQ(store_.stored(L"ACCORD", L"00001001", 12), two(L"1", L"1"));
+    EXPECT_EQ(store_.stored(L"ACCORD", L"00001001", 13), two(L"250", L"200"));
+    EXPECT_EQ(store_.stored(L"ACCORD", L"00002001", 13), two(L"400", L"400"));
+    EXPECT_EQ(store_.stored(L"ACCORD", L"00003001", 11), L"21186");
+    EXPECT_EQ(store_.stored(L"ACCORD", L"00004001", 11), L"21245");
+    EXPECT_EQ(store_.stored(L"ORGPRISECHARGE", L"001", 39), L"21217");
+  }
+  void expectOver() {
+    EXPECT_EQ(store_.stored(L"TEMPO", L"ACCORDSMODIFIES001", 1), L"");
+    EXPECT_EQ(store_.stored(L"TEMPO", L"ACCORDSLIMITE001", 1), L"");
+    EXPECT_EQ(user().text(L"Txt_RaisonOrgChg"), L"");
+    EXPECT_EQ(user().focused(), L"Txt_CodOrgChg");
+    EXPECT_NE(IsWindowEnabled(window().handle()), FALSE);
+  }
+
+  LocalStore store_;
+  container::FormWatcher forms_;
+  std::unique_ptr<Hosted> hosted_;
+  Lines offered_;
+};
+
+using Printed = NewScale;
+using Unprinted = NewScale;
+
+TEST_F(Printed, LettersOfTheAgreementsChangedAndAListingOfTheOthers) {
+  enterScale();
+  choosePrinter(VK_RETURN);
+  boxes().expect(kUpdate, kExclamation, L"YESNO", IDYES);
+  boxes().expect(kLetters, kExclamation, L"YESNO", IDYES);
+  boxes().expect(kListing, kQuestion, L"YESNO", [this](HWND box) {
+    EXPECT_EQ(offered_, Lines{L"PDF_A4"});
+    offered_.clear();
+    choosePrinter(VK_RETURN);
+    container::press(box, IDYES);
+  });
+  user().click(L"Cmd_OK");
+  EXPECT_EQ(offered_, Lines{L"PDF_A4"});
+  expectUpdated();
+  expectOver();
+}
+
+TEST_F(Unprinted, ByTheEscapeKeyButUpdated) {
+  enterScale();
+  choosePrinter(VK_ESCAPE);
+  boxes().expect(kUpdate, kExclamation, L"YESNO", IDYES);
+  boxes().expect(kLetters, kExclamation, L"YESNO", IDYES);
+  boxes().expect(kListing, kQuestion, L"YESNO", [this](HWND box) {
+    choosePrinter(VK_ESCAPE);
+    container::press(box, IDYES);
+  });
+  user().click(L"Cmd_OK");
+  expectUpdated();
+  expectOver();
+}
+
+TEST_F(Unprinted, ByTheTitleBarButUpdated) {
+  enterScale();
+  forms_.expect(kPrinterForm, [](HWND form) { PostMessageW(form, WM_CLOSE, 0, 0); });
+  boxes().expect(kUpdate, kExclamation, L"YESNO", IDYES);
+  boxes().expect(kLetters, kExclamation, L"YESNO", IDYES);
+  boxes().expect(kListing, kQuestion, L"YESNO", IDNO);
+  user().click(L"Cmd_OK");
+  expectUpdated();
+  expectOver();
+}
+
+TEST_F(Unprinted, WithoutLettersAsked) {
+  enterScale();
+  boxes().expect(kUpdate, kExclamation, L"YESNO", IDYES);
+  boxes().expect(kLetters, kExclamation, L"YESNO", IDNO);
+  boxes().expect(kListing, kQuestion, L"YESNO", IDNO);
+  user().click(L"Cmd_OK");
+  expectUpdated();
+  expectOver();
+}
+
+TEST_F(Unprinted, WithoutAnUpdate) {
+  enterScale();
+  boxes().expect(kUpdate, kExclamation, L"YESNO", IDNO);
+  user().click(L"Cmd_OK");
+  EXPECT_EQ(store_.stored(L"ORGPRISECHARGE", L"001", 39), L"21217");
+  EXPECT_EQ(store_.stored(L"ACCORD", L"00001001", 11), L"21186");
+  expectOver();
+}
+
+TEST_F(Unprinted, WhenTheHostGoesDuringTheChoiceOfAPrinter) {
+  enterScale();
+  boxes().setOwner(nullptr);
+  forms_.expect(kPrinterForm, [this](HWND) { window().destroy(); });
+  save(IDYES);
+  expectUpdated();
+}
+
+TEST_F(Unprinted, WhenTheHostGoesWhileTheWaitingWindowIsOpen) {
+  enterScale();
+  boxes().setOwner(nullptr);
+  forms_.expect(kWaitingForm, [this](HWND) { window().destroy(); });
+  save(IDNO);
+  expectUpdated();
+}
+
+}  // namespace
+}  // namespace lifecycle
