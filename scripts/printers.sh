@@ -1,13 +1,20 @@
-# A print server of one's own, on a socket of its own; source it from bash.
-#   start_printers DIR NAME...   the first one is the default; every job becomes a PDF below ~/PDF
+# A print server of one's own, on a socket of its own; source it from bash, as root.
+#   start_printers DIR OUT NAME...   the first one is the default; every job becomes a PDF in OUT
 #   stop_printers
-#   newest_pdfs MARK             the PDFs that came since the file MARK was touched, oldest first
+#   newest_pdfs                      the PDFs that came so far, oldest first
 
 printers_pid=
+printers_out=
+printers_config=
 
 start_printers() {
-  local work=$1
-  shift
+  local work=$1 out=$2
+  shift 2
+  mkdir -p "$out"
+  printers_out=$(cd "$out" && pwd)
+  # Jobs of one title get a file each: its number stands before the title.
+  printers_config=/etc/cups/cups-pdf-tessaline$$.conf
+  printf 'Out %s\nLabel 1\n' "$printers_out" >"$printers_config"
   mkdir -p "$work"/{root/ppd,spool/tmp,cache,state,log}
   cat >"$work/root/cups-files.conf" <<CONF
 SystemGroup root lpadmin
@@ -49,7 +56,7 @@ CONF
   local tries printer
   for tries in $(seq 50); do [ -S "$work/socket" ] && break; sleep 0.1; done
   for printer in "$@"; do
-    lpadmin -p "$printer" -E -v cups-pdf:/ -P /usr/share/ppd/cups-pdf/CUPS-PDF_noopt.ppd 2>/dev/null
+    lpadmin -p "$printer" -E -v "cups-pdf:/tessaline$$" -P /usr/share/ppd/cups-pdf/CUPS-PDF_noopt.ppd 2>/dev/null
   done
   lpadmin -d "$1" 2>/dev/null
 }
@@ -58,10 +65,10 @@ stop_printers() {
   [ -n "$printers_pid" ] || return 0
   kill "$printers_pid" 2>/dev/null || true
   wait "$printers_pid" 2>/dev/null || true
+  rm -f "$printers_config"
   printers_pid=
 }
 
 newest_pdfs() {
-  find "$HOME/PDF" /var/spool/cups-pdf -name '*.pdf' -newer "$1" -printf '%T@ %p\n' 2>/dev/null |
-    sort -n | cut -d' ' -f2-
+  find "$printers_out" -name '*.pdf' -printf '%T@ %p\n' 2>/dev/null | sort -n | cut -d' ' -f2-
 }

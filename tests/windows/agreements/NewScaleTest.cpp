@@ -60,6 +60,8 @@ void fillWithAgreements(LocalStore& store) {
   source.put(L"RESPONSABLE", L"00002",
              {L"1", L"ESTRANELLE", L"", L"3", L"R", L"DU PUITS", L"", L"63100", L"RIOM", L"", L"",
               L"", L"", L"", L"PAUL"});
+  source.put(L"ASSOCIATION", L"100",
+             {L"ASSOCIATION DE TEST", L"", L"", L"8", L"R", L"HAUTE", L"", L"63000", L"CLERMONT"});
   source.put(L"TITRES", L"1", {L"Monsieur", L"M."});
   source.put(L"TITRES", L"2", {L"Madame", L"Mme"});
   source.put(L"NATUREVOIE", L"R", {L"rue"});
