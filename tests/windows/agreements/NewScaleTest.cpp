@@ -20,10 +20,6 @@ constexpr const wchar_t* kLetters =
 constexpr const wchar_t* kListing =
     L"Attention : 2 accord(s) n'ont pas pu être modifiés. Voulez-vous en éditer la liste ?";
 
-std::wstring two(const wchar_t* first, const wchar_t* second) {
-  return std::wstring(first) + container::kValueMark + second;
-}
-
 std::vector<std::wstring> agreement(const wchar_t* beneficiary, const wchar_t* day,
                                     const wchar_t* row, const wchar_t* participation) {
   return {L"001",  beneficiary, L"2000", L"",           L"21186", L"21550", L"100P01", L"", L"",
@@ -93,26 +89,19 @@ std::vector<std::wstring> linesOf(HWND combo) {
   return lines;
 }
 
-class NewScale : public testing::Test {
+class NewScale : public DiskTest {
  protected:
-  using Lines = std::vector<std::wstring>;
-
+  Where where() const override { return Where::Form; }
+  void fill() override { fillWithAgreements(store_); }
   void SetUp() override {
-    fillWithAgreements(store_);
-    hosted_ = std::make_unique<Hosted>(Where::Form);
-    hosted_->init(store_.client().Get(), store_.database().Get(), store_.rights().Get());
+    DiskTest::SetUp();
     forms_.letPass(kWaitingForm);
-    ASSERT_EQ(GetForegroundWindow(), hosted_->window.handle());
-    user().click(L"Txt_CodOrgChg");
   }
   void TearDown() override {
-    EXPECT_EQ(hosted_->finish(), "");
+    DiskTest::TearDown();
     EXPECT_EQ(forms_.report(), "");
-    EXPECT_EQ(store_.release(), S_OK);
   }
 
-  container::Typist& user() { return hosted_->user; }
-  container::BoxWatcher& boxes() { return hosted_->boxes; }
   container::HostWindow& window() { return hosted_->window; }
 
   // A new scale from 01/02/2026 on, whose first participation is 2,50.
@@ -159,9 +148,7 @@ class NewScale : public testing::Test {
     EXPECT_NE(IsWindowEnabled(window().handle()), FALSE);
   }
 
-  LocalStore store_;
   container::FormWatcher forms_;
-  std::unique_ptr<Hosted> hosted_;
   Lines offered_;
 };
 

@@ -4,30 +4,13 @@
 namespace lifecycle {
 namespace {
 
-std::wstring two(const wchar_t* first, const wchar_t* second) {
-  return std::wstring(first) + container::kValueMark + second;
-}
-
-class ByKeyboard : public testing::TestWithParam<Where> {
+class ByKeyboard : public DiskTest, public testing::WithParamInterface<Where> {
  protected:
-  using Lines = std::vector<std::wstring>;
-
-  void SetUp() override {
-    fillForPages(store_);
+  Where where() const override { return GetParam(); }
+  void fill() override {
+    DiskTest::fill();
     store_.put(L"NATUREVOIE", L"R", L"Rue");
-    hosted_ = std::make_unique<Hosted>(GetParam());
-    hosted_->init(store_.client().Get(), store_.database().Get(), store_.rights().Get());
-    user().click(L"Txt_CodOrgChg");
   }
-  void TearDown() override {
-    if (hosted_ != nullptr) {
-      EXPECT_EQ(hosted_->finish(), "");
-    }
-    EXPECT_EQ(store_.release(), S_OK);
-  }
-
-  container::Typist& user() { return hosted_->user; }
-  container::BoxWatcher& boxes() { return hosted_->boxes; }
 
   void tab() { user().key(VK_TAB); }
   // Into the field that has the focus and into those after it.
@@ -56,9 +39,6 @@ class ByKeyboard : public testing::TestWithParam<Where> {
   void enterCoverage();
   void enterParticipation();
   void enterSlip();
-
-  LocalStore store_;
-  std::unique_ptr<Hosted> hosted_;
 };
 
 INSTANTIATE_TEST_SUITE_P(In, ByKeyboard, everywhere(), nameOfParam);

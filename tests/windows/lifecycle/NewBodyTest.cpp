@@ -15,26 +15,9 @@ constexpr const wchar_t* kCeilingRefused =
     L"Merci de contacter VALDRIS si votre volonté est de changer le mode de gestion de cet "
     L"organisme.";
 
-class OnDisk : public testing::TestWithParam<Where> {
+class OnDisk : public DiskTest, public testing::WithParamInterface<Where> {
  protected:
-  using Lines = std::vector<std::wstring>;
-  using Held = container::Typist::Held;
-
-  void SetUp() override {
-    fillForPages(store_);
-    hosted_ = std::make_unique<Hosted>(GetParam());
-    hosted_->init(store_.client().Get(), store_.database().Get(), store_.rights().Get());
-    user().click(L"Txt_CodOrgChg");
-  }
-  void TearDown() override {
-    if (hosted_ != nullptr) {
-      EXPECT_EQ(hosted_->finish(), "");
-    }
-    EXPECT_EQ(store_.release(), S_OK);
-  }
-
-  container::Typist& user() { return hosted_->user; }
-  container::BoxWatcher& boxes() { return hosted_->boxes; }
+  Where where() const override { return GetParam(); }
   std::wstring stored(const wchar_t* code, long attribute) {
     return store_.stored(L"ORGPRISECHARGE", code, attribute);
   }
@@ -42,9 +25,6 @@ class OnDisk : public testing::TestWithParam<Where> {
   void enterActivities();
   void enterRules();
   void enterSlip();
-
-  LocalStore store_;
-  std::unique_ptr<Hosted> hosted_;
 };
 
 INSTANTIATE_TEST_SUITE_P(In, OnDisk, everywhere(), nameOfParam);

@@ -144,4 +144,23 @@ void PagesTest::show(const std::wstring& code, int tab) {
   ASSERT_EQ(user().tab(), tab);
 }
 
+void DiskTest::SetUp() {
+  fill();
+  hosted_ = std::make_unique<Hosted>(where());
+  hosted_->init(store_.client().Get(), store_.database().Get(), store_.rights().Get());
+  ASSERT_EQ(GetForegroundWindow(), hosted_->window.handle());
+  user().click(L"Txt_CodOrgChg");
+}
+
+void DiskTest::TearDown() {
+  if (hosted_ != nullptr) {
+    EXPECT_EQ(hosted_->finish(), "");
+  }
+  EXPECT_EQ(store_.release(), S_OK);
+}
+
+std::wstring two(const wchar_t* first, const wchar_t* second) {
+  return std::wstring(first) + container::kValueMark + second;
+}
+
 }  // namespace lifecycle

@@ -73,6 +73,28 @@ class PagesTest : public testing::TestWithParam<Where> {
   std::unique_ptr<Hosted> hosted_;
 };
 
+// A started control on a store on disk, the focus on the code.
+class DiskTest : public testing::Test {
+ protected:
+  using Lines = std::vector<std::wstring>;
+  using Held = container::Typist::Held;
+
+  virtual Where where() const = 0;
+  virtual void fill() { fillForPages(store_); }
+
+  void SetUp() override;
+  void TearDown() override;
+
+  container::Typist& user() { return hosted_->user; }
+  container::BoxWatcher& boxes() { return hosted_->boxes; }
+
+  LocalStore store_;
+  std::unique_ptr<Hosted> hosted_;
+};
+
+// Two values of one attribute.
+std::wstring two(const wchar_t* first, const wchar_t* second);
+
 inline auto everywhere() { return testing::Values(Where::Form, Where::Dialog, Where::Atl); }
 inline std::string nameOfParam(const testing::TestParamInfo<Where>& given) {
   return nameOf(given.param);
