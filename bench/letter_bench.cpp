@@ -60,7 +60,7 @@ std::string agreementText(int beneficiary) {
   agreement.set(DateDebAcc, "20870");
   agreement.set(DateFinAcc, "21964");
   for (int row = 1; row <= 3; ++row) {
-    agreement.set(DatePartAcc, row, std::to_string(kScaleDay - 365 * (row - 1)));
+    agreement.set(DatePartAcc, row, std::to_string(kScaleDay - 365L * (row - 1)));
     agreement.set(PartBenefAcc, row, std::to_string(1250 + beneficiary % 100 - row));
   }
   return agreement.text();

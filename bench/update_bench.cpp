@@ -276,24 +276,25 @@ void tenths(benchmark::State& state) {
 }
 
 // So many that each side takes about as long; the disk's own pauses even out.
-void add(const char* name, void (*function)(benchmark::State&), int agreements) {
-  benchmark::RegisterBenchmark(name, function)
-      ->Arg(agreements)
+constexpr int kOfTheLargest = 8;
+constexpr int kOfTheMiddle = 40;
+
+void timed(benchmark::internal::Benchmark* given, int agreements) {
+  given->Arg(agreements)
       ->Unit(benchmark::kMillisecond)
-      ->Iterations(agreements == kSizes[2] ? 8 : 40)
+      ->Iterations(agreements == kSizes[2] ? kOfTheLargest : kOfTheMiddle)
       ->UseRealTime();
 }
+void middle(benchmark::internal::Benchmark* given) { timed(given, kSizes[1]); }
+void largest(benchmark::internal::Benchmark* given) { timed(given, kSizes[2]); }
+
+BENCHMARK(bare)->Name("UpdateAgreements/baseline")->Apply(largest);
+BENCHMARK(update)->Name("UpdateAgreements")->Apply(largest);
+BENCHMARK(tenths)->Name("UpdateGrowth/baseline")->Apply(middle);
+BENCHMARK(grown)->Name("UpdateGrowth")->Apply(middle);
+BENCHMARK(tenths)->Name("UpdateGrowth/baseline")->Apply(largest);
+BENCHMARK(grown)->Name("UpdateGrowth")->Apply(largest);
 
 }  // namespace
 
-int main(int argc, char** argv) {
-  benchmark::Initialize(&argc, argv);
-  add("UpdateAgreements/baseline", bare, kSizes[2]);
-  add("UpdateAgreements", update, kSizes[2]);
-  for (const int agreements : {kSizes[1], kSizes[2]}) {
-    add("UpdateGrowth/baseline", tenths, agreements);
-    add("UpdateGrowth", grown, agreements);
-  }
-  benchmark::RunSpecifiedBenchmarks();
-  return 0;
-}
+BENCHMARK_MAIN();

@@ -7,7 +7,9 @@ namespace toolkit {
 
 // The classic printer: a current position on a page, in twips from the upper left corner of what
 // can be printed. The first print or page opens the job; endDoc sends it.
-// Every function that reaches the device throws std::runtime_error when it refuses.
+// Every function that reaches the device throws std::runtime_error when it refuses. A job that the
+// device refuses to open (its driver may ask the user, who cancels) is not asked for again until
+// the printer is made the current one anew.
 class Printer {
  public:
   Printer() = default;

@@ -10,10 +10,6 @@ namespace {
 constexpr const wchar_t* kPrinterForm = L"Imprimer";
 constexpr const wchar_t* kWaitingForm = L"Mise à jour des accords en cours...";
 
-constexpr const wchar_t* kNewScale = L"Souhaitez-vous créer un nouveau barème ?";
-constexpr const wchar_t* kUpdate =
-    L"Vous venez de saisir un nouveau barème au 01/02/2026\r\nSouhaitez-vous mettre à jour tous "
-    L"les accords de l'organisme ?\r\nAttention, ce traitement peut durer quelques minutes.";
 constexpr const wchar_t* kLetters =
     L"Souhaitez-vous informer par écrit les aidés concernés ?\r\nAttention, ce traitement peut "
     L"durer quelques minutes.";

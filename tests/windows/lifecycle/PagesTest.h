@@ -9,6 +9,11 @@
 
 namespace lifecycle {
 
+inline constexpr const wchar_t* kNewScale = L"Souhaitez-vous créer un nouveau barème ?";
+inline constexpr const wchar_t* kUpdate =
+    L"Vous venez de saisir un nouveau barème au 01/02/2026\r\nSouhaitez-vous mettre à jour tous "
+    L"les accords de l'organisme ?\r\nAttention, ce traitement peut durer quelques minutes.";
+
 enum class Where {
   Form,    // keys are forwarded to the control
   Dialog,  // they are not: IsDialogMessage alone

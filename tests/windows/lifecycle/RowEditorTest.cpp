@@ -6,7 +6,6 @@ namespace lifecycle {
 namespace {
 
 constexpr const wchar_t* kDeleteRow = L"Etes-vous sûr de vouloir supprimer cette ligne ?";
-constexpr const wchar_t* kNewScale = L"Souhaitez-vous créer un nouveau barème ?";
 
 std::wstring values(const std::vector<std::wstring>& all) {
   std::wstring text;
@@ -325,6 +324,7 @@ TEST_P(Scale, OfAnotherDateIsEnteredByKeyboard) {
   EXPECT_EQ(user().lines(L"Lst_BaremPrecOrgChg"), (Lines{L"1,00", L"2,00"}));
   changeFirstRow();
   EXPECT_EQ(user().lines(L"Lst_BaremCoursOrgChg"), (Lines{L"1,25", L"2,00"}));
+  boxes().expect(kUpdate, kExclamation, L"YESNO", IDNO);
   save();
   expectStored(36, {L"100", L"200"});
   expectStored(37, {L"125", L"200"});
