@@ -96,7 +96,8 @@ void formule(PrintedSheet& feuille, const LetterContents& lettre) {
   souslignes(feuille, {"entière satisfaction."});
   feuille.place(kRetrait, 19);
   feuille.line("Nous vous prions d'agréer, " +
-               joints({appel(lettre), "l'expression de nos sentiments"}) + " ");
+               (lettre.titre.empty() ? "l'expression de nos sentiments "
+                                     : lettre.titre + ", l'expression de nos sentiments "));
   souslignes(feuille, {"les plus dévoués."});
   feuille.place(kColonneDroite, kHautSignature);
   feuille.line("Le Responsable");

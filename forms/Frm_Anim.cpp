@@ -18,9 +18,9 @@ constexpr int kLineHeight = 225;
 Frm_Anim::Frm_Anim(toolkit::Desktop& desktop)
     : desktop_(desktop),
       window_("Frm_Anim", "Mise à jour des accords en cours...", kWidth, kHeight),
-      label1_(&window_.surface(), "Label1", "Merci de patienter...") {
-  label1_.setPlace({0, (kHeight - kLineHeight) / 2, kWidth, kLineHeight});
-  label1_.setCentered(true);
+      controles_{{&window_.surface(), "Label1", "Merci de patienter..."}} {
+  controles_.Label1.setPlace({0, (kHeight - kLineHeight) / 2, kWidth, kLineHeight});
+  controles_.Label1.setCentered(true);
   desktop_.show(window_);
 }
 

@@ -19,7 +19,9 @@ class Frm_Anim {
  private:
   toolkit::Desktop& desktop_;
   toolkit::Window window_;
-  toolkit::Label label1_;
+  struct Controles {
+    toolkit::Label Label1;
+  } controles_;
 };
 
 }  // namespace forms

@@ -49,45 +49,49 @@ ImprimanteParDefaut& imprimanteParDefaut() {
   return remembered;
 }
 
+Controles::Controles(toolkit::Surface& surface)
+    : Fra_Imprimante(&surface, "Fra_Imprimante", "Imprimante"),
+      Etq_Nom(&Fra_Imprimante, "Etq_Nom", "&Nom :"),
+      Cbo_Imprimante(&Fra_Imprimante, "Cbo_Imprimante", ComboBox::Style::ListOnly),
+      Cbo_ImpSelect(&Fra_Imprimante, "Cbo_ImpSelect", ComboBox::Style::ListOnly),
+      Etq_LibEtat(&Fra_Imprimante, "Etq_LibEtat", "Etat  :"),
+      Etq_Etat(&Fra_Imprimante, "Etq_Etat"),
+      Etq_LibOu(&Fra_Imprimante, "Etq_LibOu", "Où    :"),
+      Etq_Ou(&Fra_Imprimante, "Etq_Ou"),
+      Cmd_Ok(&surface, "Cmd_Ok", "&OK"),
+      Cmd_Annuler(&surface, "Cmd_Annuler", "&Annuler") {}
+
 Frm_ImpressionA4::Frm_ImpressionA4(toolkit::Desktop& desktop)
     : desktop_(desktop),
       window_("Frm_ImpressionA4", "Imprimer", kWidth, kHeight),
-      Fra_Imprimante_(&window_.surface(), "Fra_Imprimante", "Imprimante"),
-      Etq_Nom_(&Fra_Imprimante_, "Etq_Nom", "&Nom :"),
-      Cbo_Imprimante_(&Fra_Imprimante_, "Cbo_Imprimante", ComboBox::Style::ListOnly),
-      Cbo_ImpSelect_(&Fra_Imprimante_, "Cbo_ImpSelect", ComboBox::Style::ListOnly),
-      Etq_LibEtat_(&Fra_Imprimante_, "Etq_LibEtat", "Etat  :"),
-      Etq_Etat_(&Fra_Imprimante_, "Etq_Etat"),
-      Etq_LibOu_(&Fra_Imprimante_, "Etq_LibOu", "Où    :"),
-      Etq_Ou_(&Fra_Imprimante_, "Etq_Ou"),
-      Cmd_Ok_(&window_.surface(), "Cmd_Ok", "&OK"),
-      Cmd_Annuler_(&window_.surface(), "Cmd_Annuler", "&Annuler") {
+      controles_(window_.surface()) {
   placer();
   lier();
   charger();
 }
 
 void Frm_ImpressionA4::placer() {
-  Fra_Imprimante_.setPlace({kMargin, kMargin, kFrameWidth, kFrameHeight});
-  Etq_Nom_.setPlace({kLabels, kNameTop + kLabelDrop, kLabelWidth, kLineHeight});
-  Cbo_Imprimante_.setPlace({kFields, kNameTop, kFieldWidth, kFieldHeight});
-  Cbo_ImpSelect_.setPlace(Cbo_Imprimante_.place());
-  Etq_LibEtat_.setPlace({kLabels, kStateTop, kLabelWidth, kLineHeight});
-  Etq_Etat_.setPlace({kFields, kStateTop, kFieldWidth, kLineHeight});
-  Etq_LibOu_.setPlace({kLabels, kPortTop, kLabelWidth, kLineHeight});
-  Etq_Ou_.setPlace({kFields, kPortTop, kFieldWidth, kLineHeight});
+  controles_.Fra_Imprimante.setPlace({kMargin, kMargin, kFrameWidth, kFrameHeight});
+  controles_.Etq_Nom.setPlace({kLabels, kNameTop + kLabelDrop, kLabelWidth, kLineHeight});
+  controles_.Cbo_Imprimante.setPlace({kFields, kNameTop, kFieldWidth, kFieldHeight});
+  controles_.Cbo_ImpSelect.setPlace(controles_.Cbo_Imprimante.place());
+  controles_.Etq_LibEtat.setPlace({kLabels, kStateTop, kLabelWidth, kLineHeight});
+  controles_.Etq_Etat.setPlace({kFields, kStateTop, kFieldWidth, kLineHeight});
+  controles_.Etq_LibOu.setPlace({kLabels, kPortTop, kLabelWidth, kLineHeight});
+  controles_.Etq_Ou.setPlace({kFields, kPortTop, kFieldWidth, kLineHeight});
   const int cancelLeft = kWidth - kMargin - kButtonWidth;
-  Cmd_Ok_.setPlace({cancelLeft - kMargin - kButtonWidth, kButtonTop, kButtonWidth, kButtonHeight});
-  Cmd_Annuler_.setPlace({cancelLeft, kButtonTop, kButtonWidth, kButtonHeight});
+  controles_.Cmd_Ok.setPlace(
+      {cancelLeft - kMargin - kButtonWidth, kButtonTop, kButtonWidth, kButtonHeight});
+  controles_.Cmd_Annuler.setPlace({cancelLeft, kButtonTop, kButtonWidth, kButtonHeight});
 }
 
 void Frm_ImpressionA4::lier() {
-  Cbo_ImpSelect_.setVisible(false);
-  window_.surface().setDefaultButton(&Cmd_Ok_);
-  window_.surface().setCancelButton(&Cmd_Annuler_);
-  Cbo_Imprimante_.onClick = [this] { afficherChoix(); };
-  Cmd_Ok_.onClick = [this] { confirmer(); };
-  Cmd_Annuler_.onClick = [this] { desktop_.close(window_); };
+  controles_.Cbo_ImpSelect.setVisible(false);
+  window_.surface().setDefaultButton(&controles_.Cmd_Ok);
+  window_.surface().setCancelButton(&controles_.Cmd_Annuler);
+  controles_.Cbo_Imprimante.onClick = [this] { afficherChoix(); };
+  controles_.Cmd_Ok.onClick = [this] { confirmer(); };
+  controles_.Cmd_Annuler.onClick = [this] { desktop_.close(window_); };
 }
 
 void Frm_ImpressionA4::charger() {
@@ -98,14 +102,14 @@ void Frm_ImpressionA4::charger() {
     if (!isPagePrinter(imprimantes_[i])) continue;
     const std::string& name = imprimantes_[i].deviceName;
     if (!parDefaut.nom) parDefaut.nom = name;
-    if (name == *parDefaut.nom) positionParDefaut_ = Cbo_Imprimante_.listCount();
-    Cbo_Imprimante_.addItem(name);
-    Cbo_ImpSelect_.addItem(std::to_string(i), static_cast<long>(i));
+    if (name == *parDefaut.nom) positionParDefaut_ = controles_.Cbo_Imprimante.listCount();
+    controles_.Cbo_Imprimante.addItem(name);
+    controles_.Cbo_ImpSelect.addItem(std::to_string(i), static_cast<long>(i));
   }
-  const bool someOffered = Cbo_Imprimante_.listCount() > 0;
-  if (someOffered) Cbo_Imprimante_.setListIndex(positionParDefaut_);
-  Cmd_Ok_.setEnabled(someOffered);
-  Cbo_Imprimante_.setFocus();
+  const bool someOffered = controles_.Cbo_Imprimante.listCount() > 0;
+  if (someOffered) controles_.Cbo_Imprimante.setListIndex(positionParDefaut_);
+  controles_.Cmd_Ok.setEnabled(someOffered);
+  controles_.Cbo_Imprimante.setFocus();
 }
 
 void Frm_ImpressionA4::retenirImprimanteCourante() {
@@ -119,14 +123,15 @@ void Frm_ImpressionA4::retenirImprimanteCourante() {
 }
 
 void Frm_ImpressionA4::afficherChoix() {
-  const int line = Cbo_Imprimante_.listIndex();
-  const auto position = static_cast<std::size_t>(Cbo_ImpSelect_.itemData(line));
-  Etq_Ou_.setCaption(captionOf(imprimantes_[position].port));
-  Etq_Etat_.setCaption(line == positionParDefaut_ ? "Imprimante par défaut" : "");
+  const int line = controles_.Cbo_Imprimante.listIndex();
+  const auto position = static_cast<std::size_t>(controles_.Cbo_ImpSelect.itemData(line));
+  controles_.Etq_Ou.setCaption(captionOf(imprimantes_[position].port));
+  controles_.Etq_Etat.setCaption(line == positionParDefaut_ ? "Imprimante par défaut" : "");
 }
 
 void Frm_ImpressionA4::confirmer() {
-  choisie_ = static_cast<int>(Cbo_ImpSelect_.itemData(Cbo_Imprimante_.listIndex()));
+  choisie_ =
+      static_cast<int>(controles_.Cbo_ImpSelect.itemData(controles_.Cbo_Imprimante.listIndex()));
   desktop_.close(window_);
 }
 

@@ -21,6 +21,23 @@ struct ImprimanteParDefaut {
 // The one that lasts as long as the library stays loaded. A test starts afresh by assigning {}.
 ImprimanteParDefaut& imprimanteParDefaut();
 
+// The form's child controls.
+struct Controles {
+  explicit Controles(toolkit::Surface& surface);
+
+  toolkit::Frame Fra_Imprimante;
+  toolkit::Label Etq_Nom;
+  toolkit::ComboBox Cbo_Imprimante;
+  // Hidden: line for line, positions among the desktop's printers.
+  toolkit::ComboBox Cbo_ImpSelect;
+  toolkit::Label Etq_LibEtat;
+  toolkit::Label Etq_Etat;
+  toolkit::Label Etq_LibOu;
+  toolkit::Label Etq_Ou;
+  toolkit::CommandButton Cmd_Ok;
+  toolkit::CommandButton Cmd_Annuler;
+};
+
 // Offers the page printers: those whose device name, in upper case, does not contain "MATRIC". The
 // default is the system's current printer when the window is first loaded, or the first page
 // printer when that one is none; where it is not offered any more, the first one stands in for it.
@@ -46,17 +63,7 @@ class Frm_ImpressionA4 {
 
   toolkit::Desktop& desktop_;
   toolkit::Window window_;
-  toolkit::Frame Fra_Imprimante_;
-  toolkit::Label Etq_Nom_;
-  toolkit::ComboBox Cbo_Imprimante_;
-  toolkit::ComboBox
-      Cbo_ImpSelect_;  // hidden: line for line, positions among the desktop's printers
-  toolkit::Label Etq_LibEtat_;
-  toolkit::Label Etq_Etat_;
-  toolkit::Label Etq_LibOu_;
-  toolkit::Label Etq_Ou_;
-  toolkit::CommandButton Cmd_Ok_;
-  toolkit::CommandButton Cmd_Annuler_;
+  Controles controles_;
 
   std::vector<toolkit::PrinterInfo> imprimantes_;
   int positionParDefaut_ = 0;  // in Cbo_Imprimante
