@@ -66,16 +66,19 @@ TEST_F(Automation, WSortirIsPutAndTold) {
   EXPECT_EQ(control().host.properties().changes(), 1);
 }
 
-TEST_F(Automation, MembersOfLaterPagesAreNotImplementedYet) {
-  for (const wchar_t* member :
-       {L"Impression_ModifAccord", L"Recup_Accord", L"Recup_AccordTauxRemb"}) {
+TEST_F(Automation, WithoutABodyNoAgreementIsPrintedOrChanged) {
+  const int sentences = control().state().count("ExecuteSentence");
+  for (const wchar_t* member : {L"Impression_ModifAccord", L"Recup_Accord"}) {
     try {
       control().call(member);
       ADD_FAILURE() << container::narrow(member);
     } catch (const AutomationError& error) {
-      EXPECT_EQ(error.code(), E_NOTIMPL) << container::narrow(member);
+      EXPECT_EQ(error.code(), E_UNEXPECTED) << container::narrow(member);
     }
   }
+  control().call(L"Recup_AccordTauxRemb");
+  EXPECT_EQ(control().state().count("ExecuteSentence"), sentences);
+  EXPECT_EQ(control().state().count("DBWrite"), 0);
 }
 
 // A variant by reference that holds a number: what a script gives for a variable.
