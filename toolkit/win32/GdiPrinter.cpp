@@ -128,7 +128,8 @@ class GdiPrinter final : public Printer {
     DOCINFOW document{};
     document.cbSize = sizeof document;
     document.lpszDocName = L"Tessaline";
-    require(StartDocW(context_.get(), &document), "the printer refuses the job");
+    if (!refused_) refused_ = StartDocW(context_.get(), &document) <= 0;
+    if (refused_) throw std::runtime_error("the printer refuses the job");
     open_ = true;
     require(StartPage(context_.get()), "the printer refuses a page");
   }
@@ -142,6 +143,7 @@ class GdiPrinter final : public Printer {
   int x_ = 0;
   int y_ = 0;
   bool open_ = false;
+  bool refused_ = false;  // asked for again, each text would bring the driver's questions anew
 };
 
 }  // namespace

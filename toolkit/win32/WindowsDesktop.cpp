@@ -159,6 +159,7 @@ class WindowsDesktop final : public Desktop {
       throw std::invalid_argument("no such printer");
     }
     chosenPrinter_ = all[static_cast<std::size_t>(position)].deviceName;
+    openPrinters_.erase(chosenPrinter_);
   }
 
   Printer& printer() override {
