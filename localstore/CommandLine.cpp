@@ -9,6 +9,7 @@
 
 #include "localstore/LocalDatabase.h"
 #include "localstore/ProgressBar.h"
+#include "localstore/Sentence.h"
 #include "localstore/TextRecord.h"
 #include "localstore/Transfer.h"
 #include "store/Request.h"
@@ -61,7 +62,11 @@ class Commands {
     return kDone;
   }
 
+  // A command would be run before its columns are found to be none of its own.
   int query() {
+    if (!isSelection(arguments_.sentence)) {
+      refuseSentence(arguments_.sentence, 0, "a selection is expected: SSELECT or SELECT");
+    }
     const auto database = openLocalDatabase(arguments_.store);
     const store::DynamicArray answer =
         store::select(*database, arguments_.sentence, "", arguments_.columns);

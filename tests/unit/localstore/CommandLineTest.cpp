@@ -73,7 +73,10 @@ TEST_F(CommandLine, ImportQueryShowAndExport) {
   EXPECT_EQ(query.code, 0);
   EXPECT_EQ(query.out, "001\tCD01\tx\n002\tCD02\t\n");
   EXPECT_EQ(run("query a.store 'SSELECT ORGPRISECHARGE'").out, "001\n002\n");
-  EXPECT_EQ(run("query a.store DATE.FORMAT").out, "");
+  const Outcome command = run("query a.store DATE.FORMAT");
+  EXPECT_EQ(command.code, 4);
+  EXPECT_EQ(command.err,
+            "tessaline-store: character 1: a selection is expected: SSELECT or SELECT\n");
 
   const Outcome show = run("show a.store ORGPRISECHARGE 001");
   EXPECT_EQ(show.code, 0);
