@@ -7,9 +7,10 @@
 namespace agreements {
 
 void Imprimer_AccordsNonModifies(const AgreementContext& context) {
-  toolkit::quietly("Imprimer_AccordsNonModifies", [&] {
-    if (forms::preparerImprimanteA4(context.desktop)) imprimerListe(context);
-  });
+  bool choisie = false;
+  toolkit::quietly("Imprimer_AccordsNonModifies",
+                   [&] { choisie = forms::choisirImprimanteA4(context.desktop) != "-1"; });
+  if (choisie) imprimerListe(context);
 }
 
 }  // namespace agreements

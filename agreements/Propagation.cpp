@@ -49,6 +49,9 @@ bool concernePropagation(const AgreementContext& context) {
 class MiseAJour {
  public:
   explicit MiseAJour(const AgreementContext& context);
+  ~MiseAJour() { fermerFichiersLettre(session_); }
+  MiseAJour(const MiseAJour&) = delete;
+  MiseAJour& operator=(const MiseAJour&) = delete;
 
   void recalculer();
   void ouvrir();

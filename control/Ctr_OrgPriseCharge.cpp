@@ -108,6 +108,7 @@ class Ctr_OrgPriseCharge::Implementation {
       throw NotReady("no changed agreement of the body in hand has been read");
     }
     agreements::Impression_ModifAccord(accords);
+    agreements::fermerFichiersLettre(session);
     context.desktop.printer().endDoc();
   }
 

@@ -50,11 +50,7 @@ class FullBody : public ControlTest {
     return changed;
   }
   void save() {
-    if (newScale_) desktop_.answer(Answer::No);
     EXPECT_TRUE(press("Cmd_OK"));
-    if (newScale_) {
-      EXPECT_EQ(desktop_.takeBoxes().size(), 1U);
-    }
     for (const auto& shown : desktop_.takeBoxes()) ADD_FAILURE() << shown.text;
     EXPECT_EQ(store_.calls(CallKind::DBWrite).size(), 1U);
   }
@@ -99,13 +95,9 @@ class FullBody : public ControlTest {
     push("Cmd_NouveauBareme");
     desktop_.takeBoxes();
     EXPECT_TRUE(user_->type(date));
-    newScale_ = true;
   }
 
   static const Attributes kFull;
-
- private:
-  bool newScale_ = false;  // of which the save asks
 };
 
 const Attributes FullBody::kFull{{1, "DOMUS"},
