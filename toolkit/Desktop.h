@@ -27,8 +27,8 @@ struct CalendarDate {
   int day = 0;    // 1 to 31
 };
 
-// Message boxes, forms and doEvents throw ControlClosed when the control has been taken down
-// meanwhile, or when a box ends with anything but an answer that it offers.
+// Message boxes, forms, doEvents and printer() throw ControlClosed when the control has been taken
+// down meanwhile, or when a box ends with anything but an answer that it offers.
 class Desktop {
  public:
   Desktop() = default;

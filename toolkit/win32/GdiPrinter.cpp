@@ -104,8 +104,10 @@ class GdiPrinter final : public Printer {
     x_ = y_ = 0;
     if (!open_) return;
     open_ = false;
-    require(EndPage(context_.get()), "the printer refuses the end of a page");
+    // A page that does not end must not keep those before it.
+    const int page = EndPage(context_.get());
     require(EndDoc(context_.get()), "the printer refuses the end of the job");
+    require(page, "the printer refuses the end of a page");
   }
 
  private:
@@ -130,8 +132,11 @@ class GdiPrinter final : public Printer {
     document.lpszDocName = L"Tessaline";
     if (!refused_) refused_ = StartDocW(context_.get(), &document) <= 0;
     if (refused_) throw std::runtime_error("the printer refuses the job");
+    if (StartPage(context_.get()) <= 0) {
+      AbortDoc(context_.get());
+      throw std::runtime_error("the printer refuses a page");
+    }
     open_ = true;
-    require(StartPage(context_.get()), "the printer refuses a page");
   }
 
   OwnedContext context_;

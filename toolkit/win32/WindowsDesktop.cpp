@@ -163,6 +163,7 @@ class WindowsDesktop final : public Desktop {
   }
 
   Printer& printer() override {
+    requireOpen();
     const std::string name = currentPrinterName();
     if (name.empty()) throw std::runtime_error("there is no printer");
     std::unique_ptr<Printer>& printer = openPrinters_[name];
