@@ -20,12 +20,4 @@ std::string choisirImprimanteA4(toolkit::Desktop& desktop) {
   return std::to_string(*position);
 }
 
-bool preparerImprimanteA4(toolkit::Desktop& desktop) {
-  if (choisirImprimanteA4(desktop) == kRefused) return false;
-  toolkit::Printer& printer = desktop.printer();
-  printer.setFontName("Courier New");
-  printer.setFontSize(12);
-  return true;
-}
-
 }  // namespace forms

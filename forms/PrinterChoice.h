@@ -12,7 +12,4 @@ namespace forms {
 // printer is then unchanged as well.
 std::string choisirImprimanteA4(toolkit::Desktop& desktop);
 
-// The same, and sets the chosen printer to "Courier New", size 12. False when none was chosen.
-bool preparerImprimanteA4(toolkit::Desktop& desktop);
-
 }  // namespace forms

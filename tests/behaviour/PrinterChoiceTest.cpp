@@ -17,7 +17,6 @@ namespace behaviour {
 namespace {
 
 using forms::choisirImprimanteA4;
-using forms::preparerImprimanteA4;
 using toolkit::ComboBox;
 using toolkit::CommandButton;
 using toolkit::Control;
@@ -335,7 +334,6 @@ TEST_F(PrinterChoice, WithoutAPagePrinterOffersNothingAndCanOnlyBeRefused) {
 TEST_F(PrinterChoice, WithoutAnyPrinterIsRefused) {
   have({}, -1);
   EXPECT_EQ(accept(), "-1");
-  EXPECT_FALSE(preparerImprimanteA4(desktop));
 }
 
 TEST_F(PrinterChoice, RemembersTheDefaultFromItsFirstLoad) {
@@ -381,28 +379,6 @@ TEST_F(PrinterChoice, OfPrintersWithOneNameTheLastStandsForTheDefault) {
   EXPECT_EQ(accept(), "1");
 }
 
-TEST_F(PrinterChoice, PreparesTheChosenPrinter) {
-  haveThree();
-  desktop.page(0).setFontName("Arial");
-  whileOpen([](OpenForm& form) {
-    form.user.choose(form.names(), 0);
-    form.user.click(form.ok());
-  });
-  EXPECT_TRUE(preparerImprimanteA4(desktop));
-  EXPECT_EQ(desktop.currentPrinter(), 0);
-  EXPECT_EQ(desktop.page(0).fontName(), "Courier New");
-  EXPECT_EQ(desktop.page(0).fontSize(), 12);
-  EXPECT_EQ(desktop.page(2).fontSize(), 10);
-}
-
-TEST_F(PrinterChoice, PreparesNothingWhenRefused) {
-  haveThree();
-  whileOpen([](OpenForm&) {});
-  EXPECT_FALSE(preparerImprimanteA4(desktop));
-  EXPECT_EQ(desktop.currentPrinter(), 2);
-  EXPECT_EQ(desktop.page(2).fontSize(), 10);
-}
-
 TEST_F(PrinterChoice, AnErrorOfAnyCallIsItsCallersAndChangesNothing) {
   for (const std::string call : {"printers", "currentPrinter", "showModal", "setCurrentPrinter"}) {
     forms::imprimanteParDefaut() = {};
@@ -418,13 +394,6 @@ TEST_F(PrinterChoice, AnErrorOfAnyCallIsItsCallersAndChangesNothing) {
     EXPECT_EQ(desktop.currentPrinter(), 2) << call;
     EXPECT_EQ(accept(), "2") << call;
   }
-}
-
-TEST_F(PrinterChoice, APrinterThatCannotBeReachedIsAnErrorOfThePreparation) {
-  haveThree();
-  desktop.failing = {"printer"};
-  whileOpen([](OpenForm& form) { form.user.click(form.ok()); });
-  EXPECT_THROW(preparerImprimanteA4(desktop), std::runtime_error);
 }
 
 TEST_F(PrinterChoice, TheControlClosedMeanwhileChoosesNothing) {

@@ -57,9 +57,10 @@ int print() {
   const std::string refused = forms::choisirImprimanteA4(*desktop);
   const bool kept = desktop->currentPrinter() == before;
   std::printf("refused %s, current %s\n", refused.c_str(), kept ? "kept" : "changed");
-  if (!forms::preparerImprimanteA4(*desktop)) return 1;
+  if (forms::choisirImprimanteA4(*desktop) == "-1") return 1;
   const auto chosen = static_cast<std::size_t>(desktop->currentPrinter());
   std::printf("chosen %s\n", desktop->printers()[chosen].deviceName.c_str());
+  desktop->printer().setFontName("Courier New");
   desktop->printer().print("Imprimante choisie");
   desktop->printer().endDoc();
   return 0;
