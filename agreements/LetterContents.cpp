@@ -13,7 +13,6 @@ namespace agreements {
 namespace {
 
 constexpr std::string_view kProcedure = "Impression_ModifAccord";
-constexpr std::size_t kNumeroAide = 5;    // characters of the beneficiary's number
 constexpr std::size_t kLignesAuPlus = 9;  // of the sender
 
 // CIVILAIDE and RESPONSABLE number title, name and first name alike.
@@ -131,7 +130,7 @@ std::string devise(const store::DynamicArray& constantes, std::optional<long> jo
 LetterContents contenuDeLettre(const AgreementContext& context) {
   const screen::MiseAJourAccords& accords = context.session.accords;
   const std::string cle = cleDeLAccord(accords);
-  const std::string numero = text::left(cle, kNumeroAide);
+  const std::string numero = text::left(cle, store::accord::kNumeroAide);
   const std::optional<long> jour =
       store::dayOfText(context.screen.participation.Txt_DatBaremCours.text());
   Lecture lecture(context.session);

@@ -28,8 +28,6 @@ namespace attribut = store::accord;
 constexpr std::string_view kProcedure = "Recup_Accord";
 constexpr std::string_view kAucuneImprimante = "-1";
 constexpr const char* kDuree = "\r\nAttention, ce traitement peut durer quelques minutes.";
-// Characters of an agreement's key that are the beneficiary's number.
-constexpr std::size_t kNumeroAide = 5;
 // The index of letters has 16 bits: the letters after this one take the last position in turn.
 constexpr int kDernierIndice = std::numeric_limits<std::int16_t>::max();
 
@@ -128,7 +126,8 @@ void MiseAJour::lireModifies() {
     accords_.accordsModifies =
         tempo_->ReadRecord(cleTempo(store::tempo::kAccordsModifies))->fields();
   });
-  if (!accords_.accordsModifies.get(1).empty()) choisirImprimante();
+  if (accords_.accordsModifies.get(1).empty()) return;
+  choisirImprimante();
   modifies_ = accords_.accordsModifies;
 }
 
@@ -153,9 +152,9 @@ void MiseAJour::lireLimite() {
 
 void MiseAJour::parcourir() {
   for (int i = 1; !modifies_.get(i).empty() || !limite_.get(i).empty(); ++i) {
-    if (accords_.lettresVoulues && !modifies_.get(i).empty()) imprimerLettre(i);
+    if (!modifies_.get(i).empty()) imprimerLettre(i);
     if (!limite_.get(i).empty()) noterNonModifie(limite_.get(i));
-    if (accords_.lettresVoulues) terminerPage(i + 1);
+    if (!modifies_.empty()) terminerPage(i + 1);
   }
 }
 
@@ -182,7 +181,7 @@ void MiseAJour::noterNonModifie(std::string_view cle) {
   };
   store::DynamicArray& liste = accords_.accordsNonModifies;
   ++nonModifies_;
-  liste.set(1, nonModifies_, text::left(cle, kNumeroAide));
+  liste.set(1, nonModifies_, text::left(cle, attribut::kNumeroAide));
   liste.set(2, nonModifies_, store::textOfDay(accord.get(attribut::DateDebAcc)));
   liste.set(3, nonModifies_, store::textOfDay(accord.get(attribut::DateFinAcc)));
   liste.set(4, nonModifies_, valeur(attribut::PartBenefAcc));

@@ -99,12 +99,19 @@ class Ctr_OrgPriseCharge::Implementation {
     });
   }
 
+  // Does the current agreement name the body in hand, among others perhaps?
+  bool accordDuCode() {
+    const store::DynamicArray& accord = session.accords.accord;
+    for (int i = 1; i <= accord.DCount(store::accord::OrgChgAcc); ++i) {
+      if (accord.get(store::accord::OrgChgAcc, i) == session.codeEnMain) return true;
+    }
+    return false;
+  }
+
   // Prints the letter of the current agreement as a job of its own: a host has no printer to end
   // it.
   void imprimerLettre() {
-    const std::string_view body = session.accords.accord.get(store::accord::OrgChgAcc);
-    if (session.accords.indiceLettre == 0 || session.codeEnMain.empty() ||
-        body != session.codeEnMain) {
+    if (session.accords.indiceLettre == 0 || session.codeEnMain.empty() || !accordDuCode()) {
       throw NotReady("no changed agreement of the body in hand has been read");
     }
     agreements::Impression_ModifAccord(accords);

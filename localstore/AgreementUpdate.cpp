@@ -18,7 +18,6 @@ namespace localstore {
 namespace {
 
 constexpr std::string_view kName = "MAJTXACCGENE";
-constexpr std::size_t kNumberLength = 5;  // of a beneficiary, in front of an agreement's key
 
 // The arguments, and where they stand in the command.
 struct Arguments {
@@ -118,7 +117,7 @@ class Update {
   }
 
   bool carryScale(const std::string& key, const std::string& record) {
-    const std::optional<Period>& period = periodOf(text::left(key, kNumberLength));
+    const std::optional<Period>& period = periodOf(text::left(key, store::accord::kNumeroAide));
     const std::optional<std::string> changed =
         period ? beginPeriod(record, *period) : std::optional<std::string>();
     if (changed) agreements_.replace(key, record, *changed);

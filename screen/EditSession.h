@@ -111,7 +111,7 @@ struct EditSession {
   bool modeVerif = false;  // the write procedures run their page's check first
   bool enregistrementEnCours = false;
   bool NouveauBareme = false;
-  bool propagationSuspendue = false;  // no question about a new scale
+  bool propagationSuspendue = false;  // no question about a new scale; nothing sets it so far
   // Were these two buttons of the bar enabled when a row began to be edited?
   bool W_SupprimerActif = false;
   bool W_SortirActif = false;

@@ -3,6 +3,7 @@
 // get(orgprisecharge::SigleOrgChg).
 #pragma once
 
+#include <cstddef>
 #include <string_view>
 
 namespace store {
@@ -154,6 +155,8 @@ enum Attribut : int {
 
 namespace accord {
 inline constexpr std::string_view kFile = "ACCORD";
+// Characters of the key that are the beneficiary's number.
+inline constexpr std::size_t kNumeroAide = 5;
 enum Attribut : int {
   OrgChgAcc = 1,
   NumAideAcc = 2,
