@@ -55,6 +55,7 @@ CONF
   export CUPS_SERVER=$work/socket
   local tries printer
   for tries in $(seq 50); do [ -S "$work/socket" ] && break; sleep 0.1; done
+  [ -S "$work/socket" ] || { cat "$work/log/out" >&2; return 1; }
   for printer in "$@"; do
     lpadmin -p "$printer" -E -v "cups-pdf:/tessaline$$" -P /usr/share/ppd/cups-pdf/CUPS-PDF_noopt.ppd 2>/dev/null
   done
