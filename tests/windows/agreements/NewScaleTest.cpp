@@ -136,6 +136,11 @@ class NewScale : public DiskTest {
     EXPECT_EQ(store_.stored(L"ACCORD", L"00004001", 11), L"21245");
     EXPECT_EQ(store_.stored(L"ORGPRISECHARGE", L"001", 39), L"21217");
   }
+  // The run has ended before it took them away.
+  void expectListsLeft() {
+    EXPECT_EQ(store_.stored(L"TEMPO", L"ACCORDSMODIFIES001", 1), L"00001001");
+    EXPECT_EQ(store_.stored(L"TEMPO", L"ACCORDSLIMITE001", 1), L"00003001");
+  }
   void expectOver() {
     EXPECT_EQ(store_.stored(L"TEMPO", L"ACCORDSMODIFIES001", 1), L"");
     EXPECT_EQ(store_.stored(L"TEMPO", L"ACCORDSLIMITE001", 1), L"");
@@ -218,14 +223,18 @@ TEST_F(Unprinted, WhenTheHostGoesDuringTheChoiceOfAPrinter) {
   forms_.expect(kPrinterForm, [this](HWND) { window().destroy(); });
   save(IDYES);
   expectUpdated();
+  expectListsLeft();
 }
 
 TEST_F(Unprinted, WhenTheHostGoesWhileTheWaitingWindowIsOpen) {
   enterScale();
   boxes().setOwner(nullptr);
+  choosePrinter(VK_RETURN);
   forms_.expect(kWaitingForm, [this](HWND) { window().destroy(); });
-  save(IDNO);
+  save(IDYES);
+  EXPECT_EQ(offered_, Lines{L"PDF_A4"});
   expectUpdated();
+  expectListsLeft();
 }
 
 }  // namespace
