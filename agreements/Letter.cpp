@@ -106,7 +106,9 @@ void formule(PrintedSheet& feuille, const LetterContents& lettre) {
 void imprimer(const AgreementContext& context, PrintedSheet& feuille) {
   const LetterContents lettre = contenuDeLettre(context);
   feuille.font("Courier New", 12);
-  entete(feuille, lettre, dateEnLettres(context.desktop.today()));
+  std::string date;
+  toolkit::quietly(kProcedure, [&] { date = dateEnLettres(context.desktop.today()); });
+  entete(feuille, lettre, date);
   feuille.place(kAppel, kHautAppel);
   feuille.line(appel(lettre));
   accord(feuille, lettre, context.screen.bar.Txt_SigleOrgChg.text());

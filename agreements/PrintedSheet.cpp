@@ -94,8 +94,8 @@ std::string_view PrintedSheet::brokenOff(std::string_view text) {
       }
       if (blank == text.npos || blank == 0) return;
       printer_.print(text.substr(0, blank), LineEnd::Break);
-      printer_.setCurrentX(margin_);
       text.remove_prefix(blank + 1);
+      printer_.setCurrentX(margin_);
     }
   });
   return text;
