@@ -68,7 +68,7 @@ void Save::Cmd_OK_Click() {
     } else {
       view_.effacerErreurs();
     }
-    context_.desktop.doEvents();
+    toolkit::quietly("Cmd_OK_Click", [this] { context_.desktop.doEvents(); });
   }
   session.texteEnAttente.clear();
   if (accepted) context_.screen.bar.Txt_CodOrgChg.setFocus();

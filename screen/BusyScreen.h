@@ -6,6 +6,7 @@
 #include "toolkit/Desktop.h"
 #include "toolkit/Surface.h"
 #include "toolkit/Trace.h"
+#include "toolkit/Trap.h"
 
 namespace screen {
 
@@ -16,7 +17,7 @@ class HeldScreen {
   // Enabling gives the focus that was asked for meanwhile. An error of its GotFocus passes on, or
   // is traced when this ends by another one.
   ~HeldScreen() noexcept(false) {
-    desktop_.setPointer(pointer_);
+    toolkit::quietly("HeldScreen", [this] { desktop_.setPointer(pointer_); });
     if (std::uncaught_exceptions() == exceptions_) {
       surface_.setEnabled(enabled_);
       return;
@@ -40,7 +41,7 @@ class HeldScreen {
         pointer_(desktop.pointer()),
         enabled_(surface.enabled()),
         exceptions_(std::uncaught_exceptions()) {
-    desktop_.setPointer(pointer);
+    toolkit::quietly("HeldScreen", [&] { desktop_.setPointer(pointer); });
     surface_.setEnabled(enabled);
   }
 
