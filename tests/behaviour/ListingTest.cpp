@@ -175,6 +175,34 @@ TEST_F(Listing, AFileThatCannotBeOpenedIsTriedAgainForTheNextLine) {
   EXPECT_EQ(onPage(print()).size(), 7U);
 }
 
+TEST_F(Listing, AnyStoreCallThatFailsBlanksTheNameOfItsOwnLine) {
+  const std::vector<std::string> names = {"ALBERT", "NADIA", "ZOE", "YVES"};
+  const std::string tail = " 01/01/2025 31/12/2027  12,50           3";
+  entries(4);
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    person("0000" + std::to_string(i + 1), names[i]);
+  }
+  store_.forgetCalls();
+  print();
+  const std::vector<std::string> calls = store_.told();
+  ASSERT_EQ(calls.size(), 5U);
+  for (std::size_t call = 0; call < calls.size(); ++call) {
+    SCOPED_TRACE(calls[call]);
+    // The file is opened for the first line.
+    const std::size_t blank = call == 0 ? 0 : call - 1;
+    store_.failAt(static_cast<int>(call) + 1);
+    const Job job = print();
+    EXPECT_EQ(job.pages, 1);
+    const auto all = onPage(job);
+    ASSERT_EQ(all.size(), 5U + names.size());
+    for (std::size_t i = 0; i < names.size(); ++i) {
+      const std::string name = i == blank ? "" : names[i];
+      EXPECT_EQ(all[5 + i].text, "0000" + std::to_string(i + 1) + " " + name +
+                                     std::string(33 - name.size(), ' ') + tail);
+    }
+  }
+}
+
 TEST_F(Listing, OpensTheCivilRecordsOnceAndReleasesThem) {
   entries(20);
   store_.forgetCalls();

@@ -1,8 +1,11 @@
 // The update of the agreements, step by step.
 #include <algorithm>
+#include <string>
+#include <utility>
 
 #include "agreements/Propagation.h"
 #include "store/Layouts.h"
+#include "store/StoreError.h"
 #include "tests/behaviour/PropagationTest.h"
 #include "toolkit/ControlClosed.h"
 
@@ -204,6 +207,71 @@ TEST_F(PropagationRun, TakesAnEmptyListForNone) {
   saveAnswering({Answer::Yes, Answer::Yes});
   const std::vector<std::string> words = journal();
   EXPECT_EQ(std::count(words.begin(), words.end(), "shown Frm_ImpressionA4"), 0);
+  expectDone();
+}
+
+TEST_F(PropagationRun, WithAListOfLettersThatCannotBeReadPrintsNoneAndOffersTheListing) {
+  // Opened and read before: what opening() tells after the command.
+  const int call = static_cast<int>(opening().size()) - 2 + 1;
+  // Each scale begins later than the one before.
+  const std::pair<std::string, unsigned> rounds[] = {{"01/02/2026", store::kFailed},
+                                                     {"01/03/2026", store::kBusy},
+                                                     {"01/04/2026", store::kIoFailure}};
+  for (const auto& [date, code] : rounds) {
+    SCOPED_TRACE(code);
+    show();
+    enterScale(date);
+    store_.onCommands([this, call, code = code](const store::DynamicArray&) {
+      store_.put("TEMPO", "ACCORDSMODIFIES001", {"00001001", "00002001"});
+      store_.put("TEMPO", "ACCORDSLIMITE001", {"00003001"});
+      store_.failAt(call, code);
+    });
+    saveAnswering({Answer::Yes, Answer::Yes, Answer::No});
+    EXPECT_EQ(callsOfRun(),
+              joined({opening(date),
+                      {"ReadRecord TEMPO ACCORDSMODIFIES001", "ReadRecord TEMPO ACCORDSLIMITE001",
+                       "ReadRecord ACCORD 00003001"},
+                      ending()}));
+    const std::vector<std::string> words = journal();
+    EXPECT_EQ(std::count(words.begin(), words.end(), "shown Frm_ImpressionA4"), 0);
+    EXPECT_EQ(shown(questionListe(1)), 1);
+    EXPECT_TRUE(pages().jobs().empty());
+    EXPECT_TRUE(pages().current().pieces.empty());
+    expectDone();
+  }
+}
+
+TEST_F(PropagationRun, GoesOnInItsOrderAfterACommandThatFails) {
+  enterScale();
+  store_.onCommands([this](const store::DynamicArray&) {
+    store_.put("TEMPO", "ACCORDSMODIFIES001", {"00001001", "00002001"});
+    store_.put("TEMPO", "ACCORDSLIMITE001", {"00003001"});
+    throw store::StoreError(store::kBusy, "the command failed at its end");
+  });
+  saveAnswering({Answer::Yes, Answer::Yes, Answer::Yes});
+  EXPECT_EQ(callsOfRun(),
+            joined({opening(),
+                    {"ReadRecord TEMPO ACCORDSMODIFIES001", "ReadRecord TEMPO ACCORDSLIMITE001",
+                     "ReadRecord ACCORD 00001001", "ReadRecord ACCORD 00003001",
+                     "ReadRecord ACCORD 00002001"},
+                    ending()}));
+  EXPECT_EQ(lettersOnPages(), (std::vector<int>{1, 2}));
+  EXPECT_EQ(pages().jobs().size(), 2U);
+  EXPECT_EQ(shown(questionListe(1)), 1);
+  expectDone();
+}
+
+TEST_F(PropagationRun, AsksNothingAfterACommandThatFailsAndLeavesNoList) {
+  enterScale();
+  store_.onCommands([](const store::DynamicArray&) {
+    throw store::StoreError(store::kBadSentence, "the command is not known");
+  });
+  saveAnswering({Answer::Yes, Answer::Yes});
+  EXPECT_EQ(callsOfRun(),
+            joined({opening(),
+                    {"ReadRecord TEMPO ACCORDSMODIFIES001", "ReadRecord TEMPO ACCORDSLIMITE001"},
+                    ending()}));
+  EXPECT_TRUE(pages().jobs().empty());
   expectDone();
 }
 

@@ -5,11 +5,13 @@
 #include "store/Conversions.h"
 #include "store/Layouts.h"
 #include "tests/behaviour/CoverageTest.h"
+#include "tests/support/FaultyDesktop.h"
 #include "toolkit/ControlClosed.h"
 
 namespace behaviour {
 namespace {
 
+using DesktopCall = testing_support::FaultyDesktop::Kind;
 using toolkit::headless::Entry;
 // Rate, date, row of the scale, participation, as they are shown; most recent first.
 using History = Rows;
@@ -289,6 +291,64 @@ TEST_F(RatePropagation, EndsWhereTheHostClosesIt) {
   EXPECT_EQ(written(), std::vector<std::string>{"00001001"});
   EXPECT_EQ(forms().back(), "closed Frm_Anim");
   EXPECT_TRUE(control_->surface().enabled());
+}
+
+// --- Where the desktop fails.
+
+class RatePropagationFailure : public RatePropagation {
+ protected:
+  RatePropagationFailure() {
+    agreement("00002001", {});
+    user_.reset();
+    control_ = std::make_unique<control::Ctr_OrgPriseCharge>(faulty_);
+    user_ = std::make_unique<toolkit::headless::User>(control_->surface());
+    start();
+    show();
+  }
+  ~RatePropagationFailure() override {
+    // The control goes before the desktop that it stands on.
+    user_.reset();
+    control_.reset();
+  }
+  void expectBothUpdated() { EXPECT_EQ(carry(), (Lines{"00001001", "00002001"})); }
+
+  testing_support::FaultyDesktop faulty_{desktop_};
+};
+
+TEST_F(RatePropagationFailure, OfTheWaitingWindowUpdatesAllTheSame) {
+  faulty_.failAt(1);
+  expectBothUpdated();
+  EXPECT_EQ(faulty_.told(), Lines{"show Frm_Anim"});
+  EXPECT_EQ(forms(), (Lines{"events", "events", "events"}));
+}
+
+TEST_F(RatePropagationFailure, OfTheFirstEventsUpdatesAllTheSame) {
+  faulty_.failAt(DesktopCall::DoEvents, 1);
+  expectBothUpdated();
+  EXPECT_EQ(forms(), (Lines{"shown Frm_Anim", "events", "events", "closed Frm_Anim"}));
+}
+
+TEST_F(RatePropagationFailure, OfClosingTheWaitingWindowUpdatesAllTheSame) {
+  faulty_.failAt(DesktopCall::Close, 1);
+  expectBothUpdated();
+  EXPECT_EQ(faulty_.calls(DesktopCall::Close), 1);
+}
+
+TEST_F(RatePropagationFailure, OfAnAgreementsEventsLeavesTheOthersUpdatedAndIsTold) {
+  const Lines keys = {"00001001", "00002001"};
+  for (std::size_t failing = 0; failing < keys.size(); ++failing) {
+    SCOPED_TRACE(keys[failing]);
+    store_.forgetCalls();
+    desktop_.clearJournal();
+    // The first ones come with the waiting window.
+    faulty_.failAt(DesktopCall::DoEvents, static_cast<int>(failing) + 2);
+    EXPECT_THROW(control_->Recup_AccordTauxRemb(), store::StoreError);
+    EXPECT_EQ(written(), Lines{keys[1 - failing]});
+    EXPECT_EQ(forms().back(), "closed Frm_Anim");
+    EXPECT_EQ(desktop_.pointer(), toolkit::Pointer::Normal);
+    EXPECT_TRUE(control_->surface().enabled());
+  }
+  expectBothUpdated();
 }
 
 // --- Against a plain model.

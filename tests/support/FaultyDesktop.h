@@ -1,10 +1,15 @@
-// A desktop in front of another one: it counts the calls that reach printers and forms, and fails
-// at one of them.
+// A desktop in front of another one: it counts the calls that reach printers and forms, and those
+// of each other kind by themselves, and fails at one of them.
 #pragma once
 
+#include <map>
 #include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include "toolkit/Desktop.h"
+#include "toolkit/Window.h"
 
 namespace testing_support {
 
@@ -13,37 +18,64 @@ class FaultyDesktop : public toolkit::Desktop {
   // The other one must outlive it.
   explicit FaultyDesktop(toolkit::Desktop& inner) : inner_(inner), printer_(*this) {}
 
-  // The n-th call from now, counted from 1, fails once, without any effect.
+  // Of printers and opened forms: the n-th call from now, counted from 1, fails once, without any
+  // effect.
   void failAt(int nthCall) {
-    calls_ = 0;
+    told_.clear();
     failAt_ = nthCall;
   }
-  int calls() const { return calls_; }
+  int calls() const { return static_cast<int>(told_.size()); }
+  // Those calls by name, a form's with its form: "newPage", "show Frm_Anim".
+  const std::vector<std::string>& told() const { return told_; }
+
+  // Of the other calls: the n-th of that kind from now fails once, without any effect.
+  enum class Kind { MessageBox, Beep, SetPointer, DoEvents, Today, Close };
+  void failAt(Kind kind, int nthCall) { others_[kind] = {0, nthCall}; }
+  int calls(Kind kind) const { return others_[kind].calls; }
 
   toolkit::Answer messageBox(std::string_view text, std::string_view title,
                              toolkit::Buttons buttons, toolkit::Icon icon) override {
-    return inner_.messageBox(text, title, buttons, icon);
+    return counted(Kind::MessageBox).messageBox(text, title, buttons, icon);
   }
-  void beep() override { inner_.beep(); }
-  void setPointer(toolkit::Pointer pointer) override { inner_.setPointer(pointer); }
+  void beep() override { counted(Kind::Beep).beep(); }
+  void setPointer(toolkit::Pointer pointer) override {
+    counted(Kind::SetPointer).setPointer(pointer);
+  }
   toolkit::Pointer pointer() const override { return inner_.pointer(); }
-  void doEvents() override { inner_.doEvents(); }
-  toolkit::CalendarDate today() const override { return inner_.today(); }
+  void doEvents() override { counted(Kind::DoEvents).doEvents(); }
+  toolkit::CalendarDate today() const override { return counted(Kind::Today).today(); }
 
-  std::vector<toolkit::PrinterInfo> printers() override { return counted().printers(); }
-  int currentPrinter() override { return counted().currentPrinter(); }
-  void setCurrentPrinter(int position) override { counted().setCurrentPrinter(position); }
+  std::vector<toolkit::PrinterInfo> printers() override { return counted("printers").printers(); }
+  int currentPrinter() override { return counted("currentPrinter").currentPrinter(); }
+  void setCurrentPrinter(int position) override {
+    counted("setCurrentPrinter").setCurrentPrinter(position);
+  }
   toolkit::Printer& printer() override {
-    counted().printer();
+    counted("printer").printer();
     return printer_;
   }
-  void showModal(toolkit::Window& window) override { counted().showModal(window); }
-  void show(toolkit::Window& window) override { counted().show(window); }
-  void close(toolkit::Window& window) override { inner_.close(window); }
+  void showModal(toolkit::Window& window) override {
+    counted("showModal " + window.surface().name()).showModal(window);
+  }
+  void show(toolkit::Window& window) override {
+    counted("show " + window.surface().name()).show(window);
+  }
+  void close(toolkit::Window& window) override { counted(Kind::Close).close(window); }
 
  private:
-  toolkit::Desktop& counted() {
-    if (++calls_ == failAt_) throw std::runtime_error("the desktop was told to fail");
+  struct Fault {
+    int calls = 0;
+    int failAt = 0;
+  };
+
+  toolkit::Desktop& counted(std::string call) {
+    told_.push_back(std::move(call));
+    if (calls() == failAt_) throw std::runtime_error("the desktop was told to fail");
+    return inner_;
+  }
+  toolkit::Desktop& counted(Kind kind) const {
+    Fault& fault = others_[kind];
+    if (++fault.calls == fault.failAt) throw std::runtime_error("the desktop was told to fail");
     return inner_;
   }
 
@@ -54,33 +86,36 @@ class FaultyDesktop : public toolkit::Desktop {
 
     int currentX() const override { return quiet().currentX(); }
     int currentY() const override { return quiet().currentY(); }
-    void setCurrentX(int twips) override { counted().setCurrentX(twips); }
-    void setCurrentY(int twips) override { counted().setCurrentY(twips); }
+    void setCurrentX(int twips) override { counted("setCurrentX").setCurrentX(twips); }
+    void setCurrentY(int twips) override { counted("setCurrentY").setCurrentY(twips); }
     std::string fontName() const override { return quiet().fontName(); }
-    void setFontName(std::string_view name) override { counted().setFontName(name); }
+    void setFontName(std::string_view name) override { counted("setFontName").setFontName(name); }
     int fontSize() const override { return quiet().fontSize(); }
-    void setFontSize(int points) override { counted().setFontSize(points); }
-    void setBold(bool bold) override { counted().setBold(bold); }
-    void setUnderline(bool underline) override { counted().setUnderline(underline); }
-    int textWidth(std::string_view text) override { return counted().textWidth(text); }
-    int textHeight() override { return counted().textHeight(); }
-    int pageWidth() override { return counted().pageWidth(); }
-    int pageHeight() override { return counted().pageHeight(); }
-    void print(std::string_view text, LineEnd end) override { counted().print(text, end); }
-    void newPage() override { counted().newPage(); }
-    void endDoc() override { counted().endDoc(); }
+    void setFontSize(int points) override { counted("setFontSize").setFontSize(points); }
+    void setBold(bool bold) override { counted("setBold").setBold(bold); }
+    void setUnderline(bool underline) override { counted("setUnderline").setUnderline(underline); }
+    int textWidth(std::string_view text) override { return counted("textWidth").textWidth(text); }
+    int textHeight() override { return counted("textHeight").textHeight(); }
+    int pageWidth() override { return counted("pageWidth").pageWidth(); }
+    int pageHeight() override { return counted("pageHeight").pageHeight(); }
+    void print(std::string_view text, LineEnd end) override { counted("print").print(text, end); }
+    void newPage() override { counted("newPage").newPage(); }
+    void endDoc() override { counted("endDoc").endDoc(); }
 
    private:
     toolkit::Printer& quiet() const { return owner_.inner_.printer(); }
-    toolkit::Printer& counted() { return owner_.counted().printer(); }
+    toolkit::Printer& counted(std::string call) {
+      return owner_.counted(std::move(call)).printer();
+    }
 
     FaultyDesktop& owner_;
   };
 
   toolkit::Desktop& inner_;
   Device printer_;
-  int calls_ = 0;
+  std::vector<std::string> told_;
   int failAt_ = 0;
+  mutable std::map<Kind, Fault> others_;
 };
 
 }  // namespace testing_support
