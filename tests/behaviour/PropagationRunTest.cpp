@@ -61,6 +61,28 @@ class PropagationRun : public Propagation {
     }
     return all;
   }
+  // What stands in TEMPO after the update is what is given here.
+  void serverLeaves(const store::DynamicArray& modified, const Keys& limit) {
+    store_.onCommands([this, modified, limit](const store::DynamicArray&) {
+      store_.put("TEMPO", "ACCORDSMODIFIES001", modified);
+      store::DynamicArray list;
+      for (std::size_t i = 0; i < limit.size(); ++i) list.set(static_cast<int>(i) + 1, limit[i]);
+      store_.put("TEMPO", "ACCORDSLIMITE001", list);
+    });
+  }
+  // Letters are wanted where there is no printer: the run asks for none.
+  void expectNoPrinterAsked(int notUpdated) {
+    desktop_.setPrinters({}, -1);
+    desktop_.onModal = nullptr;
+    restartOn(faulty_);
+    enterScale();
+    faulty_.failAt(0);
+    saveAnswering({Answer::Yes, Answer::Yes, Answer::No});
+    EXPECT_EQ(faulty_.told(), std::vector<std::string>{"show Frm_Anim"});
+    EXPECT_EQ(desktop_.boxes().size(), 3U);
+    EXPECT_EQ(shown(questionListe(notUpdated)), 1);
+    expectDone();
+  }
   int shown(std::string_view text) {
     int count = 0;
     for (const Entry& box : desktop_.boxes()) count += box.text == text;
@@ -208,6 +230,23 @@ TEST_F(PropagationRun, TakesAnEmptyListForNone) {
   const std::vector<std::string> words = journal();
   EXPECT_EQ(std::count(words.begin(), words.end(), "shown Frm_ImpressionA4"), 0);
   expectDone();
+}
+
+TEST_F(PropagationRun, WithoutAListOfLettersAsksNothingOfAPrinter) {
+  serverAnswers({}, {"00003001"});
+  expectNoPrinterAsked(1);
+}
+
+TEST_F(PropagationRun, WithAnEmptyListOfLettersAsksNothingOfAPrinter) {
+  serverLeaves({}, {"00003001", "00004001"});
+  expectNoPrinterAsked(2);
+}
+
+TEST_F(PropagationRun, WithAListOfLettersThatBeginsEmptyAsksNothingOfAPrinter) {
+  store::DynamicArray modified;
+  modified.set(2, "00001001");
+  serverLeaves(modified, {"00003001", "00004001"});
+  expectNoPrinterAsked(2);
 }
 
 TEST_F(PropagationRun, WithAListOfLettersThatCannotBeReadPrintsNoneAndOffersTheListing) {
