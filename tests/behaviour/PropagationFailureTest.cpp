@@ -253,6 +253,15 @@ TEST(PropagationFailure, OfEachCallOfPrintersAndFormsIsPassedOverAndTheRestIsPri
   }
 }
 
+TEST(PropagationFailure, OfOneCallOfPrintersAndFormsPrintsNothingTwice) {
+  Unfailing whole;
+  for (int call = 1; call <= whole.faulty_.calls(); ++call) {
+    FailingDesktop world(call);
+    EXPECT_TRUE(holds(whole.everything(), world.everything()))
+        << call << ", " << whole.calls()[static_cast<std::size_t>(call) - 1];
+  }
+}
+
 TEST(PropagationFailure, OfTheWaitingWindowPrintsAllLettersAndTheListing) {
   Unfailing whole;
   const auto shown = std::find(whole.calls().begin(), whole.calls().end(), "show Frm_Anim");
@@ -349,6 +358,16 @@ TEST(PropagationFailure, OfTodaysDateLeavesTheOtherLetterAndTheListing) {
     const Texts kept =
         Unfailing::joined(letter == 1 ? whole.second() : whole.first(), whole.listing());
     EXPECT_TRUE(holds(texts, kept));
+  }
+}
+
+TEST(PropagationFailure, OfTodaysDateLeavesNothingOutButTheDate) {
+  Unfailing whole;
+  for (const int letter : {1, 2}) {
+    FailingDesktop world(DesktopCall::Today, letter + 1);
+    Texts texts = world.everything();
+    texts.push_back("15 janvier 2026");
+    EXPECT_EQ(words(texts), words(whole.everything())) << letter;
   }
 }
 
