@@ -323,6 +323,30 @@ TEST(PropagationFailure, OfPendingEventsPrintsAllLettersAndTheListing) {
   EXPECT_EQ(world.desktop_.boxes().back().text, questionListe(1));
 }
 
+TEST(PropagationFailure, OfTheEventsAfterTheSaveEndsItAllTheSame) {
+  Unfailing whole;
+  FailingDesktop world(DesktopCall::DoEvents, 2);
+  world.expectDone();
+  EXPECT_EQ(world.everything(), whole.everything());
+}
+
+TEST(PropagationFailure, OfThePointerLeavesEverythingElseAsItIs) {
+  Unfailing whole;
+  FailingDesktop counting(DesktopCall::SetPointer, 0);
+  const int calls = counting.faulty_.calls(DesktopCall::SetPointer);
+  ASSERT_GT(calls, 5);
+  for (int call = 1; call <= calls; ++call) {
+    SCOPED_TRACE(call);
+    FailingDesktop world(DesktopCall::SetPointer, call);
+    EXPECT_EQ(world.commands(), 1);
+    EXPECT_TRUE(world.written());
+    EXPECT_TRUE(world.control_->surface().enabled());
+    EXPECT_TRUE(world.store_.ids("TEMPO").empty());
+    world.expectSaved();
+    EXPECT_EQ(world.everything(), whole.everything());
+  }
+}
+
 TEST(PropagationFailure, OfClosingTheWaitingWindowEndsTheSaveAllTheSame) {
   Unfailing whole;
   constexpr int kLast = 3;  // after the printers' window, twice
