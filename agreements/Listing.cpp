@@ -8,8 +8,9 @@ namespace agreements {
 
 void Imprimer_AccordsNonModifies(const AgreementContext& context) {
   bool choisie = false;
-  toolkit::quietly("Imprimer_AccordsNonModifies",
-                   [&] { choisie = forms::choisirImprimanteA4(context.desktop) != "-1"; });
+  toolkit::quietly("Imprimer_AccordsNonModifies", [&] {
+    choisie = forms::choisirImprimanteA4(context.desktop) != forms::kAucuneImprimante;
+  });
   if (choisie) imprimerListe(context);
 }
 

@@ -26,15 +26,9 @@ namespace {
 namespace attribut = store::accord;
 
 constexpr std::string_view kProcedure = "Recup_Accord";
-constexpr std::string_view kAucuneImprimante = "-1";
 constexpr const char* kDuree = "\r\nAttention, ce traitement peut durer quelques minutes.";
 // The index of letters has 16 bits: the letters after this one take the last position in turn.
 constexpr int kDernierIndice = std::numeric_limits<std::int16_t>::max();
-
-bool demander(toolkit::Desktop& desktop, const std::string& text, toolkit::Icon icon) {
-  return desktop.messageBox(text, screen::kTitre, toolkit::Buttons::YesNo, icon) ==
-         toolkit::Answer::Yes;
-}
 
 bool concernePropagation(const AgreementContext& context) {
   return context.session.NouveauBareme && !context.session.propagationSuspendue &&
@@ -133,9 +127,9 @@ void MiseAJour::lireModifies() {
 
 void MiseAJour::choisirImprimante() {
   const screen::UsableScreen usable(context_.desktop, context_.surface);
-  std::string choix(kAucuneImprimante);
+  std::string choix(forms::kAucuneImprimante);
   toolkit::quietly(kProcedure, [&] { choix = forms::choisirImprimanteA4(context_.desktop); });
-  if (choix == kAucuneImprimante) {
+  if (choix == forms::kAucuneImprimante) {
     accords_.lettresVoulues = false;
     accords_.accordsModifies = store::NewDynamicArray();
     return;
@@ -200,10 +194,11 @@ void MiseAJour::proposerListe() {
   if (accords_.accordsNonModifies.get(1).empty()) return;
   bool voulue = false;
   toolkit::quietly(kProcedure, [&] {
-    voulue = demander(context_.desktop,
-                      "Attention : " + std::to_string(nonModifies_) +
-                          " accord(s) n'ont pas pu être modifiés. Voulez-vous en éditer la liste ?",
-                      toolkit::Icon::Question);
+    voulue = screen::demander(
+        context_.desktop,
+        "Attention : " + std::to_string(nonModifies_) +
+            " accord(s) n'ont pas pu être modifiés. Voulez-vous en éditer la liste ?",
+        toolkit::Icon::Question);
   });
   if (!voulue) return;
   const screen::BusyScreen busy(context_.desktop, context_.surface);
@@ -225,11 +220,11 @@ void proposerPropagation(const AgreementContext& context) {
   const std::string question = "Vous venez de saisir un nouveau barème au " +
                                context.screen.participation.Txt_DatBaremCours.text() +
                                "\r\nSouhaitez-vous mettre à jour tous les accords de l'organisme ?";
-  if (!demander(context.desktop, question + kDuree, toolkit::Icon::Exclamation)) return;
-  context.session.accords.lettresVoulues =
-      demander(context.desktop,
-               std::string("Souhaitez-vous informer par écrit les aidés concernés ?") + kDuree,
-               toolkit::Icon::Exclamation);
+  if (!screen::demander(context.desktop, question + kDuree, toolkit::Icon::Exclamation)) return;
+  context.session.accords.lettresVoulues = screen::demander(
+      context.desktop,
+      std::string("Souhaitez-vous informer par écrit les aidés concernés ?") + kDuree,
+      toolkit::Icon::Exclamation);
   Recup_Accord(context);
 }
 

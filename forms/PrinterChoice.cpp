@@ -6,16 +6,10 @@
 
 namespace forms {
 
-namespace {
-
-constexpr const char* kRefused = "-1";
-
-}  // namespace
-
 std::string choisirImprimanteA4(toolkit::Desktop& desktop) {
   Frm_ImpressionA4 form(desktop);
   const std::optional<int> position = form.choisir();
-  if (!position) return kRefused;
+  if (!position) return std::string(kAucuneImprimante);
   desktop.setCurrentPrinter(*position);
   return std::to_string(*position);
 }

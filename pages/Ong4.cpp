@@ -193,10 +193,10 @@ void Ong4::Cmd_NouveauBareme_Click() {
     annulerBareme();
     return;
   }
-  const toolkit::Answer answer =
-      context_.desktop.messageBox("Souhaitez-vous créer un nouveau barème ?", screen::kTitre,
-                                  toolkit::Buttons::YesNo, toolkit::Icon::Question);
-  if (answer == toolkit::Answer::Yes) commencerBareme();
+  if (screen::demander(context_.desktop, "Souhaitez-vous créer un nouveau barème ?",
+                       toolkit::Icon::Question)) {
+    commencerBareme();
+  }
 }
 
 void Ong4::commencerBareme() {

@@ -14,9 +14,13 @@ void informer(toolkit::Desktop& desktop, std::string_view text) {
   desktop.messageBox(text, kTitre, Buttons::Ok, Icon::Information);
 }
 
+bool demander(toolkit::Desktop& desktop, std::string_view text, toolkit::Icon icon) {
+  return desktop.messageBox(text, kTitre, Buttons::YesNo, icon) == Answer::Yes;
+}
+
 bool confirmer(toolkit::Desktop& desktop, std::string_view text) {
   desktop.beep();
-  return desktop.messageBox(text, kTitre, Buttons::YesNo, Icon::Question) == Answer::Yes;
+  return demander(desktop, text, Icon::Question);
 }
 
 void filtrerRecherche(toolkit::Desktop& desktop, char32_t& key) {

@@ -15,7 +15,9 @@ inline constexpr std::string_view kMinusculeAccentuee =
 void avertir(toolkit::Desktop& desktop, std::string_view text);
 // Information icon, OK button.
 void informer(toolkit::Desktop& desktop, std::string_view text);
-// Beeps, then asks Yes/No with the question icon. True for Yes.
+// Asks Yes/No. True for Yes.
+bool demander(toolkit::Desktop& desktop, std::string_view text, toolkit::Icon icon);
+// Beeps, then asks with the question icon.
 bool confirmer(toolkit::Desktop& desktop, std::string_view text);
 
 // Key filter of the search fields: a key of code 123 or above is refused with its message and
