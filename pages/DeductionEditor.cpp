@@ -49,12 +49,7 @@ DeductionEditor::DeductionEditor(PageContext context)
       editor_(context, parts(context.screen.priseEnCharge)) {}
 
 void DeductionEditor::lier(const screen::Handlers& handlers) {
-  editor_.lier(handlers);
-  for (toolkit::ListBox* list :
-       {&prise_.Lst_DebAbatHOrgChg, &prise_.Lst_FinAbatHOrgChg, &prise_.Lst_PourcentAbatOrgChg}) {
-    list->onDblClick =
-        handlers.on([this] { toolkit::quietly("DoubleClickAbat", [this] { DoubleClickAbat(); }); });
-  }
+  editor_.lier(handlers, "DoubleClickAbat", [this] { DoubleClickAbat(); });
   prise_.Cmd_AjoutAbat.onClick = handlers.on(*this, &DeductionEditor::Cmd_AjoutAbat_Click);
   prise_.Cmd_OKAbat.onClick = handlers.on(*this, &DeductionEditor::Cmd_OKAbat_Click);
   prise_.Cmd_AnnulerAbat.onClick = handlers.on(*this, &DeductionEditor::Cmd_AnnulerAbat_Click);

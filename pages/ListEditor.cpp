@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "screen/Messages.h"
+#include "toolkit/Trap.h"
 
 namespace pages {
 namespace {
@@ -25,10 +26,13 @@ ListEditor::ListEditor(PageContext context, Parts parts)
   dimensionner();
 }
 
-void ListEditor::lier(const screen::Handlers& handlers) {
+void ListEditor::lier(const screen::Handlers& handlers, std::string_view procedure,
+                      const std::function<void()>& doubleClick) {
+  const auto onDblClick = handlers.on([=] { toolkit::quietly(procedure, doubleClick); });
   for (std::size_t i = 0; i < parts_.listes.size(); ++i) {
     parts_.listes[i]->onClick = handlers.on([this, i] { suivre(i); });
     parts_.listes[i]->onScroll = handlers.on([this, i] { defiler(parts_.listes[i]->topIndex()); });
+    parts_.listes[i]->onDblClick = onDblClick;
   }
   parts_.barre->onChange = handlers.on([this] { choisir(parts_.barre->value()); });
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -38,8 +39,10 @@ class ListEditor {
   ListEditor& operator=(const ListEditor&) = delete;
   ~ListEditor() = default;
 
-  // The ring of lists and the scroll bar.
-  void lier(const screen::Handlers& handlers);
+  // The ring of lists, the scroll bar, and what a double-click on any of the lists does: it ends
+  // quietly at an error, under the procedure's name (a literal).
+  void lier(const screen::Handlers& handlers, std::string_view procedure,
+            const std::function<void()>& doubleClick);
 
   int lignes() const;
   int ligneChoisie() const;  // 0-based, -1 for none

@@ -54,12 +54,7 @@ RateEditor::RateEditor(PageContext context)
       editor_(context, parts(context.screen.priseEnCharge)) {}
 
 void RateEditor::lier(const screen::Handlers& handlers) {
-  editor_.lier(handlers);
-  for (toolkit::ListBox* list : {&prise_.Lst_DateRembOrgChg, &prise_.Lst_TxRembOrgChg,
-                                 &prise_.Lst_TxRembMajOrgChg, &prise_.Lst_PrestServOrgChg}) {
-    list->onDblClick = handlers.on(
-        [this] { toolkit::quietly("DoubleClickTauxRemb", [this] { DoubleClickTauxRemb(); }); });
-  }
+  editor_.lier(handlers, "DoubleClickTauxRemb", [this] { DoubleClickTauxRemb(); });
   prise_.Cmd_AjoutTaux.onClick = handlers.on(*this, &RateEditor::Cmd_AjoutTaux_Click);
   prise_.Cmd_OKTaux.onClick = handlers.on(*this, &RateEditor::Cmd_OKTaux_Click);
   prise_.Cmd_AnnulerTaux.onClick = handlers.on(*this, &RateEditor::Cmd_AnnulerTaux_Click);

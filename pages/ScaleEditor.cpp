@@ -72,11 +72,7 @@ ScaleEditor::ScaleEditor(PageContext context)
       editor_(context, parts(context.screen.participation)) {}
 
 void ScaleEditor::lier(const screen::Handlers& handlers) {
-  editor_.lier(handlers);
-  const auto dblClick =
-      handlers.on([this] { toolkit::quietly("DoubleClickPart", [this] { modifier(); }); });
-  for (toolkit::ListBox* list : fermesParUnNouveauBareme(page_)) list->onDblClick = dblClick;
-  page_.Lst_BaremCoursOrgChg.onDblClick = dblClick;
+  editor_.lier(handlers, "DoubleClickPart", [this] { modifier(); });
   page_.Cmd_AjoutPart.onClick = handlers.on(*this, &ScaleEditor::Cmd_AjoutPart_Click);
   page_.Cmd_OKPart.onClick = handlers.on(*this, &ScaleEditor::Cmd_OKPart_Click);
   page_.Cmd_AnnulerPart.onClick = handlers.on(*this, &ScaleEditor::Cmd_AnnulerPart_Click);

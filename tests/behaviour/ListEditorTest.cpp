@@ -539,7 +539,8 @@ class ListEditor : public Desk {
     parts.supprimer = &prise_.Cmd_SuppAbat;
     parts.verrouilles = {&prise_.Cdr_TauxOrgChg};
     editor_.emplace(pages::PageContext{desktop_, screen_, session_}, parts);
-    editor_->lier(screen::Handlers(session_));
+    editor_->lier(screen::Handlers(session_), "ouvrirChoisie",
+                  [this] { editor_->ouvrirChoisie(); });
   }
   std::optional<pages::ListEditor> editor_;
 };
