@@ -61,30 +61,6 @@ void fillWithAgreements(LocalStore& store) {
   copy(source, store);
 }
 
-BOOL CALLBACK findNamed(HWND window, LPARAM where) {
-  auto& [name, found] = *reinterpret_cast<std::pair<std::wstring, HWND>*>(where);
-  if (container::nameOf(window) != name) return TRUE;
-  found = window;
-  return FALSE;
-}
-
-HWND childOf(HWND form, const wchar_t* name) {
-  std::pair<std::wstring, HWND> looked(name, nullptr);
-  EnumChildWindows(form, &findNamed, reinterpret_cast<LPARAM>(&looked));
-  return looked.second;
-}
-
-std::vector<std::wstring> linesOf(HWND combo) {
-  std::vector<std::wstring> lines;
-  const LRESULT count = SendMessageW(combo, CB_GETCOUNT, 0, 0);
-  for (LRESULT i = 0; i < count; ++i) {
-    wchar_t line[256] = {};
-    SendMessageW(combo, CB_GETLBTEXT, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(line));
-    lines.emplace_back(line);
-  }
-  return lines;
-}
-
 class NewScale : public DiskTest {
  protected:
   Where where() const override { return Where::Form; }
@@ -113,15 +89,15 @@ class NewScale : public DiskTest {
     user().click(L"Cmd_OKPart");
     EXPECT_EQ(user().lines(L"Lst_BaremCoursOrgChg"), (Lines{L"2,50", L"4,00"}));
   }
-  void save(int letters) {
+  // The update is wanted, and its letters so.
+  void expectQuestions(int letters) {
     boxes().expect(kUpdate, kExclamation, L"YESNO", IDYES);
     boxes().expect(kLetters, kExclamation, L"YESNO", letters);
-    user().click(L"Cmd_OK");
   }
   // The next choice of a printer is made by this key.
   void choosePrinter(WORD key) {
     forms_.expect(kPrinterForm, [this, key](HWND form) {
-      offered_ = linesOf(childOf(form, L"Cbo_Imprimante"));
+      offered_ = container::linesOf(container::childOf(form, L"Cbo_Imprimante"));
       EXPECT_EQ(GetForegroundWindow(), form);
       EXPECT_EQ(IsWindowEnabled(window().handle()), FALSE);
       input::send(input::stroke(key));
@@ -159,8 +135,7 @@ using Unprinted = NewScale;
 TEST_F(Printed, LettersOfTheAgreementsChangedAndAListingOfTheOthers) {
   enterScale();
   choosePrinter(VK_RETURN);
-  boxes().expect(kUpdate, kExclamation, L"YESNO", IDYES);
-  boxes().expect(kLetters, kExclamation, L"YESNO", IDYES);
+  expectQuestions(IDYES);
   boxes().expect(kListing, kQuestion, L"YESNO", [this](HWND box) {
     EXPECT_EQ(offered_, Lines{L"PDF_A4"});
     offered_.clear();
@@ -176,8 +151,7 @@ TEST_F(Printed, LettersOfTheAgreementsChangedAndAListingOfTheOthers) {
 TEST_F(Unprinted, ByTheEscapeKeyButUpdated) {
   enterScale();
   choosePrinter(VK_ESCAPE);
-  boxes().expect(kUpdate, kExclamation, L"YESNO", IDYES);
-  boxes().expect(kLetters, kExclamation, L"YESNO", IDYES);
+  expectQuestions(IDYES);
   boxes().expect(kListing, kQuestion, L"YESNO", [this](HWND box) {
     choosePrinter(VK_ESCAPE);
     container::press(box, IDYES);
@@ -190,8 +164,7 @@ TEST_F(Unprinted, ByTheEscapeKeyButUpdated) {
 TEST_F(Unprinted, ByTheTitleBarButUpdated) {
   enterScale();
   forms_.expect(kPrinterForm, [](HWND form) { PostMessageW(form, WM_CLOSE, 0, 0); });
-  boxes().expect(kUpdate, kExclamation, L"YESNO", IDYES);
-  boxes().expect(kLetters, kExclamation, L"YESNO", IDYES);
+  expectQuestions(IDYES);
   boxes().expect(kListing, kQuestion, L"YESNO", IDNO);
   user().click(L"Cmd_OK");
   expectUpdated();
@@ -200,8 +173,7 @@ TEST_F(Unprinted, ByTheTitleBarButUpdated) {
 
 TEST_F(Unprinted, WithoutLettersAsked) {
   enterScale();
-  boxes().expect(kUpdate, kExclamation, L"YESNO", IDYES);
-  boxes().expect(kLetters, kExclamation, L"YESNO", IDNO);
+  expectQuestions(IDNO);
   boxes().expect(kListing, kQuestion, L"YESNO", IDNO);
   user().click(L"Cmd_OK");
   expectUpdated();
@@ -221,7 +193,8 @@ TEST_F(Unprinted, WhenTheHostGoesDuringTheChoiceOfAPrinter) {
   enterScale();
   boxes().setOwner(nullptr);
   forms_.expect(kPrinterForm, [this](HWND) { window().destroy(); });
-  save(IDYES);
+  expectQuestions(IDYES);
+  user().click(L"Cmd_OK");
   expectUpdated();
   expectListsLeft();
 }
@@ -231,7 +204,8 @@ TEST_F(Unprinted, WhenTheHostGoesWhileTheWaitingWindowIsOpen) {
   boxes().setOwner(nullptr);
   choosePrinter(VK_RETURN);
   forms_.expect(kWaitingForm, [this](HWND) { window().destroy(); });
-  save(IDYES);
+  expectQuestions(IDYES);
+  user().click(L"Cmd_OK");
   EXPECT_EQ(offered_, Lines{L"PDF_A4"});
   expectUpdated();
   expectListsLeft();

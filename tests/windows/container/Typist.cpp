@@ -45,6 +45,30 @@ BOOL CALLBACK findNamed(HWND window, LPARAM where) {
 
 }  // namespace
 
+HWND childOf(HWND parent, const std::wstring& name) {
+  Search search{name, nullptr};
+  EnumChildWindows(parent, &findNamed, reinterpret_cast<LPARAM>(&search));
+  return search.found;
+}
+
+std::vector<std::wstring> linesOf(HWND window) {
+  wchar_t type[32] = {};
+  GetClassNameW(window, type, 32);
+  const bool combo = lstrcmpiW(type, L"COMBOBOX") == 0;
+  std::vector<std::wstring> all;
+  const LRESULT count = SendMessageW(window, combo ? CB_GETCOUNT : LB_GETCOUNT, 0, 0);
+  for (LRESULT i = 0; i < count; ++i) {
+    const auto at = static_cast<WPARAM>(i);
+    const LRESULT length = SendMessageW(window, combo ? CB_GETLBTEXTLEN : LB_GETTEXTLEN, at, 0);
+    std::wstring line(static_cast<size_t>(length) + 1, L'\0');
+    SendMessageW(window, combo ? CB_GETLBTEXT : LB_GETTEXT, at,
+                 reinterpret_cast<LPARAM>(line.data()));
+    line.resize(static_cast<size_t>(length));
+    all.push_back(line);
+  }
+  return all;
+}
+
 void Typist::send(const std::vector<INPUT>& inputs) {
   if (GetForegroundWindow() != stage_.window.handle())
     throw std::runtime_error("the host's window is not in the foreground");
@@ -195,11 +219,7 @@ void Typist::retype(std::wstring_view newText) {
   type(newText);
 }
 
-HWND Typist::find(const std::wstring& name) const {
-  Search search{name, nullptr};
-  EnumChildWindows(stage_.window.handle(), &findNamed, reinterpret_cast<LPARAM>(&search));
-  return search.found;
-}
+HWND Typist::find(const std::wstring& name) const { return childOf(stage_.window.handle(), name); }
 
 std::wstring Typist::text(const std::wstring& name) const {
   const HWND window = find(name);
@@ -226,22 +246,7 @@ std::wstring Typist::focused() const {
 }
 
 std::vector<std::wstring> Typist::lines(const std::wstring& name) const {
-  const HWND window = find(name);
-  wchar_t type[32] = {};
-  GetClassNameW(window, type, 32);
-  const bool combo = lstrcmpiW(type, L"COMBOBOX") == 0;
-  std::vector<std::wstring> all;
-  const LRESULT count = SendMessageW(window, combo ? CB_GETCOUNT : LB_GETCOUNT, 0, 0);
-  for (LRESULT i = 0; i < count; ++i) {
-    const auto at = static_cast<WPARAM>(i);
-    const LRESULT length = SendMessageW(window, combo ? CB_GETLBTEXTLEN : LB_GETTEXTLEN, at, 0);
-    std::wstring line(static_cast<size_t>(length) + 1, L'\0');
-    SendMessageW(window, combo ? CB_GETLBTEXT : LB_GETTEXT, at,
-                 reinterpret_cast<LPARAM>(line.data()));
-    line.resize(static_cast<size_t>(length));
-    all.push_back(line);
-  }
-  return all;
+  return linesOf(find(name));
 }
 
 std::vector<int> Typist::selected(const std::wstring& name) const {

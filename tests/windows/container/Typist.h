@@ -83,5 +83,9 @@ class Typist {
 
 // What a window answers to WM_GETCONTROLNAME; "" when nothing.
 std::wstring nameOf(HWND window);
+// The window below another one that answers so; null when there is none.
+HWND childOf(HWND parent, const std::wstring& name);
+// The lines of a combo or list box.
+std::vector<std::wstring> linesOf(HWND window);
 
 }  // namespace container
