@@ -9,7 +9,12 @@ add_library(tessaline_sqlite STATIC ${TESSALINE_SQLITE_DIR}/sqlite3.c)
 target_include_directories(tessaline_sqlite SYSTEM PUBLIC ${TESSALINE_SQLITE_DIR})
 target_compile_definitions(tessaline_sqlite PUBLIC SQLITE_THREADSAFE=0 SQLITE_DQS=0
   SQLITE_OMIT_LOAD_EXTENSION SQLITE_OMIT_DEPRECATED SQLITE_DEFAULT_MEMSTATUS=0)
-target_compile_options(tessaline_sqlite PRIVATE -w -O2)
+# Under sanitizers it is built as often as it runs.
+if(TESSALINE_SANITIZE)
+  target_compile_options(tessaline_sqlite PRIVATE -w -g0 -O1)
+else()
+  target_compile_options(tessaline_sqlite PRIVATE -w -O2)
+endif()
 
 # GoogleTest as one object library, without its own build's warnings about this project's flags.
 add_library(tessaline_gtest STATIC EXCLUDE_FROM_ALL
@@ -19,10 +24,7 @@ add_library(tessaline_gtest STATIC EXCLUDE_FROM_ALL
 target_include_directories(tessaline_gtest SYSTEM
   PUBLIC /usr/src/googletest/googletest/include /usr/src/googletest/googlemock/include
   PRIVATE /usr/src/googletest/googletest /usr/src/googletest/googlemock)
-target_compile_options(tessaline_gtest PRIVATE -w)
-if(TESSALINE_SANITIZE)
-  target_compile_options(tessaline_gtest PRIVATE -fsanitize=address,undefined)
-endif()
+target_compile_options(tessaline_gtest PRIVATE -w -g0 -O0)
 find_package(Threads REQUIRED)
 target_link_libraries(tessaline_gtest PUBLIC Threads::Threads)
 

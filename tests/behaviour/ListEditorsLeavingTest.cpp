@@ -7,6 +7,12 @@
 namespace behaviour {
 namespace {
 
+struct Zone {
+  const char* name;
+  const char* keys;    // typed into it
+  const char* before;  // what it held
+};
+
 // A control that is asked to be left, and stays.
 template <class Page>
 class Leaving : public Page {
@@ -101,25 +107,27 @@ TEST_F(LeavingCoverage, AsksNothingAboutRowsThatWereOnlyOpened) {
 }
 
 TEST_F(LeavingCoverage, AsksAboutARateWhileItIsAnotherOne) {
-  const char* const zones[][3] = {{"Txt_DateRembOrgChg", "02012026", "01012026"},
-                                  {"Txt_TxRembOrgChg", "19", "20"},
-                                  {"Txt_TxRembMajOrgChg", "26", "25"},
-                                  {"Txt_PrestServOrgChg", "14,5", "15"}};
-  for (const auto& [zone, keys, before] : zones) {
+  const Zone zones[] = {{"Txt_DateRembOrgChg", "02012026", "01012026"},
+                        {"Txt_TxRembOrgChg", "19", "20"},
+                        {"Txt_TxRembMajOrgChg", "26", "25"},
+                        {"Txt_PrestServOrgChg", "14,5", "15"}};
+  for (const Zone& zone : zones) {
     expectAsked(
-        zone, [&] { changeRate(zone, keys); }, [&] { changeRate(zone, before); });
+        zone.name, [&] { changeRate(zone.name, zone.keys); },
+        [&] { changeRate(zone.name, zone.before); });
   }
 }
 
 TEST_F(LeavingCoverage, AsksAboutADeductionWhileItIsAnotherOne) {
   // A range may only grow while the row selected among the rates leaves it out of the overlaps.
   ASSERT_TRUE(user_->click(list("Lst_DateRembOrgChg"), 0));
-  const char* const zones[][3] = {{"Txt_DebAbatHOrgChg", "1", "0"},
-                                  {"Txt_FinAbatHOrgChg", "8", "10"},
-                                  {"Txt_PourcentAbatOrgChg", "7,5", "50"}};
-  for (const auto& [zone, keys, before] : zones) {
+  const Zone zones[] = {{"Txt_DebAbatHOrgChg", "1", "0"},
+                        {"Txt_FinAbatHOrgChg", "8", "10"},
+                        {"Txt_PourcentAbatOrgChg", "7,5", "50"}};
+  for (const Zone& zone : zones) {
     expectAsked(
-        zone, [&] { changeDeduction(zone, keys); }, [&] { changeDeduction(zone, before); });
+        zone.name, [&] { changeDeduction(zone.name, zone.keys); },
+        [&] { changeDeduction(zone.name, zone.before); });
   }
 }
 
@@ -190,14 +198,14 @@ TEST_F(LeavingScale, AsksNothingAboutRowsThatWereOnlyOpened) {
 }
 
 TEST_F(LeavingScale, AsksAboutARowWhileItIsAnotherOne) {
-  const char* const zones[][3] = {{"Txt_DebRevSeulOrgChg", "1", "0"},
-                                  {"Txt_FinRevSeulOrgChg", "400", "500"},
-                                  {"Txt_DebRevMenOrgChg", "1", "0"},
-                                  {"Txt_FinRevMenOrgChg", "700", "800"},
-                                  {"Txt_BaremCoursOrgChg", "1,61", "1,6"}};
-  for (const auto& [zone, keys, before] : zones) {
+  const Zone zones[] = {{"Txt_DebRevSeulOrgChg", "1", "0"},
+                        {"Txt_FinRevSeulOrgChg", "400", "500"},
+                        {"Txt_DebRevMenOrgChg", "1", "0"},
+                        {"Txt_FinRevMenOrgChg", "700", "800"},
+                        {"Txt_BaremCoursOrgChg", "1,61", "1,6"}};
+  for (const Zone& zone : zones) {
     expectAsked(
-        zone, [&] { change(zone, keys); }, [&] { change(zone, before); });
+        zone.name, [&] { change(zone.name, zone.keys); }, [&] { change(zone.name, zone.before); });
   }
 }
 
