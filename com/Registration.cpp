@@ -186,6 +186,7 @@ Before readJournal(RegistryRoot& root, const std::wstring& journal) {
   }
   for (const std::wstring& name : root.names(journal)) {
     const std::optional<RegistryValue> value = root.read(journal, name);
+    if (!value) continue;
     const std::size_t bar = name.rfind(L'|');
     if (name.empty()) {
       before.created = textsOf(*value);

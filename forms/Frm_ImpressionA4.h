@@ -49,6 +49,7 @@ class Frm_ImpressionA4 {
   explicit Frm_ImpressionA4(toolkit::Desktop& desktop);
   Frm_ImpressionA4(const Frm_ImpressionA4&) = delete;
   Frm_ImpressionA4& operator=(const Frm_ImpressionA4&) = delete;
+  ~Frm_ImpressionA4() = default;
 
   // Modal. The position of the chosen printer among the desktop's; none when it was cancelled.
   std::optional<int> choisir();

@@ -1,6 +1,7 @@
 #include "localstore/LocalDatabase.h"
 
 #include <filesystem>
+#include <memory>
 #include <optional>
 #include <system_error>
 #include <utility>
@@ -80,7 +81,7 @@ class LocalFile final : public store::File {
 class LocalTransaction final : public Transaction {
  public:
   explicit LocalTransaction(std::shared_ptr<Engine> engine)
-      : engine_(std::move(engine)), scope_(std::in_place, engine_->connection) {}
+      : engine_(std::move(engine)), scope_(std::make_unique<WriteScope>(engine_->connection)) {}
   LocalTransaction(const LocalTransaction&) = delete;
   LocalTransaction& operator=(const LocalTransaction&) = delete;
   ~LocalTransaction() override {
@@ -92,7 +93,7 @@ class LocalTransaction final : public Transaction {
 
  private:
   std::shared_ptr<Engine> engine_;
-  std::optional<WriteScope> scope_;
+  std::unique_ptr<WriteScope> scope_;  // ends before what it has made is forgotten
 };
 
 class SqliteDatabase final : public LocalDatabase {

@@ -26,9 +26,10 @@ bool isDigit(char c) { return c >= '0' && c <= '9'; }
 std::pair<std::optional<long long>, std::string_view> numberAt(std::string_view text) {
   constexpr std::ptrdiff_t kMostDigits = 18;
   long long number = 0;
-  const char* const end = text.data() + text.size();
-  const auto [stop, error] = std::from_chars(text.data(), end, number);
-  if (error != std::errc() || stop - text.data() > kMostDigits) return {std::nullopt, {}};
+  const char* const start = text.data();
+  const char* const end = start + text.size();
+  const auto [stop, error] = std::from_chars(start, end, number);
+  if (error != std::errc() || stop - start > kMostDigits) return {std::nullopt, {}};
   return {number, {stop, static_cast<std::size_t>(end - stop)}};
 }
 
@@ -105,8 +106,9 @@ std::optional<Period> ParticipationScale::periodOf(std::string_view income,
                                   [&](const Bracket& row) { return row.holds(*amount); });
   if (found == rows.end()) return std::nullopt;
   const auto row = static_cast<std::size_t>(found - rows.begin());
-  if (!participations_[row]) return std::nullopt;
-  return Period{*rate_, day_, static_cast<int>(row) + 1, *participations_[row]};
+  const Amount participation = participations_[row];
+  if (!participation) return std::nullopt;
+  return Period{*rate_, day_, static_cast<int>(row) + 1, *participation};
 }
 
 bool ParticipationScale::Bracket::holds(long long income) const {

@@ -53,7 +53,7 @@ void AccountPair::montrer(std::string_view account, std::string_view entity) {
   });
 }
 
-const std::string& AccountPair::compte() const { return shown_.written(fields_.numero.text()); }
+std::string_view AccountPair::compte() const { return shown_.written(fields_.numero.text()); }
 
 void AccountPair::setEnabled(bool enabled) {
   fields_.numero.setEnabled(enabled);

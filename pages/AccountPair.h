@@ -51,7 +51,7 @@ class AccountPair {
   void montrer(std::string_view account, std::string_view entity);
   void vider() { montrer("", ""); }
   // What the attribute that was shown becomes.
-  const std::string& compte() const;
+  std::string_view compte() const;
   void setEnabled(bool enabled);
 
  private:

@@ -26,8 +26,8 @@ class ShownAttribute {
   bool stands(std::string_view text) const { return text == text_; }
   const std::string& attribute() const { return attribute_; }
   // What to write for a field that holds `text` now.
-  const std::string& written(const std::string& text) const {
-    return stands(text) ? attribute_ : text;
+  std::string_view written(std::string_view text) const {
+    return stands(text) ? std::string_view(attribute_) : text;
   }
 
  private:

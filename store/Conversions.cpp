@@ -141,8 +141,9 @@ std::optional<long> dayOfText(std::string_view text) {
 std::string textOfDay(std::string_view day) {
   const std::string_view stored = text::trim(day);
   long number = 0;
-  const char* end = stored.data() + stored.size();
-  const auto [stop, error] = std::from_chars(stored.data(), end, number);
+  const char* const start = stored.data();
+  const char* const end = start + stored.size();
+  const auto [stop, error] = std::from_chars(start, end, number);
   if (error != std::errc()) return {};
   const std::string_view rest(stop, static_cast<std::size_t>(end - stop));
   const bool fraction = !rest.empty() && (rest[0] == '.' || rest[0] == ',') &&
@@ -208,8 +209,9 @@ std::string twoDecimals(long long hundredths) {
 std::string shownHundredths(std::string_view stored) {
   const std::string_view number = text::trim(stored);
   long long value = 0;
-  const char* end = number.data() + number.size();
-  const auto [stop, error] = std::from_chars(number.data(), end, value);
+  const char* const start = number.data();
+  const char* const end = start + number.size();
+  const auto [stop, error] = std::from_chars(start, end, value);
   return error == std::errc() && stop == end ? twoDecimals(value) : std::string();
 }
 

@@ -9,16 +9,8 @@
 namespace behaviour {
 namespace {
 
-constexpr int kCoordonnees = 0;
-constexpr int kRegles = 1;
-constexpr int kPriseEnCharge = 2;
-constexpr int kBordereau = 4;
-constexpr int kActivites = 5;
-
-constexpr const char* kSansEntite =
-    "L'organisme de prise en charge doit couvrir au moins une activité.";
 constexpr const char* kSansActivite = "Vous devez sélectionner au moins une activité.";
-constexpr const char* kPasPrincipal = "La caisse doit être de type principal.";
+constexpr const char* kCaissePasPrincipale = "La caisse doit être de type principal.";
 constexpr const char* kPlusieursServices =
     "Toutes les activités couvertes par l'organisme doivent être rattachées au même service.";
 constexpr const char* kSansCompta =
@@ -164,20 +156,20 @@ TEST_F(ActivitiesCheck, AgencyActivitiesOfAComplementaryBodyAreRefusedWhereTheUs
   show({{18, "C"}, {47, "010M01"}});
   for (const int tab : {kCoordonnees, kRegles, kBordereau, kActivites}) {
     user_->click(tabs(), tab);
-    expectRefused(kPasPrincipal, tab, button("Cmd_OK"));
+    expectRefused(kCaissePasPrincipale, tab, button("Cmd_OK"));
   }
 }
 
 TEST_F(ActivitiesCheck, AgencyActivitiesOfABodyWithoutTypeAreRefused) {
   show({{18, ""}, {47, "010M01"}});
-  expectRefused(kPasPrincipal, kCoordonnees, button("Cmd_OK"));
+  expectRefused(kCaissePasPrincipale, kCoordonnees, button("Cmd_OK"));
 }
 
 TEST_F(ActivitiesCheck, TheTypeOfBodyThatCountsIsTheOneOnScreen) {
   show({{47, "010M01"}});
   user_->click(tabs(), kRegles);
   user_->click(option("Opt_TypeComplOrgChg"));
-  expectRefused(kPasPrincipal, kRegles, button("Cmd_OK"));
+  expectRefused(kCaissePasPrincipale, kRegles, button("Cmd_OK"));
   user_->click(option("Opt_TypePrincipalOrgChg"));
   expectSaved();
 }
@@ -286,7 +278,7 @@ TEST_F(ActivitiesCheck, TheChecksComeInTheirOrder) {
   show({{47, ""}, {50, "1"}});
   expectRefused(kSansActivite, kActivites, child<ListBox>("Lst_Activite"));
   show({{18, "C"}, {47, values({"010M01", "010M02"})}});
-  expectRefused(kPasPrincipal, kCoordonnees, button("Cmd_OK"));
+  expectRefused(kCaissePasPrincipale, kCoordonnees, button("Cmd_OK"));
   show({{24, "M"}, {47, values({"010P01", "010P02"})}, {50, "1"}});
   expectRefused(kPlusieursServices, kCoordonnees, button("Cmd_OK"));
   show({{24, "M"}, {50, "1"}});
@@ -349,7 +341,7 @@ struct Combination {
   std::string broken() const {
     const Pair pair{body, activities};
     if (severalTypes) return kSansActivite;
-    if (kAgencyForPrincipalBodiesOnly.contains(pair)) return kPasPrincipal;
+    if (kAgencyForPrincipalBodiesOnly.contains(pair)) return kCaissePasPrincipale;
     if (withoutAccounts && !kMayGoWithoutAccounts.contains(pair)) return kSansCompta;
     if (kInHoursOnly.contains(pair) && attribution != "H") return kPasEnHeures;
     return "";
@@ -373,7 +365,7 @@ std::vector<Combination> combinations() {
 
 TEST_F(ActivitiesCheck, EveryCombinationIsAllowedOrRefusedAsTheRulesSay) {
   const std::map<std::string, int> tabOf{{kSansActivite, kActivites},
-                                         {kPasPrincipal, kCoordonnees},
+                                         {kCaissePasPrincipale, kCoordonnees},
                                          {kSansCompta, kRegles},
                                          {kPasEnHeures, kPriseEnCharge},
                                          {kSansAttribution, kPriseEnCharge}};
@@ -407,7 +399,7 @@ TEST_F(ActivitiesCheck, EveryCombinationIsAllowedOrRefusedAsTheRulesSay) {
     expectNothingWritten();
   }
   const std::map<std::string, int> expected{
-      {"", 52}, {kSansActivite, 18}, {kPasPrincipal, 12}, {kSansCompta, 42}, {kPasEnHeures, 2}};
+      {"", 52}, {kSansActivite, 18}, {kCaissePasPrincipale, 12}, {kSansCompta, 42}, {kPasEnHeures, 2}};
   EXPECT_EQ(counted, expected);
 }
 

@@ -6,14 +6,8 @@
 namespace behaviour {
 namespace {
 
-constexpr int kRegles = 1;
-constexpr int kPriseEnCharge = 2;
-constexpr int kActivites = 5;
-
 constexpr const char* kEntiteInconnue = "Cette entité juridique n'existe pas.";
 constexpr const char* kCompte = "6110000000";
-constexpr const char* kSansActivite =
-    "L'organisme de prise en charge doit couvrir au moins une activité.";
 
 std::string request(std::string_view sentence, std::string_view file, std::string_view columns) {
   store::DynamicArray request;
@@ -945,7 +939,7 @@ TEST_F(ActivitiesPage, AnUnknownEntityIsShownWithoutAWordAndCannotBeSaved) {
   expectCovered({"010P01"}, {"P"}, {"Aide ménagère        Prestataire"});
   EXPECT_EQ(currentEntity(), "");
   press("Cmd_OK");
-  expectBox(kSansActivite, Icon::Exclamation);
+  expectBox(kSansEntite, Icon::Exclamation);
   expectNothingWritten();
 }
 

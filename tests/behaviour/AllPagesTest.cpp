@@ -11,8 +11,6 @@
 namespace behaviour {
 namespace {
 
-constexpr const char* kEnregistrer =
-    "Voulez-vous enregistrer les modifications apportées à cet article ?";
 constexpr const char* kTypeRefuse =
     "La modification du type d'organisme n'est pas possible car il existe des accords actifs pour "
     "cet organisme.\r\nMerci de contacter VALDRIS si votre volonté est de changer le mode de "

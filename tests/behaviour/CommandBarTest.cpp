@@ -5,11 +5,8 @@ namespace {
 
 using toolkit::Buttons;
 
-constexpr const char* kQuitterCreation = "Etes-vous sûr de vouloir quitter cette création ?";
 constexpr const char* kSupprimer =
     "Etes-vous sûr de vouloir supprimer cet organisme de prise en charge ?";
-constexpr const char* kEnregistrer =
-    "Voulez-vous enregistrer les modifications apportées à cet article ?";
 
 class CommandBar : public ControlTest {
  protected:
@@ -328,7 +325,7 @@ TEST_F(Deletion, ADeletedBodyIsNotFoundAgain) {
 
 // Leaving -----------------------------------------------------------------------------------------
 
-class Leaving : public CommandBar {
+class LeavingByCode : public CommandBar {
  protected:
   void change() {
     lookUp("001");
@@ -337,14 +334,14 @@ class Leaving : public CommandBar {
   }
 };
 
-TEST_F(Leaving, WithNoCodeOnScreenAsksNothing) {
+TEST_F(LeavingByCode, WithNoCodeOnScreenAsksNothing) {
   press("Cmd_Sortir");
   EXPECT_TRUE(control_->W_Sortir());
   expectNoBox();
   EXPECT_TRUE(store_.calls().empty());
 }
 
-TEST_F(Leaving, WithoutAChangeAsksNothing) {
+TEST_F(LeavingByCode, WithoutAChangeAsksNothing) {
   for (const char* body : {"001", "002", "003"}) {
     control_->setW_Sortir(false);
     lookUp(body);
@@ -355,7 +352,7 @@ TEST_F(Leaving, WithoutAChangeAsksNothing) {
   expectNothingWritten();
 }
 
-TEST_F(Leaving, WhatIsTypedAndTakenBackIsNoChange) {
+TEST_F(LeavingByCode, WhatIsTypedAndTakenBackIsNoChange) {
   change();
   user_->fill(box("Txt_RaisonOrgChg"), "Domus Mutuelle");
   press("Cmd_Sortir");
@@ -363,7 +360,7 @@ TEST_F(Leaving, WhatIsTypedAndTakenBackIsNoChange) {
   expectNoBox();
 }
 
-TEST_F(Leaving, AfterAChangeAsks) {
+TEST_F(LeavingByCode, AfterAChangeAsks) {
   change();
   desktop_.answer(Answer::Cancel);
   press("Cmd_Sortir");
@@ -371,7 +368,7 @@ TEST_F(Leaving, AfterAChangeAsks) {
   EXPECT_EQ(desktop_.beeps(), 0);
 }
 
-TEST_F(Leaving, CancelStays) {
+TEST_F(LeavingByCode, CancelStays) {
   change();
   desktop_.answer(Answer::Cancel);
   press("Cmd_Sortir");
@@ -381,7 +378,7 @@ TEST_F(Leaving, CancelStays) {
   expectNothingWritten();
 }
 
-TEST_F(Leaving, CancelTakesAnEarlierWishBack) {
+TEST_F(LeavingByCode, CancelTakesAnEarlierWishBack) {
   control_->setW_Sortir(true);
   change();
   desktop_.answer(Answer::Cancel);
@@ -389,7 +386,7 @@ TEST_F(Leaving, CancelTakesAnEarlierWishBack) {
   EXPECT_FALSE(control_->W_Sortir());
 }
 
-TEST_F(Leaving, NoLeavesWithoutSaving) {
+TEST_F(LeavingByCode, NoLeavesWithoutSaving) {
   change();
   desktop_.answer(Answer::No);
   press("Cmd_Sortir");
@@ -398,7 +395,7 @@ TEST_F(Leaving, NoLeavesWithoutSaving) {
   EXPECT_EQ(attribute("001", 2), "Domus Mutuelle");
 }
 
-TEST_F(Leaving, YesSavesAndLeavesWithoutRefillingTheList) {
+TEST_F(LeavingByCode, YesSavesAndLeavesWithoutRefillingTheList) {
   change();
   desktop_.answer(Answer::Yes);
   press("Cmd_Sortir");
@@ -409,7 +406,7 @@ TEST_F(Leaving, YesSavesAndLeavesWithoutRefillingTheList) {
   EXPECT_EQ(code().text(), "");
 }
 
-TEST_F(Leaving, YesRunsTheChecks) {
+TEST_F(LeavingByCode, YesRunsTheChecks) {
   lookUp("001");
   user_->fill(box("Txt_RaisonOrgChg"), "");
   desktop_.answer(Answer::Yes);
@@ -425,7 +422,7 @@ TEST_F(Leaving, YesRunsTheChecks) {
   EXPECT_EQ(attribute("001", 2), "Retour");
 }
 
-TEST_F(Leaving, TheCheckOfTheWritesBeforeTheQuestionIsOff) {
+TEST_F(LeavingByCode, TheCheckOfTheWritesBeforeTheQuestionIsOff) {
   lookUp("001");
   user_->fill(box("Txt_RaisonOrgChg"), "");
   desktop_.answer(Answer::Cancel);
@@ -433,7 +430,7 @@ TEST_F(Leaving, TheCheckOfTheWritesBeforeTheQuestionIsOff) {
   expectBox(kEnregistrer, Icon::Question, Buttons::YesNoCancel);
 }
 
-TEST_F(Leaving, WithTheCodeErasedStillAsksForTheBodyInHand) {
+TEST_F(LeavingByCode, WithTheCodeErasedStillAsksForTheBodyInHand) {
   change();
   user_->fill(code(), "");
   desktop_.answer(Answer::Yes);
@@ -442,7 +439,7 @@ TEST_F(Leaving, WithTheCodeErasedStillAsksForTheBodyInHand) {
   EXPECT_EQ(attribute("001", 2), "Domus");
 }
 
-TEST_F(Leaving, TrailingEmptyAttributesAreNoChange) {
+TEST_F(LeavingByCode, TrailingEmptyAttributesAreNoChange) {
   store::DynamicArray record = store_.record("ORGPRISECHARGE", "002");
   record.set(62, "");
   store_.put("ORGPRISECHARGE", "002", record);
@@ -452,7 +449,7 @@ TEST_F(Leaving, TrailingEmptyAttributesAreNoChange) {
   expectNoBox();
 }
 
-TEST_F(Leaving, TellsItsHostOnce) {
+TEST_F(LeavingByCode, TellsItsHostOnce) {
   int told = 0;
   control_->onSortirChanged = [&] { ++told; };
   press("Cmd_Sortir");
@@ -464,14 +461,14 @@ TEST_F(Leaving, TellsItsHostOnce) {
   EXPECT_EQ(told, 2);
 }
 
-TEST_F(Leaving, ItsHostCanReadTheWishWhileBeingTold) {
+TEST_F(LeavingByCode, ItsHostCanReadTheWishWhileBeingTold) {
   bool read = false;
   control_->onSortirChanged = [&] { read = control_->W_Sortir(); };
   press("Cmd_Sortir");
   EXPECT_TRUE(read);
 }
 
-TEST_F(Leaving, AFailingSaveEndsWithTheErrorAndStays) {
+TEST_F(LeavingByCode, AFailingSaveEndsWithTheErrorAndStays) {
   change();
   desktop_.answer(Answer::Yes);
   store_.fail(CallKind::DBWrite);

@@ -70,6 +70,21 @@ Lines linesOf(const List& list) {
   return lines;
 }
 
+// The tabs, by position.
+inline constexpr int kCoordonnees = 0;
+inline constexpr int kRegles = 1;
+inline constexpr int kPriseEnCharge = 2;
+inline constexpr int kParticipation = 3;
+inline constexpr int kBordereau = 4;
+inline constexpr int kActivites = 5;
+
+// Texts of boxes that several pages lead to.
+inline constexpr const char* kEnregistrer =
+    "Voulez-vous enregistrer les modifications apportées à cet article ?";
+inline constexpr const char* kQuitterCreation = "Etes-vous sûr de vouloir quitter cette création ?";
+inline constexpr const char* kSansEntite =
+    "L'organisme de prise en charge doit couvrir au moins une activité.";
+
 class ControlTest : public testing::Test {
  protected:
   ControlTest();

@@ -148,7 +148,6 @@ TEST_F(CoveragePage, ASlipOfTypeMFPLeavesTheDeductionsEmpty) {
 // Leaving writes the pages, and the slip takes the deductions out of the record in hand.
 TEST_F(CoveragePage, DeductionsThatASlipHasLeftOutStayForTheSlipThatTakesThem) {
   const Rows two{{"0,00", "10,00", "50,00"}, {"20,00", "30,00", "25,00"}};
-  const std::string mark(1, store::kValueMark);
   for (const int deed : {0, 1, 2, 3}) {
     putDeductions(two);
     show();

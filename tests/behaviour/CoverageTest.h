@@ -35,7 +35,6 @@ inline constexpr const char* kDateAnterieure =
 inline constexpr const char* kSeulTaux =
     "Vous avez déjà supprimé le seul taux accessible en modification. Il ne vous est plus possible "
     "de modifier un taux.";
-inline constexpr const char* kQuitterCreation = "Etes-vous sûr de vouloir quitter cette création ?";
 inline constexpr const char* kSupprimerLigne = "Etes-vous sûr de vouloir supprimer cette ligne ?";
 
 class Coverage : public ControlTest {

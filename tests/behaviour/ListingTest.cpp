@@ -248,7 +248,7 @@ TEST_F(Listing, OfTwoHundredAgreementsHasAHeadingOnEachPage) {
     EXPECT_EQ(head, heading(page == 1));
     const int lines = page < 5 ? kLinesAPage : 200 - 4 * kLinesAPage;
     for (int i = 0; i < lines; ++i) {
-      const Printed& printed = all[static_cast<std::size_t>(5 + i)];
+      const Printed& printed = all[5 + static_cast<std::size_t>(i)];
       EXPECT_EQ(printed.x, 0);
       EXPECT_EQ(printed.y, kFirst + i * kLine);
       EXPECT_EQ(std::stoi(printed.text.substr(0, 5)), ++entry);

@@ -40,10 +40,10 @@ std::vector<std::string> joined(std::initializer_list<std::vector<std::string>> 
 class PropagationRun : public Propagation {
  protected:
   // Enters a scale, unless one has been, and saves it.
-  void run(Keys modified, Keys limit, std::vector<Answer> answers) {
+  void run(Keys modified, Keys limit, const std::vector<Answer>& answers) {
     serverAnswers(std::move(modified), std::move(limit));
     if (!control_->surface().find("Txt_DatBaremCours")->enabled()) enterScale();
-    saveAnswering(std::move(answers));
+    saveAnswering(answers);
   }
   void expectDone() {
     expectUsable();

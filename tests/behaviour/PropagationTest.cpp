@@ -100,7 +100,7 @@ void Propagation::enterScale(std::string_view date) {
   store_.forgetCalls();
 }
 
-void Propagation::saveAnswering(std::vector<Answer> answers) {
+void Propagation::saveAnswering(const std::vector<Answer>& answers) {
   for (const Answer answer : answers) desktop_.answer(answer);
   ASSERT_TRUE(press("Cmd_OK"));
   EXPECT_FALSE(desktop_.answersLeft());

@@ -33,7 +33,7 @@ class Propagation : public Scale {
   // The user enters a scale of that day.
   void enterScale(std::string_view date = "01022026");
   // The user presses OK and answers the questions that come: the update, the letters, the listing.
-  void saveAnswering(std::vector<Answer> answers);
+  void saveAnswering(const std::vector<Answer>& answers);
   // The user at the printers' window: OK or Escape.
   void printerWindow(bool confirms);
 

@@ -166,7 +166,6 @@ TEST_F(ScalePage, AnEmptyCurrentParticipationIsCountedEvenWhenTheCheckFails) {
 }
 
 TEST_F(ScalePage, AttributesOfUnequalLengthsShowAsManyRowsAsTheLongestOne) {
-  const std::string mark(1, store::kValueMark);
   store_.set("ORGPRISECHARGE", "001", 36, "150");
   show();
   EXPECT_EQ(rows().size(), 3U);

@@ -15,10 +15,6 @@ namespace {
 using toolkit::Label;
 using toolkit::ScrollBar;
 
-constexpr int kRegles = 1;
-constexpr int kBordereau = 4;
-constexpr int kActivites = 5;
-
 constexpr const char* kSansParametre =
     "Au moins un paramètre pour l'édition du bordereau doit être sélectionné.";
 constexpr const char* kPasPrincipal = "Le type d'organisme doit être obligatoirement principal.";

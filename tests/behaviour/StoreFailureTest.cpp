@@ -10,9 +10,9 @@
 namespace behaviour {
 namespace {
 
-class World : public ControlTest {
+class FailingWorld : public ControlTest {
  public:
-  World() {
+  FailingWorld() {
     fillThreeBodies(store_);
     start();
   }
@@ -40,10 +40,10 @@ class World : public ControlTest {
   }
 };
 
-using Step = std::function<void(World&)>;
+using Step = std::function<void(FailingWorld&)>;
 
 int callsOf(const Step& prepare, const Step& act) {
-  World world;
+  FailingWorld world;
   prepare(world);
   world.store_.forgetCalls();
   act(world);
@@ -52,12 +52,12 @@ int callsOf(const Step& prepare, const Step& act) {
 
 // Runs the action in a fresh world once for each of its store calls, with that call failing.
 void withEachCallFailing(const Step& prepare, const Step& act,
-                         const std::function<void(World&, int call)>& check) {
+                         const std::function<void(FailingWorld&, int call)>& check) {
   const int calls = callsOf(prepare, act);
   ASSERT_GT(calls, 0);
   for (int call = 1; call <= calls; ++call) {
     SCOPED_TRACE("call " + std::to_string(call));
-    World world;
+    FailingWorld world;
     prepare(world);
     world.store_.forgetCalls();
     world.store_.failAt(call);
@@ -67,14 +67,14 @@ void withEachCallFailing(const Step& prepare, const Step& act,
   }
 }
 
-void pressOk(World& world) { world.press("Cmd_OK"); }
+void pressOk(FailingWorld& world) { world.press("Cmd_OK"); }
 
 TEST(StoreFailure, SavingABodyIsTrapped) {
-  const Step prepare = [](World& world) {
+  const Step prepare = [](FailingWorld& world) {
     world.lookUp("001");
     world.user_->fill(world.box("Txt_RaisonOrgChg"), "Nouveau nom");
   };
-  withEachCallFailing(prepare, pressOk, [](World& world, int) {
+  withEachCallFailing(prepare, pressOk, [](FailingWorld& world, int) {
     const std::string before = world.store_.record("ORGPRISECHARGE", "001").text();
     EXPECT_NO_THROW(pressOk(world));
     EXPECT_TRUE(world.desktop_.boxes().empty());
@@ -92,8 +92,8 @@ TEST(StoreFailure, SavingABodyIsTrapped) {
 }
 
 TEST(StoreFailure, SavingANewBodyIsTrappedAndNeverCreatesItTwice) {
-  const Step prepare = [](World& world) { world.beginCreation(); };
-  withEachCallFailing(prepare, pressOk, [](World& world, int) {
+  const Step prepare = [](FailingWorld& world) { world.beginCreation(); };
+  withEachCallFailing(prepare, pressOk, [](FailingWorld& world, int) {
     EXPECT_NO_THROW(pressOk(world));
     EXPECT_TRUE(world.desktop_.boxes().empty());
     const bool written = world.bodiesNamed("NEUF") == 1;
@@ -114,8 +114,8 @@ TEST(StoreFailure, SavingANewBodyIsTrappedAndNeverCreatesItTwice) {
 }
 
 TEST(StoreFailure, LookingUpByCodeIsTrapped) {
-  withEachCallFailing([](World&) {}, [](World& world) { world.lookUp("001"); },
-                      [](World& world, int) {
+  withEachCallFailing([](FailingWorld&) {}, [](FailingWorld& world) { world.lookUp("001"); },
+                      [](FailingWorld& world, int) {
                         EXPECT_NO_THROW(world.lookUp("001"));
                         EXPECT_TRUE(world.desktop_.boxes().empty());
                         EXPECT_EQ(world.code().text(), "001");
@@ -124,12 +124,12 @@ TEST(StoreFailure, LookingUpByCodeIsTrapped) {
 }
 
 TEST(StoreFailure, SearchingByAcronymIsTrapped) {
-  const Step act = [](World& world) {
+  const Step act = [](FailingWorld& world) {
     world.user_->fill(world.sigles(), "CA");
     world.user_->press(toolkit::Key::Enter);
   };
-  withEachCallFailing([](World&) {}, act,
-                      [&](World& world, int) {
+  withEachCallFailing([](FailingWorld&) {}, act,
+                      [&](FailingWorld& world, int) {
                         EXPECT_NO_THROW(act(world));
                         EXPECT_TRUE(world.desktop_.boxes().empty());
                         EXPECT_EQ(world.sigles().text(), "CA");
@@ -138,9 +138,9 @@ TEST(StoreFailure, SearchingByAcronymIsTrapped) {
 }
 
 TEST(StoreFailure, ChoosingAnAcronymIsTrapped) {
-  const Step act = [](World& world) { world.user_->choose(world.sigles(), 0); };
-  withEachCallFailing([](World&) {}, act,
-                      [&](World& world, int) {
+  const Step act = [](FailingWorld& world) { world.user_->choose(world.sigles(), 0); };
+  withEachCallFailing([](FailingWorld&) {}, act,
+                      [&](FailingWorld& world, int) {
                         EXPECT_NO_THROW(act(world));
                         EXPECT_EQ(world.code().text(), "003");
                         EXPECT_EQ(world.state(), kEmpty);
@@ -148,12 +148,12 @@ TEST(StoreFailure, ChoosingAnAcronymIsTrapped) {
 }
 
 TEST(StoreFailure, DeletingEndsWithTheError) {
-  const Step prepare = [](World& world) { world.lookUp("001"); };
-  const Step act = [](World& world) {
+  const Step prepare = [](FailingWorld& world) { world.lookUp("001"); };
+  const Step act = [](FailingWorld& world) {
     world.desktop_.answer(Answer::Yes);
     world.press("Cmd_Supprimer");
   };
-  withEachCallFailing(prepare, act, [&](World& world, int call) {
+  withEachCallFailing(prepare, act, [&](FailingWorld& world, int call) {
     EXPECT_THROW(act(world), store::StoreError);
     const bool deleted = call == 4;
     EXPECT_EQ(world.store_.has("ORGPRISECHARGE", "001"), !deleted);
@@ -163,15 +163,15 @@ TEST(StoreFailure, DeletingEndsWithTheError) {
 }
 
 TEST(StoreFailure, SavingOnLeavingEndsWithTheError) {
-  const Step prepare = [](World& world) {
+  const Step prepare = [](FailingWorld& world) {
     world.lookUp("001");
     world.user_->fill(world.box("Txt_RaisonOrgChg"), "Nouveau nom");
   };
-  const Step act = [](World& world) {
+  const Step act = [](FailingWorld& world) {
     world.desktop_.answer(Answer::Yes);
     world.press("Cmd_Sortir");
   };
-  withEachCallFailing(prepare, act, [&](World& world, int) {
+  withEachCallFailing(prepare, act, [&](FailingWorld& world, int) {
     EXPECT_THROW(act(world), store::StoreError);
     EXPECT_FALSE(world.control_->W_Sortir());
     EXPECT_EQ(world.attribute("001", 2), "Domus Mutuelle");
@@ -181,19 +181,19 @@ TEST(StoreFailure, SavingOnLeavingEndsWithTheError) {
 }
 
 TEST(StoreFailure, TheHostsSavesEndWithTheError) {
-  const Step prepare = [](World& world) {
+  const Step prepare = [](FailingWorld& world) {
     world.lookUp("001");
     world.user_->fill(world.box("Txt_RaisonOrgChg"), "Nouveau nom");
   };
-  const Step write = [](World& world) { world.control_->Ecrire_Donnees(); };
-  withEachCallFailing(prepare, write, [&](World& world, int) {
+  const Step write = [](FailingWorld& world) { world.control_->Ecrire_Donnees(); };
+  withEachCallFailing(prepare, write, [&](FailingWorld& world, int) {
     EXPECT_THROW(write(world), store::StoreError);
     EXPECT_EQ(world.attribute("001", 2), "Domus Mutuelle");
     EXPECT_EQ(world.box("Txt_RaisonOrgChg").text(), "Nouveau nom");
   });
-  const Step create = [](World& world) { world.control_->Creer_Donnees(); };
-  withEachCallFailing([](World& world) { world.beginCreation(); }, create,
-                      [&](World& world, int call) {
+  const Step create = [](FailingWorld& world) { world.control_->Creer_Donnees(); };
+  withEachCallFailing([](FailingWorld& world) { world.beginCreation(); }, create,
+                      [&](FailingWorld& world, int call) {
                         EXPECT_THROW(create(world), store::StoreError);
                         const bool written = call == 5;
                         EXPECT_EQ(world.bodiesNamed("NEUF"), written ? 1 : 0);
@@ -203,17 +203,17 @@ TEST(StoreFailure, TheHostsSavesEndWithTheError) {
 
 TEST(StoreFailure, TheHostsListFillingEndsWithTheError) {
   for (const auto& fill :
-       std::vector<Step>{[](World& world) { world.control_->Remplir_OrgPriseChg(); },
-                         [](World& world) { world.control_->Remplir_ParamsPoss(); }}) {
-    withEachCallFailing([](World&) {}, fill,
-                        [&](World& world, int) { EXPECT_THROW(fill(world), store::StoreError); });
+       std::vector<Step>{[](FailingWorld& world) { world.control_->Remplir_OrgPriseChg(); },
+                         [](FailingWorld& world) { world.control_->Remplir_ParamsPoss(); }}) {
+    withEachCallFailing([](FailingWorld&) {}, fill,
+                        [&](FailingWorld& world, int) { EXPECT_THROW(fill(world), store::StoreError); });
   }
 }
 
 // --- All pages: accounts, activities, agreements -------------------------------------------------
 
 // The store as all pages need it, and the body 001 with something on each of them.
-void fillAllPages(World& world) {
+void fillAllPages(FailingWorld& world) {
   testing_support::MemoryStore& store = world.store_;
   const std::string mark(1, store::kValueMark);
   store.set("COMPTEUR", "999", 15, "O");
@@ -242,15 +242,15 @@ void fillAllPages(World& world) {
   world.control_->Init();
 }
 
-Snapshot screenOf(World& world) { return snapshotOf(world.control_->surface()); }
+Snapshot screenOf(FailingWorld& world) { return snapshotOf(world.control_->surface()); }
 
-void showAllPages(World& world) {
+void showAllPages(FailingWorld& world) {
   fillAllPages(world);
   world.lookUp("001");
 }
 
 // A change on each page; that of the type is checked against the agreements.
-void changeAllPages(World& world) {
+void changeAllPages(FailingWorld& world) {
   showAllPages(world);
   toolkit::headless::User& user = *world.user_;
   user.fill(world.box("Txt_RaisonOrgChg"), "Nouveau nom");
@@ -265,7 +265,7 @@ void changeAllPages(World& world) {
   user.dblClick(world.child<ListBox>("Lst_ActSelect"), 1);
 }
 
-void expectAllChangesSaved(World& world) {
+void expectAllChangesSaved(FailingWorld& world) {
   const std::string mark(1, store::kValueMark);
   EXPECT_EQ(world.attribute("001", 2), "Nouveau nom");
   EXPECT_EQ(world.attribute("001", 18), "C");
@@ -276,12 +276,12 @@ void expectAllChangesSaved(World& world) {
 }
 
 TEST(StoreFailureOnAllPages, LookingUpShowsTheWholeBodyOrNothing) {
-  const Step act = [](World& world) { world.lookUp("001"); };
-  World undisturbed;
+  const Step act = [](FailingWorld& world) { world.lookUp("001"); };
+  FailingWorld undisturbed;
   showAllPages(undisturbed);
   const Snapshot whole = screenOf(undisturbed);
   int shown = 0;
-  withEachCallFailing(fillAllPages, act, [&](World& world, int) {
+  withEachCallFailing(fillAllPages, act, [&](FailingWorld& world, int) {
     EXPECT_NO_THROW(act(world));
     EXPECT_TRUE(world.desktop_.boxes().empty());
     EXPECT_EQ(world.code().text(), "001");
@@ -306,8 +306,8 @@ TEST(StoreFailureOnAllPages, LookingUpShowsTheWholeBodyOrNothing) {
 }
 
 TEST(StoreFailureOnAllPages, ABodyShownWithoutTheLabelOfAnAccountIsSavedWhole) {
-  const Step act = [](World& world) { world.lookUp("001"); };
-  withEachCallFailing(fillAllPages, act, [&](World& world, int) {
+  const Step act = [](FailingWorld& world) { world.lookUp("001"); };
+  withEachCallFailing(fillAllPages, act, [&](FailingWorld& world, int) {
     const std::string before = world.store_.record("ORGPRISECHARGE", "001").text();
     act(world);
     if (world.state() != kExisting) return;
@@ -325,32 +325,32 @@ struct Search {
 };
 
 std::vector<Search> searches() {
-  const auto byNumber = [](World& world, const char* typed) {
+  const auto byNumber = [](FailingWorld& world, const char* typed) {
     world.user_->click(world.tabs(), 1);
     world.user_->fill(world.box("Txt_DebitOrgChg"), typed);
     world.user_->press(toolkit::Key::Enter);
   };
-  const auto byLabel = [](World& world, const char* typed) {
+  const auto byLabel = [](FailingWorld& world, const char* typed) {
     world.user_->click(world.tabs(), 1);
     world.user_->fill(world.child<ComboBox>("Cbo_DebitOrgChg"), typed);
     world.user_->press(toolkit::Key::Enter);
     world.user_->choose(world.child<ComboBox>("Cbo_DebitOrgChg"), 0);
   };
-  const auto byLeaving = [](World& world) {
+  const auto byLeaving = [](FailingWorld& world) {
     world.user_->click(world.tabs(), 1);
     world.user_->fill(world.box("Txt_DebitOrgChg"), "412");
     world.user_->go(world.box("Txt_CreditOrgChg"));
   };
-  return {{"ten digits", [=](World& world) { byNumber(world, "4120000000"); }, "4120000000"},
-          {"the only one", [=](World& world) { byNumber(world, "412"); }, "4120000000"},
-          {"by label", [=](World& world) { byLabel(world, "compte 41"); }, "4110000000"},
+  return {{"ten digits", [=](FailingWorld& world) { byNumber(world, "4120000000"); }, "4120000000"},
+          {"the only one", [=](FailingWorld& world) { byNumber(world, "412"); }, "4120000000"},
+          {"by label", [=](FailingWorld& world) { byLabel(world, "compte 41"); }, "4110000000"},
           {"by leaving", byLeaving, "4120000000"}};
 }
 
 TEST(StoreFailureOnAllPages, SearchingForAnAccountIsTrappedAndWorksTheNextTime) {
   for (const Search& search : searches()) {
     SCOPED_TRACE(search.name);
-    withEachCallFailing(showAllPages, search.act, [&](World& world, int) {
+    withEachCallFailing(showAllPages, search.act, [&](FailingWorld& world, int) {
       EXPECT_NO_THROW(search.act(world));
       EXPECT_TRUE(world.desktop_.boxes().empty());
       EXPECT_EQ(world.state(), kExisting);
@@ -367,25 +367,25 @@ TEST(StoreFailureOnAllPages, SearchingForAnAccountIsTrappedAndWorksTheNextTime) 
 }
 
 TEST(StoreFailureOnAllPages, ChoosingAnEntityIsTrappedAndWorksTheNextTime) {
-  const Step byCode = [](World& world) {
+  const Step byCode = [](FailingWorld& world) {
     world.user_->click(world.tabs(), 5);
     world.user_->fill(world.box("Txt_Entite"), "020");
   };
-  const Step byName = [](World& world) {
+  const Step byName = [](FailingWorld& world) {
     world.user_->click(world.tabs(), 5);
     ComboBox& names = world.child<ComboBox>("Cbo_Entite");
     world.user_->fill(names, "autre");
     world.user_->press(toolkit::Key::Enter);
     names.userChoose(names.items().find("AUTRE VAL"));  // without opening the list: by an arrow key
   };
-  const Step byList = [](World& world) {
+  const Step byList = [](FailingWorld& world) {
     world.user_->click(world.tabs(), 5);
     ComboBox& names = world.child<ComboBox>("Cbo_Entite");
     world.user_->open(names);
     world.user_->choose(names, names.items().find("AUTRE VAL"));
   };
   for (const Step& act : {byCode, byName, byList}) {
-    withEachCallFailing(showAllPages, act, [&](World& world, int) {
+    withEachCallFailing(showAllPages, act, [&](FailingWorld& world, int) {
       EXPECT_NO_THROW(act(world));
       EXPECT_TRUE(world.desktop_.boxes().empty());
       EXPECT_EQ(world.state(), kExisting);
@@ -401,7 +401,7 @@ TEST(StoreFailureOnAllPages, ChoosingAnEntityIsTrappedAndWorksTheNextTime) {
 }
 
 TEST(StoreFailureOnAllPages, SavingIsTrappedAndKeepsWhatWasTypedOnAllPages) {
-  withEachCallFailing(changeAllPages, pressOk, [](World& world, int) {
+  withEachCallFailing(changeAllPages, pressOk, [](FailingWorld& world, int) {
     const std::string before = world.store_.record("ORGPRISECHARGE", "001").text();
     const Snapshot typed = screenOf(world);
     EXPECT_NO_THROW(pressOk(world));
@@ -419,7 +419,7 @@ TEST(StoreFailureOnAllPages, SavingIsTrappedAndKeepsWhatWasTypedOnAllPages) {
 }
 
 TEST(StoreFailureOnAllPages, SavingANewBodyIsTrappedAndKeepsWhatWasTypedOnAllPages) {
-  const Step prepare = [](World& world) {
+  const Step prepare = [](FailingWorld& world) {
     fillAllPages(world);
     world.beginCreation();
     world.user_->click(world.tabs(), 5);
@@ -429,7 +429,7 @@ TEST(StoreFailureOnAllPages, SavingANewBodyIsTrappedAndKeepsWhatWasTypedOnAllPag
     world.user_->fill(world.box("Txt_DebitOrgChg"), "4120000000");
     world.user_->fill(world.box("Txt_CreditOrgChg"), "7060000000");
   };
-  withEachCallFailing(prepare, pressOk, [](World& world, int) {
+  withEachCallFailing(prepare, pressOk, [](FailingWorld& world, int) {
     const Snapshot typed = screenOf(world);
     EXPECT_NO_THROW(pressOk(world));
     EXPECT_TRUE(world.desktop_.boxes().empty());
@@ -449,11 +449,11 @@ TEST(StoreFailureOnAllPages, SavingANewBodyIsTrappedAndKeepsWhatWasTypedOnAllPag
 }
 
 TEST(StoreFailureOnAllPages, LeavingEndsWithTheErrorAndWorksTheNextTime) {
-  const Step act = [](World& world) {
+  const Step act = [](FailingWorld& world) {
     world.desktop_.answer(Answer::Yes);
     world.press("Cmd_Sortir");
   };
-  withEachCallFailing(changeAllPages, act, [&](World& world, int) {
+  withEachCallFailing(changeAllPages, act, [&](FailingWorld& world, int) {
     const std::string before = world.store_.record("ORGPRISECHARGE", "001").text();
     const Snapshot typed = screenOf(world);
     EXPECT_THROW(act(world), store::StoreError);
@@ -469,7 +469,7 @@ TEST(StoreFailureOnAllPages, LeavingEndsWithTheErrorAndWorksTheNextTime) {
 }
 
 TEST(StoreFailureOnAllPages, AFailedSaveIsNoChangeOfTheRecordInHand) {
-  withEachCallFailing(changeAllPages, pressOk, [](World& world, int) {
+  withEachCallFailing(changeAllPages, pressOk, [](FailingWorld& world, int) {
     pressOk(world);
     if (world.state() != kExisting) return;
     world.store_.stopFailing();

@@ -250,7 +250,9 @@ class MemoryDatabase : public store::Database {
 void MemoryStore::State::note(CallKind kind, std::string file, std::string id, std::string text) {
   calls.push_back({kind, std::move(file), std::move(id), std::move(text)});
   const Call& call = calls.back();
-  if (callsUntilFailure > 0 && --callsUntilFailure == 0) {
+  const bool last = callsUntilFailure == 1;
+  if (callsUntilFailure > 0) --callsUntilFailure;
+  if (last) {
     throw store::StoreError(failureCode, "the store was told to fail at this call");
   }
   for (const Fault& fault : faults) {

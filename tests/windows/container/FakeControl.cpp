@@ -68,7 +68,7 @@ class FakeControl final : public IOleObject,
   }
   FakeControl(const FakeControl&) = delete;
   FakeControl& operator=(const FakeControl&) = delete;
-  virtual ~FakeControl() { --*alive_; }
+  ~FakeControl() { --*alive_; }
 
   bool has(Fault fault) const { return fault_ == fault; }
 

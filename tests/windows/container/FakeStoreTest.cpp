@@ -6,8 +6,6 @@
 namespace container {
 namespace {
 
-using Microsoft::WRL::ComPtr;
-
 class LateBoundStore : public testing::Test {
  protected:
   LateBoundStore() { fillWithThreeBodies(store_); }

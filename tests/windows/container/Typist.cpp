@@ -203,7 +203,7 @@ void Typist::wheel(const std::wstring& name, int notches) {
   POINT at = {place.right / 2, place.bottom / 2};
   ClientToScreen(window, &at);
   INPUT turned = input::mouse(at, MOUSEEVENTF_WHEEL);
-  turned.mi.mouseData = static_cast<DWORD>(-notches * WHEEL_DELTA);
+  turned.mi.mouseData = static_cast<DWORD>(-notches) * WHEEL_DELTA;
   send({input::mouse(at, 0), turned});
 }
 

@@ -5,7 +5,6 @@ namespace lifecycle {
 namespace {
 
 using container::AutomationError;
-using container::Value;
 
 // How the host goes.
 enum class Going {

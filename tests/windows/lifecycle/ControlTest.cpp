@@ -2,7 +2,6 @@
 
 namespace lifecycle {
 
-using container::Container;
 using container::Rules;
 using container::Value;
 

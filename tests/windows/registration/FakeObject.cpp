@@ -17,7 +17,7 @@ void FakeObject::answers(const std::wstring& name, const std::wstring& text) {
   });
 }
 
-void FakeObject::gives(const std::wstring& name, ComPtr<FakeObject> object) {
+void FakeObject::gives(const std::wstring& name, const ComPtr<FakeObject>& object) {
   on(name, [object](const FakeCall& call) {
     if (call.result != nullptr) {
       *call.result = com::Variant::ofObject(object.Get()).release();

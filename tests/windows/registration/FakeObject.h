@@ -29,7 +29,7 @@ class FakeObject final : public IDispatch {
   void on(const std::wstring& name, Member member) { members_[name] = std::move(member); }
   // A member that answers with a text, or with an object.
   void answers(const std::wstring& name, const std::wstring& text);
-  void gives(const std::wstring& name, Microsoft::WRL::ComPtr<FakeObject> object);
+  void gives(const std::wstring& name, const Microsoft::WRL::ComPtr<FakeObject>& object);
 
   int lookUps() const { return lookUps_; }
   std::vector<std::wstring>

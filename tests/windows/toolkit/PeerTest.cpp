@@ -284,7 +284,7 @@ TEST_F(Peers, TheHostHearsOfTheKeyboardComingAndGoing) {
 
 TEST_F(Peers, DialogCodesClaimJustWhatTheSurfaceWouldUse) {
   goTo(paged);
-  const auto claims = [this](WPARAM key) {
+  const auto claims = [](WPARAM key) {
     MSG message{};
     message.hwnd = GetFocus();
     message.message = WM_KEYDOWN;

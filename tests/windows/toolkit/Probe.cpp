@@ -192,7 +192,7 @@ int fill() {
   const double loop = fastest([&] {
     SendMessageW(bare, WM_SETREDRAW, FALSE, 0);
     SendMessageW(bare, CB_RESETCONTENT, 0, 0);
-    SendMessageW(bare, CB_INITSTORAGE, lines.size(), 999 * 32);
+    SendMessageW(bare, CB_INITSTORAGE, lines.size(), LPARAM{999} * 32);
     for (const std::wstring& line : lines) {
       SendMessageW(bare, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(line.c_str()));
     }
