@@ -19,6 +19,28 @@ end_servers() {
 }
 trap end_servers EXIT
 
+# Tells how long what follows the last phase has taken: phase NAME, at its end.
+phase_started=$SECONDS
+phase() {
+  say "$1: $((SECONDS - phase_started)) s"
+  phase_started=$SECONDS
+}
+
+# pool MOST: runs the commands of the standard input, a line each, so many at a time.
+pool() {
+  local line
+  local running=()
+  while IFS= read -r line; do
+    if [ "${#running[@]}" -ge "$1" ]; then
+      wait "${running[0]}" || true
+      running=("${running[@]:1}")
+    fi
+    ${line} </dev/null &
+    running+=($!)
+  done
+  wait "${running[@]}" || true
+}
+
 # build PRESET [TARGET...]
 build() {
   local preset=$1
@@ -32,19 +54,18 @@ build() {
   fi
 }
 
-# An X server of our own; sets DISPLAY. Its size is 1280x1024 unless said otherwise.
+# An X server of our own; sets DISPLAY. Several of one project have a name each.
 start_display() {
-  local size=${1:-1280x1024x24} report=build/display
+  local report=build/display${1:+-$1} number_fd tries=100
   mkdir -p build
   : >"$report"
   exec {number_fd}>"$report"
-  Xvfb -displayfd "$number_fd" -screen 0 "$size" -nolisten tcp >build/xvfb.log 2>&1 &
+  Xvfb -displayfd "$number_fd" -screen 0 1280x1024x24 -nolisten tcp >"$report.log" 2>&1 &
   started+=($!)
   exec {number_fd}>&-
-  local tries=100
   until [ -s "$report" ]; do
     tries=$((tries - 1))
-    [ "$tries" -gt 0 ] || fail "Xvfb did not start: see build/xvfb.log"
+    [ "$tries" -gt 0 ] || fail "Xvfb did not start: see $report.log"
     sleep 0.1
   done
   DISPLAY=:$(tr -d '[:space:]' <"$report")
@@ -57,11 +78,11 @@ start_wine() {
   if [ ! -f "$WINEPREFIX/.ready" ]; then
     say "making a Windows environment in ${WINEPREFIX#"$ROOT"/}"
     mkdir -p "$WINEPREFIX"
-    timeout 180 wineboot -i >build/wine.log 2>&1 || fail "wineboot: see build/wine.log"
+    timeout 180 wineboot -i >"$WINEPREFIX.log" 2>&1 || fail "wineboot: see $WINEPREFIX.log"
     # A crash ends the program instead of waiting for somebody to read it.
-    wine reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f >>build/wine.log 2>&1
+    wine reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f >>"$WINEPREFIX.log" 2>&1
     wine reg add 'HKCU\Software\Wine\Fonts\Replacements' /v 'Courier New' /d 'Liberation Mono' /f \
-      >>build/wine.log 2>&1
+      >>"$WINEPREFIX.log" 2>&1
     timeout 60 wineserver -w || true
     touch "$WINEPREFIX/.ready"
   fi
@@ -70,7 +91,7 @@ start_wine() {
 # On a display of our own there is no window manager; Wine would wait two seconds for its answer
 # whenever a window goes.
 without_window_manager() {
-  wine reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f >>build/wine.log 2>&1
+  wine reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f >>"$WINEPREFIX.log" 2>&1
 }
 
 stop_wine() { timeout 20 wineserver -k 2>/dev/null || true; }

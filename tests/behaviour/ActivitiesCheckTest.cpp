@@ -398,8 +398,11 @@ TEST_F(ActivitiesCheck, EveryCombinationIsAllowedOrRefusedAsTheRulesSay) {
     EXPECT_EQ(state(), kExisting);
     expectNothingWritten();
   }
-  const std::map<std::string, int> expected{
-      {"", 52}, {kSansActivite, 18}, {kCaissePasPrincipale, 12}, {kSansCompta, 42}, {kPasEnHeures, 2}};
+  const std::map<std::string, int> expected{{"", 52},
+                                            {kSansActivite, 18},
+                                            {kCaissePasPrincipale, 12},
+                                            {kSansCompta, 42},
+                                            {kPasEnHeures, 2}};
   EXPECT_EQ(counted, expected);
 }
 

@@ -205,8 +205,9 @@ TEST(StoreFailure, TheHostsListFillingEndsWithTheError) {
   for (const auto& fill :
        std::vector<Step>{[](FailingWorld& world) { world.control_->Remplir_OrgPriseChg(); },
                          [](FailingWorld& world) { world.control_->Remplir_ParamsPoss(); }}) {
-    withEachCallFailing([](FailingWorld&) {}, fill,
-                        [&](FailingWorld& world, int) { EXPECT_THROW(fill(world), store::StoreError); });
+    withEachCallFailing(
+        [](FailingWorld&) {}, fill,
+        [&](FailingWorld& world, int) { EXPECT_THROW(fill(world), store::StoreError); });
   }
 }
 

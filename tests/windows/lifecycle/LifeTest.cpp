@@ -1,6 +1,7 @@
 // The control's life in its container: orders of calls, activation again and again, closing.
 #include <olectl.h>
 
+#include "tests/support/Thorough.h"
 #include "tests/windows/lifecycle/ControlTest.h"
 
 namespace lifecycle {
@@ -35,7 +36,8 @@ TEST_P(Life, IsReleasedWithoutEverBeingActive) {
 
 // Two hundred times where most hosts are, and often enough in the others.
 TEST_P(Life, ActivatesAgainAndAgain) {
-  const int times = GetParam().name == "form" ? 200 : 10;
+  const int many = testing_support::thorough() ? 200 : 40;
+  const int times = GetParam().name == "form" ? many : 10;
   host_.load();
   for (int i = 0; i < times; ++i) {
     ASSERT_TRUE(SUCCEEDED(host_.activate())) << i;
