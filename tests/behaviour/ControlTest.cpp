@@ -86,9 +86,17 @@ std::string marked(std::string text) {
   return text;
 }
 
+Lines told(const std::vector<testing_support::Call>& calls) {
+  Lines lines;
+  for (const testing_support::Call& call : calls) lines.push_back(call.told());
+  return lines;
+}
+
 ControlTest::ControlTest()
     : control_(std::make_unique<control::Ctr_OrgPriseCharge>(desktop_)),
-      user_(std::make_unique<toolkit::headless::User>(control_->surface())) {}
+      user_(std::make_unique<toolkit::headless::User>(control_->surface())) {
+  desktop_.follow([this] { return user_.get(); });
+}
 
 void ControlTest::connect() {
   control_->setTheClient(std::make_shared<TestClient>(store_.sharedReleases()));
@@ -103,18 +111,20 @@ void ControlTest::start() {
   desktop_.clearJournal();
 }
 
-void ControlTest::lookUp(std::string_view typed) { user_->fill(code(), typed); }
+void ControlTest::lookUp(std::string_view typed, Caller at) { user_->fill(code(), typed, at); }
 
-void ControlTest::beginCreation(std::string_view sigle, std::string_view raison) {
+void ControlTest::beginCreation(std::string_view sigle, std::string_view raison, Caller at) {
+  const auto trace = called("beginCreation", at);
   ASSERT_TRUE(press("Cmd_Ajouter"));
   ASSERT_TRUE(user_->type(sigle));
   ASSERT_TRUE(user_->fill(box("Txt_RaisonOrgChg"), raison));
   completeCreation();
-  ASSERT_TRUE(user_->click(tabs(), 0));
+  ASSERT_TRUE(user_->click(tabs(), kCoordonnees));
   ASSERT_TRUE(user_->go(box("Txt_RaisonOrgChg")));
 }
 
-void ControlTest::addRate() {
+void ControlTest::addRate(Caller at) {
+  const auto trace = called("addRate", at);
   ASSERT_TRUE(press("Cmd_AjoutTaux"));
   ASSERT_TRUE(user_->type("01/01/2026"));
   ASSERT_TRUE(user_->fill(box("Txt_TxRembOrgChg"), "20"));
@@ -123,13 +133,14 @@ void ControlTest::addRate() {
   ASSERT_TRUE(press("Cmd_OKTaux"));
 }
 
-void ControlTest::completeCreation() {
-  ASSERT_TRUE(user_->click(tabs(), 5));
+void ControlTest::completeCreation(Caller at) {
+  const auto trace = called("completeCreation", at);
+  ASSERT_TRUE(user_->click(tabs(), kActivites));
   ASSERT_TRUE(user_->fill(box("Txt_Entite"), "010"));
-  ASSERT_TRUE(user_->click(tabs(), 2));
+  ASSERT_TRUE(user_->click(tabs(), kPriseEnCharge));
   ASSERT_TRUE(user_->click(child<toolkit::OptionButton>("Opt_HeureOrgChg")));
   addRate();
-  ASSERT_TRUE(user_->click(tabs(), 4));
+  ASSERT_TRUE(user_->click(tabs(), kBordereau));
   ASSERT_TRUE(user_->dblClick(child<ListBox>("Lst_ParamPossOrgChg"), 0));
 }
 
@@ -151,18 +162,25 @@ std::string ControlTest::state() {
   return told;
 }
 
-void ControlTest::expectBox(std::string_view text, Icon icon, toolkit::Buttons buttons) {
+void ControlTest::expectBox(std::string_view text, Icon icon, toolkit::Buttons buttons, Caller at) {
+  const auto trace = called("expectBox", at);
   const auto boxes = desktop_.takeBoxes();
-  ASSERT_EQ(boxes.size(), 1U);
-  EXPECT_EQ(boxes[0].text, text);
+  ASSERT_EQ(boxes.size(), 1U) << testing::PrintToString(boxes) << "\ninstead of «" << text << "»";
+  EXPECT_EQ(boxes[0].text, text) << boxes[0].where;
   EXPECT_EQ(boxes[0].title, "Message VALDRIS");
   EXPECT_EQ(boxes[0].icon, icon);
   EXPECT_EQ(boxes[0].buttons, buttons);
 }
 
-void ControlTest::expectNothingWritten() {
-  EXPECT_TRUE(store_.calls(CallKind::DBWrite).empty());
-  EXPECT_TRUE(store_.calls(CallKind::DeleteRecord).empty());
+void ControlTest::expectNoBox(Caller at) {
+  const auto trace = called("expectNoBox", at);
+  EXPECT_PRED_FORMAT1(testing_support::noBoxes, desktop_.takeBoxes());
+}
+
+void ControlTest::expectNothingWritten(Caller at) {
+  const auto trace = called("expectNothingWritten", at);
+  EXPECT_PRED_FORMAT2(same, told(store_.calls(CallKind::DBWrite)), Lines());
+  EXPECT_PRED_FORMAT2(same, told(store_.calls(CallKind::DeleteRecord)), Lines());
 }
 
 }  // namespace behaviour

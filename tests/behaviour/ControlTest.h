@@ -12,12 +12,16 @@
 
 #include "control/Ctr_OrgPriseCharge.h"
 #include "tests/support/MemoryStore.h"
-#include "toolkit/headless/HeadlessDesktop.h"
+#include "tests/support/Same.h"
+#include "tests/support/TestDesktop.h"
 #include "toolkit/headless/User.h"
 
 namespace behaviour {
 
+using testing_support::called;
 using testing_support::CallKind;
+using testing_support::same;
+using testing_support::sameBody;
 using toolkit::Answer;
 using toolkit::CheckBox;
 using toolkit::ComboBox;
@@ -26,6 +30,7 @@ using toolkit::Icon;
 using toolkit::ListBox;
 using toolkit::OptionButton;
 using toolkit::TextBox;
+using toolkit::headless::Caller;
 
 struct RightsLevel {
   long value = 2;
@@ -62,6 +67,8 @@ using Lines = std::vector<std::string>;
 std::string values(const Lines& texts);
 // An attribute written with bars in the place of value marks.
 std::string marked(std::string text);
+// A line a call.
+Lines told(const std::vector<testing_support::Call>& calls);
 // The texts of a list or combo box.
 template <class List>
 Lines linesOf(const List& list) {
@@ -111,15 +118,18 @@ class ControlTest : public testing::Test {
   toolkit::SSTab& tabs() { return child<toolkit::SSTab>("Ong_OrgPriseChg"); }
 
   // The user types a code into the empty code field.
-  void lookUp(std::string_view code);
+  void lookUp(std::string_view code, Caller at = Caller::here());
   // The user starts a creation and fills what it needs: the two fields of the first page, the
   // legal entity, hours and a rate, a slip parameter. The first page is in front again at the end.
-  void beginCreation(std::string_view sigle = "NEUF", std::string_view raison = "Organisme neuf");
+  void beginCreation(std::string_view sigle = "NEUF", std::string_view raison = "Organisme neuf",
+                     Caller at = Caller::here());
   // The same for the pages after the first of a creation that has been started.
-  void completeCreation();
+  void completeCreation(Caller at = Caller::here());
   // On the coverage page: a rate of 20,00, 25,00 and 15,00 from 01/01/2026 on.
-  void addRate();
-  bool press(std::string_view name) { return user_->click(button(name)); }
+  void addRate(Caller at = Caller::here());
+  bool press(std::string_view name, Caller at = Caller::here()) {
+    return user_->click(button(name), at);
+  }
 
   // What each button, the code and the acronym's fields are: see state().
   std::string state();
@@ -127,12 +137,13 @@ class ControlTest : public testing::Test {
     return std::string(store_.record("ORGPRISECHARGE", code).get(number));
   }
   // The one box shown since the last call.
-  void expectBox(std::string_view text, Icon icon, toolkit::Buttons buttons = toolkit::Buttons::Ok);
-  void expectNoBox() { EXPECT_TRUE(desktop_.takeBoxes().empty()); }
-  void expectNothingWritten();
+  void expectBox(std::string_view text, Icon icon, toolkit::Buttons buttons = toolkit::Buttons::Ok,
+                 Caller at = Caller::here());
+  void expectNoBox(Caller at = Caller::here());
+  void expectNothingWritten(Caller at = Caller::here());
 
   testing_support::MemoryStore store_;
-  toolkit::headless::HeadlessDesktop desktop_;
+  testing_support::TestDesktop desktop_;
   std::shared_ptr<RightsLevel> level_ = std::make_shared<RightsLevel>();
   std::unique_ptr<control::Ctr_OrgPriseCharge> control_;
   std::unique_ptr<toolkit::headless::User> user_;

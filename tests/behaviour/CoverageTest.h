@@ -74,7 +74,7 @@ class Desk : public testing::Test {
   Rows rates() const;
   Rows deductions() const;
 
-  toolkit::headless::HeadlessDesktop desktop_;
+  testing_support::TestDesktop desktop_;
   toolkit::Surface surface_{"Ctr_OrgPriseCharge"};
   screen::Screen screen_{surface_};
   screen::EditSession session_;

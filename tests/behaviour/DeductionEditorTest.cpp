@@ -1,9 +1,9 @@
 #include <algorithm>
-#include <random>
 
 #include "store/Conversions.h"
 #include "store/Layouts.h"
 #include "tests/behaviour/EditMode.h"
+#include "tests/support/Seed.h"
 
 namespace behaviour {
 namespace {
@@ -541,7 +541,7 @@ TEST_F(DeductionsHost, TriAbatFollowsTheRowThatIsOpen) {
 class DeductionsDesk : public Desk {};
 
 TEST_F(DeductionsDesk, TriAbatAgainstAPlainReference) {
-  std::mt19937 random(4201);
+  testing_support::Random random(4201);
   std::uniform_int_distribution<int> any(0, 12);
   for (int round = 0; round < 300; ++round) {
     Rows rows(std::uniform_int_distribution<std::size_t>(0, 30)(random));

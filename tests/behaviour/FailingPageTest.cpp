@@ -100,7 +100,7 @@ class FailingPage : public testing::Test {
   }
 
   testing_support::MemoryStore store_;
-  toolkit::headless::HeadlessDesktop desktop;
+  testing_support::TestDesktop desktop;
   toolkit::Surface surface{"Ctr_OrgPriseCharge"};
   screen::Screen screen{surface};
   screen::EditSession session;

@@ -467,7 +467,7 @@ TEST_F(Letter, EndsQuietlyWhenThePrinterRefusesEverything) {
 }
 
 TEST_F(Letter, EndsQuietlyWithoutAPrinter) {
-  toolkit::headless::HeadlessDesktop desktop;
+  testing_support::TestDesktop desktop;
   agreements::Impression_ModifAccord({desktop, surface_, screen_, session_});
   EXPECT_TRUE(desktop.journal().empty());
 }

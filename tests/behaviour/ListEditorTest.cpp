@@ -4,12 +4,12 @@
 #include <array>
 #include <map>
 #include <optional>
-#include <random>
 #include <utility>
 
 #include "store/Conversions.h"
 #include "store/Layouts.h"
 #include "tests/behaviour/CoverageTest.h"
+#include "tests/support/Seed.h"
 
 namespace behaviour {
 namespace {
@@ -132,7 +132,7 @@ class Random : public Desk {
     return texts;
   }
 
-  std::mt19937 random_;
+  testing_support::Random random_;
   std::vector<std::pair<std::string, bool>> closed_;
 };
 

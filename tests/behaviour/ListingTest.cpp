@@ -308,7 +308,7 @@ TEST_F(Listing, EndsQuietlyWhenThePrinterRefusesEverything) {
 
 TEST_F(Listing, EndsQuietlyWithoutAPrinter) {
   entries(2);
-  toolkit::headless::HeadlessDesktop desktop;
+  testing_support::TestDesktop desktop;
   agreements::imprimerListe({desktop, surface_, screen_, session_});
   EXPECT_TRUE(desktop.journal().empty());
 }

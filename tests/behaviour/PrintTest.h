@@ -13,7 +13,7 @@
 
 #include "agreements/AgreementContext.h"
 #include "tests/support/MemoryStore.h"
-#include "toolkit/headless/HeadlessDesktop.h"
+#include "tests/support/TestDesktop.h"
 
 namespace behaviour {
 
@@ -64,7 +64,7 @@ class FailingPrinter : public toolkit::Printer {
   toolkit::Printer& page_;
 };
 
-class PrintingDesktop : public toolkit::headless::HeadlessDesktop {
+class PrintingDesktop : public testing_support::TestDesktop {
  public:
   toolkit::Printer& printer() override { return onPaper; }
 

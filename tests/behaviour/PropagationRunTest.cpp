@@ -384,7 +384,11 @@ TEST_F(PropagationRun, RefusedAPrinterUpdatesWithoutLettersAndStillOffersTheList
 
 TEST_F(PropagationRun, WithoutAPagePrinterCountsAsRefused) {
   desktop_.setPrinters({{"MATRICIELLE", "LPT2:"}}, 0);
-  desktop_.onModal = nullptr;
+  desktop_.onModal = [](toolkit::Window& window) {
+    toolkit::headless::User user(window.surface());
+    EXPECT_EQ(dynamic_cast<ComboBox&>(*window.surface().find("Cbo_Imprimante")).listCount(), 0);
+    user.press(toolkit::Key::Escape);
+  };
   run({"00001001"}, {}, {Answer::Yes, Answer::Yes});
   EXPECT_TRUE(desktop_.page(0).jobs().empty());
   expectDone();

@@ -3,12 +3,12 @@
 // anything.
 #include <functional>
 #include <map>
-#include <random>
 
 #include "store/Layouts.h"
 #include "tests/behaviour/ControlTest.h"
 #include "tests/behaviour/SampleStore.h"
 #include "tests/behaviour/Snapshot.h"
+#include "tests/support/Seed.h"
 
 namespace behaviour {
 namespace {
@@ -133,7 +133,7 @@ class FreshControl {
  private:
   toolkit::Control& child(std::string_view name) { return *control_.surface().find(name); }
 
-  toolkit::headless::HeadlessDesktop desktop_;
+  testing_support::TestDesktop desktop_;
   control::Ctr_OrgPriseCharge control_{desktop_};
   toolkit::headless::User user_{control_.surface()};
 };
@@ -152,7 +152,7 @@ class RandomShow : public ControlTest, public testing::WithParamInterface<bool> 
   }
 
   int below(std::size_t count) {
-    return static_cast<int>(random_() % static_cast<std::mt19937::result_type>(count));
+    return static_cast<int>(random_() % static_cast<testing_support::Random::result_type>(count));
   }
   const std::string& anyBody() { return ids_[static_cast<std::size_t>(below(ids_.size()))]; }
 
@@ -228,7 +228,7 @@ class RandomShow : public ControlTest, public testing::WithParamInterface<bool> 
 
   static inline const std::string kBlank = "blank creation";
   std::vector<std::string> ids_;
-  std::mt19937 random_{20260115};  // the same on every run
+  testing_support::Random random_{20260115};  // the same on every run
   std::map<std::string, Snapshot> fresh_;
 };
 

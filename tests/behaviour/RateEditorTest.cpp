@@ -1,10 +1,10 @@
 #include <algorithm>
-#include <random>
 
 #include "pages/Columns.h"
 #include "store/Conversions.h"
 #include "store/Layouts.h"
 #include "tests/behaviour/EditMode.h"
+#include "tests/support/Seed.h"
 
 namespace behaviour {
 namespace {
@@ -781,7 +781,7 @@ TEST_F(Rates, NumbersAsTheyAreTypedReachTheRecord) {
 }
 
 TEST_F(Rates, HundredthsDoNotDriftThroughShowAndChange) {
-  std::mt19937 random(4101);
+  testing_support::Random random(4101);
   std::uniform_int_distribution<int> any(0, 99999);
   for (int i = 0; i < 60; ++i) {
     const std::string shown = store::twoDecimals(i < 2 ? i * 99999 : any(random));
@@ -1194,7 +1194,7 @@ TEST_F(RatesState, ABlankIsHeldAsABlankUntilThePageIsWritten) {
 
 // Each row is put before the first one already placed that is earlier.
 TEST_F(RatesState, Tri2AgainstAPlainReference) {
-  std::mt19937 random(4102);
+  testing_support::Random random(4102);
   for (int round = 0; round < 300; ++round) {
     Rows rows(std::uniform_int_distribution<std::size_t>(0, 30)(random));
     int number = 0;

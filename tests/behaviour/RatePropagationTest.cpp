@@ -1,11 +1,11 @@
 // Changed rates on their way into the agreements, asked for by the host.
 #include <algorithm>
-#include <random>
 
 #include "store/Conversions.h"
 #include "store/Layouts.h"
 #include "tests/behaviour/CoverageTest.h"
 #include "tests/support/FaultyDesktop.h"
+#include "tests/support/Seed.h"
 #include "toolkit/ControlClosed.h"
 
 namespace behaviour {
@@ -388,7 +388,7 @@ std::vector<Period> merged(const std::vector<Period>& old, const std::vector<Per
   return all;
 }
 
-std::vector<Period> randomPeriods(std::mt19937& random, int most) {
+std::vector<Period> randomPeriods(testing_support::Random& random, int most) {
   const auto below = [&](int bound) {
     return static_cast<int>(random() % static_cast<unsigned>(bound));
   };
@@ -402,7 +402,7 @@ std::vector<Period> randomPeriods(std::mt19937& random, int most) {
 }
 
 TEST_F(RatePropagation, MergesAsAPlainModelDoes) {
-  std::mt19937 random(5);
+  testing_support::Random random(5);
   for (int round = 0; round < 150; ++round) {
     const std::vector<Period> old = randomPeriods(random, 8);
     const std::vector<Period> fresh = randomPeriods(random, 4);

@@ -1,10 +1,10 @@
 #include <functional>
-#include <random>
 
 #include "pages/Ong4.h"
 #include "store/Conversions.h"
 #include "store/Layouts.h"
 #include "tests/behaviour/ScaleTest.h"
+#include "tests/support/Seed.h"
 
 namespace behaviour {
 namespace {
@@ -754,7 +754,7 @@ class ScaleSequences : public Scale {
     for (const char* name : kScaleZones) ASSERT_FALSE(enabled(name)) << name;
   }
 
-  std::mt19937 random_{4404};
+  testing_support::Random random_{4404};
   Model model_;
   std::string body_;
   int saved_ = 0;
@@ -804,14 +804,14 @@ class ScaleDesk : public testing::Test {
   }
   int any(int below) { return static_cast<int>(random_() % static_cast<unsigned>(below)); }
 
-  toolkit::headless::HeadlessDesktop desktop_;
+  testing_support::TestDesktop desktop_;
   toolkit::Surface surface_{"Ctr_OrgPriseCharge"};
   screen::Screen screen_{surface_};
   screen::EditSession session_;
   pages::Ong4 page_{{desktop_, screen_, session_}};
   toolkit::headless::User user_{surface_};
   screen::Participation& part_ = screen_.participation;
-  std::mt19937 random_{3237};
+  testing_support::Random random_{3237};
   Model model_;
 };
 

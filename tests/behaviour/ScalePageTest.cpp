@@ -1,11 +1,11 @@
 #include <algorithm>
 #include <functional>
-#include <random>
 
 #include "store/Conversions.h"
 #include "store/Layouts.h"
 #include "tests/behaviour/EditMode.h"
 #include "tests/behaviour/ScaleTest.h"
+#include "tests/support/Seed.h"
 
 namespace behaviour {
 namespace {
@@ -629,7 +629,7 @@ TEST_F(ScaleRows, NumbersAsUsersTypeThem) {
 
 // The order against a plain reference: an insertion sort that never passes an equal start.
 TEST_F(ScaleRows, TriBaremeAgainstAReferenceOnRandomRows) {
-  std::mt19937 random(20260129);
+  testing_support::Random random(20260129);
   for (int round = 0; round < 300; ++round) {
     Rows shuffled;
     const int count = static_cast<int>(random() % 25);
@@ -908,7 +908,11 @@ TEST_F(NewScale, EndsWithTheBodyInHand) {
                     {"no body", [this] { lookUp("777"); }},
                     {"the host clears", [this] { control_->Vider_Donnees(); }},
                     {"the host shows", [this] { control_->Afficher_Donnees(); }},
-                    {"the host saves", [this] { control_->Ecrire_Donnees(); }},
+                    {"the host saves",
+                     [this] {
+                       desktop_.answer(Answer::No);
+                       control_->Ecrire_Donnees();
+                     }},
                     {"deleted", [this] {
                        desktop_.answer(Answer::Yes);
                        ASSERT_TRUE(press("Cmd_Supprimer"));

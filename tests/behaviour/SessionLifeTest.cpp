@@ -80,7 +80,7 @@ class SessionLife : public testing::Test {
   }
 
   testing_support::MemoryStore store_;
-  toolkit::headless::HeadlessDesktop desktop_;
+  testing_support::TestDesktop desktop_;
   toolkit::Surface surface_{"Ctr_OrgPriseCharge"};
   screen::Screen screen_{surface_};
   screen::EditSession session_;
@@ -174,6 +174,7 @@ TEST_F(SessionLife, GoesOnWhenTheSaveIsRefusedOrFails) {
   EXPECT_EQ(session_.codeEnMain, "001");
   expectKept();
   store_.stopFailing();
+  desktop_.answer(Answer::No);
   save_.Cmd_OK_Click();
   expectReset();
 }

@@ -73,16 +73,22 @@ Answer HeadlessDesktop::messageBox(std::string_view text, std::string_view title
   box.title = title;
   box.buttons = buttons;
   box.icon = icon;
+  if (whereabouts) box.where = whereabouts();
   const std::size_t position = journal_.size();
   journal_.push_back(box);
   if (onBox) onBox(box);
   if (buttons == Buttons::Ok) return Answer::Ok;
-  if (answers_.empty()) throw std::logic_error("no answer left for: " + box.text);
+  if (answers_.empty()) fault("No answer left for: " + box.text);
   const Answer answer = answers_.front();
   answers_.pop_front();
-  if (!offers(buttons, answer)) throw std::logic_error("answer not offered by: " + box.text);
+  if (!offers(buttons, answer)) fault("Answer not offered by: " + box.text);
   if (position < journal_.size()) journal_[position].answer = answer;
   return answer;
+}
+
+void HeadlessDesktop::fault(const std::string& what) {
+  if (onFault) onFault(what);
+  throw std::logic_error(what);
 }
 
 void HeadlessDesktop::beep() { journal_.push_back(entryOf(Entry::What::Beep, {})); }
@@ -112,7 +118,7 @@ Printer& HeadlessDesktop::printer() {
 void HeadlessDesktop::showModal(Window& window) {
   show(window);
   if (onModal) onModal(window);
-  if (window.open()) throw std::logic_error("nobody closes the form: " + window.surface().name());
+  if (window.open()) fault("Nobody closes the form: " + window.surface().name());
 }
 
 void HeadlessDesktop::show(Window& window) {

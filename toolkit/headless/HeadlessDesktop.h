@@ -20,6 +20,7 @@ struct Entry {
   Buttons buttons = Buttons::Ok;
   Icon icon = Icon::None;
   Answer answer = Answer::Ok;
+  std::string where;  // what HeadlessDesktop::whereabouts said as it opened
   // Of a pointer.
   Pointer pointer = Pointer::Normal;
 };
@@ -29,6 +30,10 @@ class HeadlessDesktop : public Desktop {
   // The next question gets this answer. A box with an OK button alone needs none.
   // A question without an answer left throws std::logic_error, as does an answer it does not offer.
   void answer(Answer next) { answers_.push_back(next); }
+  // Called when the script does not fit what is asked, before the exception, which a trap may hold.
+  std::function<void(const std::string& fault)> onFault;
+  // Where the user is, for those who read the journal.
+  std::function<std::string()> whereabouts;
   // Called while a box is open, before its answer; it may throw ControlClosed.
   std::function<void(const Entry& box)> onBox;
   // Called by doEvents.
@@ -67,6 +72,8 @@ class HeadlessDesktop : public Desktop {
   void close(Window& window) override;
 
  private:
+  [[noreturn]] void fault(const std::string& what);
+
   std::deque<Answer> answers_;
   std::vector<Entry> journal_;
   std::size_t taken_ = 0;

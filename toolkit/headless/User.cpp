@@ -27,16 +27,22 @@ std::string replaced(const TextBox& box, int start, int length, std::string_view
 
 }  // namespace
 
-bool User::type(std::string_view keys) {
+bool User::go(Control& control, Caller at) {
+  caller_ = at;
+  return surface_.moveFocus(&control);
+}
+
+bool User::type(std::string_view keys, Caller at) {
+  caller_ = at;
   bool all = true;
   for (const char32_t key : text::decode(keys)) all = typeKey(key) && all;
   return all;
 }
 
 bool User::typeKey(char32_t key) {
-  if (key == U'\t') return tab();
-  if (key == U'\r') return press(Key::Enter);
-  if (key == U' ' && press(Key::Space)) return true;
+  if (key == U'\t') return tab(false, caller_);
+  if (key == U'\r') return press(Key::Enter, caller_);
+  if (key == U' ' && press(Key::Space, caller_)) return true;
   Control* focus = surface_.focus();
   if (!focus || !takesInput(surface_, *focus)) return false;
   if (focus->kind() == Kind::TextBox) return typeInto(static_cast<TextBox&>(*focus), key);
@@ -80,38 +86,43 @@ bool User::typeInto(ComboBox& combo, char32_t key) {
   return combo.userEdit(edited);
 }
 
-bool User::press(Key key) {
-  KeyStroke stroke;
-  stroke.key = key;
-  return press(stroke);
+bool User::press(const KeyStroke& stroke, Caller at) {
+  caller_ = at;
+  return surface_.key(stroke);
 }
 
-bool User::tab(bool backwards) {
+bool User::press(Key key, Caller at) {
+  KeyStroke stroke;
+  stroke.key = key;
+  return press(stroke, at);
+}
+
+bool User::tab(bool backwards, Caller at) {
   KeyStroke stroke;
   stroke.key = Key::Tab;
   stroke.shift = backwards;
-  return press(stroke);
+  return press(stroke, at);
 }
 
-bool User::alt(char32_t letter) {
+bool User::alt(char32_t letter, Caller at) {
   KeyStroke stroke;
   stroke.character = letter;
   stroke.alt = true;
-  return press(stroke);
+  return press(stroke, at);
 }
 
-bool User::fill(Control& field, std::string_view keys) {
-  if (!go(field)) return false;
+bool User::fill(Control& field, std::string_view keys, Caller at) {
+  if (!go(field, at)) return false;
   if (field.kind() == Kind::TextBox) {
     auto& box = static_cast<TextBox&>(field);
     box.userSelect(0, static_cast<int>(text::length(box.text())));
   }
   if (field.kind() == Kind::ComboBox) selectedCombo_ = static_cast<ComboBox*>(&field);
-  if (keys.empty()) return type("\b");
-  return type(keys);
+  return type(keys.empty() ? "\b" : keys, at);
 }
 
-bool User::paste(std::string_view text) {
+bool User::paste(std::string_view text, Caller at) {
+  caller_ = at;
   Control* focus = surface_.focus();
   if (!focus || focus->kind() != Kind::TextBox || !takesInput(surface_, *focus)) return false;
   auto& box = static_cast<TextBox&>(*focus);
@@ -126,15 +137,28 @@ bool User::paste(std::string_view text) {
                       start + static_cast<int>(text::length(pasted)));
 }
 
-bool User::click(CommandButton& button) { return button.userClick(); }
+bool User::click(CommandButton& button, Caller at) {
+  caller_ = at;
+  return button.userClick();
+}
 
-bool User::click(OptionButton& option) { return option.userClick(); }
+bool User::click(OptionButton& option, Caller at) {
+  caller_ = at;
+  return option.userClick();
+}
 
-bool User::click(CheckBox& box) { return box.userClick(); }
+bool User::click(CheckBox& box, Caller at) {
+  caller_ = at;
+  return box.userClick();
+}
 
-bool User::click(SSTab& tabs, int tab) { return tabs.userSelectTab(tab); }
+bool User::click(SSTab& tabs, int tab, Caller at) {
+  caller_ = at;
+  return tabs.userSelectTab(tab);
+}
 
-bool User::click(ListBox& list, int line, bool control, bool shift) {
+bool User::click(ListBox& list, int line, bool control, bool shift, Caller at) {
+  caller_ = at;
   const bool extended = list.selection() == ListBox::Selection::Extended;
   return extended ? select(list, line, control, shift) : list.userSelect(line);
 }
@@ -157,14 +181,23 @@ bool User::select(ListBox& list, int line, bool control, bool shift) {
   return list.userSelect(line, lines);
 }
 
-bool User::dblClick(ListBox& list, int line) { return list.userDblClick(line); }
-
-bool User::open(ComboBox& combo) { return combo.userDropDown(); }
-
-bool User::choose(ComboBox& combo, int line) {
-  return combo.userDropDown() && combo.userChoose(line);
+bool User::dblClick(ListBox& list, int line, Caller at) {
+  caller_ = at;
+  return list.userDblClick(line);
 }
 
-bool User::scroll(ScrollBar& bar, int value) { return bar.userScroll(value); }
+bool User::open(ComboBox& combo, Caller at) {
+  caller_ = at;
+  return combo.userDropDown();
+}
+
+bool User::choose(ComboBox& combo, int line, Caller at) {
+  return open(combo, at) && combo.userChoose(line);
+}
+
+bool User::scroll(ScrollBar& bar, int value, Caller at) {
+  caller_ = at;
+  return bar.userScroll(value);
+}
 
 }  // namespace toolkit::headless

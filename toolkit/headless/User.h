@@ -10,37 +10,45 @@
 #include "toolkit/ScrollBar.h"
 #include "toolkit/Surface.h"
 #include "toolkit/TextBox.h"
+#include "toolkit/headless/Caller.h"
 
 namespace toolkit::headless {
 
 // Every verb gives back false when the action was dropped: the control does not take input, or the
-// focus did not arrive.
+// focus did not arrive. `at` is kept as caller().
 class User {
  public:
   explicit User(Surface& surface) : surface_(surface) {}
 
   // Clicks into a field, as the mouse does: moves the focus there.
-  bool go(Control& control) { return surface_.moveFocus(&control); }
+  bool go(Control& control, Caller at = Caller::here());
   // Types into the control that has the focus, key by key, at the caret; '\b' and '\r' are
   // Backspace and Enter, '\t' moves on.
-  bool type(std::string_view keys);
-  bool press(const KeyStroke& stroke) { return surface_.key(stroke); }
-  bool press(Key key);
-  bool tab(bool backwards = false);
-  bool alt(char32_t letter);
+  bool type(std::string_view keys, Caller at = Caller::here());
+  bool press(const KeyStroke& stroke, Caller at = Caller::here());
+  bool press(Key key, Caller at = Caller::here());
+  bool tab(bool backwards = false, Caller at = Caller::here());
+  bool alt(char32_t letter, Caller at = Caller::here());
   // Replaces a whole field: goes there, selects all, types.
-  bool fill(Control& field, std::string_view keys);
-  bool paste(std::string_view text);  // over the selection of the text box that has the focus
+  bool fill(Control& field, std::string_view keys, Caller at = Caller::here());
+  // Over the selection of the text box that has the focus.
+  bool paste(std::string_view text, Caller at = Caller::here());
 
-  bool click(CommandButton& button);
-  bool click(OptionButton& option);
-  bool click(CheckBox& box);
-  bool click(SSTab& tabs, int tab);
-  bool click(ListBox& list, int line, bool control = false, bool shift = false);
-  bool dblClick(ListBox& list, int line);
-  bool open(ComboBox& combo);
-  bool choose(ComboBox& combo, int line);  // opens it and chooses
-  bool scroll(ScrollBar& bar, int value);
+  bool click(CommandButton& button, Caller at = Caller::here());
+  bool click(OptionButton& option, Caller at = Caller::here());
+  bool click(CheckBox& box, Caller at = Caller::here());
+  bool click(SSTab& tabs, int tab, Caller at = Caller::here());
+  bool click(ListBox& list, int line, bool control = false, bool shift = false,
+             Caller at = Caller::here());
+  bool dblClick(ListBox& list, int line, Caller at = Caller::here());
+  bool open(ComboBox& combo, Caller at = Caller::here());
+  // Opens it and chooses.
+  bool choose(ComboBox& combo, int line, Caller at = Caller::here());
+  bool scroll(ScrollBar& bar, int value, Caller at = Caller::here());
+
+  const Surface& surface() const { return surface_; }
+  // Who has called the last verb.
+  Caller caller() const { return caller_; }
 
  private:
   bool typeKey(char32_t key);
@@ -49,6 +57,7 @@ class User {
   bool select(ListBox& list, int line, bool control, bool shift);
 
   Surface& surface_;
+  Caller caller_;
   // A combo box keeps no caret: typing goes to the end of its text, or over the whole of it.
   ComboBox* selectedCombo_ = nullptr;
   ListBox* anchored_ = nullptr;  // where a selection with Shift starts

@@ -3,13 +3,13 @@
 
 #include <algorithm>
 #include <chrono>
-#include <random>
 #include <string>
 #include <thread>
 
 #include "AgreementStore.h"
 #include "ChildProcess.h"
 #include "store/Conversions.h"
+#include "tests/support/Seed.h"
 
 namespace {
 
@@ -90,7 +90,7 @@ TEST(KilledUpdate, LeavesAllAgreementsOldOrAllNewAndTheListsWithThem) {
   const AgreementStore store;
   fill(store);
   store.update(store::textOfDay(kFirstDay));
-  std::mt19937 random(5);
+  testing_support::Random random(5);
   long day = kFirstDay;
   int unfinished = 0;
   for (int round = 0;

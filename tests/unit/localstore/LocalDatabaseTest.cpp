@@ -2,9 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include <random>
-
 #include "TemporaryStore.h"
+#include "tests/support/Seed.h"
 
 namespace {
 
@@ -248,7 +247,7 @@ TEST(UnusableStore, ADamagedFileIsAnErrorAndNeverACrash) {
   }
   const std::string content = readText(whole);
   const std::string damaged = folder / "damaged.store";
-  std::mt19937 random(7);
+  testing_support::Random random(7);
   int errors = 0;
   for (int round = 0; round < 60; ++round) {
     std::string text = content;

@@ -4,10 +4,10 @@
 
 #include <algorithm>
 #include <chrono>
-#include <random>
 
 #include "ChildProcess.h"
 #include "TemporaryStore.h"
+#include "tests/support/Seed.h"
 
 namespace {
 
@@ -184,7 +184,7 @@ TEST(KilledWriter, LosesNoConfirmedRecordAndTearsNone) {
   TemporaryFolder folder;
   const std::string path = folder / "a.store";
   localstore::createLocalDatabase(path);
-  std::mt19937 random(11);
+  testing_support::Random random(11);
   unsigned next = 1;
   std::vector<unsigned> confirmed;
   for (int round = 0; round < 200 && !HasFailure(); ++round) {

@@ -1,9 +1,8 @@
 #include <gtest/gtest.h>
 
-#include <random>
-
 #include "TemporaryStore.h"
 #include "localstore/Sentence.h"
+#include "tests/support/Seed.h"
 
 namespace {
 
@@ -137,7 +136,7 @@ TEST(SentenceFuzz, AnySentenceIsAnsweredOrRefused) {
                                 "=",       "#",      "<=",  ">",   "\"",     "\"CD]\"",
                                 "\"[1\"",  "\"\"",   "]",   "[",   "\xC3",   "\xFE",
                                 "\xFD",    "ACCORD", "-1",  "\t",  "\"a\"b", "99999999999"};
-  std::mt19937 random(20260101);
+  testing_support::Random random(20260101);
   const auto below = [&](std::size_t bound) {
     return std::uniform_int_distribution<std::size_t>(0, bound - 1)(random);
   };

@@ -1,8 +1,8 @@
 #include "store/DynamicArray.h"
+#include "tests/support/Seed.h"
 
 #include <gtest/gtest.h>
 
-#include <random>
 #include <stdexcept>
 #include <vector>
 
@@ -298,7 +298,7 @@ void deleteFrom(Rows& rows, std::size_t a, std::size_t v) {
 }
 
 TEST(DynamicArray, AgreesWithAPlainModelOverManyRandomOperations) {
-  std::mt19937 random(20260101);
+  testing_support::Random random(20260101);
   const auto below = [&random](unsigned limit) { return random() % limit; };
   DynamicArray record;
   Rows model;

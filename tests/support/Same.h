@@ -1,0 +1,39 @@
+// Comparisons that tell what differs, for EXPECT_PRED_FORMAT2(same, actual, expected), which stands
+// for EXPECT_EQ(actual, expected) where this would print both sides whole.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "store/DynamicArray.h"
+
+namespace testing_support {
+
+// What is missing, what is too much, and the first line out of its place.
+testing::AssertionResult same(const char* actualText, const char* expectedText,
+                              const std::vector<std::string>& actual,
+                              const std::vector<std::string>& expected);
+testing::AssertionResult same(const char* actualText, const char* expectedText,
+                              const std::set<std::string>& actual,
+                              const std::set<std::string>& expected);
+// Rows of several columns.
+testing::AssertionResult same(const char* actualText, const char* expectedText,
+                              const std::vector<std::vector<std::string>>& actual,
+                              const std::vector<std::vector<std::string>>& expected);
+
+// Two records of ORGPRISECHARGE, by their full texts: the attributes that differ, by number and
+// name.
+testing::AssertionResult sameBody(const char* actualText, const char* expectedText,
+                                  std::string_view actual, std::string_view expected);
+// Of ACCORD.
+testing::AssertionResult sameAgreement(const char* actualText, const char* expectedText,
+                                       std::string_view actual, std::string_view expected);
+// Of that file.
+std::string attributesThatDiffer(std::string_view file, const store::DynamicArray& actual,
+                                 const store::DynamicArray& expected);
+
+}  // namespace testing_support

@@ -1,0 +1,111 @@
+#include "tests/support/TestDesktop.h"
+
+#include <utility>
+
+#include "toolkit/SSTab.h"
+
+namespace toolkit::headless {
+namespace {
+
+const char* nameOf(Icon icon) {
+  switch (icon) {
+    case Icon::None:
+      return "no icon";
+    case Icon::Information:
+      return "information";
+    case Icon::Exclamation:
+      return "exclamation";
+    case Icon::Question:
+      return "question";
+  }
+  return "?";
+}
+
+const char* nameOf(Buttons buttons) {
+  switch (buttons) {
+    case Buttons::Ok:
+      return "OK";
+    case Buttons::YesNo:
+      return "Yes/No";
+    case Buttons::YesNoCancel:
+      return "Yes/No/Cancel";
+  }
+  return "?";
+}
+
+}  // namespace
+
+void PrintTo(const Entry& entry, std::ostream* out) {
+  switch (entry.what) {
+    case Entry::What::Box:
+      *out << "box «" << entry.text << "», " << nameOf(entry.icon) << ", " << nameOf(entry.buttons);
+      if (!entry.where.empty()) *out << ", " << entry.where;
+      return;
+    case Entry::What::Beep:
+      *out << "beep";
+      return;
+    case Entry::What::Pointer:
+      *out << (entry.pointer == Pointer::Hourglass ? "hourglass" : "normal pointer");
+      return;
+    case Entry::What::Events:
+      *out << "pending events";
+      return;
+    case Entry::What::Shown:
+      *out << "form " << entry.text << " shown";
+      return;
+    case Entry::What::Closed:
+      *out << "form " << entry.text << " closed";
+      return;
+  }
+}
+
+}  // namespace toolkit::headless
+
+namespace testing_support {
+namespace {
+
+const toolkit::SSTab* tabsOf(const toolkit::Container& container) {
+  for (const toolkit::Control* child : container.children()) {
+    if (child->kind() == toolkit::Kind::SSTab) return static_cast<const toolkit::SSTab*>(child);
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+std::string whereaboutsOf(const toolkit::Surface& surface) {
+  std::string told;
+  if (const toolkit::SSTab* tabs = tabsOf(surface)) {
+    told = "tab \"" + toolkit::withoutMnemonic(tabs->page(tabs->tab()).caption()) + "\", ";
+  }
+  const toolkit::Control* focus = surface.focus();
+  return told + "focus " + (focus ? focus->name() : "nowhere");
+}
+
+TestDesktop::TestDesktop() {
+  onFault = [](const std::string& fault) { ADD_FAILURE() << fault; };
+}
+
+void TestDesktop::follow(std::function<const toolkit::headless::User*()> user) {
+  whereabouts = [user] {
+    const toolkit::headless::User* now = user();
+    return now ? whereaboutsOf(now->surface()) : std::string();
+  };
+  onFault = [this, user = std::move(user)](const std::string& fault) {
+    const toolkit::headless::User* now = user();
+    const toolkit::headless::Caller at = now ? now->caller() : toolkit::headless::Caller{};
+    ADD_FAILURE_AT(at.file, at.line) << fault << "\n" << whereabouts();
+  };
+}
+
+testing::AssertionResult noBoxes(const char*, const std::vector<toolkit::headless::Entry>& boxes) {
+  if (boxes.empty()) return testing::AssertionSuccess();
+  testing::AssertionResult result = testing::AssertionFailure();
+  result << "Nothing should have been shown:";
+  for (const toolkit::headless::Entry& box : boxes) {
+    result << "\n  " << testing::PrintToString(box);
+  }
+  return result;
+}
+
+}  // namespace testing_support
