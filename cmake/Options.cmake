@@ -12,6 +12,10 @@ if(TESSALINE_SANITIZE)
   # faster so, and runs once: the folder of the tests sets this empty.
   set(TESSALINE_PRODUCT_CHECKS -O1 -fsanitize=undefined -fno-sanitize-recover=all)
 endif()
+if(TESSALINE_COVERAGE)
+  target_compile_options(tessaline_options INTERFACE -fprofile-instr-generate -fcoverage-mapping)
+  target_link_options(tessaline_options INTERFACE -fprofile-instr-generate)
+endif()
 if(WIN32)
   target_compile_definitions(tessaline_options INTERFACE
     UNICODE _UNICODE WINVER=0x0A00 _WIN32_WINNT=0x0A00 NOMINMAX WIN32_LEAN_AND_MEAN STRICT)

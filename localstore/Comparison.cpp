@@ -68,8 +68,6 @@ int compareDecimals(const Decimal& a, const Decimal& b) {
 
 }  // namespace
 
-bool isNumber(std::string_view text) { return decimal(text).has_value(); }
-
 int compareSizes(std::string_view a, std::string_view b) {
   if (isPlain(a) && isPlain(b)) {
     return a.size() == b.size() ? sign(a.compare(b)) : a.size() < b.size() ? -1 : 1;

@@ -9,9 +9,6 @@
 
 namespace localstore {
 
-// An optional sign, digits, and optionally a point or comma with more digits.
-bool isNumber(std::string_view text);
-
 // Below, at or above zero. By size, exactly, when both are numbers ("9" < "10", "1" = "1,0");
 // otherwise byte by byte.
 int compareSizes(std::string_view a, std::string_view b);
