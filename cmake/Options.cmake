@@ -38,13 +38,16 @@ function(tessaline_precompile name)
 endfunction()
 set(TESSALINE_STANDARD_HEADERS <algorithm> <array> <functional> <map> <memory> <optional> <string>
   <string_view> <vector>)
+# GCC 12 warns of what is right (its bug 105651) when it optimises, in standard headers too once they
+# are precompiled: it reads them file by file.
+set(TESSALINE_PRECOMPILES ON)
 if(WIN32)
-  # GCC 12 warns of what is right (its bug 105651) when it optimises, in standard headers too once
-  # they are precompiled.
   tessaline_precompile(tessaline_precompiled <windows.h> <ole2.h>)
   list(PREPEND TESSALINE_STANDARD_HEADERS <windows.h> <ole2.h>)
-else()
+elseif(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
   tessaline_precompile(tessaline_precompiled ${TESSALINE_STANDARD_HEADERS})
+else()
+  set(TESSALINE_PRECOMPILES OFF)
 endif()
 # Which of them the targets of a folder reuse.
 set(TESSALINE_PRECOMPILED tessaline_precompiled)
@@ -52,7 +55,9 @@ set(TESSALINE_PRECOMPILED tessaline_precompiled)
 function(tessaline_own name visibility)
   target_link_libraries(${name} ${visibility} tessaline_options)
   target_compile_options(${name} PRIVATE ${TESSALINE_PRODUCT_CHECKS})
-  target_precompile_headers(${name} REUSE_FROM ${TESSALINE_PRECOMPILED})
+  if(TESSALINE_PRECOMPILES)
+    target_precompile_headers(${name} REUSE_FROM ${TESSALINE_PRECOMPILED})
+  endif()
 endfunction()
 
 # tessaline_library(NAME SOURCES... ): a static library of the project's own code.

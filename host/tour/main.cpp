@@ -6,10 +6,9 @@
 //   gone               until the host's window is closed
 //   at NAME            where the middle of a control is that can be used: "X Y" in pixels
 //   line NAME N        the same of the N-th line of a list, from 1, scrolled into view
-//   type TEXT          the text, key by key
-//   key KEY            one key: Tab, Enter, Escape, Alt+A ...
-//   read NAME          what a control shows
-//   lines NAME         how many lines a list has
+//   window NAME        the place of the window that a control stands in: "WIDTHxHEIGHT+X+Y" in
+//   pixels type TEXT          the text, key by key key KEY            one key: Tab, Enter, Escape,
+//   Alt+A ... read NAME          what a control shows lines NAME         how many lines a list has
 //   await NAME TEXT    until the control shows the text
 //   state NAME         "shown" or "hidden", then "enabled" or "disabled"
 //   box                waits for a message box: its title, text and buttons, separated by "|"
@@ -119,6 +118,14 @@ std::wstring line(const std::wstring& argument) {
          std::to_wstring((place.top + place.bottom) / 2);
 }
 
+std::wstring window(const std::wstring& name) {
+  RECT place{};
+  GetWindowRect(GetAncestor(controlNamed(name), GA_ROOT), &place);
+  return std::to_wstring(place.right - place.left) + L"x" +
+         std::to_wstring(place.bottom - place.top) + L"+" + std::to_wstring(place.left) + L"+" +
+         std::to_wstring(place.top);
+}
+
 // Key by key, each taken in before the next is sent: what a key does may change what has the focus.
 std::wstring type(const std::wstring& text) {
   for (const wchar_t character : text) {
@@ -209,10 +216,11 @@ std::wstring end(const std::wstring&) {
 using Command = std::wstring (*)(const std::wstring& argument);
 
 const std::map<std::string, Command> kCommands = {
-    {"wait", wait},     {"gone", gone},   {"at", at},       {"line", line},
-    {"type", type},     {"key", key},     {"read", read},   {"lines", lines},
-    {"await", await},   {"state", state}, {"box", box},     {"button", boxButton},
-    {"closed", closed}, {"quiet", quiet}, {"close", close}, {"end", end},
+    {"wait", wait},        {"gone", gone},     {"at", at},       {"line", line},
+    {"window", window},    {"type", type},     {"key", key},     {"read", read},
+    {"lines", lines},      {"await", await},   {"state", state}, {"box", box},
+    {"button", boxButton}, {"closed", closed}, {"quiet", quiet}, {"close", close},
+    {"end", end},
 };
 
 std::string onOneLine(std::string text) {

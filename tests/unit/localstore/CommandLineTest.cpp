@@ -5,6 +5,7 @@
 #include <cstdlib>
 
 #include "TemporaryStore.h"
+#include "localstore/Sqlite.h"
 
 namespace {
 
@@ -130,6 +131,39 @@ TEST_F(CommandLine, AStoreThatCannotBeUsedHasItsCode) {
     EXPECT_TRUE(outcome.err.starts_with("tessaline-store: ")) << command;
   }
   EXPECT_FALSE(std::filesystem::exists(fromUtf8(folder_ / "none.store")));
+}
+
+TEST_F(CommandLine, AStoreInAFormatThatIsNotKnownIsLeftAlone) {
+  run("create a.store");
+  {
+    localstore::Connection store(folder_ / "a.store", localstore::Connection::Mode::Open);
+    store.execute("PRAGMA user_version = 4711");
+  }
+  const std::string before = readText(folder_ / "a.store");
+  for (const char* const command : {"query a.store 'SSELECT TABLES'", "show a.store TABLES 1",
+                                    "import a.store .", "export a.store TABLES -o x.csv"}) {
+    const Outcome outcome = run(command);
+    EXPECT_EQ(outcome.code, 6) << command;
+    EXPECT_EQ(outcome.err,
+              "tessaline-store: a.store: the store has a format that is not known here\n");
+  }
+  EXPECT_EQ(readText(folder_ / "a.store"), before);
+}
+
+TEST_F(CommandLine, AStoreThatAnotherProcessKeepsIsBusy) {
+  run("create a.store");
+  writeText(folder_ / "TABLES.jsonl", "{\"id\":\"1\",\"fields\":[\"x\"]}\n");
+  const auto other = localstore::openLocalDatabase(folder_ / "a.store");
+  {
+    const auto kept = other->begin();
+    other->write("TABLES", "2", "y");
+    const Outcome outcome = run("import a.store TABLES.jsonl");
+    EXPECT_EQ(outcome.code, 5);
+    EXPECT_EQ(outcome.err, "tessaline-store: a.store: another process kept the store too long\n");
+    EXPECT_EQ(run("query a.store 'SSELECT TABLES'").code, 0);
+  }
+  EXPECT_EQ(run("import a.store TABLES.jsonl").code, 0);
+  EXPECT_EQ(run("query a.store 'SSELECT TABLES'").out, "1\n");
 }
 
 }  // namespace

@@ -4,9 +4,11 @@
 
 #include <algorithm>
 #include <chrono>
+#include <sstream>
 
 #include "ChildProcess.h"
 #include "TemporaryStore.h"
+#include "localstore/CommandLine.h"
 #include "tests/support/Seed.h"
 
 namespace {
@@ -107,7 +109,7 @@ TEST(Processes, SeveralWritersLoseNothing) {
   EXPECT_EQ(store->ExecuteSentence("SSELECT ORGPRISECHARGE AVEC 1 = \"b\"").DCount(), 25);
 }
 
-TEST(Processes, AReadOnlyFileIsAnError) {
+TEST(Processes, AStoreThatMayOnlyBeReadIsRefused) {
   TemporaryStore store;
   store.put("TABLES", "1", {"x"});
   TemporaryFolder folder;
@@ -118,10 +120,20 @@ TEST(Processes, AReadOnlyFileIsAnError) {
     // Root may write whatever the permissions say.
     if (geteuid() == 0 && seteuid(65534) != 0) _exit(3);
     send(pipe, errorOf([&] { openLocalDatabase(path)->write("TABLES", "1", "y"); }));
+    std::ostringstream out;
+    std::ostringstream err;
+    const std::vector<std::string> query = {"query", path, "SSELECT TABLES"};
+    send(pipe, static_cast<unsigned>(localstore::runCommandLine(query, out, err, false)));
+    const std::string told = "tessaline-store: " + path + ": the store is read-only\n";
+    send(pipe, err.str() == told && out.str().empty() ? 1 : 0);
   });
-  unsigned code = 0;
-  ASSERT_TRUE(child.receive(code));
-  EXPECT_EQ(code, store::kIoFailure);
+  unsigned answer = 0;
+  ASSERT_TRUE(child.receive(answer));
+  EXPECT_EQ(answer, store::kIoFailure);
+  ASSERT_TRUE(child.receive(answer));
+  EXPECT_EQ(answer, 6U) << "exit code";
+  ASSERT_TRUE(child.receive(answer));
+  EXPECT_EQ(answer, 1U) << "other words";
 }
 
 // --- Kill tests

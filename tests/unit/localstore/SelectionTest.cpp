@@ -142,6 +142,25 @@ TEST_P(Selection, OneValueThatSatisfiesIsEnough) {
   EXPECT_EQ(select("AVEC 1 = \"A\" AND AVEC 1 = \"B\""), "1");
 }
 
+TEST_P(Selection, AnswersAlikeWhenAnIndexThatAnswersAloneProvesTooLong) {
+  constexpr int kMore = 1100;  // an index that is tried is left after 1 024 entries
+  store_->createFile(GetParam());
+  const auto transaction = store_->begin();
+  for (int i = 0; i < kMore; ++i) {
+    const std::string id = std::to_string(10000 + i);
+    store_->write(GetParam(), id, recordText({"A" + id, "x"}));
+  }
+  transaction->commit();
+  const store::DynamicArray found = store_->ExecuteSentence(store::request(
+      "SSELECT " + std::string(GetParam()) + " AVEC 1 = \"A]\" AND AVEC @ID >= \"10050\" PAR 1", "",
+      "0 1"));
+  ASSERT_EQ(found.DCount(), kMore - 50);
+  EXPECT_EQ(found.get(1, 1), "10050");
+  EXPECT_EQ(found.get(1, 2), "A10050");
+  EXPECT_EQ(found.get(kMore - 50, 1), "11099");
+  EXPECT_EQ(found.get(kMore - 50, 2), "A11099");
+}
+
 TEST_P(Selection, ARecordMetUnderSeveralValuesComesOnce) {
   put("1", {"AA;AB;AC"});
   put("2", {"X;AB"});
