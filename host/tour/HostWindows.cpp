@@ -110,6 +110,11 @@ HWND HostWindows::frame() const {
   });
 }
 
+HWND HostWindows::form() const {
+  const HWND host = frame();
+  return host != nullptr ? dialog(host, false) : nullptr;
+}
+
 HWND HostWindows::control(const std::wstring& name) const {
   const HWND host = frame();
   if (host == nullptr) {

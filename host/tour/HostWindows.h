@@ -20,6 +20,9 @@ class HostWindows {
  public:
   // Null while the host has no visible window.
   HWND frame() const;
+  // The form that is open over the host's window, null when there is none. Asks no window anything,
+  // so that it answers for a host that is busy too.
+  HWND form() const;
   // The control with this name, of an open form first; null when there is none.
   HWND control(const std::wstring& name) const;
   // The visible message box of the host; its window is null when there is none.

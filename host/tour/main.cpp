@@ -119,8 +119,14 @@ std::wstring line(const std::wstring& argument) {
 }
 
 std::wstring window(const std::wstring& name) {
+  HWND found = nullptr;
+  require(until([&] {
+            found = name == L"form" ? windows.form() : windows.frame();
+            return found != nullptr;
+          }),
+          L"no " + name);
   RECT place{};
-  GetWindowRect(GetAncestor(controlNamed(name), GA_ROOT), &place);
+  GetWindowRect(found, &place);
   return std::to_wstring(place.right - place.left) + L"x" +
          std::to_wstring(place.bottom - place.top) + L"+" + std::to_wstring(place.left) + L"+" +
          std::to_wstring(place.top);
