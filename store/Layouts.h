@@ -88,6 +88,7 @@ enum Attribut : int {
   DelaiPaiement = 60,
   ParamSelecOrgChg = 61,
   ParamTriSelect = 62,
+  Dernier = ParamTriSelect,
 };
 }  // namespace orgprisecharge
 
@@ -170,6 +171,7 @@ enum Attribut : int {
   TrancheAcc = 12,
   PartBenefAcc = 13,
   ClotureAcc = 18,
+  Dernier = ClotureAcc,
 };
 }  // namespace accord
 

@@ -22,7 +22,7 @@ TEST_P(AccountShown, ABodysAccountIsShownWithItsLabel) {
 TEST_P(AccountShown, ABodysAccountIsOfItsOwnEntity) {
   store_.set("ORGPRISECHARGE", "001", GetParam().attribute, "7060000000");
   store_.set("ORGPRISECHARGE", "002", GetParam().attribute, "7060000000");
-  store_.set("ORGPRISECHARGE", "002", 46, "020");
+  store_.set("ORGPRISECHARGE", "002", attribut::Entite, "020");
   begin();
   lookUp("001");
   EXPECT_EQ(libelle().text(), "PRESTATIONS DE SERVICES");
@@ -44,7 +44,7 @@ TEST_P(AccountShown, AnUnknownAccountIsShownWithoutABox) {
 }
 
 TEST_P(AccountShown, AnAccountOfABodyWithoutAnEntityIsShownWithoutALabel) {
-  store_.set("ORGPRISECHARGE", "001", 46, "");
+  store_.set("ORGPRISECHARGE", "001", attribut::Entite, "");
   store_.put("PLANCOMPTABLE", "7410000000", {"AUCUNE ENTITE"});
   showAccount("7410000000");
   EXPECT_EQ(shown(), "7410000000|");

@@ -43,7 +43,7 @@ class WatchedDatabase : public store::Database {
 
 AccountTest::AccountTest() {
   fillThreeBodies(store_);
-  store_.set("COMPTEUR", "999", 15, "X");
+  store_.set("COMPTEUR", "999", store::compteur::InterfaceComptable, "X");
   store_.put("ASSOCIATION", "020", {"SECOURS DU VAL"});
   store_.put("PLANCOMPTABLE", "0107060000000", {"PRESTATIONS DE SERVICES"});
   store_.put("PLANCOMPTABLE", "0107061000000", {"AIDE A DOMICILE"});
@@ -167,7 +167,7 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto& tested) { return std::string(tested.param.champ); });
 
 TEST_P(AccountGuard, SendsToTheEntityOfABodyThatHasNone) {
-  store_.set("ORGPRISECHARGE", "001", 46, "");
+  store_.set("ORGPRISECHARGE", "001", attribut::Entite, "");
   open();
   user_->click(tabs(), GetParam().tab);
   EXPECT_FALSE(user_->go(field()));
@@ -194,7 +194,7 @@ TEST_P(AccountGuard, SendsToAnEntityThatIsTypedInPart) {
 }
 
 TEST_P(AccountGuard, LetsPassOnceTheEntityIsChosen) {
-  store_.set("ORGPRISECHARGE", "001", 46, "");
+  store_.set("ORGPRISECHARGE", "001", attribut::Entite, "");
   open();
   user_->click(tabs(), GetParam().tab);
   user_->go(field());
@@ -236,7 +236,7 @@ class Accounts : public AccountTest {
       EXPECT_EQ(shown(champs), text) << champs.test;
     }
   }
-  void withoutFlag() { store_.set("COMPTEUR", "999", 15, ""); }
+  void withoutFlag() { store_.set("COMPTEUR", "999", store::compteur::InterfaceComptable, ""); }
 };
 
 TEST_F(Accounts, AChoiceIsOfTheSearchOfItsOwnPair) {
@@ -332,7 +332,7 @@ TEST_F(Accounts, TheOtherAccountsAreOfAnyClass) {
 }
 
 TEST_F(Accounts, AStoredAidProductOfAnotherClassIsShownWithoutABox) {
-  store_.set("ORGPRISECHARGE", "001", 56, "6060000000");
+  store_.set("ORGPRISECHARGE", "001", attribut::CpteProdAide, "6060000000");
   begin();
   lookUp("001");
   EXPECT_EQ(shown(kProduitAide), "6060000000|ACHATS");
@@ -384,7 +384,7 @@ TEST_F(Accounts, WithoutAccountingEffectForgetTheirSearch) {
 
 TEST_F(Accounts, OfABodyWithoutAccountingEffectAreShownDisabledAndEmpty) {
   storeAccounts();
-  store_.set("ORGPRISECHARGE", "001", 50, "1");
+  store_.set("ORGPRISECHARGE", "001", attribut::IncidCompta, "1");
   begin();
   lookUp("001");
   EXPECT_TRUE(sansIncidence().value());
@@ -415,26 +415,29 @@ TEST_F(Accounts, WithoutTheInterfaceAreDisabledAndEmptyWhateverTheBox) {
 
 TEST_F(Accounts, WithoutTheInterfaceStayInTheStoreAsTheyWere) {
   storeAccounts();
-  store_.set("ACTIVITES", "010P01", 12, "M");
+  store_.set("ACTIVITES", "010P01", store::activites::TypeActivite, "M");
   withoutFlag();
   open();
   toggle();
   press("Cmd_OK");
   expectNoBox();
-  EXPECT_EQ(attribute("001", 50), "1");
-  for (const int number : {22, 23, 54, 56}) EXPECT_EQ(attribute("001", number), "7060000000");
+  EXPECT_EQ(attribute("001", attribut::IncidCompta), "1");
+  for (const int number : {attribut::DebitOrgChg, attribut::CreditOrgChg,
+                           attribut::CptPrestationService, attribut::CpteProdAide})
+    EXPECT_EQ(attribute("001", number), "7060000000");
 }
 
 TEST_F(Accounts, WithoutAccountingEffectAreNotRequiredAndEmptiedInTheStore) {
   storeAccounts();
-  store_.set("ACTIVITES", "010P01", 12, "M");
+  store_.set("ACTIVITES", "010P01", store::activites::TypeActivite, "M");
   open();
   toggle();
   press("Cmd_OK");
   expectNoBox();
-  EXPECT_EQ(attribute("001", 50), "1");
-  for (const int number : {22, 23, 56}) EXPECT_EQ(attribute("001", number), "");
-  EXPECT_EQ(attribute("001", 54), "7060000000");
+  EXPECT_EQ(attribute("001", attribut::IncidCompta), "1");
+  for (const int number : {attribut::DebitOrgChg, attribut::CreditOrgChg, attribut::CpteProdAide})
+    EXPECT_EQ(attribute("001", number), "");
+  EXPECT_EQ(attribute("001", attribut::CptPrestationService), "7060000000");
 }
 
 TEST_F(Accounts, AMissingAccountOfANewBodyWithoutAnEntityLeadsToTheEntity) {
@@ -458,7 +461,7 @@ TEST_F(Accounts, ANumberLeftInPartBySavingIsSearchedFirst) {
   typeNumber(kDebit, "74");
   press("Cmd_OK");
   expectNoBox();
-  EXPECT_EQ(attribute("001", 22), "7410000000");
+  EXPECT_EQ(attribute("001", attribut::DebitOrgChg), "7410000000");
 }
 
 TEST_F(Accounts, ANumberOfSeveralLeftBySavingIsRequiredAgain) {

@@ -137,7 +137,7 @@ TEST_F(Acronym, ASearchWhileABodyIsShownKeepsItInHand) {
   user_->go(box("Txt_RaisonOrgChg"));
   user_->fill(box("Txt_RaisonOrgChg"), "Domus");
   press("Cmd_OK");
-  EXPECT_EQ(attribute("001", 2), "Domus");
+  EXPECT_EQ(attribute("001", attribut::RaisonOrgChg), "Domus");
 }
 
 TEST_F(Acronym, CancellingBringsTheFullListBackWithoutAskingTheStore) {

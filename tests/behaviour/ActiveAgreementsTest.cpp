@@ -25,7 +25,7 @@ class ActiveAgreements : public RulesPage {
   void agreement(std::string_view id, std::string_view body, std::string_view end,
                  std::string_view closed = "") {
     store_.put("ACCORD", id, {body, "", "", "", "20000", end});
-    store_.set("ACCORD", id, 18, closed);
+    store_.set("ACCORD", id, store::accord::ClotureAcc, closed);
   }
   void activeAgreement() { agreement("A1", "001", "21500"); }
 
@@ -196,7 +196,7 @@ TEST_P(Guarded, TheUserTakesItBackAndSaves) {
   expectBox(GetParam().message, Icon::Information);
   choose(GetParam().attribute == 18 ? "Opt_TypePrincipalOrgChg" : "Opt_PlafGlobalOrgChg");
   tick("Cac_LettresInfo");
-  expectSaved("001", {{52, "1"}});
+  expectSaved("001", {{attribut::LettresInfo, "1"}});
 }
 
 TEST_P(Guarded, ASecondAttemptIsRefusedAgain) {
@@ -241,7 +241,8 @@ TEST_P(Guarded, TheHostsWriteIsRefusedWithTheBoxAlone) {
 
 TEST_P(Guarded, NothingPastTheRuleIsWrittenInMemory) {
   activeAgreement();
-  show("001", {{20, "1"}, {52, ""}, {57, "0"}});
+  show("001",
+       {{attribut::RenouvOrgChg, "1"}, {attribut::LettresInfo, ""}, {attribut::FactAnticip, "0"}});
   change();
   user_->choose(renewal(), 5);
   tick("Cac_LettresInfo");
@@ -286,7 +287,7 @@ TEST_P(Guarded, AnUnchangedRuleIsNotSearchedFor) {
   choose(GetParam().attribute == 18 ? "Opt_TypePrincipalOrgChg" : "Opt_PlafGlobalOrgChg");
   tick("Cac_LettresInfo");
   store_.forgetCalls();
-  expectSaved("001", {{52, "1"}});
+  expectSaved("001", {{attribut::LettresInfo, "1"}});
   for (const std::string& sent : sentences()) EXPECT_NE(sent, sentence(kFirstDay));
 }
 
@@ -347,7 +348,7 @@ TEST_F(ActiveAgreements, WithoutAnyBothMayChange) {
   show("001");
   choose("Opt_TypeComplOrgChg");
   choose("Opt_PlafMensRepOrgChg");
-  expectSaved("001", {{18, "C"}, {19, "1"}});
+  expectSaved("001", {{attribut::TypeOrgChg, "C"}, {attribut::PlafondOrg, "1"}});
 }
 
 TEST_F(ActiveAgreements, OtherRulesMayChangeAllTheSame) {
@@ -355,7 +356,7 @@ TEST_F(ActiveAgreements, OtherRulesMayChangeAllTheSame) {
   show("001");
   user_->choose(renewal(), 2);
   user_->choose(period(), 1);
-  expectSaved("001", {{17, "T"}, {20, "2"}});
+  expectSaved("001", {{attribut::PeriodFactOrgChg, "T"}, {attribut::RenouvOrgChg, "2"}});
 }
 
 TEST_F(ActiveAgreements, AreNeverSearchedForAtACreation) {
@@ -371,8 +372,8 @@ TEST_F(ActiveAgreements, AreNeverSearchedForAtACreation) {
   store_.forgetCalls();
   press("Cmd_OK");
   expectNoBox();
-  EXPECT_EQ(attribute("004", 18), "C");
-  EXPECT_EQ(attribute("004", 19), "3");
+  EXPECT_EQ(attribute("004", attribut::TypeOrgChg), "C");
+  EXPECT_EQ(attribute("004", attribut::PlafondOrg), "3");
   for (const std::string& sent : sentences()) EXPECT_EQ(sent.find("SSELECT ACCORD"), sent.npos);
 }
 

@@ -25,8 +25,8 @@ constexpr const char* kPasEnHeures =
 void putActivity(testing_support::MemoryStore& store, std::string_view code, std::string_view type,
                  std::string_view service = "SAAD") {
   store.put("ACTIVITES", code, {"Activité " + std::string(code), code.substr(0, 3)});
-  if (!type.empty()) store.set("ACTIVITES", code, 12, type);
-  if (!service.empty()) store.set("ACTIVITES", code, 13, service);
+  if (!type.empty()) store.set("ACTIVITES", code, store::activites::TypeActivite, type);
+  if (!service.empty()) store.set("ACTIVITES", code, store::activites::Service, service);
 }
 
 class ActivitiesCheck : public ControlTest {
@@ -73,7 +73,7 @@ class ActivitiesCheck : public ControlTest {
 // --- 1. A legal entity
 
 TEST_F(ActivitiesCheck, ABodyWithoutEntityIsRefused) {
-  show({{46, ""}, {47, ""}});
+  show({{attribut::Entite, ""}, {attribut::CodActSelect, ""}});
   expectRefused(kSansEntite, kActivites, box("Txt_Entite"));
 }
 
@@ -90,7 +90,7 @@ TEST_F(ActivitiesCheck, AnIncompleteOrUnknownEntityIsRefused) {
   user_->click(tabs(), kActivites);
   user_->fill(box("Txt_Entite"), "01");
   expectRefused(kSansEntite, kActivites, box("Txt_Entite"));
-  show({{46, "999"}});
+  show({{attribut::Entite, "999"}});
   expectRefused(kSansEntite, kActivites, box("Txt_Entite"));
 }
 
@@ -103,7 +103,7 @@ TEST_F(ActivitiesCheck, AnIncompleteEntityIsRefusedWhateverWasTypedAsItsName) {
 }
 
 TEST_F(ActivitiesCheck, ANameThatIsBeingTypedIsNoEntity) {
-  show({{46, ""}, {47, ""}});
+  show({{attribut::Entite, ""}, {attribut::CodActSelect, ""}});
   user_->click(tabs(), kActivites);
   for (const char* typed : {"", "  "}) {
     user_->fill(box("Txt_Entite"), typed);
@@ -119,41 +119,41 @@ TEST_F(ActivitiesCheck, AnEntityWhoseNameIsEmptiedOrBlankIsRefused) {
   user_->fill(child<ComboBox>("Cbo_Entite"), "");
   expectRefused(kSansEntite, kActivites, box("Txt_Entite"));
   store_.put("ASSOCIATION", "040", {"   "});
-  show({{46, "040"}});
+  show({{attribut::Entite, "040"}});
   expectRefused(kSansEntite, kActivites, box("Txt_Entite"));
 }
 
 // --- 2. An activity, where there is a choice of types
 
 TEST_F(ActivitiesCheck, WithoutActivityAnEntityOfSeveralTypesIsRefused) {
-  show({{47, ""}});
+  show({{attribut::CodActSelect, ""}});
   expectRefused(kSansActivite, kActivites, child<ListBox>("Lst_Activite"));
 }
 
 TEST_F(ActivitiesCheck, WithoutActivityAnEntityOfOneTypePasses) {
-  show({{46, "020"}, {47, ""}});
+  show({{attribut::Entite, "020"}, {attribut::CodActSelect, ""}});
   expectSaved();
 }
 
 TEST_F(ActivitiesCheck, WithoutActivityAnEntityThatHasNonePasses) {
-  show({{46, "030"}, {47, ""}});
+  show({{attribut::Entite, "030"}, {attribut::CodActSelect, ""}});
   expectSaved();
 }
 
 TEST_F(ActivitiesCheck, AnySecondTypeCountsAnUnknownOrMissingOneToo) {
   for (const char* type : {"M", "X", ""}) {
     putActivity(store_, "020Z99", type);
-    show({{46, "020"}, {47, ""}});
+    show({{attribut::Entite, "020"}, {attribut::CodActSelect, ""}});
     expectRefused(kSansActivite, kActivites, child<ListBox>("Lst_Activite"));
   }
-  show({{46, "020"}, {47, "020P01"}});
+  show({{attribut::Entite, "020"}, {attribut::CodActSelect, "020P01"}});
   expectSaved();
 }
 
 // --- 3. Agency activities are for principal bodies
 
 TEST_F(ActivitiesCheck, AgencyActivitiesOfAComplementaryBodyAreRefusedWhereTheUserIs) {
-  show({{18, "C"}, {47, "010M01"}});
+  show({{attribut::TypeOrgChg, "C"}, {attribut::CodActSelect, "010M01"}});
   for (const int tab : {kCoordonnees, kRegles, kBordereau, kActivites}) {
     user_->click(tabs(), tab);
     expectRefused(kCaissePasPrincipale, tab, button("Cmd_OK"));
@@ -161,12 +161,12 @@ TEST_F(ActivitiesCheck, AgencyActivitiesOfAComplementaryBodyAreRefusedWhereTheUs
 }
 
 TEST_F(ActivitiesCheck, AgencyActivitiesOfABodyWithoutTypeAreRefused) {
-  show({{18, ""}, {47, "010M01"}});
+  show({{attribut::TypeOrgChg, ""}, {attribut::CodActSelect, "010M01"}});
   expectRefused(kCaissePasPrincipale, kCoordonnees, button("Cmd_OK"));
 }
 
 TEST_F(ActivitiesCheck, TheTypeOfBodyThatCountsIsTheOneOnScreen) {
-  show({{47, "010M01"}});
+  show({{attribut::CodActSelect, "010M01"}});
   user_->click(tabs(), kRegles);
   user_->click(option("Opt_TypeComplOrgChg"));
   expectRefused(kCaissePasPrincipale, kRegles, button("Cmd_OK"));
@@ -178,7 +178,7 @@ TEST_F(ActivitiesCheck, TheTypeOfBodyThatCountsIsTheOneOnScreen) {
 
 TEST_F(ActivitiesCheck, ActivitiesOfTwoServicesAreRefusedWhereTheUserIs) {
   putActivity(store_, "010P02", "P", "SPASAD");
-  show({{47, values({"010P01", "010P02"})}});
+  show({{attribut::CodActSelect, values({"010P01", "010P02"})}});
   for (const int tab : {kCoordonnees, kPriseEnCharge, kActivites}) {
     user_->click(tabs(), tab);
     expectRefused(kPlusieursServices, tab, button("Cmd_OK"));
@@ -190,43 +190,43 @@ TEST_F(ActivitiesCheck, EveryActivityIsComparedWithTheFirst) {
   for (const std::string& codes :
        {values({"010P01", "010P02", "010P03"}), values({"010P03", "010P01", "010P02"}),
         values({"010P01", "010P03", "010P02"})}) {
-    show({{47, codes}});
+    show({{attribut::CodActSelect, codes}});
     expectRefused(kPlusieursServices, kCoordonnees, button("Cmd_OK"));
   }
 }
 
 TEST_F(ActivitiesCheck, NoServiceIsAServiceOfItsOwn) {
   putActivity(store_, "010P02", "P", "");
-  show({{47, values({"010P01", "010P02"})}});
+  show({{attribut::CodActSelect, values({"010P01", "010P02"})}});
   expectRefused(kPlusieursServices, kCoordonnees, button("Cmd_OK"));
   putActivity(store_, "010P01", "P", "");
-  show({{47, values({"010P01", "010P02"})}});
+  show({{attribut::CodActSelect, values({"010P01", "010P02"})}});
   expectSaved();
 }
 
 TEST_F(ActivitiesCheck, ServicesAreComparedWholeWithTheirMarks) {
   putActivity(store_, "010P01", "P", values({"SAAD", "A"}));
   putActivity(store_, "010P02", "P", values({"SAAD", "B"}));
-  show({{47, values({"010P01", "010P02"})}});
+  show({{attribut::CodActSelect, values({"010P01", "010P02"})}});
   expectRefused(kPlusieursServices, kCoordonnees, button("Cmd_OK"));
 }
 
 TEST_F(ActivitiesCheck, ACodeThatNoActivityHasBelongsToNoService) {
-  show({{47, values({"PERDU", "010P01", "", "010P02"})}});
+  show({{attribut::CodActSelect, values({"PERDU", "010P01", "", "010P02"})}});
   expectSaved();
   putActivity(store_, "010P02", "P", "SPASAD");
-  show({{47, values({"010P01", "PERDU", "010P02"})}});
+  show({{attribut::CodActSelect, values({"010P01", "PERDU", "010P02"})}});
   expectRefused(kPlusieursServices, kCoordonnees, button("Cmd_OK"));
 }
 
 TEST_F(ActivitiesCheck, TheServiceIsReadFromTheStoreAtTheCheck) {
-  show({{47, values({"010P01", "010P02"})}});
+  show({{attribut::CodActSelect, values({"010P01", "010P02"})}});
   putActivity(store_, "010P02", "P", "SPASAD");
   expectRefused(kPlusieursServices, kCoordonnees, button("Cmd_OK"));
 }
 
 TEST_F(ActivitiesCheck, AnActivityThatCannotBeReadEndsTheSaveQuietly) {
-  show({{47, values({"010P01", "010P02"})}});
+  show({{attribut::CodActSelect, values({"010P01", "010P02"})}});
   user_->fill(box("Txt_RaisonOrgChg"), "Changée");
   store_.fail(CallKind::ReadRecord, "ACTIVITES");
   press("Cmd_OK");
@@ -237,13 +237,13 @@ TEST_F(ActivitiesCheck, AnActivityThatCannotBeReadEndsTheSaveQuietly) {
   EXPECT_THROW(control_->Verif_Ong6(), store::StoreError);
   store_.stopFailing();
   expectSaved();
-  EXPECT_EQ(attribute("001", 2), "Changée");
+  EXPECT_EQ(attribute("001", attribut::RaisonOrgChg), "Changée");
 }
 
 // --- 5. "Sans incidence comptable"
 
 TEST_F(ActivitiesCheck, WithoutAccountsIsRefusedOnTheRulesPage) {
-  show({{50, "1"}});
+  show({{attribut::IncidCompta, "1"}});
   expectRefused(kSansCompta, kRegles, child<CheckBox>("Cac_IncidCompta"));
   user_->click(child<CheckBox>("Cac_IncidCompta"));
   expectSaved();
@@ -252,15 +252,15 @@ TEST_F(ActivitiesCheck, WithoutAccountsIsRefusedOnTheRulesPage) {
 // --- 6. Hours
 
 TEST_F(ActivitiesCheck, ProviderActivitiesInAmountAreRefusedOnTheCoveragePage) {
-  show({{24, "M"}});
+  show({{attribut::AttribOrgChg, "M"}});
   expectRefused(kPasEnHeures, kPriseEnCharge, option("Opt_HeureOrgChg"));
   user_->click(option("Opt_HeureOrgChg"));
   expectSaved();
-  EXPECT_EQ(attribute("001", 24), "H");
+  EXPECT_EQ(attribute("001", attribut::AttribOrgChg), "H");
 }
 
 TEST_F(ActivitiesCheck, ProviderActivitiesWithoutAttributionAreRefused) {
-  show({{24, ""}});
+  show({{attribut::AttribOrgChg, ""}});
   EXPECT_FALSE(control_->Verif_Ong6());
   expectBox(kPasEnHeures, Icon::Exclamation);
   EXPECT_EQ(tabs().tab(), kPriseEnCharge);
@@ -273,29 +273,34 @@ TEST_F(ActivitiesCheck, TheChecksComeInTheirOrder) {
   putActivity(store_, "010M02", "M", "SPASAD");
   putActivity(store_, "010P02", "P", "SPASAD");
   // Each body breaks the rule that is told and a later one.
-  show({{18, "C"}, {46, ""}, {47, values({"010M01", "010M02"})}, {50, "1"}});
+  show({{attribut::TypeOrgChg, "C"},
+        {attribut::Entite, ""},
+        {attribut::CodActSelect, values({"010M01", "010M02"})},
+        {attribut::IncidCompta, "1"}});
   expectRefused(kSansEntite, kActivites, box("Txt_Entite"));
-  show({{47, ""}, {50, "1"}});
+  show({{attribut::CodActSelect, ""}, {attribut::IncidCompta, "1"}});
   expectRefused(kSansActivite, kActivites, child<ListBox>("Lst_Activite"));
-  show({{18, "C"}, {47, values({"010M01", "010M02"})}});
+  show({{attribut::TypeOrgChg, "C"}, {attribut::CodActSelect, values({"010M01", "010M02"})}});
   expectRefused(kCaissePasPrincipale, kCoordonnees, button("Cmd_OK"));
-  show({{24, "M"}, {47, values({"010P01", "010P02"})}, {50, "1"}});
+  show({{attribut::AttribOrgChg, "M"},
+        {attribut::CodActSelect, values({"010P01", "010P02"})},
+        {attribut::IncidCompta, "1"}});
   expectRefused(kPlusieursServices, kCoordonnees, button("Cmd_OK"));
-  show({{24, "M"}, {50, "1"}});
+  show({{attribut::AttribOrgChg, "M"}, {attribut::IncidCompta, "1"}});
   expectRefused(kSansCompta, kRegles, child<CheckBox>("Cac_IncidCompta"));
-  show({{24, "M"}});
+  show({{attribut::AttribOrgChg, "M"}});
   expectRefused(kPasEnHeures, kPriseEnCharge, option("Opt_HeureOrgChg"));
 }
 
 TEST_F(ActivitiesCheck, TheFirstRefusalReadsNoActivity) {
-  show({{46, ""}});
+  show({{attribut::Entite, ""}});
   press("Cmd_OK");
   expectBox(kSansEntite, Icon::Exclamation);
   EXPECT_TRUE(store_.calls().empty());
 }
 
 TEST_F(ActivitiesCheck, ARefusedPageWritesNothingIntoTheRecord) {
-  show({{24, "M"}});
+  show({{attribut::AttribOrgChg, "M"}});
   user_->click(tabs(), kActivites);
   user_->click(option("Opt_DimJF"));
   press("Cmd_OK");
@@ -373,11 +378,11 @@ TEST_F(ActivitiesCheck, EveryCombinationIsAllowedOrRefusedAsTheRulesSay) {
   for (const Combination& c : combinations()) {
     SCOPED_TRACE(c.told());
     const bool oneType = c.activities.empty() && !c.severalTypes;
-    show({{18, c.body},
-          {24, c.attribution},
-          {46, oneType ? "020" : "010"},
-          {47, c.activities.empty() ? "" : "010" + c.activities + "01"},
-          {50, c.withoutAccounts ? "1" : "0"}});
+    show({{attribut::TypeOrgChg, c.body},
+          {attribut::AttribOrgChg, c.attribution},
+          {attribut::Entite, oneType ? "020" : "010"},
+          {attribut::CodActSelect, c.activities.empty() ? "" : "010" + c.activities + "01"},
+          {attribut::IncidCompta, c.withoutAccounts ? "1" : "0"}});
     const std::string broken = c.broken();
     ++counted[broken];
     EXPECT_EQ(control_->Verif_Ong6(), broken.empty());

@@ -20,8 +20,8 @@ std::string request(std::string_view sentence, std::string_view file, std::strin
 void putActivity(testing_support::MemoryStore& store, std::string_view code, std::string_view label,
                  std::string_view type) {
   store.put("ACTIVITES", code, {label, code.substr(0, 3)});
-  if (!type.empty()) store.set("ACTIVITES", code, 12, type);
-  store.set("ACTIVITES", code, 13, "SAAD");
+  if (!type.empty()) store.set("ACTIVITES", code, store::activites::TypeActivite, type);
+  store.set("ACTIVITES", code, store::activites::Service, "SAAD");
 }
 
 // Entity 010 has activities of every kind, 020 of one, 030 none.
@@ -67,8 +67,8 @@ class ActivitiesPage : public ControlTest {
     store_.forgetCalls();
   }
   // The same without entity and activities.
-  void showBare() { show({{46, ""}, {47, ""}}); }
-  void showCovered(const Lines& codes) { show({{47, values(codes)}}); }
+  void showBare() { show({{attribut::Entite, ""}, {attribut::CodActSelect, ""}}); }
+  void showCovered(const Lines& codes) { show({{attribut::CodActSelect, values(codes)}}); }
 
   TextBox& entity() { return box("Txt_Entite"); }
   ComboBox& names() { return child<ComboBox>("Cbo_Entite"); }
@@ -700,7 +700,7 @@ TEST_F(ActivitiesPage, RemovingKeepsTheLinesInView) {
     putActivity(store_, code, "Activité " + std::to_string(100 + i), "P");
     all.set(1, i, code);
   }
-  show({{47, std::string(all.get(1))}});
+  show({{attribut::CodActSelect, std::string(all.get(1))}});
   covered().setTopIndex(20);
   moveLeft({"Activité 125", "Activité 127"});
   EXPECT_EQ(covered().listCount(), 38);
@@ -714,7 +714,7 @@ TEST_F(ActivitiesPage, AgencyActivitiesTakeAllHoursOfAPrincipalBody) {
   user_->click(option("Opt_Semaine"));
   moveRight({"Garde"});
   EXPECT_EQ(hoursShown(), "Totalite -");
-  EXPECT_EQ(saved(51), "0");
+  EXPECT_EQ(saved(attribut::GestionExclu), "0");
 }
 
 TEST_F(ActivitiesPage, AgencyActivitiesTakeAllHoursEvenFromSundays) {
@@ -729,7 +729,7 @@ TEST_F(ActivitiesPage, AgencyActivitiesTakeAllHoursEvenFromSundays) {
 
 TEST_F(ActivitiesPage, OtherActivitiesLeaveTheHoursAsTheyAre) {
   for (const char* label : {"Aide", "Soins", "Téléassistance", "Inconnue", "Sans type"}) {
-    show({{47, ""}, {51, "2"}});
+    show({{attribut::CodActSelect, ""}, {attribut::GestionExclu, "2"}});
     moveRight({label});
     EXPECT_EQ(hoursShown(), "Semaine") << label;
   }
@@ -762,7 +762,7 @@ TEST_F(ActivitiesPage, AnotherEntityOpensTheWeekAgain) {
 }
 
 TEST_F(ActivitiesPage, OfAComplementaryBodyTheHoursAreClosedWhateverIsMoved) {
-  show({{18, "C"}, {47, ""}});
+  show({{attribut::TypeOrgChg, "C"}, {attribut::CodActSelect, ""}});
   EXPECT_FALSE(hours().enabled());
   moveRight({"Garde"});
   EXPECT_EQ(hoursShown(), "Totalite");
@@ -771,7 +771,7 @@ TEST_F(ActivitiesPage, OfAComplementaryBodyTheHoursAreClosedWhateverIsMoved) {
 }
 
 TEST_F(ActivitiesPage, TheHoursRuleFollowsTheTypeOfBody) {
-  show({{18, "C"}, {47, "010M01"}});
+  show({{attribut::TypeOrgChg, "C"}, {attribut::CodActSelect, "010M01"}});
   EXPECT_EQ(hoursShown(), "Totalite");
   user_->click(tabs(), kRegles);
   user_->click(option("Opt_TypePrincipalOrgChg"));
@@ -812,17 +812,17 @@ TEST_F(ActivitiesPage, HoursAreShownByTypeOfBodyAndAttribute) {
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(std::string(c.type) + " " + c.stored);
-    show({{18, c.type}, {51, c.stored}});
+    show({{attribut::TypeOrgChg, c.type}, {attribut::GestionExclu, c.stored}});
     EXPECT_EQ(hoursShown(), c.shown);
     EXPECT_EQ(hours().enabled(), c.open);
-    EXPECT_EQ(saved(51), c.written);
+    EXPECT_EQ(saved(attribut::GestionExclu), c.written);
   }
 }
 
 TEST_F(ActivitiesPage, StoredHoursOfTheWeekStayWithAgencyActivities) {
-  show({{47, "010M01"}, {51, "2"}});
+  show({{attribut::CodActSelect, "010M01"}, {attribut::GestionExclu, "2"}});
   EXPECT_EQ(hoursShown(), "Semaine -");
-  EXPECT_EQ(saved(51), "2");
+  EXPECT_EQ(saved(attribut::GestionExclu), "2");
 }
 
 TEST_F(ActivitiesPage, EachChoiceOfHoursIsWritten) {
@@ -830,9 +830,9 @@ TEST_F(ActivitiesPage, EachChoiceOfHoursIsWritten) {
       {"Opt_Totalite", "0"}, {"Opt_DimJF", "1"}, {"Opt_Semaine", "2"}};
   for (const char* before : {"0", "1", "2"}) {
     for (const auto& [name, written] : choices) {
-      show({{51, before}});
+      show({{attribut::GestionExclu, before}});
       user_->click(option(name));
-      EXPECT_EQ(saved(51), written);
+      EXPECT_EQ(saved(attribut::GestionExclu), written);
     }
   }
 }
@@ -842,37 +842,37 @@ TEST_F(ActivitiesPage, EntityAndActivitiesAreWrittenInTheirOrder) {
   user_->fill(entity(), "020");
   moveRight({"Repas"});
   moveRight({"Ménage"});
-  EXPECT_EQ(saved(46), "020");
-  EXPECT_EQ(attribute("001", 47), values({"020P02", "020P01"}));
+  EXPECT_EQ(saved(attribut::Entite), "020");
+  EXPECT_EQ(attribute("001", attribut::CodActSelect), values({"020P02", "020P01"}));
 }
 
 TEST_F(ActivitiesPage, WithoutActivityTheAttributeIsEmptied) {
-  show({{46, "020"}, {47, values({"020P01", "020P02"})}});
+  show({{attribut::Entite, "020"}, {attribut::CodActSelect, values({"020P01", "020P02"})}});
   moveLeft({"Ménage", "Repas"});
-  EXPECT_EQ(saved(47), "");
+  EXPECT_EQ(saved(attribut::CodActSelect), "");
 }
 
 TEST_F(ActivitiesPage, AnActivityOfAnotherEntityIsShownByItsOwnRecord) {
   showCovered({"010P01", "020P02"});
   expectCovered({"010P01", "020P02"}, {"P", "P"},
                 {"Aide ménagère        Prestataire", "Repas                Prestataire"});
-  EXPECT_EQ(saved(47), values({"010P01", "020P02"}));
+  EXPECT_EQ(saved(attribut::CodActSelect), values({"010P01", "020P02"}));
 }
 
 TEST_F(ActivitiesPage, ACodeThatNoActivityHasIsShownAsItStandsUnderTheTypeOfTheOthers) {
   showCovered({"PERDU", "010M01"});
   expectCovered({"PERDU", "010M01"}, {"M", "M"},
                 {"PERDU                Mandataire", "Garde à domicile     Mandataire"});
-  EXPECT_EQ(saved(47), values({"PERDU", "010M01"}));
+  EXPECT_EQ(saved(attribut::CodActSelect), values({"PERDU", "010M01"}));
 }
 
 TEST_F(ActivitiesPage, ACodeThatNoActivityHasIsKeptUntilItIsRemoved) {
   showCovered({"010P01", "PERDU"});
   moveRight({"Ménage"});
-  EXPECT_EQ(saved(47), values({"010P01", "PERDU", "010P02"}));
+  EXPECT_EQ(saved(attribut::CodActSelect), values({"010P01", "PERDU", "010P02"}));
   show();
   moveLeft({"PERDU"});
-  EXPECT_EQ(saved(47), values({"010P01", "010P02"}));
+  EXPECT_EQ(saved(attribut::CodActSelect), values({"010P01", "010P02"}));
 }
 
 TEST_F(ActivitiesPage, CodesThatNoActivityHasAloneHaveNoType) {
@@ -898,20 +898,20 @@ TEST_F(ActivitiesPage, MarksInOddPlacesAreKept) {
   for (const std::string& stored :
        {values({"010P01", "", "010P02", "", ""}), values({"", "010P01"}),
         values({"010P01", "010P01"}), values({"", ""})}) {
-    show({{47, stored}});
+    show({{attribut::CodActSelect, stored}});
     EXPECT_EQ(covered().listCount(), codes().listCount());
     EXPECT_EQ(covered().listCount(), types().listCount());
     control_->Ecrire_Ong6();
     control_->Ecrire_Donnees();
-    EXPECT_EQ(attribute("001", 47), stored);
+    EXPECT_EQ(attribute("001", attribut::CodActSelect), stored);
   }
 }
 
 TEST_F(ActivitiesPage, OfALabelNameOrTypeWithMarksTheFirstValueIsShown) {
   store_.put("ASSOCIATION", "040", {values({"NOM", "AUTRE"})});
   store_.put("ACTIVITES", "020P03", {values({"Bri", "colage"}), "020"});
-  store_.set("ACTIVITES", "020P03", 12, values({"P", "M"}));
-  show({{46, "040"}, {47, "020P03"}});
+  store_.set("ACTIVITES", "020P03", store::activites::TypeActivite, values({"P", "M"}));
+  show({{attribut::Entite, "040"}, {attribut::CodActSelect, "020P03"}});
   EXPECT_EQ(names().text(), "NOM");
   expectCovered({"020P03"}, {"P"}, {"Bri                  Prestataire"});
   user_->choose(names(), 3);
@@ -921,16 +921,16 @@ TEST_F(ActivitiesPage, OfALabelNameOrTypeWithMarksTheFirstValueIsShown) {
 }
 
 TEST_F(ActivitiesPage, AnEntityWithMarksIsKeptUntilItIsChanged) {
-  show({{46, values({"010", "X"})}});
+  show({{attribut::Entite, values({"010", "X"})}});
   EXPECT_EQ(entity().text(), "010X");
   EXPECT_EQ(names().text(), "");
   expectCovered({"010P01"}, {"P"}, {"Aide ménagère        Prestataire"});
   control_->Ecrire_Donnees();
-  EXPECT_EQ(attribute("001", 46), values({"010", "X"}));
+  EXPECT_EQ(attribute("001", attribut::Entite), values({"010", "X"}));
 }
 
 TEST_F(ActivitiesPage, AnUnknownEntityIsShownWithoutAWordAndCannotBeSaved) {
-  show({{46, "999"}});
+  show({{attribut::Entite, "999"}});
   expectNoBox();
   EXPECT_EQ(entity().text(), "999");
   EXPECT_EQ(names().text(), "");
@@ -946,7 +946,7 @@ TEST_F(ActivitiesPage, AnUnknownEntityIsShownWithoutAWordAndCannotBeSaved) {
 TEST_F(ActivitiesPage, ASavedRecordThatNothingChangedKeepsItsText) {
   for (const std::string& stored :
        {values({"010P01", "010P03"}), values({"010P02", "PERDU"}), std::string("020P02")}) {
-    show({{47, stored}, {51, "2"}});
+    show({{attribut::CodActSelect, stored}, {attribut::GestionExclu, "2"}});
     const std::string before = store_.record("ORGPRISECHARGE", "001").text();
     press("Cmd_OK");
     expectNoBox();
@@ -963,9 +963,10 @@ TEST_F(ActivitiesPage, ShowingABodyReadsItsActivitiesOnce) {
 }
 
 TEST_F(ActivitiesPage, NothingIsLeftOfTheBodyBefore) {
-  for (const int number : {46, 47, 51}) store_.set("ORGPRISECHARGE", "002", number, "");
-  store_.set("ORGPRISECHARGE", "002", 18, "P");
-  show({{47, "010M01"}});
+  for (const int number : {attribut::Entite, attribut::CodActSelect, attribut::GestionExclu})
+    store_.set("ORGPRISECHARGE", "002", number, "");
+  store_.set("ORGPRISECHARGE", "002", attribut::TypeOrgChg, "P");
+  show({{attribut::CodActSelect, "010M01"}});
   user_->open(names());
   select(possible(), {"Aide"});
   user_->fill(code(), "002");
@@ -1002,7 +1003,7 @@ TEST_F(ActivitiesPage, TheHostCanHaveThePageShownAndWritten) {
 }
 
 TEST_F(ActivitiesPage, ACreationStartsWithAllHoursAndNoEntity) {
-  show({{18, "C"}, {47, "010P01"}});
+  show({{attribut::TypeOrgChg, "C"}, {attribut::CodActSelect, "010P01"}});
   EXPECT_FALSE(hours().enabled());
   press("Cmd_Annuler");
   press("Cmd_Ajouter");
@@ -1024,9 +1025,9 @@ TEST_F(ActivitiesPage, ANewBodyIsWrittenAsItWasEntered) {
   user_->click(option("Opt_DimJF"));
   press("Cmd_OK");
   expectNoBox();
-  EXPECT_EQ(attribute("004", 46), "010");
-  EXPECT_EQ(attribute("004", 47), values({"010P01", "010P02"}));
-  EXPECT_EQ(attribute("004", 51), "1");
+  EXPECT_EQ(attribute("004", attribut::Entite), "010");
+  EXPECT_EQ(attribute("004", attribut::CodActSelect), values({"010P01", "010P02"}));
+  EXPECT_EQ(attribute("004", attribut::GestionExclu), "1");
 }
 
 }  // namespace

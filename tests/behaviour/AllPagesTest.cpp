@@ -32,7 +32,7 @@ class AllPages : public ControlTest {
  protected:
   AllPages() {
     fillThreeBodies(store_);
-    store_.set("COMPTEUR", "999", 15, "O");
+    store_.set("COMPTEUR", "999", store::compteur::InterfaceComptable, "O");
     store_.put("PARAMBORDORGCHG", "3", {"Adresse", "100"});
     store_.put("ASSOCIATION", "020", {"AUTRE VAL"});
     addActivity("010P02", "Garde de nuit", "P", "SAAD");
@@ -44,10 +44,10 @@ class AllPages : public ControlTest {
                  {"COMPTE " + std::string(account).substr(0, 3)});
     }
     for (const char* body : {"001", "002", "003"}) {
-      store_.set("ORGPRISECHARGE", body, 22, "4110000000");
-      store_.set("ORGPRISECHARGE", body, 23, "7060000000");
-      store_.set("ORGPRISECHARGE", body, 25, "21186");
-      store_.set("ORGPRISECHARGE", body, 26, "2305");
+      store_.set("ORGPRISECHARGE", body, attribut::DebitOrgChg, "4110000000");
+      store_.set("ORGPRISECHARGE", body, attribut::CreditOrgChg, "7060000000");
+      store_.set("ORGPRISECHARGE", body, attribut::DateRembOrgChg, "21186");
+      store_.set("ORGPRISECHARGE", body, attribut::TxRembOrgChg, "2305");
     }
     start();
   }
@@ -124,8 +124,11 @@ class WrongPages : public AllPages {
   void wrongBody(std::string_view id) {
     store_.put("ORGPRISECHARGE", id, store::DynamicArray());
     const std::vector<std::pair<int, const char*>> wrong{
-        {4, "12"},     {18, "C"},    {19, "3"}, {20, "9"}, {24, "M"},
-        {25, "21186"}, {26, "2305"}, {45, "M"}, {50, "1"}, {59, "Aide"}};
+        {attribut::AdrNumero, "12"},      {attribut::TypeOrgChg, "C"},
+        {attribut::PlafondOrg, "3"},      {attribut::RenouvOrgChg, "9"},
+        {attribut::AttribOrgChg, "M"},    {attribut::DateRembOrgChg, "21186"},
+        {attribut::TxRembOrgChg, "2305"}, {attribut::TypeBordOrgChg, "M"},
+        {attribut::IncidCompta, "1"},     {attribut::DesFacture, "Aide"}};
     for (const auto& [attribute, text] : wrong) {
       store_.set("ORGPRISECHARGE", id, attribute, text);
     }
@@ -199,19 +202,19 @@ class WrongPages : public AllPages {
   }
   // What the user has entered while mending, whatever the body had before.
   void expectMended(std::string_view id) {
-    const std::map<int, std::string> mended{{1, "FAUX"},
-                                            {2, "Organisme faux"},
-                                            {17, "T"},
-                                            {18, "P"},
-                                            {20, "2"},
-                                            {22, "4110000000"},
-                                            {23, "7060000000"},
-                                            {24, "H"},
-                                            {45, "I"},
-                                            {46, "010"},
-                                            {47, "010P01"},
-                                            {50, "0"},
-                                            {61, "3" + kValue + "1"}};
+    const std::map<int, std::string> mended{{attribut::SigleOrgChg, "FAUX"},
+                                            {attribut::RaisonOrgChg, "Organisme faux"},
+                                            {attribut::PeriodFactOrgChg, "T"},
+                                            {attribut::TypeOrgChg, "P"},
+                                            {attribut::RenouvOrgChg, "2"},
+                                            {attribut::DebitOrgChg, "4110000000"},
+                                            {attribut::CreditOrgChg, "7060000000"},
+                                            {attribut::AttribOrgChg, "H"},
+                                            {attribut::TypeBordOrgChg, "I"},
+                                            {attribut::Entite, "010"},
+                                            {attribut::CodActSelect, "010P01"},
+                                            {attribut::IncidCompta, "0"},
+                                            {attribut::ParamSelecOrgChg, "3" + kValue + "1"}};
     for (const auto& [attribute, text] : mended) {
       EXPECT_EQ(body(id).get(attribute), text) << attribute;
     }
@@ -235,10 +238,10 @@ TEST_F(WrongPages, ABodyIsRefusedPageAfterPageAndSavedOnceAllAreMended) {
   EXPECT_EQ(state(), kEmpty);
   EXPECT_EQ(store_.calls(CallKind::DBWrite).size(), 1U);
   expectMended("004");
-  EXPECT_EQ(attribute("004", 4), "12");
-  EXPECT_EQ(attribute("004", 19), "3");
-  EXPECT_EQ(attribute("004", 26), "2305");
-  EXPECT_EQ(attribute("004", 59), "Aide");
+  EXPECT_EQ(attribute("004", attribut::AdrNumero), "12");
+  EXPECT_EQ(attribute("004", attribut::PlafondOrg), "3");
+  EXPECT_EQ(attribute("004", attribut::TxRembOrgChg), "2305");
+  EXPECT_EQ(attribute("004", attribut::DesFacture), "Aide");
 }
 
 TEST_F(WrongPages, ACreationIsRefusedPageAfterPageAndDrawsItsCodeOnce) {
@@ -258,7 +261,7 @@ TEST_F(WrongPages, ACreationIsRefusedPageAfterPageAndDrawsItsCodeOnce) {
   mendActivities();
   mendAccounts();
   mendAttribution();
-  EXPECT_EQ(store_.record("COMPTEUR", "999").get(10), "003");
+  EXPECT_EQ(store_.record("COMPTEUR", "999").get(store::compteur::DernierOrgChg), "003");
   store_.forgetCalls();
   press("Cmd_OK");
   expectNoBox();
@@ -267,7 +270,7 @@ TEST_F(WrongPages, ACreationIsRefusedPageAfterPageAndDrawsItsCodeOnce) {
   ASSERT_EQ(writes.size(), 2U);
   EXPECT_EQ(writes[0].told(), "DBWrite COMPTEUR 999");
   EXPECT_EQ(writes[1].told(), "DBWrite ORGPRISECHARGE 004");
-  EXPECT_EQ(store_.record("COMPTEUR", "999").get(10), "004");
+  EXPECT_EQ(store_.record("COMPTEUR", "999").get(store::compteur::DernierOrgChg), "004");
   EXPECT_EQ(store_.ids("ORGPRISECHARGE").size(), 4U);
   expectMended("004");
 }
@@ -284,7 +287,7 @@ TEST_F(WrongPages, AFailingCheckKeepsTheLaterPagesFromBeingChecked) {
 }
 
 TEST_F(WrongPages, AFailingCheckOfTheLastPageWritesNothing) {
-  store_.set("ORGPRISECHARGE", "001", 47, "010P01" + kValue + "010P03");
+  store_.set("ORGPRISECHARGE", "001", attribut::CodActSelect, "010P01" + kValue + "010P03");
   const std::string before = body("001").text();
   lookUp("001");
   fill("Txt_Ville", "Lyon");
@@ -375,8 +378,8 @@ TEST_F(GuardedBody, IsSavedWithAllElseOnceItsTypeIsBack) {
   click("Opt_TypePrincipalOrgChg");
   press("Cmd_OK");
   expectNoBox();
-  EXPECT_EQ(attribute("001", 18), "P");
-  EXPECT_EQ(attribute("001", 22), "4120000000");
+  EXPECT_EQ(attribute("001", attribut::TypeOrgChg), "P");
+  EXPECT_EQ(attribute("001", attribut::DebitOrgChg), "4120000000");
 }
 
 TEST_F(GuardedBody, TheNextBodyIsNotGuarded) {
@@ -388,8 +391,8 @@ TEST_F(GuardedBody, TheNextBodyIsNotGuarded) {
   click("Opt_PlafMensOrgChg");
   press("Cmd_OK");
   expectNoBox();
-  EXPECT_EQ(attribute("002", 19), "2");
-  EXPECT_EQ(attribute("001", 18), "P");
+  EXPECT_EQ(attribute("002", attribut::PlafondOrg), "2");
+  EXPECT_EQ(attribute("001", attribut::TypeOrgChg), "P");
 }
 
 // --- A whole body --------------------------------------------------------------------------------
@@ -473,55 +476,56 @@ TEST_F(WholeBody, IsSavedAndShownAgainAsItWasEntered) {
   const Snapshot entered = screen();
   press("Cmd_OK");
   expectNoBox();
-  const std::map<int, std::string> expected{{1, "ENTIER"},
-                                            {2, "Organisme entier"},
-                                            {3, "Bât. A"},
-                                            {4, "12"},
-                                            {5, "R"},
-                                            {6, "des Lilas"},
-                                            {7, "Le Bourg"},
-                                            {8, "63000"},
-                                            {9, "Clermont"},
-                                            {10, "0400000001"},
-                                            {11, "0400000002"},
-                                            {12, "a@b.example"},
-                                            {15, "Mme Dossier"},
-                                            {16, "M. Facture"},
-                                            {17, "F"},
-                                            {18, "P"},
-                                            {19, "1"},
-                                            {20, "3"},
-                                            {21, "RI" + kValue + "AI"},
-                                            {22, "4120000000"},
-                                            {23, "7060000000"},
-                                            {24, "H"},
-                                            {25, "21186"},
-                                            {26, "2000"},
-                                            {27, "2500"},
-                                            {28, "1500"},
-                                            {41, "M"},
-                                            {42, "0"},
-                                            {43, "MU"},
-                                            {44, "1"},
-                                            {45, "R"},
-                                            {46, "010"},
-                                            {47, "010P01" + kValue + "010P02"},
-                                            {48, "4"},
-                                            {49, "123456"},
-                                            {50, "0"},
-                                            {51, "1"},
-                                            {52, "1"},
-                                            {53, "0"},
-                                            {54, "7060000000"},
-                                            {55, "0"},
-                                            {56, "7580000000"},
-                                            {57, "1"},
-                                            {58, "TH1"},
-                                            {61, "1" + kValue + "2"},
-                                            {62, "6" + kValue + "3"}};
+  const std::map<int, std::string> expected{{attribut::SigleOrgChg, "ENTIER"},
+                                            {attribut::RaisonOrgChg, "Organisme entier"},
+                                            {attribut::AdrComplement, "Bât. A"},
+                                            {attribut::AdrNumero, "12"},
+                                            {attribut::AdrNatureVoie, "R"},
+                                            {attribut::AdrVoie, "des Lilas"},
+                                            {attribut::AdrLocalite, "Le Bourg"},
+                                            {attribut::AdrCodePostal, "63000"},
+                                            {attribut::AdrVille, "Clermont"},
+                                            {attribut::AdrTelephone, "0400000001"},
+                                            {attribut::AdrFax, "0400000002"},
+                                            {attribut::AdrMail, "a@b.example"},
+                                            {attribut::InterlocDossOrgChg, "Mme Dossier"},
+                                            {attribut::InterlocFactOrgChg, "M. Facture"},
+                                            {attribut::PeriodFactOrgChg, "F"},
+                                            {attribut::TypeOrgChg, "P"},
+                                            {attribut::PlafondOrg, "1"},
+                                            {attribut::RenouvOrgChg, "3"},
+                                            {attribut::PieceRenouOrgChg, "RI" + kValue + "AI"},
+                                            {attribut::DebitOrgChg, "4120000000"},
+                                            {attribut::CreditOrgChg, "7060000000"},
+                                            {attribut::AttribOrgChg, "H"},
+                                            {attribut::DateRembOrgChg, "21186"},
+                                            {attribut::TxRembOrgChg, "2000"},
+                                            {attribut::TxRembMajOrgChg, "2500"},
+                                            {attribut::PrestServOrgChg, "1500"},
+                                            {attribut::GestPartBenef, "M"},
+                                            {attribut::Abonnement, "0"},
+                                            {attribut::StatsOrgChg, "MU"},
+                                            {attribut::DemAccordOrgChg, "1"},
+                                            {attribut::TypeBordOrgChg, "R"},
+                                            {attribut::Entite, "010"},
+                                            {attribut::CodActSelect, "010P01" + kValue + "010P02"},
+                                            {attribut::NbExemplOrgChg, "4"},
+                                            {attribut::IdentMagnetOrgChg, "123456"},
+                                            {attribut::IncidCompta, "0"},
+                                            {attribut::GestionExclu, "1"},
+                                            {attribut::LettresInfo, "1"},
+                                            {attribut::AjusTarif, "0"},
+                                            {attribut::CptPrestationService, "7060000000"},
+                                            {attribut::CoutGlobal, "0"},
+                                            {attribut::CpteProdAide, "7580000000"},
+                                            {attribut::FactAnticip, "1"},
+                                            {attribut::CodeThesaurus, "TH1"},
+                                            {attribut::ParamSelecOrgChg, "1" + kValue + "2"},
+                                            {attribut::ParamTriSelect, "6" + kValue + "3"}};
   store::DynamicArray whole;
   for (const auto& [attribute, text] : expected) whole.set(attribute, text);
-  for (int i = 1; i <= 62; ++i) EXPECT_EQ(body("004").get(i), whole.get(i)) << "attribute " << i;
+  for (int i = 1; i <= attribut::Dernier; ++i)
+    EXPECT_EQ(body("004").get(i), whole.get(i)) << "attribute " << i;
   EXPECT_EQ(body("004").text(), whole.text());
 
   lookUp("004");
@@ -587,13 +591,20 @@ TEST_F(WholeBody, OfTheSameTextsAsAnOddOneKeepsNoneOfItsMarks) {
   press("Cmd_OK");
   expectNoBox();
   const std::vector<std::pair<int, const char*>> typed{
-      {2, "Organisme entier"}, {22, "4120000000"}, {23, "7060000000"}, {46, "010"}, {48, "4"},
-      {49, "123456"},          {54, "7060000000"}, {56, "7580000000"}, {58, "TH1"}};
+      {attribut::RaisonOrgChg, "Organisme entier"},
+      {attribut::DebitOrgChg, "4120000000"},
+      {attribut::CreditOrgChg, "7060000000"},
+      {attribut::Entite, "010"},
+      {attribut::NbExemplOrgChg, "4"},
+      {attribut::IdentMagnetOrgChg, "123456"},
+      {attribut::CptPrestationService, "7060000000"},
+      {attribut::CpteProdAide, "7580000000"},
+      {attribut::CodeThesaurus, "TH1"}};
   for (const auto& [number, text] : typed) EXPECT_EQ(attribute("004", number), text) << number;
 }
 
 TEST_F(AllPages, TheEntityOfTheBodyBeforeGivesItsChartToNoOther) {
-  store_.set("ORGPRISECHARGE", "002", 46, "777");
+  store_.set("ORGPRISECHARGE", "002", attribut::Entite, "777");
   lookUp("001");
   lookUp("002");
   expectNoBox();
@@ -614,14 +625,14 @@ TEST_F(AllPages, TheEntityOfTheBodyBeforeGivesItsChartToNoOther) {
 class LeavingAllPages : public AllPages {
  protected:
   LeavingAllPages() {
-    store_.set("ORGPRISECHARGE", "001", 21, "AI");
-    store_.set("ORGPRISECHARGE", "001", 43, "CD");
-    store_.set("ORGPRISECHARGE", "001", 54, "7060000000");
-    store_.set("ORGPRISECHARGE", "001", 56, "7580000000");
-    store_.set("ORGPRISECHARGE", "001", 58, "TH1");
-    store_.set("ORGPRISECHARGE", "001", 49, "123456");
-    store_.set("ORGPRISECHARGE", "001", 61, "1" + kValue + "2");
-    store_.set("ORGPRISECHARGE", "001", 62, "3");
+    store_.set("ORGPRISECHARGE", "001", attribut::PieceRenouOrgChg, "AI");
+    store_.set("ORGPRISECHARGE", "001", attribut::StatsOrgChg, "CD");
+    store_.set("ORGPRISECHARGE", "001", attribut::CptPrestationService, "7060000000");
+    store_.set("ORGPRISECHARGE", "001", attribut::CpteProdAide, "7580000000");
+    store_.set("ORGPRISECHARGE", "001", attribut::CodeThesaurus, "TH1");
+    store_.set("ORGPRISECHARGE", "001", attribut::IdentMagnetOrgChg, "123456");
+    store_.set("ORGPRISECHARGE", "001", attribut::ParamSelecOrgChg, "1" + kValue + "2");
+    store_.set("ORGPRISECHARGE", "001", attribut::ParamTriSelect, "3");
     lookUp("001");
   }
   void expectQuestion() {
@@ -700,14 +711,14 @@ TEST_F(LeavingAllPages, AsksAboutEveryChoiceAndOnlyWhileItIsAnotherOne) {
 }
 
 TEST_F(LeavingAllPages, AsksAboutAnticipatedBillingWithItsRequests) {
-  store_.set("ORGPRISECHARGE", "001", 44, "1");
+  store_.set("ORGPRISECHARGE", "001", attribut::DemAccordOrgChg, "1");
   lookUp("002");
   lookUp("001");
   expectChoiceAsked("Cac_FactAnticip", 'G', "Cac_FactAnticip");
 }
 
 TEST_F(LeavingAllPages, AsksAboutAmountsOfAComplementaryBody) {
-  store_.set("ORGPRISECHARGE", "001", 18, "C");
+  store_.set("ORGPRISECHARGE", "001", attribut::TypeOrgChg, "C");
   lookUp("002");
   lookUp("001");
   expectChoiceAsked("Opt_MontantOrgChg", 'P', "Opt_HeureOrgChg");
@@ -786,8 +797,8 @@ TEST_F(LeavingAllPages, WithYesChecksAndSavesAllPages) {
   desktop_.answer(Answer::Yes);
   press("Cmd_Sortir");
   EXPECT_TRUE(control_->W_Sortir());
-  EXPECT_EQ(attribute("001", 9), "Lyon");
-  EXPECT_EQ(attribute("001", 17), "T");
+  EXPECT_EQ(attribute("001", attribut::AdrVille), "Lyon");
+  EXPECT_EQ(attribute("001", attribut::PeriodFactOrgChg), "T");
 }
 
 // --- Deletion ------------------------------------------------------------------------------------
@@ -823,8 +834,8 @@ TEST_F(AllPages, ARefusedDeletionKeepsWhatWasTypedOnAllPages) {
             "Des accords sont créés pour cet organisme. Suppression impossible.");
   EXPECT_EQ(difference(before, screen()), "");
   press("Cmd_OK");
-  EXPECT_EQ(attribute("001", 9), "Lyon");
-  EXPECT_EQ(attribute("001", 20), "5");
+  EXPECT_EQ(attribute("001", attribut::AdrVille), "Lyon");
+  EXPECT_EQ(attribute("001", attribut::RenouvOrgChg), "5");
 }
 
 // --- Host, and users who may only look
@@ -901,7 +912,7 @@ TEST_F(AllPages, AreLeftWithoutAQuestionByAUserWhoMayOnlyLook) {
 
 TEST_F(AllPages, AreAsEmptyAfterASecondInitAsAfterACancel) {
   for (const char* flag : {"", "O"}) {
-    store_.set("COMPTEUR", "999", 15, flag);
+    store_.set("COMPTEUR", "999", store::compteur::InterfaceComptable, flag);
     control_->Init();
     const Snapshot started = screen();
     lookUp("001");

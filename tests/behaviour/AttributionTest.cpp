@@ -23,10 +23,10 @@ class Attribution : public ControlTest {
   // Body 001 as its record tells: type "P", "C" or ""; letter of its activity, "" for none; "H",
   // "M" or anything else in attribute 24.
   void show(std::string_view type, std::string_view activity, std::string_view attribution) {
-    store_.set("ORGPRISECHARGE", "001", 18, type);
-    store_.set("ORGPRISECHARGE", "001", 47,
+    store_.set("ORGPRISECHARGE", "001", attribut::TypeOrgChg, type);
+    store_.set("ORGPRISECHARGE", "001", attribut::CodActSelect,
                activity.empty() ? "" : "010" + std::string(activity) + "01");
-    store_.set("ORGPRISECHARGE", "001", 24, attribution);
+    store_.set("ORGPRISECHARGE", "001", attribut::AttribOrgChg, attribution);
     start();
     lookUp("001");
     EXPECT_TRUE(user_->click(tabs(), 2));
@@ -83,8 +83,8 @@ TEST_F(Attribution, ThatWasNotChosenShowsNeitherOption) {
 }
 
 TEST_F(Attribution, OfTheBodyBeforeIsNotLeft) {
-  store_.set("ORGPRISECHARGE", "002", 24, "");
-  store_.set("ORGPRISECHARGE", "003", 24, "H");
+  store_.set("ORGPRISECHARGE", "002", attribut::AttribOrgChg, "");
+  store_.set("ORGPRISECHARGE", "003", attribut::AttribOrgChg, "H");
   show("C", "P", "H");
   chooseAmount();
   expectEditors(false);
@@ -256,7 +256,7 @@ TEST_F(Attribution, InHoursIsWritten) {
   chooseHours();
   press("Cmd_OK");
   expectNoBox();
-  EXPECT_EQ(attribute("001", 24), "H");
+  EXPECT_EQ(attribute("001", attribut::AttribOrgChg), "H");
 }
 
 TEST_F(Attribution, InAmountIsWritten) {
@@ -264,7 +264,7 @@ TEST_F(Attribution, InAmountIsWritten) {
   chooseAmount();
   press("Cmd_OK");
   expectNoBox();
-  EXPECT_EQ(attribute("001", 24), "M");
+  EXPECT_EQ(attribute("001", attribut::AttribOrgChg), "M");
 }
 
 TEST_F(Attribution, ARefusedAmountWritesHours) {
@@ -273,7 +273,7 @@ TEST_F(Attribution, ARefusedAmountWritesHours) {
   expectBox(kRefus, Icon::Exclamation);
   press("Cmd_OK");
   expectNoBox();
-  EXPECT_EQ(attribute("001", 24), "H");
+  EXPECT_EQ(attribute("001", attribut::AttribOrgChg), "H");
 }
 
 TEST_F(Attribution, ThatWasNotChosenIsAskedForAndStaysAsItWas) {
@@ -287,7 +287,7 @@ TEST_F(Attribution, ThatWasNotChosenIsAskedForAndStaysAsItWas) {
     expectBox("L'attribution des notifications d'accord est obligatoire.", Icon::Exclamation);
     EXPECT_EQ(tabs().tab(), 2);
     EXPECT_TRUE(store_.calls(CallKind::DBWrite).empty());
-    EXPECT_EQ(attribute("001", 24), attribution);
+    EXPECT_EQ(attribute("001", attribut::AttribOrgChg), attribution);
   }
 }
 
@@ -302,7 +302,7 @@ TEST_F(Attribution, IsWrittenIntoANewBody) {
   chooseAmount();
   press("Cmd_OK");
   expectNoBox();
-  EXPECT_EQ(attribute("004", 24), "M");
+  EXPECT_EQ(attribute("004", attribut::AttribOrgChg), "M");
 }
 
 }  // namespace

@@ -11,7 +11,6 @@
 namespace behaviour {
 namespace {
 
-namespace attribut = store::orgprisecharge;
 using store::DynamicArray;
 
 constexpr const char* kBody = "001";
@@ -128,7 +127,7 @@ TEST_P(OddText, IsShownLeftAndSavedInEveryAttribute) {
   store_.set("COMPTEUR", "999", store::compteur::InterfaceComptable, "O");
   start();
   original_ = body();
-  for (int attribute = 1; attribute <= 62; ++attribute) expectOddBody(attribute);
+  for (int attribute = 1; attribute <= attribut::Dernier; ++attribute) expectOddBody(attribute);
   EXPECT_GT(saved_, 50);
 }
 
@@ -156,7 +155,7 @@ TEST_F(BadInput, OddTextsInAllAttributesAtOnceAreShownAndLeft) {
   start();
   for (const char* text : {"|", "X|Y", "\xFF", "\"", "]"}) {
     DynamicArray odd;
-    for (int i = 1; i <= 62; ++i) odd.set(i, marked(text));
+    for (int i = 1; i <= attribut::Dernier; ++i) odd.set(i, marked(text));
     store_.put("ORGPRISECHARGE", kBody, odd);
     expectShown();
     expectLeftWithoutAQuestion();
@@ -246,7 +245,7 @@ TEST_F(BadTables, WithoutTheCounterRecordThereAreNoAccountsAndTheFirstFreeCodeIs
   EXPECT_FALSE(box("Txt_DebitOrgChg").enabled());
   beginCreation();
   EXPECT_TRUE(press("Cmd_OK"));
-  EXPECT_EQ(attribute("004", 1), "NEUF");
+  EXPECT_EQ(attribute("004", attribut::SigleOrgChg), "NEUF");
 }
 
 // --- Chart of accounts, entity, activities -------------------------------------------------------
@@ -348,8 +347,8 @@ TEST_F(BadFiles, ActivitiesOfUnknownTypesAndWithoutLabelsAreKept) {
   for (const char* type : {"", "Z", "é", "PM", "P|M", "\xFF"}) {
     SCOPED_TRACE(type);
     DynamicArray activity;
-    activity.set(2, "010");
-    activity.set(12, marked(type));
+    activity.set(store::activites::CodAssoActivite, "010");
+    activity.set(store::activites::TypeActivite, marked(type));
     store_.put("ACTIVITES", "010P01", activity);
     start();
     expectKept();

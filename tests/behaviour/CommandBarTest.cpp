@@ -58,7 +58,7 @@ TEST_F(States, EmptyAfterADeletion) {
 }
 
 TEST_F(States, ExistingAgainAfterAnotherLookUpFromARefusedAcronym) {
-  store_.set("ORGPRISECHARGE", "002", 1, "");
+  store_.set("ORGPRISECHARGE", "002", attribut::SigleOrgChg, "");
   lookUp("002");
   press("Cmd_OK");
   lookUp("001");
@@ -74,7 +74,7 @@ TEST_F(States, StaysEmptyWhenTheHostChecksAPage) {
 }
 
 TEST_F(States, ExistingAgainWhenTheHostShowsTheRecordAfterARefusedAcronym) {
-  store_.set("ORGPRISECHARGE", "002", 1, "");
+  store_.set("ORGPRISECHARGE", "002", attribut::SigleOrgChg, "");
   lookUp("002");
   press("Cmd_OK");
   EXPECT_TRUE(box("Txt_SigleOrgChg").visible());
@@ -111,7 +111,7 @@ TEST_F(Cancel, OfABodyAsksNothingAndWritesNothing) {
   EXPECT_EQ(code().text(), "");
   EXPECT_EQ(box("Txt_RaisonOrgChg").text(), "");
   EXPECT_TRUE(code().hasFocus());
-  EXPECT_EQ(attribute("001", 2), "Domus Mutuelle");
+  EXPECT_EQ(attribute("001", attribut::RaisonOrgChg), "Domus Mutuelle");
 }
 
 TEST_F(Cancel, ShowsTheHourglassWhileEventsRun) {
@@ -145,7 +145,7 @@ TEST_F(Cancel, OfACreationShowsTheHourglassOnceItIsConfirmed) {
 
 TEST_F(Cancel, OfABodyWhoseAcronymWasRefusedBringsTheLookUpBack) {
   lookUp("001");
-  store_.set("ORGPRISECHARGE", "002", 1, "");
+  store_.set("ORGPRISECHARGE", "002", attribut::SigleOrgChg, "");
   lookUp("002");
   user_->fill(box("Txt_RaisonOrgChg"), "Perdu");
   press("Cmd_OK");
@@ -174,8 +174,8 @@ TEST_F(Cancel, OfARefusedCreationLeavesTheNextOneClean) {
   beginCreation("AUTRE", "Autre organisme");
   EXPECT_EQ(box("Txt_Ville").text(), "");
   press("Cmd_OK");
-  EXPECT_EQ(attribute("004", 1), "AUTRE");
-  EXPECT_EQ(attribute("004", 9), "");
+  EXPECT_EQ(attribute("004", attribut::SigleOrgChg), "AUTRE");
+  EXPECT_EQ(attribute("004", attribut::AdrVille), "");
 }
 
 TEST_F(Cancel, OfARefusedCreationAnsweredNoKeepsTextsAndFocus) {
@@ -218,7 +218,7 @@ TEST_F(Cancel, AnsweredNoChangesNothingAtAll) {
   EXPECT_EQ(box("Txt_Ville").text(), "Lyon");
   EXPECT_EQ(button("Cmd_NouveauBareme").caption(), "Annuler barème");
   press("Cmd_OK");
-  EXPECT_EQ(attribute("004", 9), "Lyon");
+  EXPECT_EQ(attribute("004", attribut::AdrVille), "Lyon");
 }
 
 TEST_F(Cancel, ResetsTheCaptionOfTheScaleButton) {
@@ -392,7 +392,7 @@ TEST_F(LeavingByCode, NoLeavesWithoutSaving) {
   press("Cmd_Sortir");
   EXPECT_TRUE(control_->W_Sortir());
   expectNothingWritten();
-  EXPECT_EQ(attribute("001", 2), "Domus Mutuelle");
+  EXPECT_EQ(attribute("001", attribut::RaisonOrgChg), "Domus Mutuelle");
 }
 
 TEST_F(LeavingByCode, YesSavesAndLeavesWithoutRefillingTheList) {
@@ -400,7 +400,7 @@ TEST_F(LeavingByCode, YesSavesAndLeavesWithoutRefillingTheList) {
   desktop_.answer(Answer::Yes);
   press("Cmd_Sortir");
   EXPECT_TRUE(control_->W_Sortir());
-  EXPECT_EQ(attribute("001", 2), "Domus");
+  EXPECT_EQ(attribute("001", attribut::RaisonOrgChg), "Domus");
   EXPECT_EQ(store_.told().back(), "DBWrite ORGPRISECHARGE 001");
   EXPECT_TRUE(store_.calls(CallKind::ExecuteSentence).empty());
   EXPECT_EQ(code().text(), "");
@@ -419,7 +419,7 @@ TEST_F(LeavingByCode, YesRunsTheChecks) {
   expectNothingWritten();
   user_->type("Retour");
   press("Cmd_OK");
-  EXPECT_EQ(attribute("001", 2), "Retour");
+  EXPECT_EQ(attribute("001", attribut::RaisonOrgChg), "Retour");
 }
 
 TEST_F(LeavingByCode, TheCheckOfTheWritesBeforeTheQuestionIsOff) {
@@ -436,12 +436,12 @@ TEST_F(LeavingByCode, WithTheCodeErasedStillAsksForTheBodyInHand) {
   desktop_.answer(Answer::Yes);
   press("Cmd_Sortir");
   EXPECT_TRUE(control_->W_Sortir());
-  EXPECT_EQ(attribute("001", 2), "Domus");
+  EXPECT_EQ(attribute("001", attribut::RaisonOrgChg), "Domus");
 }
 
 TEST_F(LeavingByCode, TrailingEmptyAttributesAreNoChange) {
   store::DynamicArray record = store_.record("ORGPRISECHARGE", "002");
-  record.set(62, "");
+  record.set(attribut::ParamTriSelect, "");
   store_.put("ORGPRISECHARGE", "002", record);
   lookUp("002");
   press("Cmd_Sortir");
@@ -478,7 +478,7 @@ TEST_F(LeavingByCode, AFailingSaveEndsWithTheErrorAndStays) {
   EXPECT_EQ(state(), kExisting);
   store_.stopFailing();
   press("Cmd_OK");
-  EXPECT_EQ(attribute("001", 2), "Domus");
+  EXPECT_EQ(attribute("001", attribut::RaisonOrgChg), "Domus");
 }
 
 }  // namespace

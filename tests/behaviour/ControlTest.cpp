@@ -42,7 +42,7 @@ void fillTables(testing_support::MemoryStore& store) {
             {"Pièces", "AI" + mark + "RI", "Avis d'imposition" + mark + "Relevé d'identité"});
   store.put("TABLES", "STATORGCHG",
             {"Statistiques", "CD" + mark + "MU", "Conseil départemental" + mark + "Mutuelle"});
-  store.set("COMPTEUR", "999", 10, "003");
+  store.set("COMPTEUR", "999", store::compteur::DernierOrgChg, "003");
   store.put("PARAMBORDORGCHG", "1", {"Nom", "30"});
   store.put("PARAMBORDORGCHG", "2", {"Heures", "8"});
   store.put("ASSOCIATION", "010", {"AIDE DU VAL"});
@@ -54,10 +54,18 @@ void fillTables(testing_support::MemoryStore& store) {
 
 void completeBody(testing_support::MemoryStore& store, std::string_view code) {
   const std::vector<std::pair<int, const char*>> rules{
-      {17, "M"},    {18, "P"},    {19, "3"},    {20, "0"},      {24, "H"}, {25, "21186"},
-      {26, "2000"}, {27, "2500"}, {28, "1500"}, {40, "R"},      {41, "M"}, {42, "0"},
-      {44, "0"},    {45, "I"},    {46, "010"},  {47, "010P01"}, {48, "1"}, {50, "0"},
-      {51, "0"},    {53, "0"},    {55, "0"},    {57, "0"},      {61, "1"}};
+      {attribut::PeriodFactOrgChg, "M"},   {attribut::TypeOrgChg, "P"},
+      {attribut::PlafondOrg, "3"},         {attribut::RenouvOrgChg, "0"},
+      {attribut::AttribOrgChg, "H"},       {attribut::DateRembOrgChg, "21186"},
+      {attribut::TxRembOrgChg, "2000"},    {attribut::TxRembMajOrgChg, "2500"},
+      {attribut::PrestServOrgChg, "1500"}, {attribut::Bareme, "R"},
+      {attribut::GestPartBenef, "M"},      {attribut::Abonnement, "0"},
+      {attribut::DemAccordOrgChg, "0"},    {attribut::TypeBordOrgChg, "I"},
+      {attribut::Entite, "010"},           {attribut::CodActSelect, "010P01"},
+      {attribut::NbExemplOrgChg, "1"},     {attribut::IncidCompta, "0"},
+      {attribut::GestionExclu, "0"},       {attribut::AjusTarif, "0"},
+      {attribut::CoutGlobal, "0"},         {attribut::FactAnticip, "0"},
+      {attribut::ParamSelecOrgChg, "1"}};
   for (const auto& [attribute, text] : rules) store.set("ORGPRISECHARGE", code, attribute, text);
 }
 

@@ -11,12 +11,15 @@
 #include <vector>
 
 #include "control/Ctr_OrgPriseCharge.h"
+#include "store/Layouts.h"
 #include "tests/support/MemoryStore.h"
 #include "tests/support/Same.h"
 #include "tests/support/TestDesktop.h"
 #include "toolkit/headless/User.h"
 
 namespace behaviour {
+
+namespace attribut = store::orgprisecharge;
 
 using testing_support::called;
 using testing_support::CallKind;
@@ -65,6 +68,10 @@ using Lines = std::vector<std::string>;
 
 // The texts as the values of one attribute.
 std::string values(const Lines& texts);
+// Attributes of an address that no page shows.
+constexpr bool keptFree(int attribute) {
+  return attribute > attribut::AdrMail && attribute <= store::adresse::Dernier;
+}
 // An attribute written with bars in the place of value marks.
 std::string marked(std::string text);
 // A line a call.

@@ -21,7 +21,7 @@ class CoveragePage : public Coverage {
     store_.set("ORGPRISECHARGE", "001", attribute, text);
   }
   // The body's activity works as an agency does.
-  void makeAgency() { store_.set("ACTIVITES", "010P01", 12, "M"); }
+  void makeAgency() { store_.set("ACTIVITES", "010P01", store::activites::TypeActivite, "M"); }
   void expectEditors(bool open) {
     for (const char* name :
          {"Cdr_TauxOrgChg", "Cdr_AbatOrgChg", "Cmd_AjoutTaux", "Cmd_AjoutAbat"}) {
@@ -33,15 +33,15 @@ class CoveragePage : public Coverage {
 // Showing -----------------------------------------------------------------------------------------
 
 TEST_F(CoveragePage, ShowsTheInvoiceOptions) {
-  set(59, "Aide à domicile");
-  set(53, "1");
-  set(55, "0");
+  set(attribut::DesFacture, "Aide à domicile");
+  set(attribut::AjusTarif, "1");
+  set(attribut::CoutGlobal, "0");
   show();
   EXPECT_EQ(box("Txt_DesFacture").text(), "Aide à domicile");
   EXPECT_TRUE(check("Cac_AjusTarif").value());
   EXPECT_FALSE(check("Cac_CoutGlobal").value());
-  set(53, "");
-  set(55, "1");
+  set(attribut::AjusTarif, "");
+  set(attribut::CoutGlobal, "1");
   show();
   EXPECT_FALSE(check("Cac_AjusTarif").value());
   EXPECT_TRUE(check("Cac_CoutGlobal").value());
@@ -49,7 +49,7 @@ TEST_F(CoveragePage, ShowsTheInvoiceOptions) {
 
 TEST_F(CoveragePage, ShowsHoursAmountOrNeither) {
   for (const char* mode : {"H", "M", ""}) {
-    set(24, mode);
+    set(attribut::AttribOrgChg, mode);
     show();
     EXPECT_EQ(hours().value(), mode[0] == 'H') << mode;
     EXPECT_EQ(amount().value(), mode[0] == 'M') << mode;
@@ -61,7 +61,7 @@ TEST_F(CoveragePage, ShowsHoursAmountOrNeither) {
 }
 
 TEST_F(CoveragePage, ABodyInHoursAfterOneInAmountIsOpenAgain) {
-  set(24, "M");
+  set(attribut::AttribOrgChg, "M");
   show();
   show("002");
   expectEditors(true);
@@ -70,17 +70,17 @@ TEST_F(CoveragePage, ABodyInHoursAfterOneInAmountIsOpenAgain) {
 
 TEST_F(CoveragePage, ShowsDeductionsOfASlipThatLeavesThemOutToo) {
   putDeductions({{"0,00", "10,00", "50,00"}});
-  set(45, "M");
+  set(attribut::TypeBordOrgChg, "M");
   show();
   EXPECT_EQ(deductions(), (Rows{{"0,00", "10,00", "50,00"}}));
 }
 
 TEST_F(CoveragePage, ClearingEmptiesIt) {
   putDeductions({{"0,00", "10,00", "50,00"}});
-  set(59, "Aide");
-  set(53, "1");
-  set(55, "1");
-  set(54, "6041000000");
+  set(attribut::DesFacture, "Aide");
+  set(attribut::AjusTarif, "1");
+  set(attribut::CoutGlobal, "1");
+  set(attribut::CptPrestationService, "6041000000");
   show();
   ASSERT_TRUE(press("Cmd_Annuler"));
   EXPECT_TRUE(rates().empty());
@@ -100,38 +100,38 @@ TEST_F(CoveragePage, WritesTheInvoiceOptions) {
   ASSERT_TRUE(user_->click(check("Cac_CoutGlobal")));
   ASSERT_TRUE(user_->fill(box("Txt_DesFacture"), "Aide à domicile"));
   save();
-  EXPECT_EQ(attribute("001", 53), "1");
-  EXPECT_EQ(attribute("001", 55), "1");
-  EXPECT_EQ(attribute("001", 59), "Aide à domicile");
+  EXPECT_EQ(attribute("001", attribut::AjusTarif), "1");
+  EXPECT_EQ(attribute("001", attribut::CoutGlobal), "1");
+  EXPECT_EQ(attribute("001", attribut::DesFacture), "Aide à domicile");
   show();
   ASSERT_TRUE(user_->click(check("Cac_AjusTarif")));
   ASSERT_TRUE(user_->click(check("Cac_CoutGlobal")));
   ASSERT_TRUE(user_->fill(box("Txt_DesFacture"), ""));
   save();
-  EXPECT_EQ(attribute("001", 53), "0");
-  EXPECT_EQ(attribute("001", 55), "0");
-  EXPECT_EQ(attribute("001", 59), "");
+  EXPECT_EQ(attribute("001", attribut::AjusTarif), "0");
+  EXPECT_EQ(attribute("001", attribut::CoutGlobal), "0");
+  EXPECT_EQ(attribute("001", attribut::DesFacture), "");
 }
 
 TEST_F(CoveragePage, WritesTheAccount) {
   store_.put("PLANCOMPTABLE", "0106042000000", {"Prestations"});
-  set(54, "6041000000");
+  set(attribut::CptPrestationService, "6041000000");
   show();
   EXPECT_EQ(box("Txt_CodeCptPrestationService").text(), "6041000000");
   ASSERT_TRUE(user_->fill(box("Txt_CodeCptPrestationService"), "6042000000"));
   save();
-  EXPECT_EQ(attribute("001", 54), "6042000000");
+  EXPECT_EQ(attribute("001", attribut::CptPrestationService), "6042000000");
 }
 
 TEST_F(CoveragePage, ChangesNothingElseOfTheRecord) {
   putDeductions({{"0,00", "10,00", "50,00"}});
   for (int free = 58; free <= 70; ++free) set(free, "libre " + std::to_string(free));
-  set(61, "1");
+  set(attribut::ParamSelecOrgChg, "1");
   store::DynamicArray expected = store_.record("ORGPRISECHARGE", "001");
   show();
   ASSERT_TRUE(user_->click(check("Cac_AjusTarif")));
   save();
-  expected.set(53, "1");
+  expected.set(attribut::AjusTarif, "1");
   EXPECT_EQ(store_.record("ORGPRISECHARGE", "001").text(), expected.text());
 }
 
@@ -141,8 +141,10 @@ TEST_F(CoveragePage, ASlipOfTypeMFPLeavesTheDeductionsEmpty) {
   ASSERT_TRUE(user_->click(tabs(), 4));
   ASSERT_TRUE(user_->click(option("Opt_MFPBordOrgChg")));
   save();
-  for (const int number : {29, 30, 31}) EXPECT_EQ(attribute("001", number), "") << number;
-  EXPECT_NE(attribute("001", 25), "");
+  for (const int number :
+       {attribut::DebAbatHOrgChg, attribut::FinAbatHOrgChg, attribut::PourcentAbatOrgChg})
+    EXPECT_EQ(attribute("001", number), "") << number;
+  EXPECT_NE(attribute("001", attribut::DateRembOrgChg), "");
 }
 
 // Leaving writes the pages, and the slip takes the deductions out of the record in hand.
@@ -180,33 +182,35 @@ TEST_F(CoveragePage, DeductionsThatASlipHasLeftOutStayForTheSlipThatTakesThem) {
     save();
     store::DynamicArray written;
     putRows(written, 29, 3, expected);
-    for (const int number : {29, 30, 31}) EXPECT_EQ(attribute("001", number), written.get(number));
+    for (const int number :
+         {attribut::DebAbatHOrgChg, attribut::FinAbatHOrgChg, attribut::PourcentAbatOrgChg})
+      EXPECT_EQ(attribute("001", number), written.get(number));
   }
 }
 
 TEST_F(CoveragePage, TheListsAreTheSourceUpToTheFirstEmptyRow) {
   const std::string mark(1, store::kValueMark);
-  set(25, "21186" + mark + mark + "20821");
-  set(26, "2000" + mark + "1900" + mark + "1800");
-  set(27, "2500" + mark + "2400" + mark + "2200");
-  set(28, "1500" + mark + "1400" + mark + "1200");
-  set(29, "0" + mark + mark + "2000");
-  set(30, "1000" + mark + "2000" + mark + "3000");
-  set(31, "10" + mark + "20" + mark + "30");
+  set(attribut::DateRembOrgChg, "21186" + mark + mark + "20821");
+  set(attribut::TxRembOrgChg, "2000" + mark + "1900" + mark + "1800");
+  set(attribut::TxRembMajOrgChg, "2500" + mark + "2400" + mark + "2200");
+  set(attribut::PrestServOrgChg, "1500" + mark + "1400" + mark + "1200");
+  set(attribut::DebAbatHOrgChg, "0" + mark + mark + "2000");
+  set(attribut::FinAbatHOrgChg, "1000" + mark + "2000" + mark + "3000");
+  set(attribut::PourcentAbatOrgChg, "10" + mark + "20" + mark + "30");
   show();
   EXPECT_EQ(rates().size(), 3U);
   save();
-  EXPECT_EQ(attribute("001", 25), "21186");
-  EXPECT_EQ(attribute("001", 26), "2000");
-  EXPECT_EQ(attribute("001", 27), "2500");
-  EXPECT_EQ(attribute("001", 28), "1500");
-  EXPECT_EQ(attribute("001", 29), "0");
-  EXPECT_EQ(attribute("001", 30), "1000");
-  EXPECT_EQ(attribute("001", 31), "10");
+  EXPECT_EQ(attribute("001", attribut::DateRembOrgChg), "21186");
+  EXPECT_EQ(attribute("001", attribut::TxRembOrgChg), "2000");
+  EXPECT_EQ(attribute("001", attribut::TxRembMajOrgChg), "2500");
+  EXPECT_EQ(attribute("001", attribut::PrestServOrgChg), "1500");
+  EXPECT_EQ(attribute("001", attribut::DebAbatHOrgChg), "0");
+  EXPECT_EQ(attribute("001", attribut::FinAbatHOrgChg), "1000");
+  EXPECT_EQ(attribute("001", attribut::PourcentAbatOrgChg), "10");
 }
 
 TEST_F(CoveragePage, TheHostsWriteLeavesTheModeThatWasNotChosen) {
-  set(24, "");
+  set(attribut::AttribOrgChg, "");
   show();
   control_->Ecrire_Ong3();
   control_->Afficher_Ong3();
@@ -266,14 +270,14 @@ TEST_F(CoveragePage, AmountOfAnAgencyClosesTheEditorsAndKeepsTheirRows) {
 }
 
 TEST_F(CoveragePage, AmountOfAComplementaryBodyClosesTheEditors) {
-  set(18, "C");
+  set(attribut::TypeOrgChg, "C");
   show();
   ASSERT_TRUE(user_->click(amount()));
   expectNoBox();
   expectEditors(false);
   save();
-  EXPECT_EQ(attribute("001", 24), "M");
-  EXPECT_EQ(store_.record("ORGPRISECHARGE", "001").get(25, 1), "21186");
+  EXPECT_EQ(attribute("001", attribut::AttribOrgChg), "M");
+  EXPECT_EQ(store_.record("ORGPRISECHARGE", "001").get(attribut::DateRembOrgChg, 1), "21186");
 }
 
 TEST_F(CoveragePage, AmountOfAPrincipalProviderIsRefused) {
@@ -283,12 +287,12 @@ TEST_F(CoveragePage, AmountOfAPrincipalProviderIsRefused) {
   EXPECT_FALSE(amount().value());
   expectEditors(true);
   save();
-  EXPECT_EQ(attribute("001", 24), "H");
+  EXPECT_EQ(attribute("001", attribut::AttribOrgChg), "H");
 }
 
 TEST_F(CoveragePage, HoursOfAPrincipalBodyManageThePartInAmount) {
-  set(24, "");
-  set(41, "%");
+  set(attribut::AttribOrgChg, "");
+  set(attribut::GestPartBenef, "%");
   show();
   ASSERT_TRUE(option("Opt_GestPartPourc").value());
   ASSERT_TRUE(user_->click(hours()));
@@ -296,9 +300,9 @@ TEST_F(CoveragePage, HoursOfAPrincipalBodyManageThePartInAmount) {
 }
 
 TEST_F(CoveragePage, HoursOfAComplementaryBodyLeaveThePart) {
-  set(18, "C");
-  set(24, "M");
-  set(41, "%");
+  set(attribut::TypeOrgChg, "C");
+  set(attribut::AttribOrgChg, "M");
+  set(attribut::GestPartBenef, "%");
   show();
   ASSERT_TRUE(user_->click(hours()));
   EXPECT_TRUE(option("Opt_GestPartPourc").value());
@@ -309,8 +313,8 @@ TEST_F(CoveragePage, HoursOfAComplementaryBodyLeaveThePart) {
 
 TEST_F(CoveragePage, Rule1AnAgencysPrincipalBodyManagesThePartInAmount) {
   makeAgency();
-  set(24, "");
-  set(41, "%");
+  set(attribut::AttribOrgChg, "");
+  set(attribut::GestPartBenef, "%");
   show();
   EXPECT_FALSE(control_->Verif_Ong3());
   expectBox(kGestionMontant, Icon::Exclamation);
@@ -322,18 +326,18 @@ TEST_F(CoveragePage, Rule1AnAgencysPrincipalBodyManagesThePartInAmount) {
 }
 
 TEST_F(CoveragePage, Rule1LeavesOtherBodiesAlone) {
-  set(41, "%");
+  set(attribut::GestPartBenef, "%");
   show();
   EXPECT_TRUE(control_->Verif_Ong3());
   makeAgency();
-  set(18, "C");
+  set(attribut::TypeOrgChg, "C");
   show();
   EXPECT_TRUE(control_->Verif_Ong3());
   expectNoBox();
 }
 
 TEST_F(CoveragePage, Rule2HoursOrAmountMustBeChosenBeforeARate) {
-  set(24, "");
+  set(attribut::AttribOrgChg, "");
   putRates({});
   show();
   ASSERT_TRUE(user_->click(tabs(), 0));
@@ -356,16 +360,16 @@ TEST_F(CoveragePage, Rule3HoursNeedARate) {
   expectNothingWritten();
   addRate({"01012026", "10", "15", "5"});
   save();
-  EXPECT_EQ(attribute("001", 26), "1000");
+  EXPECT_EQ(attribute("001", attribut::TxRembOrgChg), "1000");
 }
 
 TEST_F(CoveragePage, Rule3AmountNeedsNone) {
-  set(18, "C");
-  set(24, "M");
+  set(attribut::TypeOrgChg, "C");
+  set(attribut::AttribOrgChg, "M");
   putRates({});
   show();
   save();
-  EXPECT_EQ(attribute("001", 25), "");
+  EXPECT_EQ(attribute("001", attribut::DateRembOrgChg), "");
 }
 
 TEST_F(CoveragePage, ARefusedPageWritesNothingOfIt) {

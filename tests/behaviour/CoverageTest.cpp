@@ -9,8 +9,6 @@
 namespace behaviour {
 namespace {
 
-namespace attribut = store::orgprisecharge;
-
 class FullRights : public screen::RightsEntry {
  public:
   long Level() override { return 2; }

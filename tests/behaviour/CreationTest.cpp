@@ -41,10 +41,10 @@ TEST_F(Creation, SavesUnderTheNextCode) {
   beginCreation();
   user_->fill(box("Txt_Ville"), "Lyon");
   press("Cmd_OK");
-  EXPECT_EQ(attribute("004", 1), "NEUF");
-  EXPECT_EQ(attribute("004", 2), "Organisme neuf");
-  EXPECT_EQ(attribute("004", 9), "Lyon");
-  EXPECT_EQ(store_.record("COMPTEUR", "999").get(10, 1), "004");
+  EXPECT_EQ(attribute("004", attribut::SigleOrgChg), "NEUF");
+  EXPECT_EQ(attribute("004", attribut::RaisonOrgChg), "Organisme neuf");
+  EXPECT_EQ(attribute("004", attribut::AdrVille), "Lyon");
+  EXPECT_EQ(store_.record("COMPTEUR", "999").get(store::compteur::DernierOrgChg, 1), "004");
   expectNoBox();
 }
 
@@ -63,7 +63,7 @@ TEST_F(Creation, WritesTheCounterBeforeTheBody) {
 
 TEST_F(Creation, ACounterWithoutAttribute10GivesTheFirstCode) {
   for (const char* body : {"001", "002", "003"}) store_.erase("ORGPRISECHARGE", body);
-  store_.set("COMPTEUR", "999", 10, "");
+  store_.set("COMPTEUR", "999", store::compteur::DernierOrgChg, "");
   beginCreation();
   press("Cmd_OK");
   EXPECT_TRUE(store_.has("ORGPRISECHARGE", "001"));
@@ -71,22 +71,22 @@ TEST_F(Creation, ACounterWithoutAttribute10GivesTheFirstCode) {
 
 TEST_F(Creation, ReadsTheCounterAgain) {
   beginCreation();
-  store_.set("COMPTEUR", "999", 10, "041");
+  store_.set("COMPTEUR", "999", store::compteur::DernierOrgChg, "041");
   press("Cmd_OK");
   EXPECT_TRUE(store_.has("ORGPRISECHARGE", "042"));
 }
 
 TEST_F(Creation, NeverOverwritesABodyWhenTheCounterLagsBehind) {
-  store_.set("COMPTEUR", "999", 10, "001");
+  store_.set("COMPTEUR", "999", store::compteur::DernierOrgChg, "001");
   beginCreation();
   press("Cmd_OK");
-  EXPECT_EQ(attribute("002", 1), "CRAM");
-  EXPECT_EQ(attribute("003", 1), "CAF");
-  EXPECT_EQ(attribute("004", 1), "NEUF");
+  EXPECT_EQ(attribute("002", attribut::SigleOrgChg), "CRAM");
+  EXPECT_EQ(attribute("003", attribut::SigleOrgChg), "CAF");
+  EXPECT_EQ(attribute("004", attribut::SigleOrgChg), "NEUF");
 }
 
 TEST_F(Creation, TheLastCodeIs999) {
-  store_.set("COMPTEUR", "999", 10, "998");
+  store_.set("COMPTEUR", "999", store::compteur::DernierOrgChg, "998");
   beginCreation();
   press("Cmd_OK");
   EXPECT_TRUE(store_.has("ORGPRISECHARGE", "999"));
@@ -126,7 +126,7 @@ TEST_F(Creation, GoesOnAfterARefusal) {
   user_->type("Organisme neuf");
   completeCreation();
   press("Cmd_OK");
-  EXPECT_EQ(attribute("004", 2), "Organisme neuf");
+  EXPECT_EQ(attribute("004", attribut::RaisonOrgChg), "Organisme neuf");
 }
 
 TEST_F(Creation, TwoInARow) {
@@ -134,14 +134,14 @@ TEST_F(Creation, TwoInARow) {
   press("Cmd_OK");
   beginCreation("DEUX");
   press("Cmd_OK");
-  EXPECT_EQ(attribute("004", 1), "UN");
-  EXPECT_EQ(attribute("005", 1), "DEUX");
+  EXPECT_EQ(attribute("004", attribut::SigleOrgChg), "UN");
+  EXPECT_EQ(attribute("005", attribut::SigleOrgChg), "DEUX");
 }
 
 TEST_F(Creation, TheHostCanSaveIt) {
   beginCreation();
   control_->Creer_Donnees();
-  EXPECT_EQ(attribute("004", 1), "NEUF");
+  EXPECT_EQ(attribute("004", attribut::SigleOrgChg), "NEUF");
   EXPECT_EQ(state(), kEmpty);
   EXPECT_EQ(sigles().listCount(), 4);
 }

@@ -10,8 +10,6 @@ namespace {
 
 using toolkit::Buttons;
 
-namespace attribut = store::orgprisecharge;
-
 constexpr const char* kVide =
     "Pour continuer, veuillez saisir les renseignements concernant l'abattement, sinon cliquer sur "
     "Annuler.";
@@ -317,9 +315,12 @@ TEST_F(Deductions, AnAdditionIsPlacedByItsStartAndSaved) {
   expectNothingWritten();
   save();
   const std::string mark(1, store::kValueMark);
-  EXPECT_EQ(attribute("001", 29), "0" + mark + "900" + mark + "2050" + mark + "10000");
-  EXPECT_EQ(attribute("001", 30), "500" + mark + "1000" + mark + "3000" + mark + "11000");
-  EXPECT_EQ(attribute("001", 31), "100" + mark + "5000" + mark + "1234" + mark + "2550");
+  EXPECT_EQ(attribute("001", attribut::DebAbatHOrgChg),
+            "0" + mark + "900" + mark + "2050" + mark + "10000");
+  EXPECT_EQ(attribute("001", attribut::FinAbatHOrgChg),
+            "500" + mark + "1000" + mark + "3000" + mark + "11000");
+  EXPECT_EQ(attribute("001", attribut::PourcentAbatOrgChg),
+            "100" + mark + "5000" + mark + "1234" + mark + "2550");
 }
 
 TEST_F(Deductions, AnyRowMayBeChangedFromAnyList) {
@@ -335,13 +336,13 @@ TEST_F(Deductions, AnyRowMayBeChangedFromAnyList) {
 
 TEST_F(Deductions, AnEmptyEndOrPercentageIsWrittenAsZero) {
   const std::string mark(1, store::kValueMark);
-  store_.set("ORGPRISECHARGE", "001", 30, mark + "2000");
-  store_.set("ORGPRISECHARGE", "001", 31, "5000" + mark);
+  store_.set("ORGPRISECHARGE", "001", attribut::FinAbatHOrgChg, mark + "2000");
+  store_.set("ORGPRISECHARGE", "001", attribut::PourcentAbatOrgChg, "5000" + mark);
   show();
   EXPECT_EQ(deductions(), (Rows{{"0,00", "", "50,00"}, {"10,00", "20,00", ""}}));
   save();
-  EXPECT_EQ(attribute("001", 30), "0" + mark + "2000");
-  EXPECT_EQ(attribute("001", 31), "5000" + mark + "0");
+  EXPECT_EQ(attribute("001", attribut::FinAbatHOrgChg), "0" + mark + "2000");
+  EXPECT_EQ(attribute("001", attribut::PourcentAbatOrgChg), "5000" + mark + "0");
 }
 
 TEST_F(Deductions, ADeletionBeepsAndAsks) {
@@ -362,9 +363,9 @@ TEST_F(Deductions, ADeletionTakesTheRowOutOfAllAttributes) {
   EXPECT_EQ(deductions(), (Rows{kStored[1]}));
   EXPECT_EQ(list("Lst_DebAbatHOrgChg").listIndex(), -1);
   save();
-  EXPECT_EQ(attribute("001", 29), "1000");
-  EXPECT_EQ(attribute("001", 30), "2000");
-  EXPECT_EQ(attribute("001", 31), "2550");
+  EXPECT_EQ(attribute("001", attribut::DebAbatHOrgChg), "1000");
+  EXPECT_EQ(attribute("001", attribut::FinAbatHOrgChg), "2000");
+  EXPECT_EQ(attribute("001", attribut::PourcentAbatOrgChg), "2550");
 }
 
 // Scroll bar and ring -----------------------------------------------------------------------------

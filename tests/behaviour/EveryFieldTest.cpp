@@ -14,13 +14,11 @@ const std::string kMark(1, store::kValueMark);
 
 using Attributes = std::map<int, std::string>;
 
-constexpr int kLastAttribute = 62;
-
 class FullBody : public ControlTest {
  public:
   FullBody() {
     fillTables(store_);
-    store_.set("COMPTEUR", "999", 15, "O");
+    store_.set("COMPTEUR", "999", store::compteur::InterfaceComptable, "O");
     for (const char* account :
          {"0104110000001", "0104110000002", "0107060000001", "0107060000002", "0207060000001"}) {
       store_.put("PLANCOMPTABLE", account, {std::string("COMPTE ") + account});
@@ -43,7 +41,7 @@ class FullBody : public ControlTest {
   // The attributes that differ from those before, as they are now.
   Attributes changedSince(const store::DynamicArray& before) {
     Attributes changed;
-    for (int number = 1; number <= kLastAttribute; ++number) {
+    for (int number = 1; number <= attribut::Dernier; ++number) {
       const std::string now = attribute("001", number);
       if (now != before.get(number)) changed[number] = now;
     }
@@ -100,66 +98,66 @@ class FullBody : public ControlTest {
   static const Attributes kFull;
 };
 
-const Attributes FullBody::kFull{{1, "DOMUS"},
-                                 {2, "Domus Mutuelle"},
-                                 {3, "Bât. A"},
-                                 {4, "12"},
-                                 {5, "R"},
-                                 {6, "des Lilas"},
-                                 {7, "Le Bourg"},
-                                 {8, "63000"},
-                                 {9, "Clermont"},
-                                 {10, "0400000001"},
-                                 {11, "0400000002"},
-                                 {12, "contact@domus.example"},
-                                 {15, "Mme Dossier"},
-                                 {16, "M. Facture"},
-                                 {17, "M"},
-                                 {18, "P"},
-                                 {19, "3"},
-                                 {20, "0"},
-                                 {21, "AI"},
-                                 {22, "4110000001"},
-                                 {23, "4110000002"},
-                                 {24, "H"},
-                                 {25, "21186" + kMark + "20821"},
-                                 {26, "2000" + kMark + "1800"},
-                                 {27, "2500" + kMark},
-                                 {28, "1500" + kMark},
-                                 {29, "0"},
-                                 {30, "1000"},
-                                 {31, "500"},
-                                 {32, "10000"},
-                                 {33, "20000"},
-                                 {34, "15000"},
-                                 {35, "25000"},
-                                 {36, "300"},
-                                 {37, "400"},
-                                 {38, "20821"},
-                                 {39, "21186"},
-                                 {40, "R"},
-                                 {41, "%"},
-                                 {42, "0"},
-                                 {43, "CD"},
-                                 {44, "1"},
-                                 {45, "I"},
-                                 {46, "010"},
-                                 {47, "010P01"},
-                                 {48, "2"},
-                                 {49, "ID"},
-                                 {50, "0"},
-                                 {51, "1"},
-                                 {52, ""},
-                                 {53, "0"},
-                                 {54, "7060000001"},
-                                 {55, "0"},
-                                 {56, "7060000001"},
-                                 {57, "1"},
-                                 {58, "TH"},
-                                 {59, "Prise en charge"},
-                                 {60, "30"},
-                                 {61, "1"},
-                                 {62, "6"}};
+const Attributes FullBody::kFull{{attribut::SigleOrgChg, "DOMUS"},
+                                 {attribut::RaisonOrgChg, "Domus Mutuelle"},
+                                 {attribut::AdrComplement, "Bât. A"},
+                                 {attribut::AdrNumero, "12"},
+                                 {attribut::AdrNatureVoie, "R"},
+                                 {attribut::AdrVoie, "des Lilas"},
+                                 {attribut::AdrLocalite, "Le Bourg"},
+                                 {attribut::AdrCodePostal, "63000"},
+                                 {attribut::AdrVille, "Clermont"},
+                                 {attribut::AdrTelephone, "0400000001"},
+                                 {attribut::AdrFax, "0400000002"},
+                                 {attribut::AdrMail, "contact@domus.example"},
+                                 {attribut::InterlocDossOrgChg, "Mme Dossier"},
+                                 {attribut::InterlocFactOrgChg, "M. Facture"},
+                                 {attribut::PeriodFactOrgChg, "M"},
+                                 {attribut::TypeOrgChg, "P"},
+                                 {attribut::PlafondOrg, "3"},
+                                 {attribut::RenouvOrgChg, "0"},
+                                 {attribut::PieceRenouOrgChg, "AI"},
+                                 {attribut::DebitOrgChg, "4110000001"},
+                                 {attribut::CreditOrgChg, "4110000002"},
+                                 {attribut::AttribOrgChg, "H"},
+                                 {attribut::DateRembOrgChg, "21186" + kMark + "20821"},
+                                 {attribut::TxRembOrgChg, "2000" + kMark + "1800"},
+                                 {attribut::TxRembMajOrgChg, "2500" + kMark},
+                                 {attribut::PrestServOrgChg, "1500" + kMark},
+                                 {attribut::DebAbatHOrgChg, "0"},
+                                 {attribut::FinAbatHOrgChg, "1000"},
+                                 {attribut::PourcentAbatOrgChg, "500"},
+                                 {attribut::DebRevSeulOrgChg, "10000"},
+                                 {attribut::FinRevSeulOrgChg, "20000"},
+                                 {attribut::DebRevMenOrgChg, "15000"},
+                                 {attribut::FinRevMenOrgChg, "25000"},
+                                 {attribut::BaremPrecOrgChg, "300"},
+                                 {attribut::BaremCoursOrgChg, "400"},
+                                 {attribut::DatBaremPrec, "20821"},
+                                 {attribut::DatBaremCours, "21186"},
+                                 {attribut::Bareme, "R"},
+                                 {attribut::GestPartBenef, "%"},
+                                 {attribut::Abonnement, "0"},
+                                 {attribut::StatsOrgChg, "CD"},
+                                 {attribut::DemAccordOrgChg, "1"},
+                                 {attribut::TypeBordOrgChg, "I"},
+                                 {attribut::Entite, "010"},
+                                 {attribut::CodActSelect, "010P01"},
+                                 {attribut::NbExemplOrgChg, "2"},
+                                 {attribut::IdentMagnetOrgChg, "ID"},
+                                 {attribut::IncidCompta, "0"},
+                                 {attribut::GestionExclu, "1"},
+                                 {attribut::LettresInfo, ""},
+                                 {attribut::AjusTarif, "0"},
+                                 {attribut::CptPrestationService, "7060000001"},
+                                 {attribut::CoutGlobal, "0"},
+                                 {attribut::CpteProdAide, "7060000001"},
+                                 {attribut::FactAnticip, "1"},
+                                 {attribut::CodeThesaurus, "TH"},
+                                 {attribut::DesFacture, "Prise en charge"},
+                                 {attribut::DelaiPaiement, "30"},
+                                 {attribut::ParamSelecOrgChg, "1"},
+                                 {attribut::ParamTriSelect, "6"}};
 
 struct Field {
   const char* name;
@@ -209,7 +207,8 @@ Field row(const char* list, const char* zone, const char* ok, int tab, int attri
           {{attribute, after}}};
 }
 
-const Attributes kComplementary{{18, "C"}, {51, "0"}, {57, "0"}};
+const Attributes kComplementary{
+    {attribut::TypeOrgChg, "C"}, {attribut::GestionExclu, "0"}, {attribut::FactAnticip, "0"}};
 
 Attributes with(Attributes some, const Attributes& more) {
   for (const auto& [number, text] : more) some[number] = text;
@@ -220,9 +219,9 @@ std::vector<Field> coordonnees() {
   return {{"Txt_SigleOrgChg",
            {"Txt_SigleOrgChg"},
            0,
-           {{1, ""}},
+           {{attribut::SigleOrgChg, ""}},
            [](FullBody& user) { user.typeWhatSavingAsksFor("NEUF"); },
-           {{1, "NEUF"}}},
+           {{attribut::SigleOrgChg, "NEUF"}}},
           text("Txt_RaisonOrgChg", 0, 2, "Domus"),
           text("Txt_Complement", 0, 3, "Bât. B"),
           text("Txt_NumVoie", 0, 4, "14"),
@@ -231,7 +230,7 @@ std::vector<Field> coordonnees() {
            0,
            {},
            [](FullBody& user) { user.choose("Cbo_NatureVoie", 0); },
-           {{5, "AV"}}},
+           {{attribut::AdrNatureVoie, "AV"}}},
           text("Txt_NomVoie", 0, 6, "des Roses"),
           text("Txt_Localite", 0, 7, "Le Haut"),
           text("Txt_CodePostal", 0, 8, "63100"),
@@ -245,22 +244,24 @@ std::vector<Field> coordonnees() {
 
 std::vector<Field> regles() {
   return {option("Opt_TypeComplOrgChg", 1, {}, kComplementary),
-          option("Opt_TypePrincipalOrgChg", 1, kComplementary, {{18, "P"}, {41, "M"}}),
-          option("Opt_PlafMensRepOrgChg", 1, {}, {{19, "1"}}),
-          option("Opt_PlafMensOrgChg", 1, {}, {{19, "2"}}),
-          option("Opt_PlafGlobalOrgChg", 1, {{19, "1"}}, {{19, "3"}}),
+          option("Opt_TypePrincipalOrgChg", 1, kComplementary,
+                 {{attribut::TypeOrgChg, "P"}, {attribut::GestPartBenef, "M"}}),
+          option("Opt_PlafMensRepOrgChg", 1, {}, {{attribut::PlafondOrg, "1"}}),
+          option("Opt_PlafMensOrgChg", 1, {}, {{attribut::PlafondOrg, "2"}}),
+          option("Opt_PlafGlobalOrgChg", 1, {{attribut::PlafondOrg, "1"}},
+                 {{attribut::PlafondOrg, "3"}}),
           {"Cbo_RenouvOrgChg",
            {"Cbo_RenouvOrgChg"},
            1,
            {},
            [](FullBody& user) { user.choose("Cbo_RenouvOrgChg", 3); },
-           {{20, "3"}}},
+           {{attribut::RenouvOrgChg, "3"}}},
           {"Lst_PiecePossibleOrgChg",
            {"Lst_PiecePossibleOrgChg"},
            1,
            {},
            [](FullBody& user) { user.twice("Lst_PiecePossibleOrgChg", 1); },
-           {{21, "AI" + kMark + "RI"}}},
+           {{attribut::PieceRenouOrgChg, "AI" + kMark + "RI"}}},
           {"Cmd_DroiteRenouv",
            {},
            1,
@@ -269,61 +270,69 @@ std::vector<Field> regles() {
              user.select("Lst_PiecePossibleOrgChg", 1);
              user.push("Cmd_DroiteRenouv");
            },
-           {{21, "AI" + kMark + "RI"}}},
+           {{attribut::PieceRenouOrgChg, "AI" + kMark + "RI"}}},
           {"Lst_PieceRenouOrgChg",
            {"Lst_PieceRenouOrgChg"},
            1,
            {},
            [](FullBody& user) { user.twice("Lst_PieceRenouOrgChg", 0); },
-           {{21, ""}}},
+           {{attribut::PieceRenouOrgChg, ""}}},
           {"Cbo_StatsOrgChg",
            {"Cbo_StatsOrgChg"},
            1,
            {},
            [](FullBody& user) { user.choose("Cbo_StatsOrgChg", 1); },
-           {{43, "MU"}}},
+           {{attribut::StatsOrgChg, "MU"}}},
           {"Cac_DemAccordOrgChg_cleared",
            {"Cac_DemAccordOrgChg"},
            1,
            {},
            [](FullBody& user) { user.toggle("Cac_DemAccordOrgChg"); },
-           {{44, "0"}, {57, "0"}}},
+           {{attribut::DemAccordOrgChg, "0"}, {attribut::FactAnticip, "0"}}},
           {"Cac_DemAccordOrgChg_set",
            {},
            1,
-           {{44, "0"}, {57, "0"}},
+           {{attribut::DemAccordOrgChg, "0"}, {attribut::FactAnticip, "0"}},
            [](FullBody& user) { user.toggle("Cac_DemAccordOrgChg"); },
-           {{44, "1"}}},
+           {{attribut::DemAccordOrgChg, "1"}}},
           box("Cac_FactAnticip", 1, 57, "0", "1"),
           box("Cac_LettresInfo", 1, 52, "", "1"),
           {"Cac_LettresInfo_cleared",
            {},
            1,
-           {{52, "1"}},
+           {{attribut::LettresInfo, "1"}},
            [](FullBody& user) { user.toggle("Cac_LettresInfo"); },
-           {{52, ""}}},
+           {{attribut::LettresInfo, ""}}},
           {"Cbo_PeriodFactOrgChg",
            {"Cbo_PeriodFactOrgChg"},
            1,
            {},
            [](FullBody& user) { user.choose("Cbo_PeriodFactOrgChg", 1); },
-           {{17, "T"}}},
+           {{attribut::PeriodFactOrgChg, "T"}}},
           {"Cac_IncidCompta",
            {"Cac_IncidCompta"},
            1,
            kComplementary,
            [](FullBody& user) { user.toggle("Cac_IncidCompta"); },
-           {{50, "1"}, {22, ""}, {23, ""}, {56, ""}}},
+           {{attribut::IncidCompta, "1"},
+            {attribut::DebitOrgChg, ""},
+            {attribut::CreditOrgChg, ""},
+            {attribut::CpteProdAide, ""}}},
           {"Cac_IncidCompta_cleared",
            {},
            1,
-           with(kComplementary, {{50, "1"}, {22, ""}, {23, ""}, {56, ""}}),
+           with(kComplementary, {{attribut::IncidCompta, "1"},
+                                 {attribut::DebitOrgChg, ""},
+                                 {attribut::CreditOrgChg, ""},
+                                 {attribut::CpteProdAide, ""}}),
            [](FullBody& user) {
              user.toggle("Cac_IncidCompta");
              user.typeWhatSavingAsksFor("4110000002");
              user.typeWhatSavingAsksFor("4110000001");
            },
-           {{50, "0"}, {22, "4110000002"}, {23, "4110000001"}}},
+           {{attribut::IncidCompta, "0"},
+            {attribut::DebitOrgChg, "4110000002"},
+            {attribut::CreditOrgChg, "4110000001"}}},
           text("Txt_DebitOrgChg", 1, 22, "4110000002"),
           text("Txt_CreditOrgChg", 1, 23, "4110000001"),
           text("Txt_CpteProdAide", 1, 56, "7060000002"),
@@ -335,7 +344,7 @@ std::vector<Field> regles() {
              user.fill("Cbo_DebitOrgChg", "compte 0104110000002\r");
              user.choose("Cbo_DebitOrgChg", 0);
            },
-           {{22, "4110000002"}}},
+           {{attribut::DebitOrgChg, "4110000002"}}},
           {"Cbo_CreditOrgChg",
            {"Cbo_CreditOrgChg"},
            1,
@@ -344,7 +353,7 @@ std::vector<Field> regles() {
              user.fill("Cbo_CreditOrgChg", "compte\r");
              user.choose("Cbo_CreditOrgChg", 0);
            },
-           {{23, "4110000001"}}},
+           {{attribut::CreditOrgChg, "4110000001"}}},
           {"Cbo_CpteProdAide",
            {"Cbo_CpteProdAide"},
            1,
@@ -353,20 +362,21 @@ std::vector<Field> regles() {
              user.fill("Cbo_CpteProdAide", "compte 0107060000002\r");
              user.choose("Cbo_CpteProdAide", 0);
            },
-           {{56, "7060000002"}}}};
+           {{attribut::CpteProdAide, "7060000002"}}}};
 }
 
 std::vector<Field> priseEnCharge() {
   const char* const ok = "Cmd_OKTaux";
   const char* const okAbat = "Cmd_OKAbat";
-  return {option("Opt_MontantOrgChg", 2, kComplementary, {{24, "M"}}),
-          option("Opt_HeureOrgChg", 2, {{24, "M"}}, {{24, "H"}, {41, "M"}}),
+  return {option("Opt_MontantOrgChg", 2, kComplementary, {{attribut::AttribOrgChg, "M"}}),
+          option("Opt_HeureOrgChg", 2, {{attribut::AttribOrgChg, "M"}},
+                 {{attribut::AttribOrgChg, "H"}, {attribut::GestPartBenef, "M"}}),
           {"Opt_HeureOrgChg_of_a_complementary_body",
            {},
            2,
-           with(kComplementary, {{24, "M"}}),
+           with(kComplementary, {{attribut::AttribOrgChg, "M"}}),
            [](FullBody& user) { user.set("Opt_HeureOrgChg"); },
-           {{24, "H"}}},
+           {{attribut::AttribOrgChg, "H"}}},
           row("Lst_DateRembOrgChg", "Txt_DateRembOrgChg", ok, 2, 25, "02012026",
               "21187" + kMark + "20821"),
           row("Lst_TxRembOrgChg", "Txt_TxRembOrgChg", ok, 2, 26, "21", "2100" + kMark + "1800"),
@@ -387,7 +397,7 @@ std::vector<Field> priseEnCharge() {
              user.fill("Cbo_CptPrestationService", "compte 0107060000002\r");
              user.choose("Cbo_CptPrestationService", 0);
            },
-           {{54, "7060000002"}}}};
+           {{attribut::CptPrestationService, "7060000002"}}}};
 }
 
 std::vector<Field> participation() {
@@ -402,31 +412,39 @@ std::vector<Field> participation() {
            3,
            {},
            [](FullBody& user) { user.newScale("02012026"); },
-           {{36, "400"}, {38, "21186"}, {39, "21187"}}},
+           {{attribut::BaremPrecOrgChg, "400"},
+            {attribut::DatBaremPrec, "21186"},
+            {attribut::DatBaremCours, "21187"}}},
           {"Txt_DatBaremCours",
            {"Txt_DatBaremCours"},
            3,
-           {{39, ""}},
+           {{attribut::DatBaremCours, ""}},
            [](FullBody& user) { user.typeWhatSavingAsksFor("02012026"); },
-           {{39, "21187"}}},
-          option("Opt_Quotient", 3, {}, {{40, "Q"}}),
-          option("Opt_Ressource", 3, {{40, "Q"}}, {{40, "R"}}),
-          option("Opt_GestPartMont", 3, {}, {{41, "M"}}),
-          option("Opt_GestPartPourc", 3, {{41, "M"}}, {{41, "%"}}),
+           {{attribut::DatBaremCours, "21187"}}},
+          option("Opt_Quotient", 3, {}, {{attribut::Bareme, "Q"}}),
+          option("Opt_Ressource", 3, {{attribut::Bareme, "Q"}}, {{attribut::Bareme, "R"}}),
+          option("Opt_GestPartMont", 3, {}, {{attribut::GestPartBenef, "M"}}),
+          option("Opt_GestPartPourc", 3, {{attribut::GestPartBenef, "M"}},
+                 {{attribut::GestPartBenef, "%"}}),
           box("Cac_Abonnement", 3, 42, "0", "1")};
 }
 
 std::vector<Field> bordereau() {
   // The parameters by their labels: Heures (2), Nom (1).
-  return {option("Opt_IndBordOrgChg", 4, {{45, "R"}}, {{45, "I"}}),
-          option("Opt_RecapBordOrgChg", 4, {}, {{45, "R"}}),
-          option("Opt_MFPBordOrgChg", 4, {}, {{45, "M"}, {29, ""}, {30, ""}, {31, ""}}),
+  return {option("Opt_IndBordOrgChg", 4, {{attribut::TypeBordOrgChg, "R"}},
+                 {{attribut::TypeBordOrgChg, "I"}}),
+          option("Opt_RecapBordOrgChg", 4, {}, {{attribut::TypeBordOrgChg, "R"}}),
+          option("Opt_MFPBordOrgChg", 4, {},
+                 {{attribut::TypeBordOrgChg, "M"},
+                  {attribut::DebAbatHOrgChg, ""},
+                  {attribut::FinAbatHOrgChg, ""},
+                  {attribut::PourcentAbatOrgChg, ""}}),
           {"Bdh_NbExemp",
            {"Bdh_NbExemp"},
            4,
            {},
            [](FullBody& user) { user.scroll("Bdh_NbExemp", 4); },
-           {{48, "4"}}},
+           {{attribut::NbExemplOrgChg, "4"}}},
           text("Txt_NbExEmplOrgChg", 4, 48, "7"),
           text("Txt_IdentMagnetOrgChg", 4, 49, "IM"),
           text("Txt_CodeThesaurus", 4, 58, "TS"),
@@ -435,34 +453,34 @@ std::vector<Field> bordereau() {
            4,
            {},
            [](FullBody& user) { user.twice("Lst_ParamPossOrgChg", 0); },
-           {{61, "1" + kMark + "2"}}},
+           {{attribut::ParamSelecOrgChg, "1" + kMark + "2"}}},
           {"Lst_ParamSelecOrgChg",
            {"Lst_ParamSelecOrgChg"},
            4,
-           {{61, "1" + kMark + "2"}},
+           {{attribut::ParamSelecOrgChg, "1" + kMark + "2"}},
            [](FullBody& user) { user.twice("Lst_ParamSelecOrgChg", 0); },
-           {{61, "2"}}},
+           {{attribut::ParamSelecOrgChg, "2"}}},
           {"Cmd_BasBord",
            {},
            4,
-           {{61, "1" + kMark + "2"}},
+           {{attribut::ParamSelecOrgChg, "1" + kMark + "2"}},
            [](FullBody& user) {
              user.select("Lst_ParamSelecOrgChg", 0);
              user.push("Cmd_BasBord");
            },
-           {{61, "2" + kMark + "1"}}},
+           {{attribut::ParamSelecOrgChg, "2" + kMark + "1"}}},
           {"Lst_ParamTriPos",
            {"Lst_ParamTriPos"},
            4,
-           {{62, "6"}},
+           {{attribut::ParamTriSelect, "6"}},
            [](FullBody& user) { user.twice("Lst_ParamTriPos", 0); },
-           {{62, "6" + kMark + "1"}}},
+           {{attribut::ParamTriSelect, "6" + kMark + "1"}}},
           {"Lst_ParamTriSelect",
            {"Lst_ParamTriSelect"},
            4,
-           {{62, "6"}},
+           {{attribut::ParamTriSelect, "6"}},
            [](FullBody& user) { user.twice("Lst_ParamTriSelect", 0); },
-           {{62, ""}}}};
+           {{attribut::ParamTriSelect, ""}}}};
 }
 
 std::vector<Field> activites() {
@@ -471,28 +489,28 @@ std::vector<Field> activites() {
            5,
            {},
            [](FullBody& user) { user.fill("Txt_Entite", "020"); },
-           {{46, "020"}, {47, ""}}},
+           {{attribut::Entite, "020"}, {attribut::CodActSelect, ""}}},
           {"Cbo_Entite",
            {"Cbo_Entite"},
            5,
            {},
            [](FullBody& user) { user.choose("Cbo_Entite", 1); },
-           {{46, "020"}, {47, ""}}},
+           {{attribut::Entite, "020"}, {attribut::CodActSelect, ""}}},
           {"Lst_Activite",
            {"Lst_Activite"},
            5,
            {},
            [](FullBody& user) { user.twice("Lst_Activite", 1); },
-           {{47, "010P01" + kMark + "010P02"}}},
+           {{attribut::CodActSelect, "010P01" + kMark + "010P02"}}},
           {"Lst_ActSelect",
            {"Lst_ActSelect"},
            5,
            {},
            [](FullBody& user) { user.twice("Lst_ActSelect", 0); },
-           {{47, ""}}},
-          option("Opt_Totalite", 5, {}, {{51, "0"}}),
-          option("Opt_DimJF", 5, {{51, "0"}}, {{51, "1"}}),
-          option("Opt_Semaine", 5, {}, {{51, "2"}})};
+           {{attribut::CodActSelect, ""}}},
+          option("Opt_Totalite", 5, {}, {{attribut::GestionExclu, "0"}}),
+          option("Opt_DimJF", 5, {{attribut::GestionExclu, "0"}}, {{attribut::GestionExclu, "1"}}),
+          option("Opt_Semaine", 5, {}, {{attribut::GestionExclu, "2"}})};
 }
 
 std::vector<Field> everyField() {
@@ -587,9 +605,10 @@ TEST_F(FullBodyTest, NoFieldIsLeftOutOfTheTable) {
   for (const Field& field : everyField()) {
     for (const auto& [number, text] : field.changed) attributes.insert(number);
   }
-  // 13 and 14 are kept free for the address; no page shows the delay of payment.
-  for (int number = 1; number <= kLastAttribute; ++number) {
-    EXPECT_EQ(attributes.contains(number), number != 13 && number != 14 && number != 60) << number;
+  // Two are kept free for the address; no page shows the delay of payment.
+  for (int number = 1; number <= attribut::Dernier; ++number) {
+    EXPECT_EQ(attributes.contains(number), !keptFree(number) && number != attribut::DelaiPaiement)
+        << number;
   }
 }
 

@@ -142,7 +142,7 @@ TEST_F(FailingPage, CanBeSavedOnceItWorks) {
   adresse.failsAt = 1;
   save.Cmd_OK_Click();
   save.Cmd_OK_Click();
-  EXPECT_EQ(store_.record("ORGPRISECHARGE", "001").get(2), "Nouveau nom");
+  EXPECT_EQ(store_.record("ORGPRISECHARGE", "001").get(attribut::RaisonOrgChg), "Nouveau nom");
   EXPECT_FALSE(session.RecOrgChg);
 }
 
@@ -151,8 +151,8 @@ TEST_F(FailingPage, ThatRefusesWritesNothingToTheStore) {
   second.refusesAt = 1;
   save.Cmd_OK_Click();
   expectNothingWritten();
-  EXPECT_EQ(session.RecOrgChg->fields().get(2), "Nouveau nom");
-  EXPECT_EQ(session.RecOrgChg->fields().get(18), "C");
+  EXPECT_EQ(session.RecOrgChg->fields().get(attribut::RaisonOrgChg), "Nouveau nom");
+  EXPECT_EQ(session.RecOrgChg->fields().get(attribut::TypeOrgChg), "C");
 }
 
 TEST_F(FailingPage, OfACreationDrawsNoCodeWhenItFailsFirst) {
@@ -183,7 +183,7 @@ TEST_F(FailingPage, OfACreationWritesNoBodyWhenItFailsTheSecondTime) {
   expectOnlyTheCounterWritten();
   expectCreationInHand();
   save.Cmd_OK_Click();
-  EXPECT_EQ(store_.record("ORGPRISECHARGE", "006").get(1), "NEUF");
+  EXPECT_EQ(store_.record("ORGPRISECHARGE", "006").get(attribut::SigleOrgChg), "NEUF");
   EXPECT_FALSE(session.EnCreation);
 }
 

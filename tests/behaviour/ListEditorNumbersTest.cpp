@@ -9,8 +9,6 @@
 namespace behaviour {
 namespace {
 
-namespace attribut = store::orgprisecharge;
-
 // What is typed, and the hundredths that it comes to.
 const std::vector<std::pair<std::string, std::string>> kTyped{
     {"12,5", "1250"}, {"12.5", "1250"}, {"1 234,50", "123450"}, {"-3", "-300"}, {"0,005", "1"}};

@@ -14,8 +14,6 @@
 namespace behaviour {
 namespace {
 
-namespace attribut = store::orgprisecharge;
-
 // What a user types into a number's zone: the hundredths that it comes to; none for what is no
 // number.
 struct TypedNumber {

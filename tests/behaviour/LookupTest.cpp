@@ -80,12 +80,12 @@ TEST_F(Lookup, ShowingABodyIsQuiet) {
 }
 
 TEST_F(Lookup, AnAcronymInSmallLettersIsShownAsItIsStored) {
-  store_.set("ORGPRISECHARGE", "002", 1, "Cram");
+  store_.set("ORGPRISECHARGE", "002", attribut::SigleOrgChg, "Cram");
   lookUp("002");
   EXPECT_EQ(box("Txt_SigleOrgChg").text(), "Cram");
   user_->fill(box("Txt_RaisonOrgChg"), "Autre");
   press("Cmd_OK");
-  EXPECT_EQ(attribute("002", 1), "Cram");
+  EXPECT_EQ(attribute("002", attribut::SigleOrgChg), "Cram");
 }
 
 TEST_F(Lookup, AccentedSmallLettersAreRefusedInTheCode) {
@@ -123,7 +123,7 @@ TEST_F(Lookup, TheCodeThatCountsIsTheOneLoaded) {
   user_->fill(box("Txt_RaisonOrgChg"), "Nouveau nom");
   user_->fill(code(), "00");
   user_->alt('O');
-  EXPECT_EQ(attribute("001", 2), "Nouveau nom");
+  EXPECT_EQ(attribute("001", attribut::RaisonOrgChg), "Nouveau nom");
 }
 
 TEST_F(Lookup, DeletionUsesTheLoadedCodeToo) {
@@ -160,7 +160,7 @@ TEST_F(Lookup, AFailingReadKeepsTheBodyInHandWithItsEdits) {
   EXPECT_EQ(code().text(), "002");
   store_.stopFailing();
   press("Cmd_OK");
-  EXPECT_EQ(attribute("002", 2), "Modifiée");
+  EXPECT_EQ(attribute("002", attribut::RaisonOrgChg), "Modifiée");
   EXPECT_EQ(store_.record("ORGPRISECHARGE", "001").text(), other);
 }
 
@@ -173,7 +173,7 @@ TEST_F(Lookup, AFailingReadStillAsksForTheEditsOnLeaving) {
   desktop_.answer(Answer::Yes);
   press("Cmd_Sortir");
   EXPECT_TRUE(control_->W_Sortir());
-  EXPECT_EQ(attribute("002", 2), "Modifiée");
+  EXPECT_EQ(attribute("002", attribut::RaisonOrgChg), "Modifiée");
 }
 
 TEST_F(Lookup, AFailingReadOfAChosenAcronymBringsCodeAndAcronymBackWhenItIsLeft) {

@@ -24,7 +24,7 @@ TEST_F(OnlyBody, IsLoadedAtStart) {
 }
 
 TEST_F(OnlyBody, IsNotLoadedWithoutAnAcronym) {
-  store_.set("ORGPRISECHARGE", "003", 1, "");
+  store_.set("ORGPRISECHARGE", "003", attribut::SigleOrgChg, "");
   control_->Init();
   EXPECT_EQ(code().text(), "");
   EXPECT_EQ(state(), kEmpty);
@@ -33,7 +33,7 @@ TEST_F(OnlyBody, IsNotLoadedWithoutAnAcronym) {
 TEST_F(OnlyBody, IsLoadedAgainAfterItsSave) {
   user_->fill(box("Txt_RaisonOrgChg"), "Nouveau nom");
   press("Cmd_OK");
-  EXPECT_EQ(attribute("003", 2), "Nouveau nom");
+  EXPECT_EQ(attribute("003", attribut::RaisonOrgChg), "Nouveau nom");
   EXPECT_EQ(code().text(), "003");
   EXPECT_EQ(box("Txt_RaisonOrgChg").text(), "Nouveau nom");
   EXPECT_EQ(sigles().text(), "CAF");
@@ -105,7 +105,7 @@ TEST_F(OnlyBody, IsSavedOnLeavingWithoutComingBack) {
   desktop_.answer(Answer::Yes);
   press("Cmd_Sortir");
   EXPECT_TRUE(control_->W_Sortir());
-  EXPECT_EQ(attribute("003", 2), "Nouveau nom");
+  EXPECT_EQ(attribute("003", attribut::RaisonOrgChg), "Nouveau nom");
   EXPECT_EQ(code().text(), "");
 }
 
@@ -115,7 +115,7 @@ TEST_F(OnlyBody, KeepsItsEditsWhenTheHostRefillsTheList) {
   EXPECT_EQ(box("Txt_RaisonOrgChg").text(), "Nouveau nom");
   EXPECT_EQ(state(), kExisting);
   press("Cmd_OK");
-  EXPECT_EQ(attribute("003", 2), "Nouveau nom");
+  EXPECT_EQ(attribute("003", attribut::RaisonOrgChg), "Nouveau nom");
 }
 
 TEST_F(OnlyBody, IsLoadedAlthoughItsCodeStandsThereUnread) {
@@ -146,7 +146,7 @@ TEST_F(OnlyBody, ThatCannotBeReadAgainAfterItsSaveLeavesItsCode) {
   store_.fail(CallKind::ReadRecord, "ORGPRISECHARGE");
   EXPECT_NO_THROW(press("Cmd_OK"));
   expectNoBox();
-  EXPECT_EQ(attribute("003", 2), "Nouveau nom");
+  EXPECT_EQ(attribute("003", attribut::RaisonOrgChg), "Nouveau nom");
   EXPECT_EQ(state(), kEmpty);
   EXPECT_EQ(code().text(), "003");
   EXPECT_EQ(box("Txt_RaisonOrgChg").text(), "");
@@ -175,7 +175,7 @@ TEST_F(OnlyBody, DoesNotBreakIntoACreation) {
 TEST_F(OnlyBody, TheFirstOneCreatedIsLoaded) {
   testing_support::MemoryStore fresh;
   fillTables(fresh);
-  fresh.set("COMPTEUR", "999", 10, "000");
+  fresh.set("COMPTEUR", "999", store::compteur::DernierOrgChg, "000");
   control_->setTheDatabase(fresh.connect());
   control_->Init();
   beginCreation();

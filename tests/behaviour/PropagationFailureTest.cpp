@@ -39,7 +39,7 @@ class World : public Propagation {
   }
   bool written() const {
     const auto writes = store_.calls(CallKind::DBWrite);
-    return !writes.empty() && attribute39() == stored("01/02/2026");
+    return !writes.empty() && newScalesDay() == stored("01/02/2026");
   }
   void expectWindowsClosed() {
     const std::vector<std::string> words = journal();
@@ -82,8 +82,8 @@ class World : public Propagation {
   }
 
  private:
-  std::string attribute39() const {
-    return std::string(store_.record("ORGPRISECHARGE", "001").get(39));
+  std::string newScalesDay() const {
+    return std::string(store_.record("ORGPRISECHARGE", "001").get(attribut::DatBaremCours));
   }
 };
 

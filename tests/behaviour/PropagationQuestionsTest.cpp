@@ -48,7 +48,7 @@ class PropagationQuestions : public Propagation {
     EXPECT_EQ(boxes, closed);
     EXPECT_EQ(commands(), 0);
     EXPECT_EQ(store_.calls(CallKind::DBWrite).size(), 1U);
-    EXPECT_EQ(attribute("001", 39), stored("01/02/2026"));
+    EXPECT_EQ(attribute("001", attribut::DatBaremCours), stored("01/02/2026"));
     expectUsable();
   }
   void expectQuestions(std::string_view date, bool both) {
@@ -95,7 +95,7 @@ TEST_F(PropagationQuestions, ComeOnceTheBodyIsWrittenAndWhileItIsOnScreen) {
   enterScale();
   desktop_.onBox = [this](const Entry&) {
     EXPECT_EQ(store_.calls(CallKind::DBWrite).size(), 1U);
-    EXPECT_EQ(attribute("001", 39), stored("01/02/2026"));
+    EXPECT_EQ(attribute("001", attribut::DatBaremCours), stored("01/02/2026"));
     EXPECT_EQ(code().text(), "001");
     EXPECT_EQ(box("Txt_DatBaremCours").text(), "01/02/2026");
     EXPECT_FALSE(control_->surface().enabled());
@@ -123,7 +123,7 @@ TEST_F(PropagationQuestions, AreNotAskedOfAComplementaryBody) {
 
 TEST_F(PropagationQuestions, AreNotAskedOfABodyCountedInAmount) {
   // An agency's activities: only they can be counted in amount.
-  store_.set("ACTIVITES", "010P01", 12, "M");
+  store_.set("ACTIVITES", "010P01", store::activites::TypeActivite, "M");
   show();
   enterScale();
   ASSERT_TRUE(user_->click(tabs(), 2));

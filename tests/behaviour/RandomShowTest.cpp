@@ -13,7 +13,6 @@
 namespace behaviour {
 namespace {
 
-namespace attribut = store::orgprisecharge;
 using store::DynamicArray;
 using testing_support::MemoryStore;
 

@@ -11,8 +11,6 @@ namespace {
 
 using toolkit::Buttons;
 
-namespace attribut = store::orgprisecharge;
-
 constexpr const char* kMajore = "Le taux majoré doit être supérieur au taux normal.";
 constexpr const char* kPrestation =
     "Le taux prestation de service doit être inférieur au taux normal.";
@@ -74,13 +72,13 @@ TEST_F(Rates, AreShownMostRecentFirstWithNoneSelected) {
 
 TEST_F(Rates, ShowABlankRowForABlankAndForAnEmptyValue) {
   const std::string mark(1, store::kValueMark);
-  store_.set("ORGPRISECHARGE", "001", 27, " " + mark);
-  store_.set("ORGPRISECHARGE", "001", 28, mark + " ");
+  store_.set("ORGPRISECHARGE", "001", attribut::TxRembMajOrgChg, " " + mark);
+  store_.set("ORGPRISECHARGE", "001", attribut::PrestServOrgChg, mark + " ");
   show();
   EXPECT_EQ(rates(), (Rows{{"01/01/2026", "20,00", "", ""}, {"01/01/2025", "18,00", "", ""}}));
   save();
-  EXPECT_EQ(attribute("001", 27), mark);
-  EXPECT_EQ(attribute("001", 28), mark);
+  EXPECT_EQ(attribute("001", attribut::TxRembMajOrgChg), mark);
+  EXPECT_EQ(attribute("001", attribut::PrestServOrgChg), mark);
 }
 
 // Edit mode ---------------------------------------------------------------------------------------
@@ -316,7 +314,7 @@ TEST_F(Rates, ABlankIsNotEmpty) {
   expectAccepted();
   EXPECT_EQ(rates()[0], (Row{"01/02/2026", "10,00", "15,00", ""}));
   save();
-  EXPECT_EQ(store_.record("ORGPRISECHARGE", "001").get(28, 1), "");
+  EXPECT_EQ(store_.record("ORGPRISECHARGE", "001").get(attribut::PrestServOrgChg, 1), "");
 }
 
 TEST_F(Rates, Check8ADuplicateDateComesBeforeItsOrder) {
@@ -430,10 +428,10 @@ TEST_F(Rates, AnAdditionIsShownFirstAndSaved) {
   expectNothingWritten();
   save();
   const std::string mark(1, store::kValueMark);
-  EXPECT_EQ(attribute("001", 25), "21217" + mark + "21186" + mark + "20821");
-  EXPECT_EQ(attribute("001", 26), "2100" + mark + "2000" + mark + "1800");
-  EXPECT_EQ(attribute("001", 27), "2650" + mark + "2500" + mark + "2200");
-  EXPECT_EQ(attribute("001", 28), "1625" + mark + "1500" + mark + "1200");
+  EXPECT_EQ(attribute("001", attribut::DateRembOrgChg), "21217" + mark + "21186" + mark + "20821");
+  EXPECT_EQ(attribute("001", attribut::TxRembOrgChg), "2100" + mark + "2000" + mark + "1800");
+  EXPECT_EQ(attribute("001", attribut::TxRembMajOrgChg), "2650" + mark + "2500" + mark + "2200");
+  EXPECT_EQ(attribute("001", attribut::PrestServOrgChg), "1625" + mark + "1500" + mark + "1200");
 }
 
 TEST_F(Rates, AChangeReplacesTheRow) {
@@ -575,10 +573,10 @@ TEST_F(Rates, ADeletionTakesTheRowOutOfAllAttributes) {
     EXPECT_EQ(list(name).listIndex(), -1) << name;
   }
   save();
-  EXPECT_EQ(attribute("001", 25), "20821");
-  EXPECT_EQ(attribute("001", 26), "1800");
-  EXPECT_EQ(attribute("001", 27), "2200");
-  EXPECT_EQ(attribute("001", 28), "1200");
+  EXPECT_EQ(attribute("001", attribut::DateRembOrgChg), "20821");
+  EXPECT_EQ(attribute("001", attribut::TxRembOrgChg), "1800");
+  EXPECT_EQ(attribute("001", attribut::TxRembMajOrgChg), "2200");
+  EXPECT_EQ(attribute("001", attribut::PrestServOrgChg), "1200");
 }
 
 // Scroll bar and ring -----------------------------------------------------------------------------
@@ -769,7 +767,9 @@ TEST_F(Rates, NumbersAsTheyAreTypedReachTheRecord) {
     addRate({"01022026", keys, keys, keys});
     expectNoBox();
     save();
-    for (const int number : {26, 27, 28}) EXPECT_EQ(attribute("001", number), value) << keys;
+    for (const int number :
+         {attribut::TxRembOrgChg, attribut::TxRembMajOrgChg, attribut::PrestServOrgChg})
+      EXPECT_EQ(attribute("001", number), value) << keys;
   }
   for (const std::string& keys : {std::string(","), std::string(40, '9')}) {
     show();
@@ -919,7 +919,7 @@ TEST_F(RatesHost, TwoEditorsAreNeverOpenAtATime) {
 }
 
 TEST_F(RatesHost, NoRowOpensInADisabledFrame) {
-  store_.set("ORGPRISECHARGE", "001", 24, "M");
+  store_.set("ORGPRISECHARGE", "001", attribut::AttribOrgChg, "M");
   show();
   const auto before = enabledBelow(control_->surface());
   control_->MasquerZonesTaux();
@@ -990,7 +990,7 @@ TEST_F(RatesHost, EffaceEltListsTakesTheSelectedRowOutOfTheLists) {
   EXPECT_EQ(rates(), (Rows{kTwo[1]}));
   EXPECT_EQ(list("Lst_DateRembOrgChg").listIndex(), -1);
   save();
-  EXPECT_EQ(attribute("001", 25), "20821");
+  EXPECT_EQ(attribute("001", attribut::DateRembOrgChg), "20821");
 }
 
 TEST_F(RatesHost, ARowTakenOutOfTheListsAloneCanStillBeDeleted) {
@@ -1183,13 +1183,13 @@ TEST_F(RatesState, ABlankIsHeldAsABlankUntilThePageIsWritten) {
     user_.paste(" ");
   }
   user_.click(prise_.Cmd_OKTaux);
-  EXPECT_EQ(record().get(27, 1), " ");
-  EXPECT_EQ(record().get(28, 1), " ");
+  EXPECT_EQ(record().get(attribut::TxRembMajOrgChg, 1), " ");
+  EXPECT_EQ(record().get(attribut::PrestServOrgChg, 1), " ");
   EXPECT_EQ(rates()[0], (Row{"01/02/2026", "0,00", "", ""}));
   page_.Ecrire_Ong3();
-  EXPECT_EQ(record().get(27, 1), "");
-  EXPECT_EQ(record().get(28, 1), "");
-  EXPECT_EQ(record().DCount(27), 3);
+  EXPECT_EQ(record().get(attribut::TxRembMajOrgChg, 1), "");
+  EXPECT_EQ(record().get(attribut::PrestServOrgChg, 1), "");
+  EXPECT_EQ(record().DCount(attribut::TxRembMajOrgChg), 3);
 }
 
 // Each row is put before the first one already placed that is earlier.

@@ -19,8 +19,10 @@ class RenewalDocuments : public RulesPage {
     table(codes, labels);
     control_->Init();
   }
-  void showWith(const Lines& codes) { show("001", {{21, values(codes)}}); }
-  void expectStored(const Lines& codes) { expectSaved("001", {{21, values(codes)}}); }
+  void showWith(const Lines& codes) { show("001", {{attribut::PieceRenouOrgChg, values(codes)}}); }
+  void expectStored(const Lines& codes) {
+    expectSaved("001", {{attribut::PieceRenouOrgChg, values(codes)}});
+  }
 
   ListBox& possible() { return list("Lst_PiecePossibleOrgChg"); }
   ListBox& required() { return list("Lst_PieceRenouOrgChg"); }
@@ -242,7 +244,7 @@ TEST_F(RenewalDocuments, OfANewBodyAreStoredWithIt) {
   user_->dblClick(possible(), 1);
   press("Cmd_OK");
   expectNoBox();
-  EXPECT_EQ(attribute("004", 21), values({"AT", "RI"}));
+  EXPECT_EQ(attribute("004", attribut::PieceRenouOrgChg), values({"AT", "RI"}));
 }
 
 TEST_F(RenewalDocuments, KeysWorkTheButtonsToo) {

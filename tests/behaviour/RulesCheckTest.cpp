@@ -42,10 +42,11 @@ TEST_F(RulesCheck, EachObligationHasItsMessageItsFieldAndItsWayOut) {
     const char* typed;
     const char* stored;
   };
-  for (const Row& row : {Row{17, kPeriod, "Cbo_PeriodFactOrgChg", "Trimestrielle", "T"},
-                         Row{20, kRenewal, "Cbo_RenouvOrgChg", "Renouvellement à - 2 mois", "2"},
-                         Row{22, kDebit, "Txt_DebitOrgChg", "4110000001", "4110000001"},
-                         Row{23, kCredit, "Txt_CreditOrgChg", "4670000002", "4670000002"}}) {
+  for (const Row& row :
+       {Row{attribut::PeriodFactOrgChg, kPeriod, "Cbo_PeriodFactOrgChg", "Trimestrielle", "T"},
+        Row{attribut::RenouvOrgChg, kRenewal, "Cbo_RenouvOrgChg", "Renouvellement à - 2 mois", "2"},
+        Row{attribut::DebitOrgChg, kDebit, "Txt_DebitOrgChg", "4110000001", "4110000001"},
+        Row{attribut::CreditOrgChg, kCredit, "Txt_CreditOrgChg", "4670000002", "4670000002"}}) {
     SCOPED_TRACE(row.message);
     show("001", {{row.attribute, row.attribute == 20 ? "7" : ""}});
     store_.forgetCalls();
@@ -57,7 +58,11 @@ TEST_F(RulesCheck, EachObligationHasItsMessageItsFieldAndItsWayOut) {
 }
 
 TEST_F(RulesCheck, TheObligationsComeOneByOneInTheirOrder) {
-  show("001", {{17, ""}, {20, "9"}, {22, ""}, {23, ""}, {56, ""}});
+  show("001", {{attribut::PeriodFactOrgChg, ""},
+               {attribut::RenouvOrgChg, "9"},
+               {attribut::DebitOrgChg, ""},
+               {attribut::CreditOrgChg, ""},
+               {attribut::CpteProdAide, ""}});
   store_.forgetCalls();
   saveFromAnotherTab();
   expectRefused(kPeriod, "Cbo_PeriodFactOrgChg");
@@ -71,7 +76,10 @@ TEST_F(RulesCheck, TheObligationsComeOneByOneInTheirOrder) {
   saveFromAnotherTab();
   expectRefused(kCredit, "Txt_CreditOrgChg");
   user_->type("4670000002");
-  expectSaved("001", {{17, "M"}, {20, "0"}, {22, "4110000001"}, {23, "4670000002"}});
+  expectSaved("001", {{attribut::PeriodFactOrgChg, "M"},
+                      {attribut::RenouvOrgChg, "0"},
+                      {attribut::DebitOrgChg, "4110000001"},
+                      {attribut::CreditOrgChg, "4670000002"}});
 }
 
 TEST_F(RulesCheck, AFieldThatTheUserHasEmptiedIsAskedForToo) {
@@ -86,7 +94,7 @@ TEST_F(RulesCheck, AFieldThatTheUserHasEmptiedIsAskedForToo) {
 }
 
 TEST_F(RulesCheck, ARefusedPageChangesNothingInTheRecordInHand) {
-  show("001", {{20, "3"}, {52, "1"}});
+  show("001", {{attribut::RenouvOrgChg, "3"}, {attribut::LettresInfo, "1"}});
   choose("Opt_TypeComplOrgChg");
   tick("Cac_LettresInfo");
   ASSERT_TRUE(user_->fill(period(), ""));
@@ -100,17 +108,23 @@ TEST_F(RulesCheck, ARefusedPageChangesNothingInTheRecordInHand) {
 TEST_F(RulesCheck, TheAidProductAccountIsNeverRequired) {
   show("001");
   ASSERT_TRUE(user_->fill(box("Txt_CpteProdAide"), ""));
-  expectSaved("001", {{56, ""}});
+  expectSaved("001", {{attribut::CpteProdAide, ""}});
 }
 
 TEST_F(RulesCheck, WithoutAccountingConsequenceNoAccountIsRequired) {
-  show("001", {{18, "C"}, {22, ""}, {23, ""}, {56, ""}});
+  show("001", {{attribut::TypeOrgChg, "C"},
+               {attribut::DebitOrgChg, ""},
+               {attribut::CreditOrgChg, ""},
+               {attribut::CpteProdAide, ""}});
   tick("Cac_IncidCompta");
-  expectSaved("001", {{50, "1"}});
+  expectSaved("001", {{attribut::IncidCompta, "1"}});
 }
 
 TEST_F(RulesCheck, AccountsAreRequiredAgainWhenTheBoxIsCleared) {
-  show("001", {{18, "C"}, {22, ""}, {23, ""}, {50, "1"}});
+  show("001", {{attribut::TypeOrgChg, "C"},
+               {attribut::DebitOrgChg, ""},
+               {attribut::CreditOrgChg, ""},
+               {attribut::IncidCompta, "1"}});
   tick("Cac_IncidCompta");
   press("Cmd_OK");
   expectRefused(kDebit, "Txt_DebitOrgChg");
@@ -118,7 +132,7 @@ TEST_F(RulesCheck, AccountsAreRequiredAgainWhenTheBoxIsCleared) {
 
 // The account that is asked for cannot be entered yet: its chart is that of the legal entity.
 TEST_F(RulesCheck, ARequiredAccountLeadsOnToTheMissingEntity) {
-  show("001", {{22, ""}, {46, ""}});
+  show("001", {{attribut::DebitOrgChg, ""}, {attribut::Entite, ""}});
   store_.forgetCalls();
   press("Cmd_OK");
   const auto boxes = desktop_.takeBoxes();
@@ -145,19 +159,22 @@ TEST_F(RulesCheck, ACreationIsAskedForTheSame) {
   ASSERT_TRUE(user_->fill(box("Txt_CreditOrgChg"), "4670000002"));
   press("Cmd_OK");
   expectNoBox();
-  EXPECT_EQ(attribute("004", 22), "4110000001");
-  EXPECT_EQ(attribute("004", 23), "4670000002");
+  EXPECT_EQ(attribute("004", attribut::DebitOrgChg), "4110000001");
+  EXPECT_EQ(attribute("004", attribut::CreditOrgChg), "4670000002");
 }
 
 TEST_F(RulesCheck, LeavingAsksForNothing) {
-  show("001", {{17, ""}, {20, "9"}, {22, ""}, {23, ""}});
+  show("001", {{attribut::PeriodFactOrgChg, ""},
+               {attribut::RenouvOrgChg, "9"},
+               {attribut::DebitOrgChg, ""},
+               {attribut::CreditOrgChg, ""}});
   press("Cmd_Sortir");
   expectNoBox();
   EXPECT_TRUE(control_->W_Sortir());
 }
 
 TEST_F(RulesCheck, SavingWhileLeavingAsksForThemAndStays) {
-  show("001", {{22, ""}});
+  show("001", {{attribut::DebitOrgChg, ""}});
   tick("Cac_LettresInfo");
   store_.forgetCalls();
   desktop_.answer(Answer::Yes);
@@ -177,7 +194,9 @@ class RulesWithoutAccounts : public RulesPage {
 };
 
 TEST_F(RulesWithoutAccounts, NeitherShowWriteNorRequireThem) {
-  show("001", {{22, "4110000001"}, {23, "4670000002"}, {56, "7060000003"}});
+  show("001", {{attribut::DebitOrgChg, "4110000001"},
+               {attribut::CreditOrgChg, "4670000002"},
+               {attribut::CpteProdAide, "7060000003"}});
   for (const char* name : {"Txt_DebitOrgChg", "Txt_CreditOrgChg", "Txt_CpteProdAide"}) {
     EXPECT_EQ(box(name).text(), "") << name;
     EXPECT_FALSE(box(name).enabled()) << name;
@@ -190,7 +209,7 @@ TEST_F(RulesWithoutAccounts, NeitherShowWriteNorRequireThem) {
 }
 
 TEST_F(RulesWithoutAccounts, StillRequirePeriodAndRenewal) {
-  show("001", {{17, ""}, {20, "9"}});
+  show("001", {{attribut::PeriodFactOrgChg, ""}, {attribut::RenouvOrgChg, "9"}});
   press("Cmd_OK");
   expectBox(kPeriod, Icon::Exclamation);
   user_->choose(period(), 0);
@@ -228,11 +247,11 @@ TEST_F(RulesHost, ARefusedCheckKeepsNobodyFromWritingOrSaving) {
   EXPECT_TRUE(check("Cac_LettresInfo").value());
   desktop_.takeBoxes();
   EXPECT_EQ(period().text(), "Mensuelle");
-  expectSaved("001", {{52, "1"}});
+  expectSaved("001", {{attribut::LettresInfo, "1"}});
 }
 
 TEST_F(RulesHost, WritingRunsNoCheck) {
-  show("001", {{17, ""}, {20, "9"}});
+  show("001", {{attribut::PeriodFactOrgChg, ""}, {attribut::RenouvOrgChg, "9"}});
   tick("Cac_LettresInfo");
   control_->Ecrire_Ong2();
   expectNoBox();
@@ -259,21 +278,21 @@ TEST_F(RulesHost, ShowingAloneAgreesWithTheHoursOnTheirPage) {
   EXPECT_TRUE(frame("Cdr_GestionExclu").enabled());
   // It is no choice of the user's: the scale's page keeps its own.
   EXPECT_TRUE(option("Opt_GestPartPourc").value());
-  show("002", {{18, "C"}});
+  show("002", {{attribut::TypeOrgChg, "C"}});
   choose("Opt_TypePrincipalOrgChg");
   user_->click(tabs(), 5);
   choose("Opt_DimJF");
   control_->Afficher_Ong2();
   EXPECT_FALSE(frame("Cdr_GestionExclu").enabled());
   EXPECT_TRUE(option("Opt_Totalite").value());
-  show("003", {{18, ""}});
+  show("003", {{attribut::TypeOrgChg, ""}});
   EXPECT_FALSE(frame("Cdr_GestionExclu").enabled());
 }
 
 TEST_F(RulesHost, ShowingAloneKeepsWeekDaysFromAgencyActivities) {
   store_.put("ACTIVITES", "010M01",
              {"Garde", "010", "", "", "", "", "", "", "", "", "", "M", "SAAD"});
-  show("001", {{47, "010M01"}});
+  show("001", {{attribut::CodActSelect, "010M01"}});
   choose("Opt_TypeComplOrgChg");
   EXPECT_TRUE(option("Opt_Semaine").enabled());
   control_->Afficher_Ong2();
@@ -317,7 +336,7 @@ TEST_F(RulesHost, AMemberCalledWhileABoxIsOpenIsBusy) {
 }
 
 TEST_F(RulesHost, RefillingTheDocumentsRepeatsNoneAndKeepsTheChosen) {
-  show("001", {{21, "RI"}});
+  show("001", {{attribut::PieceRenouOrgChg, "RI"}});
   control_->Remplir_PiecesPoss();
   control_->Remplir_PiecesPoss();
   EXPECT_EQ(linesOf(list("Lst_PiecePossibleOrgChg")),
@@ -327,7 +346,7 @@ TEST_F(RulesHost, RefillingTheDocumentsRepeatsNoneAndKeepsTheChosen) {
 }
 
 TEST_F(RulesHost, RefillingTheCategoriesRepeatsNoneAndKeepsTheOneShown) {
-  show("001", {{43, "MU"}});
+  show("001", {{attribut::StatsOrgChg, "MU"}});
   control_->Remplir_StatOrgChg();
   control_->Remplir_StatOrgChg();
   EXPECT_EQ(linesOf(statistics()), (std::vector<std::string>{"Conseil départemental", "Mutuelle"}));
@@ -341,7 +360,7 @@ TEST_F(RulesHost, AStoreWithoutCodeTablesHasEmptyLists) {
   control_->Init();
   EXPECT_EQ(list("Lst_PiecePossibleOrgChg").listCount(), 0);
   EXPECT_EQ(statistics().listCount(), 0);
-  show("001", {{21, ""}, {43, "CD"}});
+  show("001", {{attribut::PieceRenouOrgChg, ""}, {attribut::StatsOrgChg, "CD"}});
   expectSaved("001", {});
 }
 
@@ -355,7 +374,7 @@ class RulesConsulted : public RulesPage {
 
 TEST_F(RulesConsulted, AreShownAndNeverWritten) {
   store_.put("ACCORD", "A1", {"001", "", "", "", "", "99999"});
-  show("001", {{20, "4"}});
+  show("001", {{attribut::RenouvOrgChg, "4"}});
   EXPECT_EQ(renewal().text(), "Renouvellement à - 4 mois");
   choose("Opt_TypeComplOrgChg");
   tick("Cac_LettresInfo");
@@ -371,7 +390,7 @@ TEST_F(RulesConsulted, AreShownAndNeverWritten) {
 }
 
 TEST_F(RulesConsulted, MembersThatOnlyShowAndFillWork) {
-  show("001", {{20, "4"}, {43, "CD"}});
+  show("001", {{attribut::RenouvOrgChg, "4"}, {attribut::StatsOrgChg, "CD"}});
   control_->Remplir_PiecesPoss();
   control_->Remplir_StatOrgChg();
   control_->RechercheAccord();

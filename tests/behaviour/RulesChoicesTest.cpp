@@ -15,7 +15,8 @@ class TypeOptions : public RulesPage {
   }
   // A body of that type that covers one activity of that kind, or none for "".
   void showBody(const std::string& type, const std::string& activity) {
-    show("001", {{18, type}, {47, activity.empty() ? "" : "010" + activity + "09"}});
+    show("001", {{attribut::TypeOrgChg, type},
+                 {attribut::CodActSelect, activity.empty() ? "" : "010" + activity + "09"}});
   }
 };
 
@@ -80,7 +81,7 @@ TEST_F(TypeOptions, WeekDaysAloneAreRefusedToPrincipalBodiesOfAgencyActivities) 
 }
 
 TEST_F(TypeOptions, AnticipatedBillingGoesWithPrincipalAndDoesNotComeBack) {
-  show("001", {{44, "1"}, {57, "1"}});
+  show("001", {{attribut::DemAccordOrgChg, "1"}, {attribut::FactAnticip, "1"}});
   EXPECT_TRUE(check("Cac_FactAnticip").value());
   choose("Opt_TypeComplOrgChg");
   EXPECT_FALSE(check("Cac_FactAnticip").value());
@@ -89,11 +90,11 @@ TEST_F(TypeOptions, AnticipatedBillingGoesWithPrincipalAndDoesNotComeBack) {
   choose("Opt_TypePrincipalOrgChg");
   EXPECT_FALSE(check("Cac_FactAnticip").value());
   EXPECT_TRUE(check("Cac_FactAnticip").enabled());
-  expectSaved("001", {{57, "0"}});
+  expectSaved("001", {{attribut::FactAnticip, "0"}});
 }
 
 TEST_F(TypeOptions, PrincipalAllowsAnticipatedBillingOnlyWithRequests) {
-  show("001", {{18, "C"}, {44, "0"}});
+  show("001", {{attribut::TypeOrgChg, "C"}, {attribut::DemAccordOrgChg, "0"}});
   choose("Opt_TypePrincipalOrgChg");
   EXPECT_FALSE(check("Cac_FactAnticip").enabled());
   choose("Opt_TypeComplOrgChg");
@@ -113,7 +114,7 @@ TEST_F(TypeOptions, PrincipalLeavesTheValueOfAnticipatedBilling) {
 }
 
 TEST_F(TypeOptions, AreChosenByTheArrowsToo) {
-  show("001", {{44, "1"}, {57, "1"}});
+  show("001", {{attribut::DemAccordOrgChg, "1"}, {attribut::FactAnticip, "1"}});
   ASSERT_TRUE(user_->go(option("Opt_TypePrincipalOrgChg")));
   user_->press(toolkit::Key::Down);
   EXPECT_TRUE(option("Opt_TypeComplOrgChg").value());
@@ -140,7 +141,7 @@ class Requests : public RulesPage {
 TEST_F(Requests, AllowAnticipatedBillingToPrincipalBodiesAlone) {
   for (const char* type : {"P", "C", ""}) {
     SCOPED_TRACE(type);
-    show("001", {{18, type}});
+    show("001", {{attribut::TypeOrgChg, type}});
     tick("Cac_DemAccordOrgChg");
     EXPECT_EQ(check("Cac_FactAnticip").enabled(), std::string(type) == "P");
     EXPECT_FALSE(check("Cac_FactAnticip").value());
@@ -150,18 +151,18 @@ TEST_F(Requests, AllowAnticipatedBillingToPrincipalBodiesAlone) {
 }
 
 TEST_F(Requests, TakeAnticipatedBillingWithThem) {
-  show("001", {{44, "1"}, {57, "1"}});
+  show("001", {{attribut::DemAccordOrgChg, "1"}, {attribut::FactAnticip, "1"}});
   tick("Cac_DemAccordOrgChg");
   EXPECT_FALSE(check("Cac_FactAnticip").value());
   EXPECT_FALSE(check("Cac_FactAnticip").enabled());
   tick("Cac_DemAccordOrgChg");
   EXPECT_FALSE(check("Cac_FactAnticip").value());
   EXPECT_TRUE(check("Cac_FactAnticip").enabled());
-  expectSaved("001", {{57, "0"}});
+  expectSaved("001", {{attribut::FactAnticip, "0"}});
 }
 
 TEST_F(Requests, ClearAnticipatedBillingOfABodyThatIsNotPrincipal) {
-  show("001", {{18, "C"}});
+  show("001", {{attribut::TypeOrgChg, "C"}});
   check("Cac_FactAnticip").setValue(true);
   tick("Cac_DemAccordOrgChg");
   EXPECT_FALSE(check("Cac_FactAnticip").value());
@@ -228,7 +229,9 @@ TEST_F(AccountsOf, ABodyAreWrittenAsTheyStand) {
   ASSERT_TRUE(user_->fill(box("Txt_DebitOrgChg"), "4670000002"));
   ASSERT_TRUE(user_->fill(box("Txt_CreditOrgChg"), "4110000001"));
   ASSERT_TRUE(user_->fill(box("Txt_CpteProdAide"), "7060000004"));
-  expectSaved("001", {{22, "4670000002"}, {23, "4110000001"}, {56, "7060000004"}});
+  expectSaved("001", {{attribut::DebitOrgChg, "4670000002"},
+                      {attribut::CreditOrgChg, "4110000001"},
+                      {attribut::CpteProdAide, "7060000004"}});
 }
 
 TEST_F(AccountsOf, ANewBodyAreOpenAndEmpty) {
@@ -240,12 +243,15 @@ TEST_F(AccountsOf, ANewBodyAreOpenAndEmpty) {
 }
 
 TEST_F(AccountsOf, ABodyWithoutAccountingConsequenceAreEmptiedAndClosed) {
-  show("001", {{18, "C"}});
+  show("001", {{attribut::TypeOrgChg, "C"}});
   tick("Cac_IncidCompta");
   expectOpen(false);
   expectEmpty();
   expectNoBox();
-  expectSaved("001", {{22, ""}, {23, ""}, {50, "1"}, {56, ""}});
+  expectSaved("001", {{attribut::DebitOrgChg, ""},
+                      {attribut::CreditOrgChg, ""},
+                      {attribut::IncidCompta, "1"},
+                      {attribut::CpteProdAide, ""}});
 }
 
 TEST_F(AccountsOf, ABodyOpenAgainEmptyWhenTheBoxIsCleared) {
@@ -257,7 +263,7 @@ TEST_F(AccountsOf, ABodyOpenAgainEmptyWhenTheBoxIsCleared) {
 }
 
 TEST_F(AccountsOf, ABodyThatHasNoAccountingConsequenceAreNotShown) {
-  show("001", {{18, "C"}, {50, "1"}});
+  show("001", {{attribut::TypeOrgChg, "C"}, {attribut::IncidCompta, "1"}});
   EXPECT_TRUE(check("Cac_IncidCompta").value());
   expectOpen(false);
   expectEmpty();
@@ -266,7 +272,9 @@ TEST_F(AccountsOf, ABodyThatHasNoAccountingConsequenceAreNotShown) {
   expectOpen(true);
   EXPECT_EQ(box("Txt_DebitOrgChg").text(), "4110000001");
   show("001");
-  expectSaved("001", {{22, ""}, {23, ""}, {56, ""}});
+  expectSaved(
+      "001",
+      {{attribut::DebitOrgChg, ""}, {attribut::CreditOrgChg, ""}, {attribut::CpteProdAide, ""}});
 }
 
 class AccountsNotManaged : public RulesPage {
@@ -284,26 +292,29 @@ class AccountsNotManaged : public RulesPage {
 
 TEST_F(AccountsNotManaged, StayClosedWhateverTheBoxSays) {
   expectClosed();
-  show("001", {{18, "C"}, {22, "4110000001"}, {23, "4670000002"}, {56, "7060000003"}});
+  show("001", {{attribut::TypeOrgChg, "C"},
+               {attribut::DebitOrgChg, "4110000001"},
+               {attribut::CreditOrgChg, "4670000002"},
+               {attribut::CpteProdAide, "7060000003"}});
   expectClosed();
   tick("Cac_IncidCompta");
   expectClosed();
   tick("Cac_IncidCompta");
   expectClosed();
   tick("Cac_IncidCompta");
-  expectSaved("001", {{50, "1"}});
+  expectSaved("001", {{attribut::IncidCompta, "1"}});
   press("Cmd_Ajouter");
   expectClosed();
 }
 
 TEST_F(AccountsNotManaged, AnyTextInTheCounterManagesThem) {
   for (const char* mark : {"O", "0", " "}) {
-    store_.set("COMPTEUR", "999", 15, mark);
+    store_.set("COMPTEUR", "999", store::compteur::InterfaceComptable, mark);
     control_->Init();
     show("001");
     EXPECT_TRUE(box("Txt_DebitOrgChg").enabled()) << mark;
   }
-  store_.set("COMPTEUR", "999", 15, "");
+  store_.set("COMPTEUR", "999", store::compteur::InterfaceComptable, "");
   control_->Init();
   show("001");
   expectClosed();

@@ -22,7 +22,7 @@ class RulesPage : public ControlTest {
   explicit RulesPage(Accounts accounts = Accounts::Without) {
     fillThreeBodies(store_);
     if (accounts == Accounts::With) {
-      store_.set("COMPTEUR", "999", 15, "O");
+      store_.set("COMPTEUR", "999", store::compteur::InterfaceComptable, "O");
       store_.put("PLANCOMPTABLE", "0104110000001", {"AIDE A DOMICILE"});
       store_.put("PLANCOMPTABLE", "0104670000002", {"CREDITEURS"});
       store_.put("PLANCOMPTABLE", "0107060000003", {"PRODUITS"});
@@ -63,9 +63,9 @@ class RulesPageWithAccounts : public RulesPage {
  protected:
   RulesPageWithAccounts() : RulesPage(Accounts::With) {
     for (const char* code : {"001", "002", "003"}) {
-      store_.set("ORGPRISECHARGE", code, 22, "4110000001");
-      store_.set("ORGPRISECHARGE", code, 23, "4670000002");
-      store_.set("ORGPRISECHARGE", code, 56, "7060000003");
+      store_.set("ORGPRISECHARGE", code, attribut::DebitOrgChg, "4110000001");
+      store_.set("ORGPRISECHARGE", code, attribut::CreditOrgChg, "4670000002");
+      store_.set("ORGPRISECHARGE", code, attribut::CpteProdAide, "7060000003");
     }
   }
 };

@@ -23,7 +23,7 @@ TEST_F(RulesShown, TheType) {
                          Row{"c", false, false, "Participation bénéficiaire"},
                          Row{"P" + kMark + "C", false, false, "Participation bénéficiaire"}}) {
     SCOPED_TRACE(row.stored);
-    show("001", {{18, row.stored}});
+    show("001", {{attribut::TypeOrgChg, row.stored}});
     EXPECT_EQ(option("Opt_TypePrincipalOrgChg").value(), row.principal);
     EXPECT_EQ(option("Opt_TypeComplOrgChg").value(), row.complementary);
     EXPECT_EQ(frame("Cdr_ParticipBenef").caption(), row.caption);
@@ -40,7 +40,7 @@ TEST_F(RulesShown, TheCeiling) {
                                                                  {"12", ""}};
   for (const auto& [stored, set] : rows) {
     SCOPED_TRACE(stored);
-    show("001", {{19, stored}});
+    show("001", {{attribut::PlafondOrg, stored}});
     for (const char* name :
          {"Opt_PlafMensRepOrgChg", "Opt_PlafMensOrgChg", "Opt_PlafGlobalOrgChg"}) {
       EXPECT_EQ(option(name).value(), name == set) << name;
@@ -64,7 +64,7 @@ TEST_F(RulesShown, TheRenewalOfEachLine) {
       {"99999999999", ""}};
   for (const auto& [stored, shown] : rows) {
     SCOPED_TRACE(stored);
-    show("001", {{20, stored}});
+    show("001", {{attribut::RenouvOrgChg, stored}});
     EXPECT_EQ(renewal().text(), shown);
   }
   expectNoBox();
@@ -79,7 +79,7 @@ TEST_F(RulesShown, TheBillingPeriod) {
                                                                  {"X", ""}};
   for (const auto& [stored, shown] : rows) {
     SCOPED_TRACE(stored);
-    show("001", {{17, stored}});
+    show("001", {{attribut::PeriodFactOrgChg, stored}});
     EXPECT_EQ(period().text(), shown);
   }
 }
@@ -89,14 +89,14 @@ TEST_F(RulesShown, TheStatisticsCategoryByItsLabel) {
       {"CD", "Conseil départemental"}, {"MU", "Mutuelle"}, {"", ""}, {"XX", ""}, {"cd", ""}};
   for (const auto& [stored, shown] : rows) {
     SCOPED_TRACE(stored);
-    show("001", {{43, stored}});
+    show("001", {{attribut::StatsOrgChg, stored}});
     EXPECT_EQ(statistics().text(), shown);
   }
 }
 
 TEST_F(RulesShown, TheInformationLettersForOneAlone) {
   for (const char* stored : {"", "0", "1", "2", "O"}) {
-    show("001", {{52, stored}});
+    show("001", {{attribut::LettresInfo, stored}});
     EXPECT_EQ(check("Cac_LettresInfo").value(), std::string(stored) == "1") << stored;
   }
 }
@@ -106,7 +106,9 @@ TEST_F(RulesShown, AnticipatedBillingForPrincipalBodiesWithRequests) {
     for (const char* requests : {"0", "1", ""}) {
       for (const char* stored : {"0", "1", ""}) {
         SCOPED_TRACE(std::string(type) + "/" + requests + "/" + stored);
-        show("001", {{18, type}, {44, requests}, {57, stored}});
+        show("001", {{attribut::TypeOrgChg, type},
+                     {attribut::DemAccordOrgChg, requests},
+                     {attribut::FactAnticip, stored}});
         const bool possible = std::string(type) == "P" && std::string(requests) == "1";
         EXPECT_EQ(check("Cac_DemAccordOrgChg").value(), std::string(requests) == "1");
         EXPECT_EQ(check("Cac_FactAnticip").enabled(), possible);
@@ -118,28 +120,32 @@ TEST_F(RulesShown, AnticipatedBillingForPrincipalBodiesWithRequests) {
 
 TEST_F(RulesShown, WithoutAccountingConsequence) {
   for (const char* stored : {"", "0", "1"}) {
-    show("001", {{50, stored}});
+    show("001", {{attribut::IncidCompta, stored}});
     EXPECT_EQ(check("Cac_IncidCompta").value(), std::string(stored) == "1") << stored;
   }
 }
 
 TEST_F(RulesShown, AnEmptyFlagOfAccountingConsequenceIsZeroInTheRecord) {
-  show("001", {{50, ""}});
-  expectSaved("001", {{50, "0"}});
+  show("001", {{attribut::IncidCompta, ""}});
+  expectSaved("001", {{attribut::IncidCompta, "0"}});
 }
 
 TEST_F(RulesShown, NothingOfTheBodyBefore) {
-  const std::vector<int> rules = {17, 18, 19, 20, 21, 43, 44, 50, 52, 57};
+  const std::vector<int> rules = {attribut::PeriodFactOrgChg, attribut::TypeOrgChg,
+                                  attribut::PlafondOrg,       attribut::RenouvOrgChg,
+                                  attribut::PieceRenouOrgChg, attribut::StatsOrgChg,
+                                  attribut::DemAccordOrgChg,  attribut::IncidCompta,
+                                  attribut::LettresInfo,      attribut::FactAnticip};
   for (const int number : rules) store_.set("ORGPRISECHARGE", "002", number, "");
-  show("001", {{17, "T"},
-               {18, "C"},
-               {19, "2"},
-               {20, "4"},
-               {21, "AI" + kMark + "RI"},
-               {43, "MU"},
-               {44, "1"},
-               {50, "1"},
-               {52, "1"}});
+  show("001", {{attribut::PeriodFactOrgChg, "T"},
+               {attribut::TypeOrgChg, "C"},
+               {attribut::PlafondOrg, "2"},
+               {attribut::RenouvOrgChg, "4"},
+               {attribut::PieceRenouOrgChg, "AI" + kMark + "RI"},
+               {attribut::StatsOrgChg, "MU"},
+               {attribut::DemAccordOrgChg, "1"},
+               {attribut::IncidCompta, "1"},
+               {attribut::LettresInfo, "1"}});
   user_->click(list("Lst_PiecePossibleOrgChg"), 1);
   show("002");
   for (const char* name : {"Opt_TypePrincipalOrgChg", "Opt_TypeComplOrgChg",
@@ -164,33 +170,33 @@ class RulesWritten : public RulesPage {
 };
 
 TEST_F(RulesWritten, NothingChangesInAnUntouchedRecord) {
-  show("001", {{17, "F"},
-               {19, "1"},
-               {20, "6"},
-               {21, "RI" + kMark + "AI"},
-               {43, "MU"},
-               {44, "1"},
-               {52, "1"},
-               {57, "1"}});
+  show("001", {{attribut::PeriodFactOrgChg, "F"},
+               {attribut::PlafondOrg, "1"},
+               {attribut::RenouvOrgChg, "6"},
+               {attribut::PieceRenouOrgChg, "RI" + kMark + "AI"},
+               {attribut::StatsOrgChg, "MU"},
+               {attribut::DemAccordOrgChg, "1"},
+               {attribut::LettresInfo, "1"},
+               {attribut::FactAnticip, "1"}});
   expectSaved("001", {});
 }
 
 TEST_F(RulesWritten, TheType) {
-  show("001", {{18, "P"}});
+  show("001", {{attribut::TypeOrgChg, "P"}});
   choose("Opt_TypeComplOrgChg");
-  expectSaved("001", {{18, "C"}});
+  expectSaved("001", {{attribut::TypeOrgChg, "C"}});
   show("001");
   choose("Opt_TypePrincipalOrgChg");
-  expectSaved("001", {{18, "P"}});
+  expectSaved("001", {{attribut::TypeOrgChg, "P"}});
 }
 
 TEST_F(RulesWritten, ATypeAndACeilingThatAreNoneStayUntilOneIsChosen) {
-  show("001", {{18, "X"}, {19, "9"}});
+  show("001", {{attribut::TypeOrgChg, "X"}, {attribut::PlafondOrg, "9"}});
   expectSaved("001", {});
   show("001");
   choose("Opt_TypePrincipalOrgChg");
   choose("Opt_PlafMensOrgChg");
-  expectSaved("001", {{18, "P"}, {19, "2"}});
+  expectSaved("001", {{attribut::TypeOrgChg, "P"}, {attribut::PlafondOrg, "2"}});
 }
 
 TEST_F(RulesWritten, TheCeiling) {
@@ -200,7 +206,7 @@ TEST_F(RulesWritten, TheCeiling) {
     SCOPED_TRACE(name);
     show("001");
     choose(name);
-    expectSaved("001", {{19, code}});
+    expectSaved("001", {{attribut::PlafondOrg, code}});
   }
 }
 
@@ -209,14 +215,14 @@ TEST_F(RulesWritten, TheRenewalByTheNumberOfItsLine) {
     SCOPED_TRACE(line);
     show("001");
     ASSERT_TRUE(user_->choose(renewal(), line));
-    expectSaved("001", {{20, std::to_string(line)}});
+    expectSaved("001", {{attribut::RenouvOrgChg, std::to_string(line)}});
   }
 }
 
 TEST_F(RulesWritten, ARenewalThatIsTypedAsItsLineIs) {
   show("001");
   ASSERT_TRUE(user_->fill(renewal(), "Renouvellement à - 5 mois"));
-  expectSaved("001", {{20, "5"}});
+  expectSaved("001", {{attribut::RenouvOrgChg, "5"}});
 }
 
 TEST_F(RulesWritten, TheBillingPeriod) {
@@ -225,7 +231,7 @@ TEST_F(RulesWritten, TheBillingPeriod) {
     SCOPED_TRACE(line);
     show("001");
     ASSERT_TRUE(user_->choose(period(), line));
-    expectSaved("001", {{17, codes[static_cast<std::size_t>(line)]}});
+    expectSaved("001", {{attribut::PeriodFactOrgChg, codes[static_cast<std::size_t>(line)]}});
   }
 }
 
@@ -234,47 +240,54 @@ TEST_F(RulesWritten, TheOptions) {
   tick("Cac_DemAccordOrgChg");
   tick("Cac_FactAnticip");
   tick("Cac_LettresInfo");
-  expectSaved("001", {{44, "1"}, {57, "1"}, {52, "1"}});
+  expectSaved("001", {{attribut::DemAccordOrgChg, "1"},
+                      {attribut::FactAnticip, "1"},
+                      {attribut::LettresInfo, "1"}});
   show("001");
   tick("Cac_FactAnticip");
   tick("Cac_LettresInfo");
   tick("Cac_DemAccordOrgChg");
-  expectSaved("001", {{44, "0"}, {57, "0"}, {52, ""}});
+  expectSaved("001", {{attribut::DemAccordOrgChg, "0"},
+                      {attribut::FactAnticip, "0"},
+                      {attribut::LettresInfo, ""}});
 }
 
 TEST_F(RulesWritten, AnyOtherMarkOfInformationLettersGoesAtTheNextSave) {
-  show("001", {{52, "O"}});
-  expectSaved("001", {{52, ""}});
+  show("001", {{attribut::LettresInfo, "O"}});
+  expectSaved("001", {{attribut::LettresInfo, ""}});
 }
 
 TEST_F(RulesWritten, EmptyFlagsBecomeZero) {
-  show("001", {{44, ""}, {50, ""}, {57, ""}});
-  expectSaved("001", {{44, "0"}, {50, "0"}, {57, "0"}});
+  show("001",
+       {{attribut::DemAccordOrgChg, ""}, {attribut::IncidCompta, ""}, {attribut::FactAnticip, ""}});
+  expectSaved("001", {{attribut::DemAccordOrgChg, "0"},
+                      {attribut::IncidCompta, "0"},
+                      {attribut::FactAnticip, "0"}});
 }
 
 TEST_F(RulesWritten, WithoutAccountingConsequence) {
-  show("001", {{18, "C"}});
+  show("001", {{attribut::TypeOrgChg, "C"}});
   tick("Cac_IncidCompta");
-  expectSaved("001", {{50, "1"}});
+  expectSaved("001", {{attribut::IncidCompta, "1"}});
   show("001");
   tick("Cac_IncidCompta");
-  expectSaved("001", {{50, "0"}});
+  expectSaved("001", {{attribut::IncidCompta, "0"}});
 }
 
 TEST_F(RulesWritten, TheStatisticsCategoryByItsCode) {
   show("001");
   ASSERT_TRUE(user_->choose(statistics(), 1));
-  expectSaved("001", {{43, "MU"}});
+  expectSaved("001", {{attribut::StatsOrgChg, "MU"}});
   show("001");
   ASSERT_TRUE(user_->fill(statistics(), "Conseil départemental"));
-  expectSaved("001", {{43, "CD"}});
+  expectSaved("001", {{attribut::StatsOrgChg, "CD"}});
   show("001");
   ASSERT_TRUE(user_->fill(statistics(), ""));
-  expectSaved("001", {{43, ""}});
+  expectSaved("001", {{attribut::StatsOrgChg, ""}});
 }
 
 TEST_F(RulesWritten, AStatisticsCodeThatIsGoneStaysUntilAnotherIsChosen) {
-  show("001", {{43, "ANC"}});
+  show("001", {{attribut::StatsOrgChg, "ANC"}});
   EXPECT_EQ(statistics().text(), "");
   expectSaved("001", {});
   show("001");
@@ -283,12 +296,14 @@ TEST_F(RulesWritten, AStatisticsCodeThatIsGoneStaysUntilAnotherIsChosen) {
   expectSaved("001", {});
   show("001");
   ASSERT_TRUE(user_->choose(statistics(), 0));
-  expectSaved("001", {{43, "CD"}});
+  expectSaved("001", {{attribut::StatsOrgChg, "CD"}});
 }
 
 // The page shows these three; the slip's page writes them.
 TEST_F(RulesWritten, PeriodStatisticsAndRequestsAreWrittenByTheSlipsPage) {
-  show("001", {{17, "M"}, {43, "CD"}, {44, "0"}});
+  show("001", {{attribut::PeriodFactOrgChg, "M"},
+               {attribut::StatsOrgChg, "CD"},
+               {attribut::DemAccordOrgChg, "0"}});
   const auto change = [this] {
     ASSERT_TRUE(user_->choose(period(), 1));
     ASSERT_TRUE(user_->choose(statistics(), 1));
@@ -326,8 +341,8 @@ TEST_F(RulesWritten, ABodyMayTakeAnyTypeAndCeilingAtItsCreation) {
       choose(ceiling);
       press("Cmd_OK");
       expectNoBox();
-      EXPECT_EQ(attribute(body, 18), kind);
-      EXPECT_EQ(attribute(body, 19), level);
+      EXPECT_EQ(attribute(body, attribut::TypeOrgChg), kind);
+      EXPECT_EQ(attribute(body, attribut::PlafondOrg), level);
     }
   }
 }
@@ -338,16 +353,16 @@ class NewBody : public RulesPage {
 };
 
 TEST_F(NewBody, StartsWithTheFirstLinesAndNothingElse) {
-  show("001", {{17, "F"},
-               {18, "P"},
-               {19, "1"},
-               {20, "5"},
-               {21, "AI"},
-               {43, "MU"},
-               {44, "1"},
-               {50, "1"},
-               {52, "1"},
-               {57, "1"}});
+  show("001", {{attribut::PeriodFactOrgChg, "F"},
+               {attribut::TypeOrgChg, "P"},
+               {attribut::PlafondOrg, "1"},
+               {attribut::RenouvOrgChg, "5"},
+               {attribut::PieceRenouOrgChg, "AI"},
+               {attribut::StatsOrgChg, "MU"},
+               {attribut::DemAccordOrgChg, "1"},
+               {attribut::IncidCompta, "1"},
+               {attribut::LettresInfo, "1"},
+               {attribut::FactAnticip, "1"}});
   press("Cmd_Annuler");
   press("Cmd_Ajouter");
   EXPECT_EQ(tabs().tab(), 0);
@@ -380,8 +395,13 @@ TEST_F(NewBody, IsStoredWithItsDefaults) {
   press("Cmd_OK");
   expectNoBox();
   const std::vector<std::pair<int, std::string>> stored = {
-      {17, "M"}, {18, ""},  {19, ""},  {20, "0"}, {21, ""}, {22, ""}, {23, ""},
-      {43, ""},  {44, "0"}, {50, "0"}, {52, ""},  {56, ""}, {57, "0"}};
+      {attribut::PeriodFactOrgChg, "M"}, {attribut::TypeOrgChg, ""},
+      {attribut::PlafondOrg, ""},        {attribut::RenouvOrgChg, "0"},
+      {attribut::PieceRenouOrgChg, ""},  {attribut::DebitOrgChg, ""},
+      {attribut::CreditOrgChg, ""},      {attribut::StatsOrgChg, ""},
+      {attribut::DemAccordOrgChg, "0"},  {attribut::IncidCompta, "0"},
+      {attribut::LettresInfo, ""},       {attribut::CpteProdAide, ""},
+      {attribut::FactAnticip, "0"}};
   for (const auto& [number, text] : stored) EXPECT_EQ(attribute("004", number), text) << number;
 }
 

@@ -13,7 +13,6 @@
 namespace behaviour {
 namespace {
 
-namespace attribut = store::orgprisecharge;
 using store::DynamicArray;
 using testing_support::MemoryStore;
 
@@ -104,7 +103,8 @@ long slipWidth(const MemoryStore& store, const DynamicArray& body) {
   long width = 0;
   for (int i = 1; i <= body.DCount(attribut::ParamSelecOrgChg); ++i) {
     const std::string key(body.get(attribut::ParamSelecOrgChg, i));
-    width += store::wholeNumber(store.record("PARAMBORDORGCHG", key).get(2));
+    width += store::wholeNumber(
+        store.record("PARAMBORDORGCHG", key).get(store::parambordorgchg::Longueur));
   }
   return width;
 }

@@ -9,8 +9,6 @@
 namespace behaviour {
 namespace {
 
-namespace attribut = store::orgprisecharge;
-
 constexpr const char* kDebutSeul = "Le barème de début pour personne seule est obligatoire.";
 constexpr const char* kFinSeul = "Le barème de fin pour personne seule est obligatoire.";
 constexpr const char* kDebutMenage = "Le barème de début pour ménage est obligatoire.";
@@ -193,7 +191,7 @@ TEST_F(ScaleChecks, Check1OpensTheDateSoThatItCanBeEntered) {
   expectRefusal(kDateObligatoire, "Txt_DatBaremCours");
   ASSERT_TRUE(user_->type("02012026"));
   save();
-  EXPECT_EQ(attribute("001", 39), stored("02/01/2026"));
+  EXPECT_EQ(attribute("001", attribut::DatBaremCours), stored("02/01/2026"));
   show();
   EXPECT_FALSE(current().enabled());
 }
@@ -272,13 +270,13 @@ TEST_F(ScaleChecks, Check5SelectsTheFirstRowThatBreaksTheChainOfHouseholds) {
 TEST_F(ScaleChecks, TheChainComparesTexts) {
   const std::string mark(1, store::kValueMark);
   put({chained_[0], chained_[1]}, "", "01/01/2026");
-  store_.set("ORGPRISECHARGE", "001", 32, "0" + mark + "500.");
-  store_.set("ORGPRISECHARGE", "001", 33, "50000" + mark + "90000");
+  store_.set("ORGPRISECHARGE", "001", attribut::DebRevSeulOrgChg, "0" + mark + "500.");
+  store_.set("ORGPRISECHARGE", "001", attribut::FinRevSeulOrgChg, "50000" + mark + "90000");
   show();
   EXPECT_EQ(rows()[1][0], "500.");
   expectRefusal(kRuptureSeul, "Lst_DebRevSeulOrgChg");
-  store_.set("ORGPRISECHARGE", "001", 32, "0" + mark + "abc");
-  store_.set("ORGPRISECHARGE", "001", 33, "abc" + mark + "90000");
+  store_.set("ORGPRISECHARGE", "001", attribut::DebRevSeulOrgChg, "0" + mark + "abc");
+  store_.set("ORGPRISECHARGE", "001", attribut::FinRevSeulOrgChg, "abc" + mark + "90000");
   show();
   save();
 }
@@ -311,7 +309,7 @@ TEST_F(ScaleChecks, Check6SubscriptionAndGlobalCost) {
   expectRefusal(kAbonnement, "Cac_Abonnement");
   ASSERT_TRUE(user_->click(child<CheckBox>("Cac_Abonnement")));
   save();
-  EXPECT_EQ(attribute("001", 55), "1");
+  EXPECT_EQ(attribute("001", attribut::CoutGlobal), "1");
 }
 
 // The guard on active agreements ------------------------------------------------------------------
@@ -350,7 +348,7 @@ TEST_F(ScaleGuard, Check7FromAmountToPercentage) {
   putMode("M");
   choose("Opt_GestPartPourc");
   expectRefusal(kModeChange, "Opt_GestPartPourc", Icon::Information);
-  EXPECT_EQ(attribute("001", 41), "M");
+  EXPECT_EQ(attribute("001", attribut::GestPartBenef), "M");
 }
 
 TEST_F(ScaleGuard, Check7FromPercentageToAmount) {
@@ -358,7 +356,7 @@ TEST_F(ScaleGuard, Check7FromPercentageToAmount) {
   putMode("%");
   choose("Opt_GestPartMont");
   expectRefusal(kModeChange, "Opt_GestPartMont", Icon::Information);
-  EXPECT_EQ(attribute("001", 41), "%");
+  EXPECT_EQ(attribute("001", attribut::GestPartBenef), "%");
 }
 
 TEST_F(ScaleGuard, Check7OfAModeThatAnotherPageHasSet) {
@@ -399,7 +397,7 @@ TEST_F(ScaleGuard, WithoutActiveAgreementsTheModeMayChange) {
     putMode("M");
     choose("Opt_GestPartPourc");
     save();
-    EXPECT_EQ(attribute("001", 41), "%");
+    EXPECT_EQ(attribute("001", attribut::GestPartBenef), "%");
     EXPECT_EQ(searches(), 1U);
   }
 }
@@ -410,7 +408,7 @@ TEST_F(ScaleGuard, ARecordReadWithoutAModeMayTakeOne) {
     putMode(mode);
     choose("Opt_GestPartPourc");
     save();
-    EXPECT_EQ(attribute("001", 41), "%");
+    EXPECT_EQ(attribute("001", attribut::GestPartBenef), "%");
   }
 }
 
@@ -537,14 +535,16 @@ class ScaleSequences : public Scale {
     body_ = body;
     const store::DynamicArray record = store_.record("ORGPRISECHARGE", body);
     Rows rows;
-    for (int value = 1; value <= record.DCount(32); ++value) {
+    for (int value = 1; value <= record.DCount(attribut::DebRevSeulOrgChg); ++value) {
       Row row;
       for (int column = 0; column < 6; ++column) {
-        row.push_back(store::shownHundredths(record.get(32 + column, value)));
+        row.push_back(
+            store::shownHundredths(record.get(attribut::DebRevSeulOrgChg + column, value)));
       }
       rows.push_back(row);
     }
-    model_.shown(rows, store::textOfDay(record.get(38)), store::textOfDay(record.get(39)));
+    model_.shown(rows, store::textOfDay(record.get(attribut::DatBaremPrec)),
+                 store::textOfDay(record.get(attribut::DatBaremCours)));
   }
   void lookUpAny() {
     const std::string body = "00" + std::to_string(1 + any(3));
@@ -720,10 +720,11 @@ class ScaleSequences : public Scale {
         if (i > 0) expected += store::kValueMark;
         expected += stored(model_.rows[i][static_cast<std::size_t>(column)]);
       }
-      ASSERT_EQ(record.get(32 + column), expected) << 32 + column;
+      ASSERT_EQ(record.get(attribut::DebRevSeulOrgChg + column), expected)
+          << attribut::DebRevSeulOrgChg + column;
     }
-    ASSERT_EQ(record.get(38), stored(model_.previous));
-    ASSERT_EQ(record.get(39), stored(model_.current));
+    ASSERT_EQ(record.get(attribut::DatBaremPrec), stored(model_.previous));
+    ASSERT_EQ(record.get(attribut::DatBaremCours), stored(model_.current));
   }
   void expectAsTold() {
     ASSERT_EQ(rows(), model_.rows);
@@ -863,13 +864,13 @@ TEST_F(ScaleDesk, AfterEachStepTheRecordWrittenIsTheModels) {
     desktop_.clearJournal();
     const store::DynamicArray record = written();
     for (int column = 0; column < 6; ++column) {
-      ASSERT_EQ(record.DCount(32 + column),
+      ASSERT_EQ(record.DCount(attribut::DebRevSeulOrgChg + column),
                 column == 4 && model_.rows.size() == 1 && model_.rows[0][4].empty()
                     ? 0
                     : static_cast<int>(model_.rows.size()))
           << i;
       for (std::size_t row = 0; row < model_.rows.size(); ++row) {
-        ASSERT_EQ(record.get(32 + column, static_cast<int>(row) + 1),
+        ASSERT_EQ(record.get(attribut::DebRevSeulOrgChg + column, static_cast<int>(row) + 1),
                   stored(model_.rows[row][static_cast<std::size_t>(column)]))
             << i;
       }

@@ -12,8 +12,6 @@ namespace {
 
 using toolkit::Buttons;
 
-namespace attribut = store::orgprisecharge;
-
 const Rows kThree{{"0,00", "500,00", "0,00", "800,00", "1,50", "1,60"},
                   {"500,00", "900,00", "800,00", "1400,00", "2,50", "2,75"},
                   {"900,00", "2000,00", "1400,00", "3000,00", "4,00", "4,25"}};
@@ -48,10 +46,10 @@ TEST_F(ScalePage, ShowsEachCodeAsItsOption) {
     const char* code;
     const char* option;
     const char* other;
-  } const codes[] = {{40, "Q", "Opt_Quotient", "Opt_Ressource"},
-                     {40, "R", "Opt_Ressource", "Opt_Quotient"},
-                     {41, "M", "Opt_GestPartMont", "Opt_GestPartPourc"},
-                     {41, "%", "Opt_GestPartPourc", "Opt_GestPartMont"}};
+  } const codes[] = {{attribut::Bareme, "Q", "Opt_Quotient", "Opt_Ressource"},
+                     {attribut::Bareme, "R", "Opt_Ressource", "Opt_Quotient"},
+                     {attribut::GestPartBenef, "M", "Opt_GestPartMont", "Opt_GestPartPourc"},
+                     {attribut::GestPartBenef, "%", "Opt_GestPartPourc", "Opt_GestPartMont"}};
   for (const auto& line : codes) {
     store_.set("ORGPRISECHARGE", "001", line.attribute, line.code);
     show();
@@ -78,8 +76,8 @@ TEST_F(ScalePage, WritesEachOptionAsItsCode) {
 }
 
 TEST_F(ScalePage, ACodeThatIsNoneSetsNoOptionAndIsKept) {
-  store_.set("ORGPRISECHARGE", "001", 40, "X");
-  store_.set("ORGPRISECHARGE", "001", 41, "m");
+  store_.set("ORGPRISECHARGE", "001", attribut::Bareme, "X");
+  store_.set("ORGPRISECHARGE", "001", attribut::GestPartBenef, "m");
   show();
   for (const char* name :
        {"Opt_Quotient", "Opt_Ressource", "Opt_GestPartMont", "Opt_GestPartPourc"}) {
@@ -87,8 +85,8 @@ TEST_F(ScalePage, ACodeThatIsNoneSetsNoOptionAndIsKept) {
   }
   EXPECT_EQ(caption("Etq_Montant"), "% au");
   save();
-  EXPECT_EQ(attribute("001", 40), "X");
-  EXPECT_EQ(attribute("001", 41), "m");
+  EXPECT_EQ(attribute("001", attribut::Bareme), "X");
+  EXPECT_EQ(attribute("001", attribut::GestPartBenef), "m");
 }
 
 TEST_F(ScalePage, ReadsTheSubscriptionAsAFlagAndWritesItAs0Or1) {
@@ -98,7 +96,7 @@ TEST_F(ScalePage, ReadsTheSubscriptionAsAFlagAndWritesItAs0Or1) {
   show();
   ASSERT_TRUE(user_->click(child<CheckBox>("Cac_Abonnement")));
   save();
-  EXPECT_EQ(attribute("001", 42), "1");
+  EXPECT_EQ(attribute("001", attribut::Abonnement), "1");
 }
 
 TEST_F(ScalePage, SavingUnchangedKeepsTheRecordsText) {
@@ -119,7 +117,8 @@ TEST_F(ScalePage, SavingUnchangedKeepsTheRecordsText) {
 TEST_F(ScalePage, ValuesThatCannotBeReadAreShownAndKept) {
   const std::string mark(1, store::kValueMark);
   const std::string odd = "abc" + mark + "12,5" + mark + "0150";
-  for (const int number : {36, 37}) EXPECT_EQ(roundTrip(number, odd), odd) << number;
+  for (const int number : {attribut::BaremPrecOrgChg, attribut::BaremCoursOrgChg})
+    EXPECT_EQ(roundTrip(number, odd), odd) << number;
   show();
   EXPECT_EQ(rows()[0][4], "abc");
   EXPECT_EQ(rows()[1][5], "12,5");
@@ -133,19 +132,19 @@ TEST_F(ScalePage, ValuesThatCannotBeReadAreShownAndKept) {
 
 TEST_F(ScalePage, ValuesThatCannotBeReadStayWhenAnotherRowChanges) {
   const std::string mark(1, store::kValueMark);
-  store_.set("ORGPRISECHARGE", "001", 36, "abc" + mark + "?" + mark + "400");
+  store_.set("ORGPRISECHARGE", "001", attribut::BaremPrecOrgChg, "abc" + mark + "?" + mark + "400");
   show();
   ASSERT_TRUE(open(2));
   user_->fill(box("Txt_BaremCoursOrgChg"), "5");
   ASSERT_TRUE(press("Cmd_OKPart"));
   save();
-  EXPECT_EQ(attribute("001", 36), "abc" + mark + "?" + mark + "400");
-  EXPECT_EQ(attribute("001", 37), "160" + mark + "275" + mark + "500");
+  EXPECT_EQ(attribute("001", attribut::BaremPrecOrgChg), "abc" + mark + "?" + mark + "400");
+  EXPECT_EQ(attribute("001", attribut::BaremCoursOrgChg), "160" + mark + "275" + mark + "500");
 }
 
 TEST_F(ScalePage, AnEmptyCurrentParticipationCountsAndIsWrittenAs0) {
   const std::string mark(1, store::kValueMark);
-  store_.set("ORGPRISECHARGE", "001", 37, "160" + mark + mark);
+  store_.set("ORGPRISECHARGE", "001", attribut::BaremCoursOrgChg, "160" + mark + mark);
   show();
   EXPECT_EQ(rows()[1][5], "");
   EXPECT_TRUE(control_->Verif_Ong4());
@@ -153,25 +152,25 @@ TEST_F(ScalePage, AnEmptyCurrentParticipationCountsAndIsWrittenAs0) {
   EXPECT_EQ(rows()[2][5], "0,00");
   show();
   save();
-  EXPECT_EQ(attribute("001", 37), "160" + mark + "0" + mark + "0");
+  EXPECT_EQ(attribute("001", attribut::BaremCoursOrgChg), "160" + mark + "0" + mark + "0");
 }
 
 TEST_F(ScalePage, AnEmptyCurrentParticipationIsCountedEvenWhenTheCheckFails) {
   const std::string mark(1, store::kValueMark);
-  store_.set("ORGPRISECHARGE", "001", 37, mark + mark + "425");
-  store_.set("ORGPRISECHARGE", "001", 39, "");
+  store_.set("ORGPRISECHARGE", "001", attribut::BaremCoursOrgChg, mark + mark + "425");
+  store_.set("ORGPRISECHARGE", "001", attribut::DatBaremCours, "");
   show();
   EXPECT_FALSE(control_->Verif_Ong4());
   EXPECT_EQ(rows()[0][5], "0,00");
 }
 
 TEST_F(ScalePage, AttributesOfUnequalLengthsShowAsManyRowsAsTheLongestOne) {
-  store_.set("ORGPRISECHARGE", "001", 36, "150");
+  store_.set("ORGPRISECHARGE", "001", attribut::BaremPrecOrgChg, "150");
   show();
   EXPECT_EQ(rows().size(), 3U);
   EXPECT_EQ(rows()[2][4], "");
   save();
-  EXPECT_EQ(store_.record("ORGPRISECHARGE", "001").DCount(36), 3);
+  EXPECT_EQ(store_.record("ORGPRISECHARGE", "001").DCount(attribut::BaremPrecOrgChg), 3);
 }
 
 TEST_F(ScalePage, ShowingAnotherBodyLeavesNothingOfTheOneBefore) {
@@ -241,7 +240,7 @@ TEST_F(ScalePage, TheFrameNamesWhoTakesPart) {
   EXPECT_EQ(caption("Cdr_ParticipBenef"), "Participation bénéficiaire");
   EXPECT_TRUE(set("Opt_GestPartMont"));
   EXPECT_EQ(caption("Etq_Montant"), "Montant au");
-  store_.set("ORGPRISECHARGE", "002", 18, "C");
+  store_.set("ORGPRISECHARGE", "002", attribut::TypeOrgChg, "C");
   show("002");
   EXPECT_EQ(caption("Cdr_ParticipBenef"), "Participation organisme");
   control_->Vider_Donnees();
@@ -701,7 +700,7 @@ TEST_F(ScaleAdding, IsOpenUntilAFirstScaleHasBeenSaved) {
   EXPECT_TRUE(current().hasFocus());
   ASSERT_TRUE(user_->type("01022026"));
   save();
-  EXPECT_EQ(attribute("002", 39), stored("01/02/2026"));
+  EXPECT_EQ(attribute("002", attribut::DatBaremCours), stored("01/02/2026"));
   show("002");
   EXPECT_EQ(rows().size(), 2U);
   EXPECT_FALSE(enabled("Cmd_AjoutPart"));
@@ -816,17 +815,17 @@ TEST_F(NewScale, IsSaved) {
   for (int number = 32; number <= 35; ++number) {
     EXPECT_EQ(attribute("001", number), before.get(number)) << number;
   }
-  EXPECT_EQ(attribute("001", 36), "160" + mark + "275" + mark + "425");
-  EXPECT_EQ(attribute("001", 37), "170" + mark + "275" + mark + "425");
-  EXPECT_EQ(attribute("001", 38), stored("01/01/2026"));
-  EXPECT_EQ(attribute("001", 39), stored("01/02/2026"));
+  EXPECT_EQ(attribute("001", attribut::BaremPrecOrgChg), "160" + mark + "275" + mark + "425");
+  EXPECT_EQ(attribute("001", attribut::BaremCoursOrgChg), "170" + mark + "275" + mark + "425");
+  EXPECT_EQ(attribute("001", attribut::DatBaremPrec), stored("01/01/2026"));
+  EXPECT_EQ(attribute("001", attribut::DatBaremCours), stored("01/02/2026"));
   EXPECT_FALSE(newScale());
 }
 
 TEST_F(NewScale, CancelledPutsEverythingBackAndTheRecordsText) {
   const std::string mark(1, store::kValueMark);
-  store_.set("ORGPRISECHARGE", "001", 36, "abc" + mark + mark + "0400");
-  store_.set("ORGPRISECHARGE", "001", 38, "hier");
+  store_.set("ORGPRISECHARGE", "001", attribut::BaremPrecOrgChg, "abc" + mark + mark + "0400");
+  store_.set("ORGPRISECHARGE", "001", attribut::DatBaremPrec, "hier");
   show();
   const Rows shown = rows();
   const std::string text = store_.record("ORGPRISECHARGE", "001").text();
@@ -884,7 +883,7 @@ TEST_F(NewScale, MayBeStartedAgainOnceCancelled) {
   EXPECT_TRUE(newScale());
   EXPECT_EQ(previous().text(), "01/01/2026");
   save();
-  EXPECT_EQ(attribute("001", 39), stored("01/03/2026"));
+  EXPECT_EQ(attribute("001", attribut::DatBaremCours), stored("01/03/2026"));
 }
 
 TEST_F(NewScale, OfABodyWithoutAScaleHasNothingToMove) {
@@ -893,9 +892,9 @@ TEST_F(NewScale, OfABodyWithoutAScaleHasNothingToMove) {
   EXPECT_EQ(previous().text(), "");
   add({"0", "100", "0", "200", "1"});
   save();
-  EXPECT_EQ(attribute("002", 36), "");
-  EXPECT_EQ(attribute("002", 37), "100");
-  EXPECT_EQ(attribute("002", 39), stored("01/02/2026"));
+  EXPECT_EQ(attribute("002", attribut::BaremPrecOrgChg), "");
+  EXPECT_EQ(attribute("002", attribut::BaremCoursOrgChg), "100");
+  EXPECT_EQ(attribute("002", attribut::DatBaremCours), stored("01/02/2026"));
 }
 
 TEST_F(NewScale, EndsWithTheBodyInHand) {
@@ -920,8 +919,8 @@ TEST_F(NewScale, EndsWithTheBodyInHand) {
   for (const auto& end : ends) {
     putScale("001", kThree, "01/01/2025", "01/01/2026");
     completeBody(store_, "001");
-    store_.set("ORGPRISECHARGE", "001", 1, "DOMUS");
-    store_.set("ORGPRISECHARGE", "001", 2, "Domus Mutuelle");
+    store_.set("ORGPRISECHARGE", "001", attribut::SigleOrgChg, "DOMUS");
+    store_.set("ORGPRISECHARGE", "001", attribut::RaisonOrgChg, "Domus Mutuelle");
     show();
     beginScale("01022026");
     ASSERT_TRUE(newScale()) << end.how;
@@ -1044,7 +1043,7 @@ TEST_F(ScaleMembers, AfficheBaremeShowsWhatEcrireOng4HasWritten) {
 }
 
 TEST_F(ScaleMembers, EcrireOng4DoesNotCheck) {
-  store_.set("ORGPRISECHARGE", "001", 39, "");
+  store_.set("ORGPRISECHARGE", "001", attribut::DatBaremCours, "");
   show();
   control_->Ecrire_Ong4();
   expectNoBox();

@@ -5,8 +5,6 @@
 
 namespace behaviour {
 
-namespace attribut = store::orgprisecharge;
-
 std::string questionBareme(std::string_view date) {
   return "Vous venez de saisir un nouveau barème au " + std::string(date) +
          "\r\nSouhaitez-vous mettre à jour tous les accords de l'organisme ?\r\nAttention, ce "

@@ -1048,13 +1048,13 @@ TEST_F(Keyboard, AWholeCreationNeedsNoMouse) {
   ASSERT_TRUE(button("Cmd_AjoutTaux").hasFocus());
   user_->alt('O');
   expectNoBox();
-  EXPECT_EQ(attribute("004", 1), "NEUF");
-  EXPECT_EQ(attribute("004", 3), "Bât. B");
-  EXPECT_EQ(attribute("004", 24), "H");
-  EXPECT_EQ(attribute("004", 25), "21186");
-  EXPECT_EQ(attribute("004", 26), "2250");
-  EXPECT_EQ(attribute("004", 46), "010");
-  EXPECT_EQ(attribute("004", 61), "2");
+  EXPECT_EQ(attribute("004", attribut::SigleOrgChg), "NEUF");
+  EXPECT_EQ(attribute("004", attribut::AdrComplement), "Bât. B");
+  EXPECT_EQ(attribute("004", attribut::AttribOrgChg), "H");
+  EXPECT_EQ(attribute("004", attribut::DateRembOrgChg), "21186");
+  EXPECT_EQ(attribute("004", attribut::TxRembOrgChg), "2250");
+  EXPECT_EQ(attribute("004", attribut::Entite), "010");
+  EXPECT_EQ(attribute("004", attribut::ParamSelecOrgChg), "2");
   user_->type("004");
   EXPECT_EQ(box("Txt_RaisonOrgChg").text(), "Organisme neuf");
   user_->alt('S');
@@ -1094,10 +1094,10 @@ TEST_F(Address, WorksFromTheAttributeGiven) {
 TEST_F(Address, StaysWithinItsOwnAttributes) {
   initialise(true, true, false);
   store::DynamicArray record;
-  for (int i = 1; i <= 62; ++i) record.set(i, "x");
+  for (int i = 1; i <= attribut::Dernier; ++i) record.set(i, "x");
   panel_.vider();
   panel_.ecrire(record, store::adresse::Premier);
-  for (int i = 1; i <= 62; ++i) {
+  for (int i = 1; i <= attribut::Dernier; ++i) {
     const bool own = i >= store::adresse::Premier && i <= store::adresse::Dernier;
     EXPECT_EQ(record.get(i), own && record.get(i).empty() ? "" : "x") << i;
   }

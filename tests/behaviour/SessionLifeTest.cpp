@@ -201,7 +201,7 @@ TEST_F(SessionLife, OfACheckThatFailsLeavesNoPageRefused) {
   store_.stopFailing();
   save_.Cmd_OK_Click();
   EXPECT_TRUE(desktop_.takeBoxes().empty());
-  EXPECT_EQ(store_.record("ORGPRISECHARGE", "001").get(41), "%");
+  EXPECT_EQ(store_.record("ORGPRISECHARGE", "001").get(attribut::GestPartBenef), "%");
 }
 
 }  // namespace

@@ -60,7 +60,7 @@ class SlipPage : public ControlTest {
   }
   // Shows body 001 with these slip parameters, this page in front.
   void show(std::string_view parameters = "1") {
-    store_.set("ORGPRISECHARGE", "001", 61, parameters);
+    store_.set("ORGPRISECHARGE", "001", attribut::ParamSelecOrgChg, parameters);
     showStored();
   }
   void showStored() {
@@ -378,7 +378,7 @@ TEST_F(SlipPage, TheOrderOnScreenIsTheOrderOfTheRecord) {
   show(values({"1", "2", "3"}));
   select(chosen(), {"Adresse"});
   press("Cmd_HautBord");
-  EXPECT_EQ(saved(61), values({"1", "3", "2"}));
+  EXPECT_EQ(saved(attribut::ParamSelecOrgChg), values({"1", "3", "2"}));
   showStored();
   EXPECT_EQ(linesOf(chosen()), (Lines{"Nom", "Adresse", "Heures"}));
 }
@@ -430,7 +430,7 @@ TEST_F(SlipPage, AParameterWithoutWidthCountsNothing) {
   EXPECT_EQ(counter().caption(), "");
   dblClick(possible(), "Nom");
   EXPECT_EQ(counter().caption(), "30/130");
-  EXPECT_EQ(saved(61), values({"8", "1"}));
+  EXPECT_EQ(saved(attribut::ParamSelecOrgChg), values({"8", "1"}));
 }
 
 TEST_F(SlipPage, AWidthIsReadAsANumberAsFarAsItIsOne) {
@@ -481,7 +481,7 @@ TEST_F(SlipPage, AParameterWithoutLabelCountsNothing) {
   show(values({"1", "8"}));
   EXPECT_EQ(linesOf(chosen()), (Lines{"Nom", ""}));
   EXPECT_EQ(counter().caption(), "30/130");
-  EXPECT_EQ(saved(61), values({"1", "8"}));
+  EXPECT_EQ(saved(attribut::ParamSelecOrgChg), values({"1", "8"}));
 }
 
 TEST_F(SlipPage, TheCheckAddsUpTheWidthsAsTheyAreNow) {
@@ -516,7 +516,7 @@ TEST_F(SlipPage, AnIdentifierThatNoParameterHasIsShownAsItStands) {
   show(values({"1", "77", "2"}));
   EXPECT_EQ(linesOf(chosen()), (Lines{"Nom", "77", "Heures"}));
   EXPECT_EQ(counter().caption(), "38/130");
-  EXPECT_EQ(saved(61), values({"1", "77", "2"}));
+  EXPECT_EQ(saved(attribut::ParamSelecOrgChg), values({"1", "77", "2"}));
 }
 
 TEST_F(SlipPage, AnIdentifierThatNoParameterHasIsKeptThroughChanges) {
@@ -524,20 +524,20 @@ TEST_F(SlipPage, AnIdentifierThatNoParameterHasIsKeptThroughChanges) {
   select(chosen(), {"77"});
   press("Cmd_HautBord");
   dblClick(possible(), "Rang");
-  EXPECT_EQ(saved(61), values({"77", "1", "2", "7"}));
+  EXPECT_EQ(saved(attribut::ParamSelecOrgChg), values({"77", "1", "2", "7"}));
 }
 
 TEST_F(SlipPage, AnIdentifierThatNoParameterHasGoesWhenItIsRemoved) {
   show(values({"1", "77", "2"}));
   dblClick(chosen(), "77");
-  EXPECT_EQ(saved(61), values({"1", "2"}));
+  EXPECT_EQ(saved(attribut::ParamSelecOrgChg), values({"1", "2"}));
 }
 
 TEST_F(SlipPage, ATextThatBeginsWithANumberIsNotThatIdentifier) {
   show(values({"1A", "-1", "2"}));
   EXPECT_EQ(linesOf(chosen()), (Lines{"1A", "-1", "Heures"}));
   dblClick(possible(), "Nom");
-  EXPECT_EQ(saved(61), values({"1A", "-1", "2", "1"}));
+  EXPECT_EQ(saved(attribut::ParamSelecOrgChg), values({"1A", "-1", "2", "1"}));
 }
 
 TEST_F(SlipPage, AnIdentifierTwiceInTheRecordIsShownAndKeptTwice) {
@@ -546,7 +546,7 @@ TEST_F(SlipPage, AnIdentifierTwiceInTheRecordIsShownAndKeptTwice) {
   EXPECT_EQ(counter().caption(), "68/130");
   select(chosen(), {"Heures"});
   press("Cmd_BasBord");
-  EXPECT_EQ(saved(61), values({"1", "1", "2"}));
+  EXPECT_EQ(saved(attribut::ParamSelecOrgChg), values({"1", "1", "2"}));
 }
 
 TEST_F(SlipPage, OfTwoParametersWithOneLabelTheStoredOneIsKept) {
@@ -558,14 +558,14 @@ TEST_F(SlipPage, OfTwoParametersWithOneLabelTheStoredOneIsKept) {
   EXPECT_EQ(dataOf(chosen()), (std::vector<long>{9, 2}));
   select(chosen(), {"Heures"});
   press("Cmd_HautBord");
-  EXPECT_EQ(saved(61), values({"2", "9"}));
+  EXPECT_EQ(saved(attribut::ParamSelecOrgChg), values({"2", "9"}));
 }
 
 TEST_F(SlipPage, EmptyValuesInTheRecordAreKept) {
   show(values({"1", "", "2", ""}));
   EXPECT_EQ(linesOf(chosen()), (Lines{"Nom", "", "Heures", ""}));
   EXPECT_EQ(counter().caption(), "38/130");
-  EXPECT_EQ(saved(61), values({"1", "", "2", ""}));
+  EXPECT_EQ(saved(attribut::ParamSelecOrgChg), values({"1", "", "2", ""}));
 }
 
 TEST_F(SlipPage, AFirstLineWithoutLabelCountsAsAnEmptyList) {
@@ -575,11 +575,11 @@ TEST_F(SlipPage, AFirstLineWithoutLabelCountsAsAnEmptyList) {
 }
 
 TEST_F(SlipPage, ASavedRecordThatNothingChangedKeepsItsText) {
-  store_.set("ORGPRISECHARGE", "001", 48, "");
-  store_.set("ORGPRISECHARGE", "001", 45, "");
-  store_.set("ORGPRISECHARGE", "001", 49, "A" + values({"", "B"}));
-  store_.set("ORGPRISECHARGE", "001", 58, "T" + values({"", ""}));
-  store_.set("ORGPRISECHARGE", "001", 62, values({"6", "", "9"}));
+  store_.set("ORGPRISECHARGE", "001", attribut::NbExemplOrgChg, "");
+  store_.set("ORGPRISECHARGE", "001", attribut::TypeBordOrgChg, "");
+  store_.set("ORGPRISECHARGE", "001", attribut::IdentMagnetOrgChg, "A" + values({"", "B"}));
+  store_.set("ORGPRISECHARGE", "001", attribut::CodeThesaurus, "T" + values({"", ""}));
+  store_.set("ORGPRISECHARGE", "001", attribut::ParamTriSelect, values({"6", "", "9"}));
   const std::string before = store_.record("ORGPRISECHARGE", "001").text();
   showStored();
   press("Cmd_OK");
@@ -588,14 +588,14 @@ TEST_F(SlipPage, ASavedRecordThatNothingChangedKeepsItsText) {
 }
 
 TEST_F(SlipPage, NothingIsLeftOfTheBodyBefore) {
-  store_.set("ORGPRISECHARGE", "002", 45, "");
-  store_.set("ORGPRISECHARGE", "002", 48, "");
-  store_.set("ORGPRISECHARGE", "002", 61, "");
-  store_.set("ORGPRISECHARGE", "001", 45, "R");
-  store_.set("ORGPRISECHARGE", "001", 48, "7");
-  store_.set("ORGPRISECHARGE", "001", 49, "IDENT");
-  store_.set("ORGPRISECHARGE", "001", 58, "THES");
-  store_.set("ORGPRISECHARGE", "001", 62, "2");
+  store_.set("ORGPRISECHARGE", "002", attribut::TypeBordOrgChg, "");
+  store_.set("ORGPRISECHARGE", "002", attribut::NbExemplOrgChg, "");
+  store_.set("ORGPRISECHARGE", "002", attribut::ParamSelecOrgChg, "");
+  store_.set("ORGPRISECHARGE", "001", attribut::TypeBordOrgChg, "R");
+  store_.set("ORGPRISECHARGE", "001", attribut::NbExemplOrgChg, "7");
+  store_.set("ORGPRISECHARGE", "001", attribut::IdentMagnetOrgChg, "IDENT");
+  store_.set("ORGPRISECHARGE", "001", attribut::CodeThesaurus, "THES");
+  store_.set("ORGPRISECHARGE", "001", attribut::ParamTriSelect, "2");
   show(k131);
   select(possible(), {"Nom"});
   select(sorts(), {"Ville"});
@@ -621,8 +621,8 @@ TEST_F(SlipPage, NothingIsLeftOfTheBodyBefore) {
 }
 
 TEST_F(SlipPage, ShowingABodyClicksNothing) {
-  store_.set("ORGPRISECHARGE", "001", 45, "M");
-  store_.set("ORGPRISECHARGE", "001", 62, values({"1", "2"}));
+  store_.set("ORGPRISECHARGE", "001", attribut::TypeBordOrgChg, "M");
+  store_.set("ORGPRISECHARGE", "001", attribut::ParamTriSelect, values({"1", "2"}));
   show(k131);
   expectNoBox();
   EXPECT_FALSE(button("Cmd_DroiteTri").enabled());
@@ -666,7 +666,7 @@ TEST_F(SlipPage, TheSortParametersAreFixed) {
 }
 
 TEST_F(SlipPage, AClickInASortListEnablesItsArrow) {
-  store_.set("ORGPRISECHARGE", "001", 62, "2");
+  store_.set("ORGPRISECHARGE", "001", attribut::ParamTriSelect, "2");
   show();
   EXPECT_FALSE(button("Cmd_DroiteTri").enabled());
   EXPECT_FALSE(button("Cmd_GaucheTri").enabled());
@@ -678,7 +678,7 @@ TEST_F(SlipPage, AClickInASortListEnablesItsArrow) {
 }
 
 TEST_F(SlipPage, AClickInTheChosenSortsEnablesTheirArrowAlone) {
-  store_.set("ORGPRISECHARGE", "001", 62, "2");
+  store_.set("ORGPRISECHARGE", "001", attribut::ParamTriSelect, "2");
   show();
   select(sortsChosen(), {"Numéro de dossier"});
   EXPECT_TRUE(button("Cmd_GaucheTri").enabled());
@@ -705,7 +705,7 @@ TEST_F(SlipPage, ASortParameterIsNotAddedTwice) {
 }
 
 TEST_F(SlipPage, SortParametersAreRemovedByButtonAndDoubleClick) {
-  store_.set("ORGPRISECHARGE", "001", 62, values({"6", "5", "4", "3"}));
+  store_.set("ORGPRISECHARGE", "001", attribut::ParamTriSelect, values({"6", "5", "4", "3"}));
   show();
   select(sortsChosen(), {"Ville", "Nom patronymique"});
   press("Cmd_GaucheTri");
@@ -715,25 +715,25 @@ TEST_F(SlipPage, SortParametersAreRemovedByButtonAndDoubleClick) {
 }
 
 TEST_F(SlipPage, TheSortOrderIsKeptByTheirPlacesInTheList) {
-  store_.set("ORGPRISECHARGE", "001", 62, values({"3", "5"}));
+  store_.set("ORGPRISECHARGE", "001", attribut::ParamTriSelect, values({"3", "5"}));
   show();
   EXPECT_EQ(linesOf(sortsChosen()), (Lines{"Nom - prénom", "Période"}));
   dblClick(sorts(), "Secteur");
-  EXPECT_EQ(saved(62), values({"3", "5", "1"}));
+  EXPECT_EQ(saved(attribut::ParamTriSelect), values({"3", "5", "1"}));
   showStored();
   EXPECT_EQ(linesOf(sortsChosen()), (Lines{"Nom - prénom", "Période", "Secteur"}));
 }
 
 TEST_F(SlipPage, ASortParameterThatDoesNotExistIsShownAsItStandsAndKept) {
-  store_.set("ORGPRISECHARGE", "001", 62, values({"9", "secteur", "6"}));
+  store_.set("ORGPRISECHARGE", "001", attribut::ParamTriSelect, values({"9", "secteur", "6"}));
   show();
   EXPECT_EQ(linesOf(sortsChosen()), (Lines{"9", "secteur", "Ville"}));
   dblClick(sorts(), "Secteur");
-  EXPECT_EQ(saved(62), values({"9", "secteur", "6", "1"}));
+  EXPECT_EQ(saved(attribut::ParamTriSelect), values({"9", "secteur", "6", "1"}));
   showStored();
   dblClick(sortsChosen(), "9");
   dblClick(sortsChosen(), "secteur");
-  EXPECT_EQ(saved(62), values({"6", "1"}));
+  EXPECT_EQ(saved(attribut::ParamTriSelect), values({"6", "1"}));
 }
 
 TEST_F(SlipPage, TheHostCanMoveSortParameters) {
@@ -769,24 +769,24 @@ TEST_F(SlipPage, TheTypeOfSlipIsShownAndWritten) {
       {"I", "Opt_IndBordOrgChg"}, {"R", "Opt_RecapBordOrgChg"}, {"M", "Opt_MFPBordOrgChg"}};
   for (const auto& [stored, shown] : types) {
     for (const auto& [chosenCode, chosenName] : types) {
-      store_.set("ORGPRISECHARGE", "001", 45, stored);
+      store_.set("ORGPRISECHARGE", "001", attribut::TypeBordOrgChg, stored);
       show();
       for (const auto& [letter, name] : types) {
         EXPECT_EQ(option(name).value(), std::string_view(name) == shown) << stored << " " << letter;
       }
       user_->click(option(chosenName));
-      EXPECT_EQ(saved(45), chosenCode);
+      EXPECT_EQ(saved(attribut::TypeBordOrgChg), chosenCode);
     }
   }
 }
 
 TEST_F(SlipPage, AnUnknownTypeOfSlipIsKeptUntilAnotherIsChosen) {
-  store_.set("ORGPRISECHARGE", "001", 45, "X");
+  store_.set("ORGPRISECHARGE", "001", attribut::TypeBordOrgChg, "X");
   show();
-  EXPECT_EQ(saved(45), "X");
+  EXPECT_EQ(saved(attribut::TypeBordOrgChg), "X");
   showStored();
   user_->click(option("Opt_RecapBordOrgChg"));
-  EXPECT_EQ(saved(45), "R");
+  EXPECT_EQ(saved(attribut::TypeBordOrgChg), "R");
 }
 
 // --- Copies
@@ -801,7 +801,7 @@ TEST_F(SlipPage, TheScrollBarGoesFrom1To9AndTheTextFollows) {
     EXPECT_EQ(copiesBar().value(), taken);
     EXPECT_EQ(copies().text(), std::to_string(taken));
   }
-  EXPECT_EQ(saved(48), "7");
+  EXPECT_EQ(saved(attribut::NbExemplOrgChg), "7");
 }
 
 TEST_F(SlipPage, ATypedDigitMovesTheScrollBar) {
@@ -809,7 +809,7 @@ TEST_F(SlipPage, ATypedDigitMovesTheScrollBar) {
   user_->fill(copies(), "4");
   EXPECT_EQ(copies().text(), "4");
   EXPECT_EQ(copiesBar().value(), 4);
-  EXPECT_EQ(saved(48), "4");
+  EXPECT_EQ(saved(attribut::NbExemplOrgChg), "4");
 }
 
 TEST_F(SlipPage, CopiesTakeNothingButADigitFrom1To9) {
@@ -827,14 +827,14 @@ TEST_F(SlipPage, CopiesTakeNothingButADigitFrom1To9) {
 }
 
 TEST_F(SlipPage, EmptiedCopiesTakeTheScrollBarsOnLeaving) {
-  store_.set("ORGPRISECHARGE", "001", 48, "3");
+  store_.set("ORGPRISECHARGE", "001", attribut::NbExemplOrgChg, "3");
   show();
   user_->fill(copies(), "");
   EXPECT_EQ(copies().text(), "");
   EXPECT_EQ(copiesBar().value(), 3);
   user_->go(box("Txt_CodeThesaurus"));
   EXPECT_EQ(copies().text(), "3");
-  EXPECT_EQ(saved(48), "3");
+  EXPECT_EQ(saved(attribut::NbExemplOrgChg), "3");
 }
 
 TEST_F(SlipPage, PastedCopiesThatAreNoneGiveWayOnLeaving) {
@@ -850,78 +850,78 @@ TEST_F(SlipPage, PastedCopiesThatAreNoneGiveWayOnLeaving) {
 }
 
 TEST_F(SlipPage, EmptiedCopiesAreSavedAsTheScrollBarHasThem) {
-  store_.set("ORGPRISECHARGE", "001", 48, "3");
+  store_.set("ORGPRISECHARGE", "001", attribut::NbExemplOrgChg, "3");
   show();
   user_->fill(copies(), "");
   control_->Ecrire_Donnees();
-  EXPECT_EQ(attribute("001", 48), "3");
+  EXPECT_EQ(attribute("001", attribut::NbExemplOrgChg), "3");
 }
 
 TEST_F(SlipPage, ALargerNumberOfCopiesIsShownAndKeptUntilItIsChanged) {
-  store_.set("ORGPRISECHARGE", "001", 48, "12");
+  store_.set("ORGPRISECHARGE", "001", attribut::NbExemplOrgChg, "12");
   show();
   EXPECT_EQ(copies().text(), "12");
   EXPECT_EQ(copiesBar().value(), 9);
   user_->go(copies());
   user_->go(box("Txt_CodeThesaurus"));
   EXPECT_EQ(copies().text(), "12");
-  EXPECT_EQ(saved(48), "12");
+  EXPECT_EQ(saved(attribut::NbExemplOrgChg), "12");
   showStored();
   user_->scroll(copiesBar(), 8);
   EXPECT_EQ(copies().text(), "8");
-  EXPECT_EQ(saved(48), "8");
+  EXPECT_EQ(saved(attribut::NbExemplOrgChg), "8");
 }
 
 TEST_F(SlipPage, ALargerNumberOfCopiesCanBeTypedOver) {
-  store_.set("ORGPRISECHARGE", "001", 48, "12");
+  store_.set("ORGPRISECHARGE", "001", attribut::NbExemplOrgChg, "12");
   show();
   user_->fill(copies(), "3");
   EXPECT_EQ(copies().text(), "3");
   EXPECT_EQ(copiesBar().value(), 3);
-  EXPECT_EQ(saved(48), "3");
+  EXPECT_EQ(saved(attribut::NbExemplOrgChg), "3");
 }
 
 TEST_F(SlipPage, StoredCopiesThatAreNoneAreKept) {
   for (const char* stored : {"0", "-4", "deux"}) {
-    store_.set("ORGPRISECHARGE", "001", 48, stored);
+    store_.set("ORGPRISECHARGE", "001", attribut::NbExemplOrgChg, stored);
     show();
     EXPECT_EQ(copies().text(), stored);
     EXPECT_EQ(copiesBar().value(), 1);
-    EXPECT_EQ(saved(48), stored);
+    EXPECT_EQ(saved(attribut::NbExemplOrgChg), stored);
   }
 }
 
 TEST_F(SlipPage, MissingCopiesAreShownAsOne) {
-  store_.set("ORGPRISECHARGE", "001", 48, "");
+  store_.set("ORGPRISECHARGE", "001", attribut::NbExemplOrgChg, "");
   show();
   EXPECT_EQ(copies().text(), "1");
   EXPECT_EQ(copiesBar().value(), 1);
   user_->scroll(copiesBar(), 2);
-  EXPECT_EQ(saved(48), "2");
+  EXPECT_EQ(saved(attribut::NbExemplOrgChg), "2");
 }
 
 // --- Codes
 
 TEST_F(SlipPage, ThesaurusAndServiceCodesAreShownAndWritten) {
-  store_.set("ORGPRISECHARGE", "001", 58, "TH031");
-  store_.set("ORGPRISECHARGE", "001", 49, "352656");
+  store_.set("ORGPRISECHARGE", "001", attribut::CodeThesaurus, "TH031");
+  store_.set("ORGPRISECHARGE", "001", attribut::IdentMagnetOrgChg, "352656");
   show();
   EXPECT_EQ(box("Txt_CodeThesaurus").text(), "TH031");
   EXPECT_EQ(box("Txt_IdentMagnetOrgChg").text(), "352656");
   user_->fill(box("Txt_CodeThesaurus"), "th é");
   user_->fill(box("Txt_IdentMagnetOrgChg"), " 01 ");
-  EXPECT_EQ(saved(58), "th é");
-  EXPECT_EQ(attribute("001", 49), " 01 ");
+  EXPECT_EQ(saved(attribut::CodeThesaurus), "th é");
+  EXPECT_EQ(attribute("001", attribut::IdentMagnetOrgChg), " 01 ");
 }
 
 TEST_F(SlipPage, CodesWithMarksAreKeptUntilTheyAreChanged) {
-  store_.set("ORGPRISECHARGE", "001", 58, values({"A", "B"}));
-  store_.set("ORGPRISECHARGE", "001", 49, values({"1", "2"}));
+  store_.set("ORGPRISECHARGE", "001", attribut::CodeThesaurus, values({"A", "B"}));
+  store_.set("ORGPRISECHARGE", "001", attribut::IdentMagnetOrgChg, values({"1", "2"}));
   show();
   EXPECT_EQ(box("Txt_CodeThesaurus").text(), "AB");
   user_->fill(box("Txt_IdentMagnetOrgChg"), "3");
-  EXPECT_EQ(saved(58), values({"A", "B"}));
-  EXPECT_EQ(attribute("001", 49), "3");
+  EXPECT_EQ(saved(attribut::CodeThesaurus), values({"A", "B"}));
+  EXPECT_EQ(attribute("001", attribut::IdentMagnetOrgChg), "3");
 }
 
 // --- What the management rules page shows and this page writes
@@ -951,43 +951,43 @@ TEST_F(SlipPage, EachBillingPeriodIsWrittenAsItsCode) {
   const char* codes[] = {"M", "T", "F"};
   for (const char* before : codes) {
     for (int line = 0; line < 3; ++line) {
-      store_.set("ORGPRISECHARGE", "001", 17, before);
+      store_.set("ORGPRISECHARGE", "001", attribut::PeriodFactOrgChg, before);
       show();
       user_->click(tabs(), kRegles);
       user_->choose(combo("Cbo_PeriodFactOrgChg"), line);
-      EXPECT_EQ(saved(17), codes[line]);
+      EXPECT_EQ(saved(attribut::PeriodFactOrgChg), codes[line]);
     }
   }
 }
 
 TEST_F(SlipPage, RequestsAreWrittenAs0Or1) {
-  store_.set("ORGPRISECHARGE", "001", 44, "");
+  store_.set("ORGPRISECHARGE", "001", attribut::DemAccordOrgChg, "");
   show();
-  EXPECT_EQ(saved(44), "0");
+  EXPECT_EQ(saved(attribut::DemAccordOrgChg), "0");
   showStored();
   user_->click(tabs(), kRegles);
   user_->click(child<CheckBox>("Cac_DemAccordOrgChg"));
-  EXPECT_EQ(saved(44), "1");
+  EXPECT_EQ(saved(attribut::DemAccordOrgChg), "1");
 }
 
 TEST_F(SlipPage, AStatisticsCodeThatItsTableLostIsKeptUntilAnotherIsChosen) {
-  store_.set("ORGPRISECHARGE", "001", 43, "ZZ");
+  store_.set("ORGPRISECHARGE", "001", attribut::StatsOrgChg, "ZZ");
   show();
   EXPECT_EQ(combo("Cbo_StatsOrgChg").text(), "");
-  EXPECT_EQ(saved(43), "ZZ");
+  EXPECT_EQ(saved(attribut::StatsOrgChg), "ZZ");
   showStored();
   user_->click(tabs(), kRegles);
   user_->choose(combo("Cbo_StatsOrgChg"), 0);
-  EXPECT_EQ(saved(43), "CD");
+  EXPECT_EQ(saved(attribut::StatsOrgChg), "CD");
 }
 
 TEST_F(SlipPage, AnEmptiedStatisticsCategoryEmptiesItsCode) {
-  store_.set("ORGPRISECHARGE", "001", 43, "MU");
+  store_.set("ORGPRISECHARGE", "001", attribut::StatsOrgChg, "MU");
   show();
   EXPECT_EQ(combo("Cbo_StatsOrgChg").text(), "Mutuelle");
   user_->click(tabs(), kRegles);
   user_->fill(combo("Cbo_StatsOrgChg"), "");
-  EXPECT_EQ(saved(43), "");
+  EXPECT_EQ(saved(attribut::StatsOrgChg), "");
 }
 
 // --- Checks
@@ -1000,8 +1000,8 @@ TEST_F(SlipPage, WithoutParameterIsRefused) {
 }
 
 TEST_F(SlipPage, MfpOfAComplementaryBodyIsRefusedOnTheRulesPage) {
-  store_.set("ORGPRISECHARGE", "001", 18, "C");
-  store_.set("ORGPRISECHARGE", "001", 45, "M");
+  store_.set("ORGPRISECHARGE", "001", attribut::TypeOrgChg, "C");
+  store_.set("ORGPRISECHARGE", "001", attribut::TypeBordOrgChg, "M");
   show();
   press("Cmd_OK");
   expectRefused(kPasPrincipal, kRegles, option("Opt_TypePrincipalOrgChg"));
@@ -1009,7 +1009,7 @@ TEST_F(SlipPage, MfpOfAComplementaryBodyIsRefusedOnTheRulesPage) {
 }
 
 TEST_F(SlipPage, MfpOfABodyWithoutTypeIsRefused) {
-  store_.set("ORGPRISECHARGE", "001", 18, "");
+  store_.set("ORGPRISECHARGE", "001", attribut::TypeOrgChg, "");
   show();
   user_->click(option("Opt_MFPBordOrgChg"));
   press("Cmd_OK");
@@ -1019,11 +1019,11 @@ TEST_F(SlipPage, MfpOfABodyWithoutTypeIsRefused) {
 TEST_F(SlipPage, MfpOfAPrincipalBodyPasses) {
   show();
   user_->click(option("Opt_MFPBordOrgChg"));
-  EXPECT_EQ(saved(45), "M");
+  EXPECT_EQ(saved(attribut::TypeBordOrgChg), "M");
 }
 
 TEST_F(SlipPage, OtherSlipsOfAComplementaryBodyPass) {
-  store_.set("ORGPRISECHARGE", "001", 18, "C");
+  store_.set("ORGPRISECHARGE", "001", attribut::TypeOrgChg, "C");
   for (const char* name : {"Opt_IndBordOrgChg", "Opt_RecapBordOrgChg"}) {
     show();
     user_->click(option(name));
@@ -1034,7 +1034,7 @@ TEST_F(SlipPage, OtherSlipsOfAComplementaryBodyPass) {
 }
 
 TEST_F(SlipPage, TheTypeThatCountsIsTheOneOnScreen) {
-  store_.set("ORGPRISECHARGE", "001", 45, "M");
+  store_.set("ORGPRISECHARGE", "001", attribut::TypeBordOrgChg, "M");
   show();
   user_->click(tabs(), kRegles);
   user_->click(option("Opt_TypeComplOrgChg"));
@@ -1049,7 +1049,7 @@ TEST_F(SlipPage, TheTypeThatCountsIsTheOneOnScreen) {
 TEST_F(SlipPage, ALineOf130CharactersPassesAndOneOf131IsRefused) {
   for (const std::string& fits : {k129, k130}) {
     show(fits);
-    EXPECT_EQ(saved(61), fits);
+    EXPECT_EQ(saved(attribut::ParamSelecOrgChg), fits);
   }
   show(k131);
   user_->click(tabs(), 0);
@@ -1057,12 +1057,12 @@ TEST_F(SlipPage, ALineOf130CharactersPassesAndOneOf131IsRefused) {
   expectRefused(tropLarge("131"), kBordereau, chosen());
   select(chosen(), {"Rang"});
   press("Cmd_GaucheBord");
-  EXPECT_EQ(saved(61), k129);
+  EXPECT_EQ(saved(attribut::ParamSelecOrgChg), k129);
 }
 
 TEST_F(SlipPage, TheChecksComeInTheirOrder) {
-  store_.set("ORGPRISECHARGE", "001", 18, "C");
-  store_.set("ORGPRISECHARGE", "001", 45, "M");
+  store_.set("ORGPRISECHARGE", "001", attribut::TypeOrgChg, "C");
+  store_.set("ORGPRISECHARGE", "001", attribut::TypeBordOrgChg, "M");
   show("");
   press("Cmd_OK");
   expectRefused(kSansParametre, kBordereau, possible());
@@ -1094,7 +1094,7 @@ TEST_F(SlipPage, TheRulesPageIsCheckedBeforeAndTheActivitiesAfter) {
 }
 
 TEST_F(SlipPage, ARefusedPageWritesNothingIntoTheRecord) {
-  store_.set("ORGPRISECHARGE", "001", 58, "AVANT");
+  store_.set("ORGPRISECHARGE", "001", attribut::CodeThesaurus, "AVANT");
   show();
   dblClick(chosen(), "Nom");
   user_->fill(box("Txt_CodeThesaurus"), "APRES");
@@ -1118,7 +1118,7 @@ TEST_F(SlipPage, TheHostCanHaveItChecked) {
 // --- Creation
 
 TEST_F(SlipPage, ACreationStartsWithOneCopyAndNothingElse) {
-  store_.set("ORGPRISECHARGE", "001", 48, "5");
+  store_.set("ORGPRISECHARGE", "001", attribut::NbExemplOrgChg, "5");
   show(k131);
   press("Cmd_Annuler");
   create();
@@ -1138,12 +1138,12 @@ TEST_F(SlipPage, ANewBodyIsWrittenAsItWasEntered) {
   user_->fill(box("Txt_IdentMagnetOrgChg"), "42");
   press("Cmd_OK");
   expectNoBox();
-  EXPECT_EQ(attribute("004", 45), "R");
-  EXPECT_EQ(attribute("004", 48), "1");
-  EXPECT_EQ(attribute("004", 49), "42");
-  EXPECT_EQ(attribute("004", 58), "TH1");
-  EXPECT_EQ(attribute("004", 61), values({"3", "1"}));
-  EXPECT_EQ(attribute("004", 62), "6");
+  EXPECT_EQ(attribute("004", attribut::TypeBordOrgChg), "R");
+  EXPECT_EQ(attribute("004", attribut::NbExemplOrgChg), "1");
+  EXPECT_EQ(attribute("004", attribut::IdentMagnetOrgChg), "42");
+  EXPECT_EQ(attribute("004", attribut::CodeThesaurus), "TH1");
+  EXPECT_EQ(attribute("004", attribut::ParamSelecOrgChg), values({"3", "1"}));
+  EXPECT_EQ(attribute("004", attribut::ParamTriSelect), "6");
 }
 
 TEST_F(SlipPage, ANewBodyWithoutParameterIsRefusedAndDrawsNoCode) {

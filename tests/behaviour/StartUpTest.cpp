@@ -261,7 +261,7 @@ TEST_F(StartUp, ASecondOneThatCannotReadTheRightsKeepsTheRecordAndItsEdits) {
   EXPECT_EQ(box("Txt_RaisonOrgChg").text(), "Domus");
   level_->fails = false;
   press("Cmd_OK");
-  EXPECT_EQ(attribute("001", 2), "Domus");
+  EXPECT_EQ(attribute("001", attribut::RaisonOrgChg), "Domus");
 }
 
 TEST_F(StartUp, ASecondOneWithoutRightsKeepsTheRecordAndItsEdits) {
@@ -281,7 +281,7 @@ TEST_F(StartUp, ASecondOneDropsWhatWasInHand) {
   control_->Init();
   EXPECT_EQ(state(), kEmpty);
   EXPECT_EQ(code().text(), "");
-  EXPECT_EQ(attribute("001", 2), "Domus Mutuelle");
+  EXPECT_EQ(attribute("001", attribut::RaisonOrgChg), "Domus Mutuelle");
 }
 
 TEST_F(StartUp, AnEmptyAttribute15LeavesTheAccountsAsTheyAre) {
@@ -292,7 +292,7 @@ TEST_F(StartUp, AnEmptyAttribute15LeavesTheAccountsAsTheyAre) {
 }
 
 TEST_F(StartUp, ANonEmptyAttribute15EnablesTheAccountsOfABodyLookedUp) {
-  store_.set("COMPTEUR", "999", 15, "X");
+  store_.set("COMPTEUR", "999", store::compteur::InterfaceComptable, "X");
   start();
   const std::vector<const char*> names = {
       "Etq_DebitOrgChg",  "Txt_DebitOrgChg",  "Cbo_DebitOrgChg",  "Etq_CreditOrgChg",

@@ -35,7 +35,8 @@ class FailingWorld : public ControlTest {
 
   int bodiesNamed(std::string_view sigle) {
     int count = 0;
-    for (const std::string& id : store_.ids("ORGPRISECHARGE")) count += attribute(id, 1) == sigle;
+    for (const std::string& id : store_.ids("ORGPRISECHARGE"))
+      count += attribute(id, attribut::SigleOrgChg) == sigle;
     return count;
   }
 };
@@ -78,7 +79,7 @@ TEST(StoreFailure, SavingABodyIsTrapped) {
     const std::string before = world.store_.record("ORGPRISECHARGE", "001").text();
     EXPECT_NO_THROW(pressOk(world));
     EXPECT_TRUE(world.desktop_.boxes().empty());
-    const bool written = world.attribute("001", 2) == "Nouveau nom";
+    const bool written = world.attribute("001", attribut::RaisonOrgChg) == "Nouveau nom";
     if (!written) {
       EXPECT_EQ(world.store_.record("ORGPRISECHARGE", "001").text(), before);
       EXPECT_EQ(world.box("Txt_RaisonOrgChg").text(), "Nouveau nom");
@@ -86,7 +87,7 @@ TEST(StoreFailure, SavingABodyIsTrapped) {
     }
     world.store_.stopFailing();
     if (!written) pressOk(world);
-    EXPECT_EQ(world.attribute("001", 2), "Nouveau nom");
+    EXPECT_EQ(world.attribute("001", attribut::RaisonOrgChg), "Nouveau nom");
     EXPECT_EQ(world.state(), kEmpty);
   });
 }
@@ -174,7 +175,7 @@ TEST(StoreFailure, SavingOnLeavingEndsWithTheError) {
   withEachCallFailing(prepare, act, [&](FailingWorld& world, int) {
     EXPECT_THROW(act(world), store::StoreError);
     EXPECT_FALSE(world.control_->W_Sortir());
-    EXPECT_EQ(world.attribute("001", 2), "Domus Mutuelle");
+    EXPECT_EQ(world.attribute("001", attribut::RaisonOrgChg), "Domus Mutuelle");
     EXPECT_EQ(world.box("Txt_RaisonOrgChg").text(), "Nouveau nom");
     EXPECT_EQ(world.state(), kExisting);
   });
@@ -188,7 +189,7 @@ TEST(StoreFailure, TheHostsSavesEndWithTheError) {
   const Step write = [](FailingWorld& world) { world.control_->Ecrire_Donnees(); };
   withEachCallFailing(prepare, write, [&](FailingWorld& world, int) {
     EXPECT_THROW(write(world), store::StoreError);
-    EXPECT_EQ(world.attribute("001", 2), "Domus Mutuelle");
+    EXPECT_EQ(world.attribute("001", attribut::RaisonOrgChg), "Domus Mutuelle");
     EXPECT_EQ(world.box("Txt_RaisonOrgChg").text(), "Nouveau nom");
   });
   const Step create = [](FailingWorld& world) { world.control_->Creer_Donnees(); };
@@ -217,7 +218,7 @@ TEST(StoreFailure, TheHostsListFillingEndsWithTheError) {
 void fillAllPages(FailingWorld& world) {
   testing_support::MemoryStore& store = world.store_;
   const std::string mark(1, store::kValueMark);
-  store.set("COMPTEUR", "999", 15, "O");
+  store.set("COMPTEUR", "999", store::compteur::InterfaceComptable, "O");
   store.put("ASSOCIATION", "020", {"AUTRE VAL"});
   for (const char* code : {"010P02", "020P01"}) {
     store.put("ACTIVITES", code,
@@ -232,13 +233,13 @@ void fillAllPages(FailingWorld& world) {
   // Ended: it is searched for, and does not keep the type from changing.
   store.put("ACCORD", "00001001", {"001", "00001", "", "", "20000", "21000"});
   const std::vector<std::pair<int, std::string>> rules{
-      {21, "AI" + mark + "RI"},
-      {22, "4110000000"},
-      {23, "7060000000"},
-      {43, "CD"},
-      {47, "010P01" + mark + "010P99" + mark + "010P02"},
-      {54, "7060000000"},
-      {56, "7580000000"}};
+      {attribut::PieceRenouOrgChg, "AI" + mark + "RI"},
+      {attribut::DebitOrgChg, "4110000000"},
+      {attribut::CreditOrgChg, "7060000000"},
+      {attribut::StatsOrgChg, "CD"},
+      {attribut::CodActSelect, "010P01" + mark + "010P99" + mark + "010P02"},
+      {attribut::CptPrestationService, "7060000000"},
+      {attribut::CpteProdAide, "7580000000"}};
   for (const auto& [attribute, text] : rules) store.set("ORGPRISECHARGE", "001", attribute, text);
   world.control_->Init();
 }
@@ -268,12 +269,12 @@ void changeAllPages(FailingWorld& world) {
 
 void expectAllChangesSaved(FailingWorld& world) {
   const std::string mark(1, store::kValueMark);
-  EXPECT_EQ(world.attribute("001", 2), "Nouveau nom");
-  EXPECT_EQ(world.attribute("001", 18), "C");
-  EXPECT_EQ(world.attribute("001", 22), "4120000000");
-  EXPECT_EQ(world.attribute("001", 24), "M");
-  EXPECT_EQ(world.attribute("001", 61), "1" + mark + "2");
-  EXPECT_EQ(world.attribute("001", 47), "010P01" + mark + "010P02");
+  EXPECT_EQ(world.attribute("001", attribut::RaisonOrgChg), "Nouveau nom");
+  EXPECT_EQ(world.attribute("001", attribut::TypeOrgChg), "C");
+  EXPECT_EQ(world.attribute("001", attribut::DebitOrgChg), "4120000000");
+  EXPECT_EQ(world.attribute("001", attribut::AttribOrgChg), "M");
+  EXPECT_EQ(world.attribute("001", attribut::ParamSelecOrgChg), "1" + mark + "2");
+  EXPECT_EQ(world.attribute("001", attribut::CodActSelect), "010P01" + mark + "010P02");
 }
 
 TEST(StoreFailureOnAllPages, LookingUpShowsTheWholeBodyOrNothing) {
@@ -407,7 +408,7 @@ TEST(StoreFailureOnAllPages, SavingIsTrappedAndKeepsWhatWasTypedOnAllPages) {
     const Snapshot typed = screenOf(world);
     EXPECT_NO_THROW(pressOk(world));
     EXPECT_TRUE(world.desktop_.boxes().empty());
-    const bool written = world.attribute("001", 2) == "Nouveau nom";
+    const bool written = world.attribute("001", attribut::RaisonOrgChg) == "Nouveau nom";
     if (!written) {
       EXPECT_EQ(world.store_.record("ORGPRISECHARGE", "001").text(), before);
       EXPECT_EQ(difference(typed, screenOf(world)), "");
@@ -444,8 +445,8 @@ TEST(StoreFailureOnAllPages, SavingANewBodyIsTrappedAndKeepsWhatWasTypedOnAllPag
     EXPECT_EQ(world.bodiesNamed("NEUF"), 1);
     EXPECT_EQ(world.state(), kEmpty);
     const std::string id = world.store_.ids("ORGPRISECHARGE").back();
-    EXPECT_EQ(world.attribute(id, 22), "4120000000");
-    EXPECT_EQ(world.attribute(id, 47), "010P01");
+    EXPECT_EQ(world.attribute(id, attribut::DebitOrgChg), "4120000000");
+    EXPECT_EQ(world.attribute(id, attribut::CodActSelect), "010P01");
   });
 }
 

@@ -59,13 +59,13 @@ class EnteredBody : public ControlTest {
  protected:
   EnteredBody() {
     fillTables(store_);
-    store_.set("COMPTEUR", "999", 15, "O");
+    store_.set("COMPTEUR", "999", store::compteur::InterfaceComptable, "O");
     for (const char* account : {"0104110000001", "0104110000002", "0107060000001"}) {
       store_.put("PLANCOMPTABLE", account, {std::string("COMPTE ") + account});
     }
     store_.put("ACTIVITES", "010P02",
                {"Garde", "010", "", "", "", "", "", "", "", "", "", "P", "SAAD"});
-    store_.set("COMPTEUR", "999", 10, "041");
+    store_.set("COMPTEUR", "999", store::compteur::DernierOrgChg, "041");
     start();
   }
   // The names of the enabled controls.
@@ -227,62 +227,64 @@ TEST_F(EnteredBody, HasEveryAttributeOfItsPages) {
   ASSERT_TRUE(press("Cmd_OK"));
   expectNoBox();
   const std::map<int, std::string> expected{
-      {1, "ENTIER"},
-      {2, "Organisme entier"},
-      {3, "Étage 2"},
-      {4, "7"},
-      {5, "R"},
-      {6, "de l'Œuvre"},
-      {7, "Le Bourg"},
-      {8, "63000"},
-      {9, "Clermont"},
-      {10, "0400000001"},
-      {11, "0400000002"},
-      {12, "a@b.example"},
-      {15, "Mme D"},
-      {16, "M. F"},
-      {17, "F"},
-      {18, "P"},
-      {19, "2"},
-      {20, "2"},
-      {21, "RI" + kMark + "AI"},
-      {22, "4110000001"},
-      {23, "4110000002"},
-      {24, "H"},
-      {25, stored("01/01/2026") + kMark + stored("01/01/2025") + kMark + stored("01/01/2024")},
-      {26, "2050" + kMark + "2050" + kMark + "2050"},
-      {27, "2500" + kMark + "2500" + kMark + "2500"},
-      {28, "1" + kMark + "1" + kMark + "1"},
-      {29, "0" + kMark + "1000" + kMark + "2000"},
-      {30, "50" + kMark + "1050" + kMark + "2050"},
-      {31, "1250" + kMark + "1250" + kMark + "1250"},
-      {36, std::string(12, store::kValueMark)},
-      {39, stored("01/02/2026")},
-      {40, "Q"},
-      {41, "%"},
-      {42, "0"},
-      {43, "MU"},
-      {44, "1"},
-      {45, "R"},
-      {46, "010"},
-      {47, "010P01" + kMark + "010P02"},
-      {48, "3"},
-      {49, "IM"},
-      {50, "0"},
-      {51, "1"},
-      {52, "1"},
-      {53, "1"},
-      {54, "7060000001"},
-      {55, "1"},
-      {56, "7060000001"},
-      {57, "1"},
-      {58, "TH"},
-      {59, "Prise en charge"},
-      {61, "1" + kMark + "2"},
-      {62, "6" + kMark + "1"}};
+      {attribut::SigleOrgChg, "ENTIER"},
+      {attribut::RaisonOrgChg, "Organisme entier"},
+      {attribut::AdrComplement, "Étage 2"},
+      {attribut::AdrNumero, "7"},
+      {attribut::AdrNatureVoie, "R"},
+      {attribut::AdrVoie, "de l'Œuvre"},
+      {attribut::AdrLocalite, "Le Bourg"},
+      {attribut::AdrCodePostal, "63000"},
+      {attribut::AdrVille, "Clermont"},
+      {attribut::AdrTelephone, "0400000001"},
+      {attribut::AdrFax, "0400000002"},
+      {attribut::AdrMail, "a@b.example"},
+      {attribut::InterlocDossOrgChg, "Mme D"},
+      {attribut::InterlocFactOrgChg, "M. F"},
+      {attribut::PeriodFactOrgChg, "F"},
+      {attribut::TypeOrgChg, "P"},
+      {attribut::PlafondOrg, "2"},
+      {attribut::RenouvOrgChg, "2"},
+      {attribut::PieceRenouOrgChg, "RI" + kMark + "AI"},
+      {attribut::DebitOrgChg, "4110000001"},
+      {attribut::CreditOrgChg, "4110000002"},
+      {attribut::AttribOrgChg, "H"},
+      {attribut::DateRembOrgChg,
+       stored("01/01/2026") + kMark + stored("01/01/2025") + kMark + stored("01/01/2024")},
+      {attribut::TxRembOrgChg, "2050" + kMark + "2050" + kMark + "2050"},
+      {attribut::TxRembMajOrgChg, "2500" + kMark + "2500" + kMark + "2500"},
+      {attribut::PrestServOrgChg, "1" + kMark + "1" + kMark + "1"},
+      {attribut::DebAbatHOrgChg, "0" + kMark + "1000" + kMark + "2000"},
+      {attribut::FinAbatHOrgChg, "50" + kMark + "1050" + kMark + "2050"},
+      {attribut::PourcentAbatOrgChg, "1250" + kMark + "1250" + kMark + "1250"},
+      {attribut::BaremPrecOrgChg, std::string(12, store::kValueMark)},
+      {attribut::DatBaremCours, stored("01/02/2026")},
+      {attribut::Bareme, "Q"},
+      {attribut::GestPartBenef, "%"},
+      {attribut::Abonnement, "0"},
+      {attribut::StatsOrgChg, "MU"},
+      {attribut::DemAccordOrgChg, "1"},
+      {attribut::TypeBordOrgChg, "R"},
+      {attribut::Entite, "010"},
+      {attribut::CodActSelect, "010P01" + kMark + "010P02"},
+      {attribut::NbExemplOrgChg, "3"},
+      {attribut::IdentMagnetOrgChg, "IM"},
+      {attribut::IncidCompta, "0"},
+      {attribut::GestionExclu, "1"},
+      {attribut::LettresInfo, "1"},
+      {attribut::AjusTarif, "1"},
+      {attribut::CptPrestationService, "7060000001"},
+      {attribut::CoutGlobal, "1"},
+      {attribut::CpteProdAide, "7060000001"},
+      {attribut::FactAnticip, "1"},
+      {attribut::CodeThesaurus, "TH"},
+      {attribut::DesFacture, "Prise en charge"},
+      {attribut::ParamSelecOrgChg, "1" + kMark + "2"},
+      {attribut::ParamTriSelect, "6" + kMark + "1"}};
   const store::DynamicArray record = store_.record("ORGPRISECHARGE", "042");
-  for (int number = 1; number <= 62; ++number) {
-    if (number >= 32 && number <= 37 && number != 36) {
+  for (int number = 1; number <= attribut::Dernier; ++number) {
+    if (number >= attribut::DebRevSeulOrgChg && number <= attribut::BaremCoursOrgChg &&
+        number != attribut::BaremPrecOrgChg) {
       EXPECT_EQ(record.DCount(number), 13) << number;
       continue;
     }
@@ -290,9 +292,9 @@ TEST_F(EnteredBody, HasEveryAttributeOfItsPages) {
     EXPECT_EQ(record.get(number), found == expected.end() ? "" : found->second) << number;
   }
   for (int value = 1; value <= 13; ++value) {
-    EXPECT_EQ(record.get(32, value), std::to_string((value - 1) * 10000));
-    EXPECT_EQ(record.get(33, value), std::to_string(value * 10000));
-    EXPECT_EQ(record.get(37, value), "125");
+    EXPECT_EQ(record.get(attribut::DebRevSeulOrgChg, value), std::to_string((value - 1) * 10000));
+    EXPECT_EQ(record.get(attribut::FinRevSeulOrgChg, value), std::to_string(value * 10000));
+    EXPECT_EQ(record.get(attribut::BaremCoursOrgChg, value), "125");
   }
 }
 

@@ -9,6 +9,9 @@
 #include "store/DynamicArray.h"
 #include "store/Layouts.h"
 
+namespace attribut = store::orgprisecharge;
+namespace accord = store::accord;
+
 // Attributes by number; ";" stands between values.
 using Attributes = std::map<int, std::string>;
 
@@ -56,22 +59,31 @@ class AgreementStore : public TemporaryStore {
   // Three rows: 0 to 836, to 1 051 and to 1 266 for single persons, 0 to 1 297, to 1 631 and to
   // 1 965 for households.
   void putBody(const Attributes& changed = {}, std::string_view code = "125") const {
-    Attributes body = {{25, "21186;20821"},     {26, "2305;2240"},
-                       {32, "0;83600;105100"},  {33, "83600;105100;126600"},
-                       {34, "0;129700;163100"}, {35, "129700;163100;196500"},
-                       {37, "135;285;435"}};
+    Attributes body = {{attribut::DateRembOrgChg, "21186;20821"},
+                       {attribut::TxRembOrgChg, "2305;2240"},
+                       {attribut::DebRevSeulOrgChg, "0;83600;105100"},
+                       {attribut::FinRevSeulOrgChg, "83600;105100;126600"},
+                       {attribut::DebRevMenOrgChg, "0;129700;163100"},
+                       {attribut::FinRevMenOrgChg, "129700;163100;196500"},
+                       {attribut::BaremCoursOrgChg, "135;285;435"}};
     put(store::orgprisecharge::kFile, code, std::move(body), changed);
   }
   // Live, of 2025 to 2027, with one period.
   void putAgreement(std::string_view key, const Attributes& changed = {}) const {
-    Attributes agreement = {{1, "125"},    {2, "beneficiary"}, {5, "20821"},
-                            {6, "21915"},  {7, "010P01"},      {10, "2240"},
-                            {11, "20821"}, {12, "1"},          {13, "120"}};
-    put(store::accord::kFile, key, std::move(agreement), changed);
+    Attributes agreement = {{accord::OrgChgAcc, "125"},     {accord::NumAideAcc, "beneficiary"},
+                            {accord::DateDebAcc, "20821"},  {accord::DateFinAcc, "21915"},
+                            {accord::CodActAcc, "010P01"},  {accord::TxRembAcc, "2240"},
+                            {accord::DatePartAcc, "20821"}, {accord::TrancheAcc, "1"},
+                            {accord::PartBenefAcc, "120"}};
+    put(accord::kFile, key, std::move(agreement), changed);
   }
   void putElements(std::string_view number, const std::string& income,
                    const std::string& kind = "") const {
-    put(store::eltsfactaide::kFile, number, {{4, "120"}, {5, income}, {6, kind}}, {});
+    put(store::eltsfactaide::kFile, number,
+        {{store::eltsfactaide::PartBenefElt, "120"},
+         {store::eltsfactaide::RevenuElt, income},
+         {store::eltsfactaide::FoyerElt, kind}},
+        {});
   }
 
   void update(std::string_view date = kScaleDate, std::string_view code = "125") const {
@@ -94,9 +106,9 @@ class AgreementStore : public TemporaryStore {
   }
   // Attributes 10 to 13: "2305;2240|21217;20821|2;1|285;120".
   std::string history(std::string_view key) const {
-    const auto file = (**this).OpenFile(store::accord::kFile);
+    const auto file = (**this).OpenFile(accord::kFile);
     const auto record = file->ReadRecord(key);
-    std::string text(record->fields().get(10));
+    std::string text(record->fields().get(accord::TxRembAcc));
     for (int attribute = 11; attribute <= 13; ++attribute) {
       text += store::kAttributeMark;
       text += record->fields().get(attribute);

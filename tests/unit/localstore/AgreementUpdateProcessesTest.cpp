@@ -30,7 +30,7 @@ void fill(const AgreementStore& store) {
   store.putElements("00001", "90000");
   const auto transaction = store->begin();
   for (int i = 0; i < kAgreements; ++i) {
-    store.putAgreement(keyOf(i), {{6, std::to_string(lastDayOf(i))}});
+    store.putAgreement(keyOf(i), {{accord::DateFinAcc, std::to_string(lastDayOf(i))}});
   }
   transaction->commit();
 }
@@ -63,13 +63,14 @@ Content listsOf(long day) {
 long checkAll(localstore::LocalDatabase& database) {
   const auto file = database.OpenFile("ACCORD");
   const auto newest = file->ReadRecord(keyOf(kAgreements - 2));
-  const long day = store::wholeNumber(newest->fields().get(11, 1));
+  const long day = store::wholeNumber(newest->fields().get(accord::DatePartAcc, 1));
   for (int i = 0; i < kAgreements; ++i) {
     const auto record = file->ReadRecord(keyOf(i));
     const store::DynamicArray& fields = record->fields();
-    EXPECT_EQ(withMarksShown(std::string(fields.get(11))), daysOf(i, day)) << keyOf(i);
-    for (const int attribute : {10, 12, 13}) {
-      EXPECT_EQ(fields.DCount(attribute), fields.DCount(11)) << keyOf(i);
+    EXPECT_EQ(withMarksShown(std::string(fields.get(accord::DatePartAcc))), daysOf(i, day))
+        << keyOf(i);
+    for (const int attribute : {accord::TxRembAcc, accord::TrancheAcc, accord::PartBenefAcc}) {
+      EXPECT_EQ(fields.DCount(attribute), fields.DCount(accord::DatePartAcc)) << keyOf(i);
     }
   }
   EXPECT_EQ(contentOf(database, "TEMPO"), listsOf(day));

@@ -38,16 +38,17 @@ class AgreementUpdate : public testing::Test {
     if (list != "modified") return list;
     const auto file = store->OpenFile("ACCORD");
     const auto record = file->ReadRecord(kKey);
-    EXPECT_EQ(record->fields().get(11, 1), "21217");
-    return std::string(record->fields().get(12, 1)) + ":" +
-           std::string(record->fields().get(13, 1));
+    EXPECT_EQ(record->fields().get(accord::DatePartAcc, 1), "21217");
+    return std::string(record->fields().get(accord::TrancheAcc, 1)) + ":" +
+           std::string(record->fields().get(accord::PartBenefAcc, 1));
   }
   // Reimbursement rate of the new period.
   std::string rateOf(const std::string& dates, const std::string& rates) const {
-    const std::string list = listOf({{25, dates}, {26, rates}}, {}, "0");
+    const std::string list =
+        listOf({{attribut::DateRembOrgChg, dates}, {attribut::TxRembOrgChg, rates}}, {}, "0");
     if (list != "modified") return list;
     const auto file = store->OpenFile("ACCORD");
-    return std::string(file->ReadRecord(kKey)->fields().get(10, 1));
+    return std::string(file->ReadRecord(kKey)->fields().get(accord::TxRembAcc, 1));
   }
   // The history after the update, and the list.
   std::pair<std::string, std::string> historyOf(const Attributes& before) const {
@@ -65,7 +66,7 @@ TEST_F(AgreementUpdate, PutsTheNewPeriodInFrontOfTheHistory) {
 }
 
 TEST_F(AgreementUpdate, LeavesTheOtherAttributesAsTheyAre) {
-  listOf({}, {{3, "7850"}, {8, "a;b"}, {14, "x"}, {19, "y;z"}}, "90000");
+  listOf({}, {{accord::HeuresAcc, "7850"}, {8, "a;b"}, {14, "x"}, {19, "y;z"}}, "90000");
   EXPECT_EQ(store.shown("ACCORD", kKey),
             "125|beneficiary|7850||20821|21915|010P01|a;b||2305;2240|21217;20821|2;1|285;120|x|||||"
             "y;z");
@@ -98,56 +99,64 @@ TEST_F(AgreementUpdate, ABeneficiaryWithoutAHouseholdKindIsASinglePerson) {
 
 TEST_F(AgreementUpdate, ALastRowWithoutEndHoldsEveryIncomeFromItsStart) {
   for (const char* const ends : {"83600;105100", "83600;105100;", "83600;105100;0"}) {
-    EXPECT_EQ(rowOf("126601", "", {{33, ends}}), "3:435") << ends;
-    EXPECT_EQ(rowOf("999999999999999999", "", {{33, ends}}), "3:435") << ends;
-    EXPECT_EQ(rowOf("105099", "", {{33, ends}}), "2:285") << ends;
+    EXPECT_EQ(rowOf("126601", "", {{attribut::FinRevSeulOrgChg, ends}}), "3:435") << ends;
+    EXPECT_EQ(rowOf("999999999999999999", "", {{attribut::FinRevSeulOrgChg, ends}}), "3:435")
+        << ends;
+    EXPECT_EQ(rowOf("105099", "", {{attribut::FinRevSeulOrgChg, ends}}), "2:285") << ends;
   }
 }
 
 TEST_F(AgreementUpdate, AnEarlierRowWithoutEndGoesAsFarAsTheNextBegins) {
   for (const char* const ends : {"83600;;126600", "83600;0;126600"}) {
-    EXPECT_EQ(rowOf("105099", "", {{33, ends}}), "2:285") << ends;
-    EXPECT_EQ(rowOf("105100", "", {{33, ends}}), "3:435") << ends;
+    EXPECT_EQ(rowOf("105099", "", {{attribut::FinRevSeulOrgChg, ends}}), "2:285") << ends;
+    EXPECT_EQ(rowOf("105100", "", {{attribut::FinRevSeulOrgChg, ends}}), "3:435") << ends;
   }
 }
 
 TEST_F(AgreementUpdate, RowsThatDoNotChainHoldWhatTheySay) {
-  EXPECT_EQ(rowOf("83599", "", {{32, "0;84000;105100"}}), "1:135");
-  EXPECT_EQ(rowOf("83600", "", {{32, "0;84000;105100"}}), "limit");
-  EXPECT_EQ(rowOf("84000", "", {{32, "0;84000;105100"}}), "2:285");
-  EXPECT_EQ(rowOf("83599", "", {{32, "0;80000;105100"}}), "1:135");
+  EXPECT_EQ(rowOf("83599", "", {{attribut::DebRevSeulOrgChg, "0;84000;105100"}}), "1:135");
+  EXPECT_EQ(rowOf("83600", "", {{attribut::DebRevSeulOrgChg, "0;84000;105100"}}), "limit");
+  EXPECT_EQ(rowOf("84000", "", {{attribut::DebRevSeulOrgChg, "0;84000;105100"}}), "2:285");
+  EXPECT_EQ(rowOf("83599", "", {{attribut::DebRevSeulOrgChg, "0;80000;105100"}}), "1:135");
 }
 
 TEST_F(AgreementUpdate, AHouseholdsRowThatHasNoBracketIsPassedOver) {
-  const Attributes fewer = {{34, "0;129700"}, {35, "129700;163100"}};
+  const Attributes fewer = {{attribut::DebRevMenOrgChg, "0;129700"},
+                            {attribut::FinRevMenOrgChg, "129700;163100"}};
   EXPECT_EQ(rowOf("163100", "M", fewer), "2:285");
   EXPECT_EQ(rowOf("163101", "M", fewer), "limit");
-  const Attributes emptyLast = {{34, "0;129700;"}, {35, "129700;163100;"}};
+  const Attributes emptyLast = {{attribut::DebRevMenOrgChg, "0;129700;"},
+                                {attribut::FinRevMenOrgChg, "129700;163100;"}};
   EXPECT_EQ(rowOf("163100", "M", emptyLast), "2:285");
   EXPECT_EQ(rowOf("163101", "M", emptyLast), "limit");
-  const Attributes emptyAmid = {{34, "0;;163100"}, {35, "129700;;196500"}};
+  const Attributes emptyAmid = {{attribut::DebRevMenOrgChg, "0;;163100"},
+                                {attribut::FinRevMenOrgChg, "129700;;196500"}};
   EXPECT_EQ(rowOf("129700", "M", emptyAmid), "limit");
   EXPECT_EQ(rowOf("163100", "M", emptyAmid), "3:435");
 }
 
 TEST_F(AgreementUpdate, ABodyWithoutScaleHoldsNoIncome) {
-  const Attributes none = {{32, ""}, {33, ""}, {34, ""}, {35, ""}, {37, ""}};
+  const Attributes none = {{attribut::DebRevSeulOrgChg, ""},
+                           {attribut::FinRevSeulOrgChg, ""},
+                           {attribut::DebRevMenOrgChg, ""},
+                           {attribut::FinRevMenOrgChg, ""},
+                           {attribut::BaremCoursOrgChg, ""}};
   EXPECT_EQ(rowOf("0", "", none), "limit");
   EXPECT_EQ(rowOf("0", "M", none), "limit");
 }
 
 TEST_F(AgreementUpdate, AnEmptyParticipationIsZero) {
-  EXPECT_EQ(rowOf("90000", "", {{37, "135;;435"}}), "2:0");
-  EXPECT_EQ(rowOf("90000", "", {{37, "135"}}), "2:0");
-  EXPECT_EQ(rowOf("90000", "", {{37, "135;0;435"}}), "2:0");
+  EXPECT_EQ(rowOf("90000", "", {{attribut::BaremCoursOrgChg, "135;;435"}}), "2:0");
+  EXPECT_EQ(rowOf("90000", "", {{attribut::BaremCoursOrgChg, "135"}}), "2:0");
+  EXPECT_EQ(rowOf("90000", "", {{attribut::BaremCoursOrgChg, "135;0;435"}}), "2:0");
 }
 
 TEST_F(AgreementUpdate, NumbersOfTheScaleThatCannotBeReadMakeNoPeriod) {
-  EXPECT_EQ(rowOf("90000", "", {{37, "135;2,85;435"}}), "limit");
-  EXPECT_EQ(rowOf("0", "", {{37, "135;2,85;435"}}), "1:135");
-  EXPECT_EQ(rowOf("90000", "", {{32, "0;abc;105100"}}), "limit");
-  EXPECT_EQ(rowOf("90000", "", {{33, "83600;abc;126600"}}), "limit");
-  EXPECT_EQ(rowOf("106000", "", {{33, "83600;abc;126600"}}), "3:435");
+  EXPECT_EQ(rowOf("90000", "", {{attribut::BaremCoursOrgChg, "135;2,85;435"}}), "limit");
+  EXPECT_EQ(rowOf("0", "", {{attribut::BaremCoursOrgChg, "135;2,85;435"}}), "1:135");
+  EXPECT_EQ(rowOf("90000", "", {{attribut::DebRevSeulOrgChg, "0;abc;105100"}}), "limit");
+  EXPECT_EQ(rowOf("90000", "", {{attribut::FinRevSeulOrgChg, "83600;abc;126600"}}), "limit");
+  EXPECT_EQ(rowOf("106000", "", {{attribut::FinRevSeulOrgChg, "83600;abc;126600"}}), "3:435");
   EXPECT_EQ(rateOf("21186", "23x5"), "limit");
 }
 
@@ -163,10 +172,11 @@ TEST_F(AgreementUpdate, TheRateIsTheFirstThatAppliesOnTheScaleDate) {
 }
 
 TEST_F(AgreementUpdate, ABodyWithoutRatesKeepsTheHistoryAligned) {
-  store.putBody({{25, ""}, {26, ""}});
+  store.putBody({{attribut::DateRembOrgChg, ""}, {attribut::TxRembOrgChg, ""}});
   store.putElements("00001", "90000");
-  store.putAgreement("00001001", {{10, ""}});
-  store.putAgreement("00001002", {{10, "2240;2200"}, {11, "20821;20456"}});
+  store.putAgreement("00001001", {{accord::TxRembAcc, ""}});
+  store.putAgreement("00001002",
+                     {{accord::TxRembAcc, "2240;2200"}, {accord::DatePartAcc, "20821;20456"}});
   store.update();
   EXPECT_EQ(store.history("00001001"), "|21217;20821|2;1|285;120");
   EXPECT_EQ(store.history("00001002"), ";2240;2200|21217;20821;20456|2;1|285;120");
@@ -185,38 +195,45 @@ TEST_F(AgreementUpdate, IncomesThatAreMissingOrCannotBeReadGiveTheLimit) {
 }
 
 TEST_F(AgreementUpdate, ConcernsAgreementsThatEndOnOrAfterTheScaleDate) {
-  EXPECT_EQ(listOf({}, {{6, "21216"}}, "90000"), "");
-  EXPECT_EQ(listOf({}, {{6, "21217"}}, "90000"), "modified");
-  EXPECT_EQ(listOf({}, {{6, "21218"}}, "90000"), "modified");
-  EXPECT_EQ(listOf({}, {{6, "21216.9"}}, "90000"), "");
-  EXPECT_EQ(listOf({}, {{6, "21217,1"}}, "90000"), "modified");
-  EXPECT_EQ(listOf({}, {{6, ""}}, "90000"), "");
+  EXPECT_EQ(listOf({}, {{accord::DateFinAcc, "21216"}}, "90000"), "");
+  EXPECT_EQ(listOf({}, {{accord::DateFinAcc, "21217"}}, "90000"), "modified");
+  EXPECT_EQ(listOf({}, {{accord::DateFinAcc, "21218"}}, "90000"), "modified");
+  EXPECT_EQ(listOf({}, {{accord::DateFinAcc, "21216.9"}}, "90000"), "");
+  EXPECT_EQ(listOf({}, {{accord::DateFinAcc, "21217,1"}}, "90000"), "modified");
+  EXPECT_EQ(listOf({}, {{accord::DateFinAcc, ""}}, "90000"), "");
 }
 
 TEST_F(AgreementUpdate, AnEndThatCannotBeReadGivesTheLimit) {
   for (const char* const end : {"abc", "31/12/2027", "21915;21900", "21217.", "21915x"}) {
-    EXPECT_EQ(listOf({}, {{6, end}}, "90000"), "limit") << end;
+    EXPECT_EQ(listOf({}, {{accord::DateFinAcc, end}}, "90000"), "limit") << end;
   }
 }
 
 TEST_F(AgreementUpdate, LeavesClosedAgreementsOut) {
-  EXPECT_EQ(listOf({}, {{18, "O"}}, "90000"), "");
-  EXPECT_EQ(listOf({}, {{18, "N"}}, "90000"), "");
-  EXPECT_EQ(listOf({}, {{18, ""}}, "90000"), "modified");
+  EXPECT_EQ(listOf({}, {{accord::ClotureAcc, "O"}}, "90000"), "");
+  EXPECT_EQ(listOf({}, {{accord::ClotureAcc, "N"}}, "90000"), "");
+  EXPECT_EQ(listOf({}, {{accord::ClotureAcc, ""}}, "90000"), "modified");
 }
 
 TEST_F(AgreementUpdate, AHistoryWithALaterDayGivesTheLimit) {
-  EXPECT_EQ(historyOf({{11, "21216"}}).second, "modified");
-  EXPECT_EQ(historyOf({{11, "21218"}}), History("2240|21218|1|120", "limit"));
-  EXPECT_EQ(historyOf({{11, "20821;21218"}}).second, "limit");
-  EXPECT_EQ(historyOf({{11, "21217;21218"}}).second, "limit");
+  EXPECT_EQ(historyOf({{accord::DatePartAcc, "21216"}}).second, "modified");
+  EXPECT_EQ(historyOf({{accord::DatePartAcc, "21218"}}), History("2240|21218|1|120", "limit"));
+  EXPECT_EQ(historyOf({{accord::DatePartAcc, "20821;21218"}}).second, "limit");
+  EXPECT_EQ(historyOf({{accord::DatePartAcc, "21217;21218"}}).second, "limit");
 }
 
 TEST_F(AgreementUpdate, APeriodThatBeginsOnTheScaleDateIsReplaced) {
-  EXPECT_EQ(historyOf({{10, "1;2"}, {11, "21217;20821"}, {12, "3;4"}, {13, "5;6"}}),
+  EXPECT_EQ(historyOf({{accord::TxRembAcc, "1;2"},
+                       {accord::DatePartAcc, "21217;20821"},
+                       {accord::TrancheAcc, "3;4"},
+                       {accord::PartBenefAcc, "5;6"}}),
             History("2305;2|21217;20821|2;4|285;6", "modified"));
-  EXPECT_EQ(historyOf({{11, "21217.75"}}), History("2305|21217|2|285", "modified"));
-  EXPECT_EQ(historyOf({{10, "1;2"}, {11, "20821;21217"}, {12, "3;4"}, {13, "5;6"}}),
+  EXPECT_EQ(historyOf({{accord::DatePartAcc, "21217.75"}}),
+            History("2305|21217|2|285", "modified"));
+  EXPECT_EQ(historyOf({{accord::TxRembAcc, "1;2"},
+                       {accord::DatePartAcc, "20821;21217"},
+                       {accord::TrancheAcc, "3;4"},
+                       {accord::PartBenefAcc, "5;6"}}),
             History("1;2305|20821;21217|3;2|5;285", "modified"));
 }
 
@@ -227,14 +244,23 @@ TEST_F(AgreementUpdate, ADayOfTheHistoryThatCannotBeReadGivesTheLimit) {
 }
 
 TEST_F(AgreementUpdate, AnAgreementWithoutHistoryBeginsOne) {
-  EXPECT_EQ(historyOf({{10, ""}, {11, ""}, {12, ""}, {13, ""}}),
+  EXPECT_EQ(historyOf({{accord::TxRembAcc, ""},
+                       {accord::DatePartAcc, ""},
+                       {accord::TrancheAcc, ""},
+                       {accord::PartBenefAcc, ""}}),
             History("2305|21217|2|285", "modified"));
 }
 
 TEST_F(AgreementUpdate, HistoriesOfUnequalLengthKeepTheirPositions) {
-  EXPECT_EQ(historyOf({{10, ""}, {11, "20821;20456"}, {12, "7"}, {13, "8;9;10"}}),
+  EXPECT_EQ(historyOf({{accord::TxRembAcc, ""},
+                       {accord::DatePartAcc, "20821;20456"},
+                       {accord::TrancheAcc, "7"},
+                       {accord::PartBenefAcc, "8;9;10"}}),
             History("2305|21217;20821;20456|2;7|285;8;9;10", "modified"));
-  EXPECT_EQ(historyOf({{10, "1"}, {11, "21217;20456"}, {12, ""}, {13, "8;9;10"}}),
+  EXPECT_EQ(historyOf({{accord::TxRembAcc, "1"},
+                       {accord::DatePartAcc, "21217;20456"},
+                       {accord::TrancheAcc, ""},
+                       {accord::PartBenefAcc, "8;9;10"}}),
             History("2305|21217;20456|2|285;9;10", "modified"));
 }
 
@@ -243,7 +269,7 @@ TEST_F(AgreementUpdate, ListsTheKeysInTheirOrderOneAnAttribute) {
   for (const char* const key : {"00002001", "00001002", "00001001", "00010001", "00003001"}) {
     store.putAgreement(key);
   }
-  store.putAgreement("00002002", {{11, "21300"}});
+  store.putAgreement("00002002", {{accord::DatePartAcc, "21300"}});
   store.putElements("00001", "90000");
   store.putElements("00002", "0", "M");
   store.putElements("00003", "");
@@ -284,7 +310,7 @@ TEST_F(AgreementUpdate, ListsTakeThePlaceOfEarlierOnesAndEmptyOnesLeaveNoRecord)
 TEST_F(AgreementUpdate, ASecondRunChangesNothingMore) {
   store.putBody();
   store.putAgreement("00001001");
-  store.putAgreement("00001002", {{11, "21300"}});
+  store.putAgreement("00001002", {{accord::DatePartAcc, "21300"}});
   store.putAgreement("00002001");
   store.putElements("00001", "90000");
   store.update();
@@ -301,9 +327,9 @@ TEST_F(AgreementUpdate, OtherBodiesAgreementsAndListsAreLeftAlone) {
   store.putBody();
   store.putBody({}, "12");
   store.putElements("00001", "90000");
-  store.putAgreement("00001001", {{1, "12"}});
-  store.putAgreement("00001002", {{1, "1255"}});
-  store.putAgreement("00001003", {{1, ""}});
+  store.putAgreement("00001001", {{accord::OrgChgAcc, "12"}});
+  store.putAgreement("00001002", {{accord::OrgChgAcc, "1255"}});
+  store.putAgreement("00001003", {{accord::OrgChgAcc, ""}});
   store.putAgreement("00001004");
   store->write("TEMPO", "ACCORDSLIMITE1", "1");
   const Content before = contentOf(*store, "ACCORD");
@@ -319,7 +345,7 @@ TEST_F(AgreementUpdate, OtherBodiesAgreementsAndListsAreLeftAlone) {
 }
 
 TEST_F(AgreementUpdate, AnAgreementOfSeveralBodiesIsOfEachAsInSelections) {
-  EXPECT_EQ(listOf({}, {{1, "083;125"}}, "90000"), "modified");
+  EXPECT_EQ(listOf({}, {{accord::OrgChgAcc, "083;125"}}, "90000"), "modified");
 }
 
 TEST_F(AgreementUpdate, RunsAloneAmidOtherCommandsAndWithBlanksAroundItsParts) {
@@ -378,7 +404,7 @@ TEST_F(AgreementUpdate, RefusesBadArgumentsTellsThePlaceAndWritesNothing) {
 }
 
 TEST_F(AgreementUpdate, IsAPartOfATransactionThatIsOpen) {
-  listOf({}, {{11, "21300"}}, "90000");
+  listOf({}, {{accord::DatePartAcc, "21300"}}, "90000");
   store.putAgreement("00001002");
   {
     const auto transaction = store->begin();

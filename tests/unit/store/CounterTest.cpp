@@ -69,12 +69,12 @@ TEST_F(Counter, RefusesWhatIsNoNumber) {
 
 TEST_F(Counter, ReadsTheFirstValueOnlyAndKeepsTheRest) {
   store::DynamicArray record;
-  record.set(10, 1, "041");
-  record.set(10, 2, "007");
-  record.set(15, "O");
+  record.set(store::compteur::DernierOrgChg, 1, "041");
+  record.set(store::compteur::DernierOrgChg, 2, "007");
+  record.set(store::compteur::InterfaceComptable, "O");
   memory.put("COMPTEUR", "999", record);
   EXPECT_EQ(next(), "042");
-  record.set(10, 1, "042");
+  record.set(store::compteur::DernierOrgChg, 1, "042");
   EXPECT_EQ(memory.record("COMPTEUR", "999"), record);
 }
 

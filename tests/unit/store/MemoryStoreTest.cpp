@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "store/Layouts.h"
 #include "store/Request.h"
 
 namespace {
@@ -42,7 +43,7 @@ TEST_F(MemoryStoreTest, AnswersSelectionsInTheirOrderWithTheirColumns) {
 }
 
 TEST_F(MemoryStoreTest, AConditionHoldsWhenOneValueSatisfiesIt) {
-  memory.set("ORGPRISECHARGE", "003", 5,
+  memory.set("ORGPRISECHARGE", "003", store::orgprisecharge::AdrNatureVoie,
              "a\xFD"
              "b");
   EXPECT_EQ(run("SSELECT ORGPRISECHARGE AVEC 5 = \"b\""), "003 ");
@@ -62,9 +63,9 @@ TEST_F(MemoryStoreTest, KeepsAJournalOfAllCalls) {
   const auto file = database->OpenFile("ORGPRISECHARGE");
   const auto record = file->ReadRecord("004");
   EXPECT_FALSE(record->found());
-  record->fields().set(1, "NEW");
+  record->fields().set(store::orgprisecharge::SigleOrgChg, "NEW");
   record->DBWrite();
-  EXPECT_EQ(memory.record("ORGPRISECHARGE", "004").get(1), "NEW");
+  EXPECT_EQ(memory.record("ORGPRISECHARGE", "004").get(store::orgprisecharge::SigleOrgChg), "NEW");
   EXPECT_EQ(file->DeleteRecord("004"), 0);
   EXPECT_EQ(file->DeleteRecord("004"), 0);
   database->ExecuteSentence("SET-DEC ,");

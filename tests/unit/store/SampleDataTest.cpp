@@ -149,13 +149,15 @@ class SampleData : public testing::Test {
   static long slipWidth(const DynamicArray& body) {
     long width = 0;
     for (const auto& key : values(body, store::orgprisecharge::ParamSelecOrgChg)) {
-      width += store::wholeNumber(file("PARAMBORDORGCHG").at(key).get(2));
+      width +=
+          store::wholeNumber(file("PARAMBORDORGCHG").at(key).get(store::parambordorgchg::Longueur));
     }
     return width;
   }
 
   static long firstDayOfPayPeriod() {
-    const std::string period = one(file(store::periodespaie::kFile).at("1"), 1);
+    const std::string period =
+        one(file(store::periodespaie::kFile).at("1"), store::periodespaie::PeriodeCourante);
     return store::dayOfText("01/" + period.substr(4) + "/" + period.substr(0, 4)).value();
   }
   static bool isActive(const DynamicArray& agreement) {
@@ -485,8 +487,10 @@ TEST_F(SampleData, AccountsBeginAlikeBearTheSameLabelAndOneLabelHoldsADoubleQuot
     EXPECT_EQ(accountsOf(entity, "512"), Codes{"5120000000"}) << entity;
   }
   EXPECT_EQ(accountsOf("050", "41"), Codes{"4110000000"});
-  EXPECT_EQ(one(chart.at("0104112200000"), 1), "CLIENTS - BENEFICIAIRES");
-  EXPECT_EQ(one(chart.at("0104112300000"), 1), "CLIENTS - BENEFICIAIRES");
+  EXPECT_EQ(one(chart.at("0104112200000"), store::plancomptable::Libelle),
+            "CLIENTS - BENEFICIAIRES");
+  EXPECT_EQ(one(chart.at("0104112300000"), store::plancomptable::Libelle),
+            "CLIENTS - BENEFICIAIRES");
   EXPECT_EQ(one(bodies().at("114"), DebitOrgChg), "4112300000");
   Codes quoted;
   for (const auto& [key, account] : chart) {
@@ -862,8 +866,9 @@ TEST_F(SampleData, LabelsOfActivitiesAreLongerThanTheirColumnAndHaveAccents) {
 }
 
 TEST_F(SampleData, HasThePayPeriodAndTheEuroDate) {
-  EXPECT_EQ(one(file("PERIODESPAIE").at("1"), 1), "202601");
-  EXPECT_EQ(store::textOfDay(file("CONSTANTESPAIE").at("1").get(9)), "01/01/2002");
+  EXPECT_EQ(one(file("PERIODESPAIE").at("1"), store::periodespaie::PeriodeCourante), "202601");
+  EXPECT_EQ(store::textOfDay(file("CONSTANTESPAIE").at("1").get(store::constantespaie::DateEuro)),
+            "01/01/2002");
 }
 
 }  // namespace

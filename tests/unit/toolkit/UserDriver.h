@@ -1,6 +1,6 @@
 // The user of a surface, whatever stands behind it: without windows, or through real ones. The rule
-// tests (*_rules.cpp) speak to this interface alone and look at the portable objects only, so the
-// same assertions run in both worlds; each world links its own makeDriver.
+// tests (`rules` in CMakeLists.txt) speak to this interface alone and look at the portable objects
+// only, so the same assertions run in both worlds; each world links its own makeDriver.
 #pragma once
 
 #include <memory>

@@ -28,13 +28,14 @@ std::vector<std::wstring> agreement(const wchar_t* beneficiary, const wchar_t* d
 void fillWithAgreements(LocalStore& store) {
   container::FakeStore source;
   fillForPages(source);
-  const std::pair<size_t, std::wstring> scale[] = {{32, two(L"0", L"50000")},
-                                                   {33, two(L"50000", L"90000")},
-                                                   {34, two(L"0", L"80000")},
-                                                   {35, two(L"80000", L"150000")},
-                                                   {36, two(L"", L"")},
-                                                   {37, two(L"200", L"400")},
-                                                   {39, L"21186"}};
+  const std::pair<size_t, std::wstring> scale[] = {
+      {attribut::DebRevSeulOrgChg, two(L"0", L"50000")},
+      {attribut::FinRevSeulOrgChg, two(L"50000", L"90000")},
+      {attribut::DebRevMenOrgChg, two(L"0", L"80000")},
+      {attribut::FinRevMenOrgChg, two(L"80000", L"150000")},
+      {attribut::BaremPrecOrgChg, two(L"", L"")},
+      {attribut::BaremCoursOrgChg, two(L"200", L"400")},
+      {attribut::DatBaremCours, L"21186"}};
   for (const auto& [number, text] : scale) source.set(L"ORGPRISECHARGE", L"001", number, text);
   source.put(L"ACCORD", L"00001001", agreement(L"00001", L"21186", L"1", L"200"));
   source.put(L"ACCORD", L"00002001", agreement(L"00002", L"21186", L"2", L"400"));
@@ -104,13 +105,16 @@ class NewScale : public DiskTest {
     });
   }
   void expectUpdated() {
-    EXPECT_EQ(store_.stored(L"ACCORD", L"00001001", 11), two(L"21217", L"21186"));
-    EXPECT_EQ(store_.stored(L"ACCORD", L"00001001", 12), two(L"1", L"1"));
-    EXPECT_EQ(store_.stored(L"ACCORD", L"00001001", 13), two(L"250", L"200"));
-    EXPECT_EQ(store_.stored(L"ACCORD", L"00002001", 13), two(L"400", L"400"));
-    EXPECT_EQ(store_.stored(L"ACCORD", L"00003001", 11), L"21186");
-    EXPECT_EQ(store_.stored(L"ACCORD", L"00004001", 11), L"21245");
-    EXPECT_EQ(store_.stored(L"ORGPRISECHARGE", L"001", 39), L"21217");
+    EXPECT_EQ(store_.stored(L"ACCORD", L"00001001", store::accord::DatePartAcc),
+              two(L"21217", L"21186"));
+    EXPECT_EQ(store_.stored(L"ACCORD", L"00001001", store::accord::TrancheAcc), two(L"1", L"1"));
+    EXPECT_EQ(store_.stored(L"ACCORD", L"00001001", store::accord::PartBenefAcc),
+              two(L"250", L"200"));
+    EXPECT_EQ(store_.stored(L"ACCORD", L"00002001", store::accord::PartBenefAcc),
+              two(L"400", L"400"));
+    EXPECT_EQ(store_.stored(L"ACCORD", L"00003001", store::accord::DatePartAcc), L"21186");
+    EXPECT_EQ(store_.stored(L"ACCORD", L"00004001", store::accord::DatePartAcc), L"21245");
+    EXPECT_EQ(store_.stored(L"ORGPRISECHARGE", L"001", attribut::DatBaremCours), L"21217");
   }
   // The run has ended before it took them away.
   void expectListsLeft() {
@@ -184,8 +188,8 @@ TEST_F(Unprinted, WithoutAnUpdate) {
   enterScale();
   boxes().expect(kUpdate, kExclamation, L"YESNO", IDNO);
   user().click(L"Cmd_OK");
-  EXPECT_EQ(store_.stored(L"ORGPRISECHARGE", L"001", 39), L"21217");
-  EXPECT_EQ(store_.stored(L"ACCORD", L"00001001", 11), L"21186");
+  EXPECT_EQ(store_.stored(L"ORGPRISECHARGE", L"001", attribut::DatBaremCours), L"21217");
+  EXPECT_EQ(store_.stored(L"ACCORD", L"00001001", store::accord::DatePartAcc), L"21186");
   expectOver();
 }
 

@@ -457,15 +457,33 @@ void fillTables(FakeStore& store, const std::wstring& lastCode) {
 // Complete, so that it can be saved: principal, in hours at a rate, with an activity and a slip
 // parameter.
 std::vector<std::wstring> body(const std::wstring& acronym, const std::wstring& name) {
-  std::vector<std::wstring> attributes(61);
-  const std::pair<size_t, const wchar_t*> set[] = {
-      {15, L"Mme Durand"}, {16, L"M. Petit"}, {17, L"M"},      {18, L"P"},
-      {19, L"3"},          {20, L"0"},        {24, L"H"},      {44, L"0"},
-      {45, L"I"},          {46, L"100"},      {47, L"100P01"}, {48, L"1"},
-      {50, L"0"},          {51, L"0"},        {57, L"0"},      {59, L"Prise en charge"},
-      {25, L"21186"},      {26, L"2000"},     {27, L"2500"},   {28, L"1500"},
-      {40, L"R"},          {41, L"M"},        {42, L"0"},      {53, L"0"},
-      {55, L"0"},          {61, L"1"}};
+  std::vector<std::wstring> attributes(attribut::ParamSelecOrgChg);
+  const std::pair<size_t, const wchar_t*> set[] = {{attribut::InterlocDossOrgChg, L"Mme Durand"},
+                                                   {attribut::InterlocFactOrgChg, L"M. Petit"},
+                                                   {attribut::PeriodFactOrgChg, L"M"},
+                                                   {attribut::TypeOrgChg, L"P"},
+                                                   {attribut::PlafondOrg, L"3"},
+                                                   {attribut::RenouvOrgChg, L"0"},
+                                                   {attribut::AttribOrgChg, L"H"},
+                                                   {attribut::DemAccordOrgChg, L"0"},
+                                                   {attribut::TypeBordOrgChg, L"I"},
+                                                   {attribut::Entite, L"100"},
+                                                   {attribut::CodActSelect, L"100P01"},
+                                                   {attribut::NbExemplOrgChg, L"1"},
+                                                   {attribut::IncidCompta, L"0"},
+                                                   {attribut::GestionExclu, L"0"},
+                                                   {attribut::FactAnticip, L"0"},
+                                                   {attribut::DesFacture, L"Prise en charge"},
+                                                   {attribut::DateRembOrgChg, L"21186"},
+                                                   {attribut::TxRembOrgChg, L"2000"},
+                                                   {attribut::TxRembMajOrgChg, L"2500"},
+                                                   {attribut::PrestServOrgChg, L"1500"},
+                                                   {attribut::Bareme, L"R"},
+                                                   {attribut::GestPartBenef, L"M"},
+                                                   {attribut::Abonnement, L"0"},
+                                                   {attribut::AjusTarif, L"0"},
+                                                   {attribut::CoutGlobal, L"0"},
+                                                   {attribut::ParamSelecOrgChg, L"1"}};
   attributes[0] = acronym;
   attributes[1] = name;
   for (const auto& [number, text] : set) attributes[number - 1] = text;

@@ -12,7 +12,11 @@
 #include <string>
 #include <vector>
 
+#include "store/Layouts.h"
+
 namespace container {
+
+namespace attribut = store::orgprisecharge;
 
 inline constexpr wchar_t kAttributeMark = 0x00FE;
 inline constexpr wchar_t kValueMark = 0x00FD;

@@ -31,7 +31,7 @@ TEST_F(LateBoundStore, WritesWhatWasAssigned) {
   const Value record = call(file.object(), L"ReadRecord", {Value(L"004")});
   put(record.object(), L"", Value(L"X\u00FEY"));
   call(record.object(), L"DBWrite", {});
-  EXPECT_EQ(store_.state().attribute(L"ORGPRISECHARGE", L"004", 2), L"Y");
+  EXPECT_EQ(store_.state().attribute(L"ORGPRISECHARGE", L"004", attribut::RaisonOrgChg), L"Y");
 }
 
 TEST_F(LateBoundStore, SelectsByAPrefixInOrder) {

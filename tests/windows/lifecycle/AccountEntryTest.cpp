@@ -39,7 +39,7 @@ TEST_P(AccountEntry, IsSearchedByItsFirstDigitsAndChosenWithTheKeyboard) {
   EXPECT_EQ(user().text(L"Cbo_DebitOrgChg"), L"CAISSES");
   EXPECT_EQ(user().text(L"Txt_DebitOrgChg"), L"4130000000");
   user().click(L"Cmd_OK");
-  EXPECT_EQ(stored(L"001", 22), L"4130000000");
+  EXPECT_EQ(stored(L"001", attribut::DebitOrgChg), L"4130000000");
 }
 
 TEST_P(AccountEntry, IsSearchedWhenTheFieldIsLeft) {

@@ -64,8 +64,10 @@ TEST_F(AtlContainer, FindsChangesAndRefuses) {
   EXPECT_EQ(user_.focused(), L"Txt_RaisonOrgChg");
   user_.type(L"Caisse nouvelle");
   user_.click(L"Cmd_OK");
-  EXPECT_EQ(store_.state().attribute(L"ORGPRISECHARGE", L"001", 2), L"Caisse nouvelle");
-  EXPECT_EQ(store_.state().attribute(L"ORGPRISECHARGE", L"001", 59), L"Prise en charge");
+  EXPECT_EQ(store_.state().attribute(L"ORGPRISECHARGE", L"001", attribut::RaisonOrgChg),
+            L"Caisse nouvelle");
+  EXPECT_EQ(store_.state().attribute(L"ORGPRISECHARGE", L"001", attribut::DesFacture),
+            L"Prise en charge");
 }
 
 TEST_F(AtlContainer, CreatesABody) {
@@ -75,8 +77,8 @@ TEST_F(AtlContainer, CreatesABody) {
   user_.fill(L"Txt_RaisonOrgChg", L"Caisse primaire");
   completeCreation(user_);
   user_.alt(L'o');
-  EXPECT_EQ(store_.state().attribute(L"ORGPRISECHARGE", L"004", 1), L"CPAM");
-  EXPECT_EQ(store_.state().attribute(L"COMPTEUR", L"999", 10), L"004");
+  EXPECT_EQ(store_.state().attribute(L"ORGPRISECHARGE", L"004", attribut::SigleOrgChg), L"CPAM");
+  EXPECT_EQ(store_.state().attribute(L"COMPTEUR", L"999", store::compteur::DernierOrgChg), L"004");
 }
 
 TEST_F(AtlContainer, RefusesAndMakesDeletions) {
@@ -99,7 +101,8 @@ TEST_F(AtlContainer, Leaves) {
   boxes_.expect(kSaveChanges, kQuestion, L"YESNOCANCEL", IDYES);
   user_.click(L"Cmd_Sortir");
   EXPECT_TRUE(container::get(control(), L"W_Sortir").truth());
-  EXPECT_EQ(store_.state().attribute(L"ORGPRISECHARGE", L"001", 2), L"Caisse nouvelle");
+  EXPECT_EQ(store_.state().attribute(L"ORGPRISECHARGE", L"001", attribut::RaisonOrgChg),
+            L"Caisse nouvelle");
 }
 
 TEST_F(AtlContainer, ClosesWithABoxOpen) {

@@ -116,7 +116,7 @@ TEST_P(Closing, DuringTheQuestionOnLeaving) {
   user().fill(L"Txt_RaisonOrgChg", L"Caisse nouvelle");
   goIn(kSaveChanges, kQuestion, L"YESNOCANCEL", IDYES);
   user().click(L"Cmd_Sortir");
-  EXPECT_EQ(control().stored(L"001", 2), L"Caisse d'allocations familiales");
+  EXPECT_EQ(control().stored(L"001", attribut::RaisonOrgChg), L"Caisse d'allocations familiales");
 }
 
 TEST_P(Closing, DuringARefusedKey) {

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "store/Layouts.h"
 #include "tests/windows/container/Automation.h"
 #include "tests/windows/container/BoxWatcher.h"
 #include "tests/windows/container/Container.h"
@@ -17,6 +18,8 @@
 #include "tests/windows/container/Typist.h"
 
 namespace lifecycle {
+
+namespace attribut = store::orgprisecharge;
 
 // The folder of the program, with its last backslash.
 std::wstring programFolder();

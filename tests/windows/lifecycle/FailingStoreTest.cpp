@@ -94,10 +94,10 @@ TEST(FailingStore, KeepsTheOldRecordOrTheNewOneWhenSaving) {
     running.user.click(L"Cmd_OK");
   };
   failEach(false, change, [](Running& running, int failing) {
-    const std::wstring name = running.stored(L"001", 2);
+    const std::wstring name = running.stored(L"001", attribut::RaisonOrgChg);
     EXPECT_TRUE(name == L"Caisse nouvelle" || name == L"Caisse d'allocations familiales")
         << failing;
-    EXPECT_EQ(running.stored(L"001", 59), L"Prise en charge") << failing;
+    EXPECT_EQ(running.stored(L"001", attribut::DesFacture), L"Prise en charge") << failing;
     // Nothing typed is lost: it is in the store, or still on the screen.
     EXPECT_TRUE(name == L"Caisse nouvelle" ||
                 running.user.text(L"Txt_RaisonOrgChg") == L"Caisse nouvelle" ||
@@ -119,10 +119,10 @@ TEST(FailingStore, KeepsWhatWasTypedWhenTheWriteFailsAndSavesItLater) {
   running.user.click(L"Cmd_OK");
   EXPECT_EQ(running.user.text(L"Txt_RaisonOrgChg"), L"Caisse nouvelle");
   EXPECT_EQ(running.user.text(L"Txt_CodOrgChg"), L"001");
-  EXPECT_EQ(running.stored(L"001", 2), L"Caisse d'allocations familiales");
+  EXPECT_EQ(running.stored(L"001", attribut::RaisonOrgChg), L"Caisse d'allocations familiales");
   running.state().fault = {};
   running.user.click(L"Cmd_OK");
-  EXPECT_EQ(running.stored(L"001", 2), L"Caisse nouvelle");
+  EXPECT_EQ(running.stored(L"001", attribut::RaisonOrgChg), L"Caisse nouvelle");
   EXPECT_EQ(running.finish(), "");
 }
 
@@ -135,10 +135,10 @@ TEST(FailingStore, NeverWritesOverABodyWhenCreating) {
     running.user.click(L"Cmd_OK");
   };
   failEach(false, create, [](Running& running, int failing) {
-    EXPECT_EQ(running.stored(L"001", 1), L"CAF") << failing;
-    EXPECT_EQ(running.stored(L"002", 1), L"CARSAT") << failing;
-    EXPECT_EQ(running.stored(L"003", 1), L"MSA") << failing;
-    const std::wstring created = running.stored(L"004", 1);
+    EXPECT_EQ(running.stored(L"001", attribut::SigleOrgChg), L"CAF") << failing;
+    EXPECT_EQ(running.stored(L"002", attribut::SigleOrgChg), L"CARSAT") << failing;
+    EXPECT_EQ(running.stored(L"003", attribut::SigleOrgChg), L"MSA") << failing;
+    const std::wstring created = running.stored(L"004", attribut::SigleOrgChg);
     EXPECT_TRUE(created.empty() || created == L"CPAM") << failing;
     // The first call asks for the rights: failing there, no creation is begun.
     EXPECT_TRUE(created == L"CPAM" || running.user.text(L"Txt_SigleOrgChg") == L"CPAM" ||
@@ -173,7 +173,7 @@ TEST(FailingStore, SurvivesADeletionThatFailsAnywhere) {
     running.user.click(L"Cmd_Supprimer");
   };
   failEach(false, remove, [](Running& running, int failing) {
-    EXPECT_EQ(running.stored(L"002", 1), L"CARSAT") << failing;
+    EXPECT_EQ(running.stored(L"002", attribut::SigleOrgChg), L"CARSAT") << failing;
   });
 }
 

@@ -69,9 +69,9 @@ TEST_P(FixedList, TakesItsLinesTypedOrChosen) {
   user().key(VK_DOWN);
   EXPECT_EQ(user().text(L"Cbo_StatsOrgChg"), L"Autres");
   user().click(L"Cmd_OK");
-  EXPECT_EQ(stored(L"001", 17), L"T");
-  EXPECT_EQ(stored(L"001", 20), L"3");
-  EXPECT_EQ(stored(L"001", 43), L"02");
+  EXPECT_EQ(stored(L"001", attribut::PeriodFactOrgChg), L"T");
+  EXPECT_EQ(stored(L"001", attribut::RenouvOrgChg), L"3");
+  EXPECT_EQ(stored(L"001", attribut::StatsOrgChg), L"02");
 }
 
 TEST_P(FixedList, HasWordsOfItsOwnForTheRenewal) {

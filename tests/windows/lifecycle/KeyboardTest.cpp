@@ -130,7 +130,7 @@ TEST_P(Keyboard, AnyOtherCharacterCan) {
   user().fill(L"Txt_RaisonOrgChg", L"Œuvre d'été, n° 5 (€)");
   EXPECT_EQ(user().text(L"Txt_RaisonOrgChg"), L"Œuvre d'été, n° 5 (€)");
   user().click(L"Cmd_OK");
-  EXPECT_EQ(control().stored(L"001", 2), L"Œuvre d'été, n° 5 (€)");
+  EXPECT_EQ(control().stored(L"001", attribut::RaisonOrgChg), L"Œuvre d'été, n° 5 (€)");
 }
 
 class ForwardedKeys : public ControlTest {};

@@ -104,10 +104,12 @@ TEST_P(MainLifecycle, CreatesABodyUnderTheNextCode) {
   user().fill(L"Txt_InterlocFactOrgChg", L"M. Léger");
   completeCreation(user());
   user().click(L"Cmd_OK");
-  EXPECT_EQ(control().stored(L"004", 1), L"CPAM");
-  EXPECT_EQ(control().stored(L"004", 2), L"Caisse primaire d'assurance maladie");
-  EXPECT_EQ(control().stored(L"004", 16), L"M. Léger");
-  EXPECT_EQ(control().state().attribute(L"COMPTEUR", L"999", 10), L"004");
+  EXPECT_EQ(control().stored(L"004", attribut::SigleOrgChg), L"CPAM");
+  EXPECT_EQ(control().stored(L"004", attribut::RaisonOrgChg),
+            L"Caisse primaire d'assurance maladie");
+  EXPECT_EQ(control().stored(L"004", attribut::InterlocFactOrgChg), L"M. Léger");
+  EXPECT_EQ(control().state().attribute(L"COMPTEUR", L"999", store::compteur::DernierOrgChg),
+            L"004");
   EXPECT_EQ(user().text(L"Txt_CodOrgChg"), L"");
   EXPECT_EQ(user().text(L"Txt_RaisonOrgChg"), L"");
   EXPECT_EQ(user().lines(L"Cbo_SigleOrgChg"), (Lines{L"CAF", L"CARSAT", L"CPAM", L"MSA"}));
@@ -119,10 +121,10 @@ TEST_P(MainLifecycle, ChangesABodyAndLeavesTheOtherPagesAttributesAlone) {
   load(L"001");
   user().fill(L"Txt_RaisonOrgChg", L"Caisse nouvelle");
   user().click(L"Cmd_OK");
-  EXPECT_EQ(control().stored(L"001", 2), L"Caisse nouvelle");
-  EXPECT_EQ(control().stored(L"001", 18), L"P");
-  EXPECT_EQ(control().stored(L"001", 46), L"100");
-  EXPECT_EQ(control().stored(L"001", 59), L"Prise en charge");
+  EXPECT_EQ(control().stored(L"001", attribut::RaisonOrgChg), L"Caisse nouvelle");
+  EXPECT_EQ(control().stored(L"001", attribut::TypeOrgChg), L"P");
+  EXPECT_EQ(control().stored(L"001", attribut::Entite), L"100");
+  EXPECT_EQ(control().stored(L"001", attribut::DesFacture), L"Prise en charge");
   EXPECT_EQ(user().text(L"Txt_CodOrgChg"), L"");
   EXPECT_EQ(user().focused(), L"Txt_CodOrgChg");
 }
@@ -212,7 +214,7 @@ TEST_P(MainLifecycle, SavesOnLeavingWhenTheAnswerIsYes) {
   user().fill(L"Txt_RaisonOrgChg", L"Caisse nouvelle");
   boxes().expect(kSaveChanges, kQuestion, L"YESNOCANCEL", IDYES);
   user().click(L"Cmd_Sortir");
-  EXPECT_EQ(control().stored(L"001", 2), L"Caisse nouvelle");
+  EXPECT_EQ(control().stored(L"001", attribut::RaisonOrgChg), L"Caisse nouvelle");
   EXPECT_TRUE(control().wSortir());
 }
 
@@ -221,7 +223,7 @@ TEST_P(MainLifecycle, LeavesWithoutSavingWhenTheAnswerIsNo) {
   user().fill(L"Txt_RaisonOrgChg", L"Caisse nouvelle");
   boxes().expect(kSaveChanges, kQuestion, L"YESNOCANCEL", IDNO);
   user().click(L"Cmd_Sortir");
-  EXPECT_EQ(control().stored(L"001", 2), L"Caisse d'allocations familiales");
+  EXPECT_EQ(control().stored(L"001", attribut::RaisonOrgChg), L"Caisse d'allocations familiales");
   EXPECT_TRUE(control().wSortir());
 }
 

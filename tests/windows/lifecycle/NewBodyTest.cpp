@@ -92,40 +92,41 @@ TEST_P(OnDisk, ABodyIsEnteredOnEveryPageAndReadBack) {
   addRate(user());
   user().click(L"Cmd_OK");
   ASSERT_EQ(boxes().report(), "");
-  const std::pair<long, const wchar_t*> expected[] = {{1, L"CPAM"},
-                                                      {2, L"Caisse primaire"},
-                                                      {17, L"T"},
-                                                      {18, L"P"},
-                                                      {19, L"2"},
-                                                      {20, L"2"},
-                                                      {21,
-                                                       L"B\u00FD"
-                                                       L"A"},
-                                                      {22, L"4120000000"},
-                                                      {23, L"7060000000"},
-                                                      {24, L"H"},
-                                                      {25, L"21186"},
-                                                      {26, L"2000"},
-                                                      {27, L"2500"},
-                                                      {28, L"1500"},
-                                                      {41, L"M"},
-                                                      {43, L"02"},
-                                                      {44, L"1"},
-                                                      {45, L"R"},
-                                                      {46, L"100"},
-                                                      {47, L"100P01\u00FD100P03\u00FD100P04"},
-                                                      {48, L"3"},
-                                                      {50, L"0"},
-                                                      {51, L"1"},
-                                                      {56, L"7080000000"},
-                                                      {57, L"1"},
-                                                      {58, L"TH9"},
-                                                      {61, L"2\u00FD3\u00FD1"},
-                                                      {62, L"6\u00FD1"}};
+  const std::pair<long, const wchar_t*> expected[] = {
+      {attribut::SigleOrgChg, L"CPAM"},
+      {attribut::RaisonOrgChg, L"Caisse primaire"},
+      {attribut::PeriodFactOrgChg, L"T"},
+      {attribut::TypeOrgChg, L"P"},
+      {attribut::PlafondOrg, L"2"},
+      {attribut::RenouvOrgChg, L"2"},
+      {attribut::PieceRenouOrgChg,
+       L"B\u00FD"
+       L"A"},
+      {attribut::DebitOrgChg, L"4120000000"},
+      {attribut::CreditOrgChg, L"7060000000"},
+      {attribut::AttribOrgChg, L"H"},
+      {attribut::DateRembOrgChg, L"21186"},
+      {attribut::TxRembOrgChg, L"2000"},
+      {attribut::TxRembMajOrgChg, L"2500"},
+      {attribut::PrestServOrgChg, L"1500"},
+      {attribut::GestPartBenef, L"M"},
+      {attribut::StatsOrgChg, L"02"},
+      {attribut::DemAccordOrgChg, L"1"},
+      {attribut::TypeBordOrgChg, L"R"},
+      {attribut::Entite, L"100"},
+      {attribut::CodActSelect, L"100P01\u00FD100P03\u00FD100P04"},
+      {attribut::NbExemplOrgChg, L"3"},
+      {attribut::IncidCompta, L"0"},
+      {attribut::GestionExclu, L"1"},
+      {attribut::CpteProdAide, L"7080000000"},
+      {attribut::FactAnticip, L"1"},
+      {attribut::CodeThesaurus, L"TH9"},
+      {attribut::ParamSelecOrgChg, L"2\u00FD3\u00FD1"},
+      {attribut::ParamTriSelect, L"6\u00FD1"}};
   for (const auto& [attribute, text] : expected) {
     EXPECT_EQ(stored(L"004", attribute), text) << attribute;
   }
-  EXPECT_EQ(store_.stored(L"COMPTEUR", L"999", 10), L"004");
+  EXPECT_EQ(store_.stored(L"COMPTEUR", L"999", store::compteur::DernierOrgChg), L"004");
 
   user().fill(L"Txt_CodOrgChg", L"004");
   EXPECT_EQ(user().text(L"Txt_RaisonOrgChg"), L"Caisse primaire");
@@ -148,13 +149,13 @@ TEST_P(OnDisk, TypeAndCeilingStayWhileAgreementsAreActive) {
   EXPECT_EQ(boxes().report(), "");
   EXPECT_EQ(user().tab(), kRegles);
   EXPECT_EQ(user().text(L"Txt_CodOrgChg"), L"002");
-  EXPECT_EQ(stored(L"002", 18), L"P");
+  EXPECT_EQ(stored(L"002", attribut::TypeOrgChg), L"P");
   user().click(L"Opt_TypePrincipalOrgChg");
   user().click(L"Opt_PlafMensRepOrgChg");
   boxes().expect(kCeilingRefused, kInformation, L"OK", IDOK);
   user().click(L"Cmd_OK");
   EXPECT_EQ(boxes().report(), "");
-  EXPECT_EQ(stored(L"002", 19), L"3");
+  EXPECT_EQ(stored(L"002", attribut::PlafondOrg), L"3");
   user().click(L"Opt_PlafGlobalOrgChg");
   user().click(L"Cmd_OK");
   EXPECT_EQ(user().text(L"Txt_CodOrgChg"), L"");
@@ -166,8 +167,8 @@ TEST_P(OnDisk, TypeAndCeilingChangeFreelyWithoutActiveAgreements) {
   user().click(L"Opt_TypeComplOrgChg");
   user().click(L"Opt_PlafMensRepOrgChg");
   user().click(L"Cmd_OK");
-  EXPECT_EQ(stored(L"001", 18), L"C");
-  EXPECT_EQ(stored(L"001", 19), L"1");
+  EXPECT_EQ(stored(L"001", attribut::TypeOrgChg), L"C");
+  EXPECT_EQ(stored(L"001", attribut::PlafondOrg), L"1");
 }
 
 }  // namespace

@@ -37,7 +37,7 @@ TEST_P(ActivityLists, AreSelectedWithShiftAndCtrlAndMovedByTheButton) {
   EXPECT_EQ(user().selected(L"Lst_Activite"), (Selection{0, 1}));
   EXPECT_EQ(user().lines(L"Lst_Activite").size(), 4U);
   user().click(L"Cmd_OK");
-  EXPECT_EQ(stored(L"001", 47), L"100P01\u00FD100P04");
+  EXPECT_EQ(stored(L"001", attribut::CodActSelect), L"100P01\u00FD100P04");
 }
 
 TEST_P(ActivityLists, AreMovedByADoubleClick) {
@@ -187,7 +187,7 @@ TEST_P(SlipLists, AreOrderedByTheButtons) {
   user().alt(L'd');
   EXPECT_EQ(chosen(), (Lines{L"Nom", L"Période", L"Heures"}));
   user().click(L"Cmd_OK");
-  EXPECT_EQ(stored(L"001", 61), L"1\u00FD3\u00FD2");
+  EXPECT_EQ(stored(L"001", attribut::ParamSelecOrgChg), L"1\u00FD3\u00FD2");
 }
 
 TEST_P(SlipLists, AreMovedByADoubleClickAndCounted) {
@@ -237,7 +237,7 @@ TEST_P(SlipLists, CopiesAreChosenByScrollBarAndByKey) {
   user().key(VK_TAB);
   EXPECT_EQ(user().text(L"Txt_NbExEmplOrgChg"), L"7");
   user().click(L"Cmd_OK");
-  EXPECT_EQ(stored(L"001", 48), L"7");
+  EXPECT_EQ(stored(L"001", attribut::NbExemplOrgChg), L"7");
 }
 
 class RenewalDocuments : public PagesTest {
@@ -261,7 +261,7 @@ TEST_P(RenewalDocuments, AreMovedByDoubleClickAndByButton) {
             (Lines{L"Bulletin de pension", L"Avis d'imposition"}));
   EXPECT_EQ(user().selected(L"Lst_PiecePossibleOrgChg"), Selection());
   user().click(L"Cmd_OK");
-  EXPECT_EQ(stored(L"001", 21),
+  EXPECT_EQ(stored(L"001", attribut::PieceRenouOrgChg),
             L"B\u00FD"
             L"A");
   show(L"001", kRegles);

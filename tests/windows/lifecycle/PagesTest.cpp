@@ -104,8 +104,8 @@ void fillForPages(container::FakeStore& store) {
   store.put(L"PARAMBORDORGCHG", L"3", {L"Période", L"7"});
   store.put(L"PARAMBORDORGCHG", L"4", {L"Ville", L"90"});
   for (const wchar_t* code : {L"001", L"002", L"003"}) {
-    store.set(L"ORGPRISECHARGE", code, 22, L"4110000000");
-    store.set(L"ORGPRISECHARGE", code, 23, L"7060000000");
+    store.set(L"ORGPRISECHARGE", code, attribut::DebitOrgChg, L"4110000000");
+    store.set(L"ORGPRISECHARGE", code, attribut::CreditOrgChg, L"7060000000");
   }
   store.put(L"ACCORD", L"7002", {L"002", L"", L"", L"", L"", L"21300"});
 }

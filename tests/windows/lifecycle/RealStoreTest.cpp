@@ -62,14 +62,14 @@ TEST_F(RealStore, CreatesTheFirstBodyFindsItAgainAndChangesIt) {
   user_.fill(L"Txt_Ville", L"Évreux");
   completeCreation(user_);
   user_.click(L"Cmd_OK");
-  EXPECT_EQ(stored(L"ORGPRISECHARGE", L"001", 1), L"CAF");
-  EXPECT_EQ(stored(L"COMPTEUR", L"999", 10), L"001");
+  EXPECT_EQ(stored(L"ORGPRISECHARGE", L"001", attribut::SigleOrgChg), L"CAF");
+  EXPECT_EQ(stored(L"COMPTEUR", L"999", store::compteur::DernierOrgChg), L"001");
   // The only body of its store is loaded by itself.
   EXPECT_EQ(user_.text(L"Txt_CodOrgChg"), L"001");
   EXPECT_EQ(user_.text(L"Txt_Ville"), L"Évreux");
   user_.fill(L"Txt_RaisonOrgChg", L"Caisse nouvelle");
   user_.click(L"Cmd_OK");
-  EXPECT_EQ(stored(L"ORGPRISECHARGE", L"001", 2), L"Caisse nouvelle");
+  EXPECT_EQ(stored(L"ORGPRISECHARGE", L"001", attribut::RaisonOrgChg), L"Caisse nouvelle");
 }
 
 TEST_F(RealStore, SearchesRefusesADeletionAndMakesAnother) {
@@ -93,11 +93,11 @@ TEST_F(RealStore, SearchesRefusesADeletionAndMakesAnother) {
   boxes_.expect(kDelete, kQuestion, L"YESNO", IDYES);
   boxes_.expect(kHasAgreements, kExclamation, L"OK", IDOK);
   user_.click(L"Cmd_Supprimer");
-  EXPECT_EQ(stored(L"ORGPRISECHARGE", L"002", 1), L"CARSAT");
+  EXPECT_EQ(stored(L"ORGPRISECHARGE", L"002", attribut::SigleOrgChg), L"CARSAT");
   user_.fill(L"Txt_CodOrgChg", L"001");
   boxes_.expect(kDelete, kQuestion, L"YESNO", IDYES);
   user_.click(L"Cmd_Supprimer");
-  EXPECT_EQ(stored(L"ORGPRISECHARGE", L"001", 1), L"");
+  EXPECT_EQ(stored(L"ORGPRISECHARGE", L"001", attribut::SigleOrgChg), L"");
 }
 
 }  // namespace

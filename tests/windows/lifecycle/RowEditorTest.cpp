@@ -137,10 +137,10 @@ TEST_P(Rates, AreAddedByKeyboard) {
   EXPECT_EQ(user().lines(L"Lst_DateRembOrgChg"), (Lines{L"01/01/2027", L"01/01/2026"}));
   EXPECT_EQ(user().lines(L"Lst_TxRembOrgChg"), (Lines{L"21,50", L"20,00"}));
   save();
-  expectStored(25, {L"21551", L"21186"});
-  expectStored(26, {L"2150", L"2000"});
-  expectStored(27, {L"2600", L"2500"});
-  expectStored(28, {L"1600", L"1500"});
+  expectStored(attribut::DateRembOrgChg, {L"21551", L"21186"});
+  expectStored(attribut::TxRembOrgChg, {L"2150", L"2000"});
+  expectStored(attribut::TxRembMajOrgChg, {L"2600", L"2500"});
+  expectStored(attribut::PrestServOrgChg, {L"1600", L"1500"});
 }
 
 TEST_P(Rates, AreOpenedByEnterInTheListAndChanged) {
@@ -156,8 +156,8 @@ TEST_P(Rates, AreOpenedByEnterInTheListAndChanged) {
   EXPECT_EQ(user().focused(), L"Cmd_AjoutTaux");
   EXPECT_EQ(user().lines(L"Lst_TxRembOrgChg"), (Lines{L"22,00", L"20,00"}));
   save();
-  expectStored(25, {L"21551", L"21186"});
-  expectStored(26, {L"2200", L"2000"});
+  expectStored(attribut::DateRembOrgChg, {L"21551", L"21186"});
+  expectStored(attribut::TxRembOrgChg, {L"2200", L"2000"});
 }
 
 TEST_P(Rates, AreDeletedByKeyboardAfterAQuestion) {
@@ -173,8 +173,8 @@ TEST_P(Rates, AreDeletedByKeyboardAfterAQuestion) {
   EXPECT_EQ(user().lines(L"Lst_DateRembOrgChg"), (Lines{L"01/01/2026"}));
   EXPECT_EQ(user().focused(), L"Cmd_AjoutTaux");
   save();
-  expectStored(25, {L"21186"});
-  expectStored(26, {L"2000"});
+  expectStored(attribut::DateRembOrgChg, {L"21186"});
+  expectStored(attribut::TxRembOrgChg, {L"2000"});
 }
 
 TEST_P(Rates, BeingAddedAreLeftByEscapeAfterAQuestion) {
@@ -283,9 +283,9 @@ TEST_P(Deductions, AreAddedChangedAndDeletedByKeyboard) {
   EXPECT_EQ(boxes().report(), "");
   EXPECT_EQ(user().focused(), L"Cmd_AjoutAbat");
   save();
-  expectStored(29, {L"1000"});
-  expectStored(30, {L"1500"});
-  expectStored(31, {L"2500"});
+  expectStored(attribut::DebAbatHOrgChg, {L"1000"});
+  expectStored(attribut::FinAbatHOrgChg, {L"1500"});
+  expectStored(attribut::PourcentAbatOrgChg, {L"2500"});
 }
 
 // Scales ------------------------------------------------------------------------------------------
@@ -294,8 +294,10 @@ class Scale : public RowEditor {
  protected:
   void SetUp() override {
     RowEditor::SetUp();
-    for (const int start : {32, 34}) store(start, {L"0", L"10000"});
-    for (const int end : {33, 35}) store(end, {L"10000", L"20000"});
+    for (const int start : {attribut::DebRevSeulOrgChg, attribut::DebRevMenOrgChg})
+      store(start, {L"0", L"10000"});
+    for (const int end : {attribut::FinRevSeulOrgChg, attribut::FinRevMenOrgChg})
+      store(end, {L"10000", L"20000"});
     store(37, {L"100", L"200"});
     store(39, {L"21186"});
   }
@@ -326,10 +328,10 @@ TEST_P(Scale, OfAnotherDateIsEnteredByKeyboard) {
   EXPECT_EQ(user().lines(L"Lst_BaremCoursOrgChg"), (Lines{L"1,25", L"2,00"}));
   boxes().expect(kUpdate, kExclamation, L"YESNO", IDNO);
   save();
-  expectStored(36, {L"100", L"200"});
-  expectStored(37, {L"125", L"200"});
-  expectStored(38, {L"21186"});
-  expectStored(39, {L"21217"});
+  expectStored(attribut::BaremPrecOrgChg, {L"100", L"200"});
+  expectStored(attribut::BaremCoursOrgChg, {L"125", L"200"});
+  expectStored(attribut::DatBaremPrec, {L"21186"});
+  expectStored(attribut::DatBaremCours, {L"21217"});
 }
 
 TEST_P(Scale, ThatIsCancelledGivesBackTheOneBefore) {
@@ -347,8 +349,8 @@ TEST_P(Scale, ThatIsCancelledGivesBackTheOneBefore) {
   EXPECT_EQ(user().text(L"Txt_DatBaremCours"), L"01/01/2026");
   EXPECT_FALSE(user().enabled(L"Txt_DatBaremCours"));
   save();
-  expectStored(37, {L"100", L"200"});
-  expectStored(39, {L"21186"});
+  expectStored(attribut::BaremCoursOrgChg, {L"100", L"200"});
+  expectStored(attribut::DatBaremCours, {L"21186"});
 }
 
 TEST_P(Scale, LocksTheRestWhileARowIsOpen) {

@@ -3,9 +3,12 @@
 
 #include "ocx/HostRights.h"
 #include "ocx/HostStore.h"
+#include "store/Layouts.h"
 #include "tests/windows/registration/FakeObject.h"
 
 namespace {
+
+namespace attribut = store::orgprisecharge;
 
 using Microsoft::WRL::ComPtr;
 using Journal = std::vector<std::wstring>;
@@ -51,9 +54,9 @@ TEST_F(HostStore, ReadsARecordWithItsMarks) {
   const auto file = this->file();
   const auto record = file->ReadRecord("001");
   EXPECT_TRUE(record->found());
-  EXPECT_EQ(record->fields().get(1), "SIGLE");
-  EXPECT_EQ(record->fields().get(2, 1), "Raison été");
-  EXPECT_EQ(record->fields().get(2, 2), "autre");
+  EXPECT_EQ(record->fields().get(attribut::SigleOrgChg), "SIGLE");
+  EXPECT_EQ(record->fields().get(attribut::RaisonOrgChg, 1), "Raison été");
+  EXPECT_EQ(record->fields().get(attribut::RaisonOrgChg, 2), "autre");
   EXPECT_EQ(database_->journal, Journal{L"OpenFile(ORGPRISECHARGE)"});
   EXPECT_EQ(file_->journal, Journal{L"ReadRecord(001)"});
 }
@@ -64,7 +67,7 @@ TEST_F(HostStore, WritesTheTextOnlyWhenItHasChanged) {
   record_->journal.clear();
   record->DBWrite();
   EXPECT_EQ(record_->journal, Journal{L"DBWrite()"});
-  record->fields().set(1, "AUTRE");
+  record->fields().set(attribut::SigleOrgChg, "AUTRE");
   record_->journal.clear();
   record->DBWrite();
   EXPECT_EQ(record_->journal,
@@ -79,7 +82,7 @@ TEST_F(HostStore, RefusesAValueThatHoldsAMarkCharacter) {
   const auto record = file->ReadRecord("001");
   record_->journal.clear();
   for (const char* mark : {"\xC3\xBE", "\xC3\xBD"}) {
-    record->fields().set(3, std::string("un") + mark + "deux");
+    record->fields().set(attribut::AdrComplement, std::string("un") + mark + "deux");
     EXPECT_EQ(codeOf([&] { record->DBWrite(); }), store::kBadValue);
   }
   EXPECT_TRUE(record_->journal.empty());
@@ -119,7 +122,7 @@ TEST_F(HostStore, AsksTheRecordForItsStatus) {
   const auto file = this->file();
   const auto record = file->ReadRecord("999");
   EXPECT_FALSE(record->found());
-  record->fields().set(1, "NEUF");
+  record->fields().set(attribut::SigleOrgChg, "NEUF");
   record_->journal.clear();
   record->DBWrite();
   EXPECT_EQ(record_->journal, (Journal{L"=NEUF", L"DBWrite()"}));
@@ -178,14 +181,14 @@ TEST_F(HostStore, TakesResultsByReferenceAndUnknownObjects) {
     return S_OK;
   });
   const auto file = this->file();
-  EXPECT_EQ(file->ReadRecord("001")->fields().get(1), "SIGLE");
+  EXPECT_EQ(file->ReadRecord("001")->fields().get(attribut::SigleOrgChg), "SIGLE");
   file_->on(L"ReadRecord", [this](const FakeCall& call) {
     call.result->vt = VT_UNKNOWN;
     call.result->punkVal = record_.Get();
     record_->AddRef();
     return S_OK;
   });
-  EXPECT_EQ(file->ReadRecord("001")->fields().get(1), "SIGLE");
+  EXPECT_EQ(file->ReadRecord("001")->fields().get(attribut::SigleOrgChg), "SIGLE");
 }
 
 TEST_F(HostStore, RefusesAnAnswerThatIsNoObject) {
