@@ -19,6 +19,10 @@ void ComboBox::setItems(std::vector<ListItem> items) {
   items_.assign(std::move(items));
   const bool hadText = choose(-1);
   changed(Aspect::Items);
+  if (items_.count() == 0 && listOpen_) {
+    listOpen_ = false;
+    changed(Aspect::ListOpen);
+  }
   if (hadText) fire(onChange);
 }
 
@@ -73,6 +77,13 @@ void ComboBox::setMaxLength(int characters) {
   changed(Aspect::Style);
 }
 
+void ComboBox::openList() {
+  if (items_.count() == 0) return;
+  setFocus();
+  listOpen_ = true;
+  changed(Aspect::ListOpen);
+}
+
 char32_t ComboBox::keyPressed(char32_t key) {
   if (isMark(key)) return 0;
   if (onKeyPress && isKeyPress(key)) onKeyPress(key);
@@ -104,6 +115,7 @@ bool ComboBox::userEdit(std::string_view text) {
 bool ComboBox::userChoose(int line) {
   const bool done = items_.has(line) && userDoes(FocusFirst::Yes, [&] {
                       if (!items_.has(line)) return;
+                      listOpen_ = false;
                       choose(line);
                       changed(Aspect::Selection);
                       fire(onClick);
@@ -113,7 +125,10 @@ bool ComboBox::userChoose(int line) {
 }
 
 bool ComboBox::userDropDown() {
-  return userDoes(FocusFirst::Yes, [this] { fire(onDropDown); });
+  return userDoes(FocusFirst::Yes, [this] {
+    fire(onDropDown);
+    listOpen_ = usable() && hasFocus();
+  });
 }
 
 }  // namespace toolkit

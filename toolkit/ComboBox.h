@@ -40,20 +40,28 @@ class ComboBox : public Control {
   int maxLength() const { return maxLength_; }
   void setMaxLength(int characters);
 
+  bool listOpen() const { return listOpen_; }
+  // By code: gives it the focus (see setFocus) and opens its list, unless there is no line. Fires
+  // no DropDown; text and choice stay.
+  void openList();
+
   std::function<void(char32_t& key)> onKeyPress;  // as of a text box; none when ListOnly
   Handler onChange;    // the user types, or code assigns another text; not when a line is chosen
   Handler onClick;     // a line is chosen by the user (the same one again counts) or by code
-  Handler onDropDown;  // the list is about to open
+  Handler onDropDown;  // the user is about to open the list
 
   char32_t userKeyPress(char32_t key);   // as of a text box
   bool userEdit(std::string_view text);  // as of a text box; never of a ListOnly combo
   // Each moves the focus there first; false when it was dropped, or there is no such line.
   bool userChoose(int line);
   bool userDropDown();
+  // The list is closed again, with or without a choice.
+  void listClosed() { listOpen_ = false; }
 
  private:
   char32_t keyPressed(char32_t key) override;
   bool takesKeyPresses() const override { return style_ == Style::Editable; }
+  void focusGone() override { listClosed(); }
   // Gives back whether there was a text.
   bool choose(int line);
 
@@ -62,6 +70,7 @@ class ComboBox : public Control {
   std::string text_;
   int listIndex_ = -1;
   int maxLength_ = 0;
+  bool listOpen_ = false;
 };
 
 }  // namespace toolkit

@@ -57,7 +57,20 @@ enum class Kind {
 //   Value      of an option, check box or scroll bar; page in front; first line in view of a list
 //   Range      of a scroll bar, its large change included
 //   Style      font, colour, alignment, limit of characters
-enum class Aspect { Text, Items, Selection, Value, Range, Caption, Enabled, Visible, Place, Style };
+//   ListOpen   code wants the list of a combo box open, or closed
+enum class Aspect {
+  Text,
+  Items,
+  Selection,
+  Value,
+  Range,
+  Caption,
+  Enabled,
+  Visible,
+  Place,
+  Style,
+  ListOpen
+};
 
 // Mirrors one control on a window. Outlives nothing: it is detached before its window goes.
 class Peer {
@@ -149,6 +162,8 @@ class Control {
   virtual void pressed() {}
   virtual char32_t keyPressed(char32_t) { return 0; }
   virtual bool takesKeyPresses() const { return false; }
+  // Another control has the focus now.
+  virtual void focusGone() {}
 
  private:
   friend class Container;

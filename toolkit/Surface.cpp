@@ -147,7 +147,7 @@ bool Surface::transfer(Control* target) {
   if (target == focus_ && !left_) return true;
   const Scoped<int> inTransfer(transfers_, transfers_ + 1);
   Control* const old = focus_;
-  Control* const diverted = leave();
+  Control* const diverted = leave(target);
   for (Control* goal : {diverted ? diverted : target, old, stopAfter(target)}) {
     if (!goal) continue;
     if (goal->usable()) {
@@ -163,16 +163,18 @@ bool Surface::transfer(Control* target) {
   return false;
 }
 
-Control* Surface::leave() {
+Control* Surface::leave(const Control* target) {
   if (!focus_ || left_ || !focus_->usable()) return nullptr;
   const Scoped<bool> leaving(leaving_, true);
+  const Scoped<const Control*> goal(goal_, target);
   diverted_ = nullptr;
   fire(focus_->onLostFocus);
   return std::exchange(diverted_, nullptr);
 }
 
 void Surface::arrive(Control* target) {
-  focus_ = target;
+  Control* const before = std::exchange(focus_, target);
+  if (before && before != target) before->focusGone();
   left_ = false;
   if (onFocusMoved) onFocusMoved();
   fire(target->onGotFocus);

@@ -43,6 +43,8 @@ class Surface : public Container {
   // The control that has the focus within this surface, kept while another window is active;
   // null before any had it.
   Control* focus() const { return focus_; }
+  // While a LostFocus handler runs, the control that the focus is being moved to; else null.
+  const Control* focusGoal() const { return goal_; }
 
   // The user moves the focus (mouse, mnemonic, Tab): the old control's LostFocus, then the new
   // one's GotFocus. False when it did not arrive: the target takes none, input is not accepted
@@ -142,8 +144,9 @@ class Surface : public Container {
   void giveFocus(Control* target);   // by code
   bool bringFocus(Control* target);  // by the user, within an action: did it arrive
   bool transfer(Control* target);    // LostFocus, GotFocus: did it arrive
-  Control* leave();                  // LostFocus: where its handler sends the focus, or null
-  void arrive(Control* target);      // GotFocus
+  // LostFocus: where its handler sends the focus, or null.
+  Control* leave(const Control* target);
+  void arrive(Control* target);  // GotFocus
 
   void usabilityChanged();
   void infoChanged();
@@ -168,6 +171,7 @@ class Surface : public Container {
   bool left_ = false;            // focus_ has had its LostFocus already
   Control* wanted_ = nullptr;    // asked for while the surface was disabled
   Control* diverted_ = nullptr;  // asked for within a LostFocus handler
+  const Control* goal_ = nullptr;
   bool leaving_ = false;
   int transfers_ = 0;
   bool acceptsInput_ = true;

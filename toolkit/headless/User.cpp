@@ -192,7 +192,7 @@ bool User::open(ComboBox& combo, Caller at) {
 }
 
 bool User::choose(ComboBox& combo, int line, Caller at) {
-  return open(combo, at) && combo.userChoose(line);
+  return (combo.listOpen() || open(combo, at)) && combo.userChoose(line);
 }
 
 bool User::scroll(ScrollBar& bar, int value, Caller at) {

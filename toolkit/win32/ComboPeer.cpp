@@ -8,6 +8,7 @@ namespace toolkit::win32 {
 namespace {
 
 constexpr int kLinesShown = 12;
+constexpr UINT kOpenList = WM_APP + 5;
 
 bool opensList(UINT message, WPARAM wParam) {
   return (message == WM_KEYDOWN && wParam == VK_F4) ||
@@ -71,6 +72,9 @@ void ComboPeer::copy(Aspect what) {
     case Aspect::Selection:
       if (!itemsChanged_) copyChoice();
       break;
+    case Aspect::ListOpen:
+      copyListOpen();
+      break;
     case Aspect::Style:
       if (editable()) pass(CB_LIMITTEXT, static_cast<WPARAM>(combo_.maxLength()));
       break;
@@ -114,7 +118,37 @@ void ComboPeer::copyChoice() {
   if (editable()) setWindowText(text);
 }
 
+// The list opens once what the user has done has ended: its lines and the focus are there by then.
+void ComboPeer::copyListOpen() {
+  if (combo_.listOpen()) {
+    PostMessageW(window(), kOpenList, 0, 0);
+  } else if (dropped()) {
+    const Copying quiet(*this);
+    pass(CB_SHOWDROPDOWN, FALSE);
+  }
+}
+
+void ComboPeer::showList() {
+  if (!combo_.listOpen()) return;
+  if (!combo_.hasFocus() || GetFocus() != focusWindow()) {
+    combo_.listClosed();
+    return;
+  }
+  const Copying quiet(*this);
+  pass(CB_SHOWDROPDOWN, TRUE);
+  // The system has highlighted the line that resembles the text, as if it were chosen.
+  if (static_cast<int>(pass(CB_GETCURSEL)) != combo_.listIndex()) {
+    pass(CB_SETCURSEL, static_cast<WPARAM>(combo_.listIndex()));
+  }
+  if (!editable()) return;
+  const std::wstring text = wide(combo_.text());
+  setWindowText(text);
+  const auto end = static_cast<LPARAM>(text.size());
+  pass(edit_, EM_SETSEL, static_cast<WPARAM>(end), end);
+}
+
 void ComboPeer::commanded(WORD code) {
+  if (code == CBN_CLOSEUP) combo_.listClosed();
   if (copying()) return;
   if (code == CBN_EDITCHANGE) {
     std::string typed = narrow(windowText());
@@ -140,6 +174,11 @@ bool ComboPeer::opens() {
 }
 
 LRESULT ComboPeer::message(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  if (message == kOpenList) {
+    flush();
+    showList();
+    return 0;
+  }
   if (message == WM_PASTE && window == edit_) {
     host().deliver();
     if (attached() && host().takesInput()) pasteCleaned(window);
@@ -202,8 +241,13 @@ bool ComboPeer::ownsKey(WPARAM virtualKey) const {
   return (virtualKey == VK_RETURN || virtualKey == VK_ESCAPE) && dropped();
 }
 
-// What the arrows have chosen in the open list has been told already.
-void ComboPeer::ownedKey(WPARAM) { pass(CB_SHOWDROPDOWN, FALSE); }
+// What the arrows have chosen in the open list has been told already. Where nothing is, Enter is
+// the text's: it searches again.
+void ComboPeer::ownedKey(WPARAM virtualKey) {
+  const bool chosen = static_cast<int>(pass(CB_GETCURSEL)) >= 0;
+  pass(CB_SHOWDROPDOWN, FALSE);
+  if (virtualKey == VK_RETURN && !chosen && attached()) host().key(WM_KEYDOWN, virtualKey);
+}
 
 LRESULT ComboPeer::dialogCode() const { return DLGC_WANTCHARS | DLGC_WANTARROWS; }
 

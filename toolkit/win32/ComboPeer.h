@@ -36,6 +36,8 @@ class ComboPeer final : public LinePeer {
   void fitField(int height);
   void fill();
   void copyChoice();
+  void copyListOpen();
+  void showList();
 
   ComboBox& combo_;
   HWND edit_ = nullptr;

@@ -265,5 +265,49 @@ TEST_F(ComboBoxRules, AChoiceIsDroppedWhenALostFocusHandlerKeepsTheFocus) {
   EXPECT_EQ(taken(), Events{});
 }
 
+TEST_F(ComboBoxRules, CodeOpensTheListUnderTheTextThatIsThere) {
+  noteEvents(combo);
+  combo.setText("t");
+  other.onKeyPress = [this](char32_t&) { combo.openList(); };
+  user().go(other);
+  taken();
+  user().type("\r");
+  EXPECT_TRUE(combo.hasFocus());
+  EXPECT_TRUE(combo.listOpen());
+  EXPECT_EQ(combo.text(), "t");
+  EXPECT_EQ(combo.listIndex(), -1);
+  EXPECT_EQ(taken(), Events{});
+  user().go(other);
+  EXPECT_FALSE(combo.listOpen());
+  EXPECT_EQ(combo.text(), "t");
+  EXPECT_EQ(taken(), Events{});
+}
+
+TEST_F(ComboBoxRules, AListOpenedWhileAnotherFieldIsLeftHasTheFocusInstead) {
+  other.onLostFocus = [this] { combo.openList(); };
+  user().go(other);
+  user().go(fixed);
+  EXPECT_TRUE(combo.hasFocus());
+  EXPECT_TRUE(combo.listOpen());
+}
+
+TEST_F(ComboBoxRules, AListWithoutLinesDoesNotOpen) {
+  user().go(other);
+  combo.clear();
+  combo.openList();
+  EXPECT_FALSE(combo.listOpen());
+  EXPECT_TRUE(other.hasFocus());
+}
+
+TEST_F(ComboBoxRules, EmptyingAnOpenListClosesIt) {
+  user().go(combo);
+  combo.openList();
+  ASSERT_TRUE(combo.listOpen());
+  combo.setItems({{"four", 4}});
+  EXPECT_TRUE(combo.listOpen());
+  combo.clear();
+  EXPECT_FALSE(combo.listOpen());
+}
+
 }  // namespace
 }  // namespace toolkit::test
