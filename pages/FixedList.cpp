@@ -9,18 +9,12 @@ bool ExisteDansListe(const toolkit::ComboBox& combo) {
 }
 
 void quitterListeFixe(toolkit::Desktop& desktop, toolkit::ComboBox& combo,
-                      std::string_view message) {
+                      std::optional<std::string_view> message) {
   if (combo.text().empty() || ExisteDansListe(combo)) return;
-  screen::avertir(desktop, message);
+  if (message) screen::avertir(desktop, *message);
   combo.setListIndex(-1);
   combo.setText("");
   combo.setFocus();
-}
-
-void quitterListeFixe(toolkit::ComboBox& combo) {
-  if (ExisteDansListe(combo)) return;
-  combo.setListIndex(-1);
-  combo.setText("");
 }
 
 }  // namespace pages

@@ -77,6 +77,7 @@ void Ong2::lier(const screen::Handlers& handlers) {
   regles_.Cbo_PeriodFactOrgChg.onLostFocus =
       handlers.on(*this, &Ong2::Cbo_PeriodFactOrgChg_LostFocus);
   regles_.Cbo_RenouvOrgChg.onLostFocus = handlers.on(*this, &Ong2::Cbo_RenouvOrgChg_LostFocus);
+  regles_.Cbo_StatsOrgChg.onChange = handlers.on(*this, &Ong2::Cbo_StatsOrgChg_Change);
   regles_.Cbo_StatsOrgChg.onLostFocus = handlers.on(*this, &Ong2::Cbo_StatsOrgChg_LostFocus);
   const auto ajouter = handlers.on(*this, &Ong2::Lst_PiecePossibleOrgChg_DblClick);
   const auto retirer = handlers.on(*this, &Ong2::Lst_PieceRenouOrgChg_DblClick);
@@ -159,6 +160,7 @@ void Ong2::montrerComptes(const store::DynamicArray& record) {
 
 void Ong2::vider() {
   const screen::Quiet quiet(context_.session);
+  context_.session.statistiqueVidee = false;
   for (toolkit::OptionButton* option :
        {&regles_.Opt_TypePrincipalOrgChg, &regles_.Opt_TypeComplOrgChg,
         &regles_.Opt_PlafMensRepOrgChg, &regles_.Opt_PlafMensOrgChg,
@@ -348,7 +350,15 @@ void Ong2::Cbo_RenouvOrgChg_LostFocus() {
                    "Le déclenchement du renouvellement saisi n'existe pas, veuillez le ressaisir.");
 }
 
-void Ong2::Cbo_StatsOrgChg_LostFocus() { quitterListeFixe(regles_.Cbo_StatsOrgChg); }
+void Ong2::Cbo_StatsOrgChg_Change() {
+  context_.session.statistiqueVidee = regles_.Cbo_StatsOrgChg.text().empty();
+}
+
+// A text that goes because it is no line is not the user's wish to have no category.
+void Ong2::Cbo_StatsOrgChg_LostFocus() {
+  const screen::Quiet quiet(context_.session);
+  quitterListeFixe(context_.desktop, regles_.Cbo_StatsOrgChg);
+}
 
 void Ong2::Lst_PiecePossibleOrgChg_DblClick() {
   ajouterSelection(regles_.Lst_PiecePossibleOrgChg, regles_.Lst_PieceRenouOrgChg);

@@ -37,6 +37,7 @@ class Ong2 : public Page {
   void Cac_IncidCompta_Click();
   void Cbo_PeriodFactOrgChg_LostFocus();
   void Cbo_RenouvOrgChg_LostFocus();
+  void Cbo_StatsOrgChg_Change();
   void Cbo_StatsOrgChg_LostFocus();
   void Lst_PiecePossibleOrgChg_DblClick();
   void Lst_PieceRenouOrgChg_DblClick();

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "pages/BillingPeriod.h"
+#include "pages/FixedList.h"
 #include "pages/MovedLines.h"
 #include "screen/Messages.h"
 #include "store/CodeTable.h"
@@ -209,7 +210,8 @@ void Ong5::Ecrire_Ong5() {
                  tri_.written(identifiants(page_.Lst_ParamTriSelect)));
 }
 
-// A code that its table does not hold is shown by no text; it stays until another is chosen.
+// A code that its table does not hold is shown by no text; it stays until another is chosen, or the
+// user empties the field.
 void Ong5::ecrireReglesDeGestion(store::DynamicArray& record) {
   const screen::Regles& regles = context_.screen.regles;
   const int periode = regles.Cbo_PeriodFactOrgChg.items().find(regles.Cbo_PeriodFactOrgChg.text());
@@ -219,7 +221,10 @@ void Ong5::ecrireReglesDeGestion(store::DynamicArray& record) {
   }
   const store::DynamicArray& table = context_.session.statOrgChg->fields();
   const std::string& label = regles.Cbo_StatsOrgChg.text();
-  if (label != store::labelOfCode(table, record.get(attribut::StatsOrgChg))) {
+  const bool emptied = label.empty() && context_.session.statistiqueVidee;
+  const bool chosen = !label.empty() && ExisteDansListe(regles.Cbo_StatsOrgChg) &&
+                      label != store::labelOfCode(table, record.get(attribut::StatsOrgChg));
+  if (emptied || chosen) {
     ecrireAttribut(record, attribut::StatsOrgChg, store::codeOfLabel(table, label));
   }
   ecrireAttribut(record, attribut::DemAccordOrgChg, regles.Cac_DemAccordOrgChg.value() ? "1" : "0");

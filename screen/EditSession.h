@@ -97,6 +97,8 @@ struct EditSession {
 
   // Key in ASSOCIATION of the legal entity chosen; "" while none is.
   std::string entiteCourante;
+  // The user has emptied the statistics category: what the record holds of it goes.
+  bool statistiqueVidee = false;
   // Keys of the active agreements, as the last search for them answered.
   store::DynamicArray accordsActifs;
   std::int16_t longueurParams = 0;  // characters of the selected slip parameters, in one line

@@ -185,16 +185,19 @@ class StatisticsList : public RulesPage {
   }
 };
 
-TEST_F(StatisticsList, DropsAnotherTextSilentlyAndLetsTheUserGo) {
+TEST_F(StatisticsList, DropsAnotherTextSilentlyWithTheClickThatLeftIt) {
   for (const char* text : {"mutuelle", "Mutuelle ", "x"}) {
     SCOPED_TRACE(text);
     user_->fill(statistics(), text);
-    EXPECT_TRUE(user_->go(check("Cac_LettresInfo")));
+    EXPECT_FALSE(user_->click(check("Cac_LettresInfo")));
     expectNoBox();
+    EXPECT_FALSE(check("Cac_LettresInfo").value());
     EXPECT_EQ(statistics().text(), "");
     EXPECT_EQ(statistics().listIndex(), -1);
-    EXPECT_TRUE(check("Cac_LettresInfo").hasFocus());
+    EXPECT_TRUE(statistics().hasFocus());
   }
+  EXPECT_TRUE(user_->click(check("Cac_LettresInfo")));
+  EXPECT_TRUE(check("Cac_LettresInfo").value());
 }
 
 TEST_F(StatisticsList, KeepsALineTypedInFull) {
@@ -203,9 +206,29 @@ TEST_F(StatisticsList, KeepsALineTypedInFull) {
   EXPECT_EQ(statistics().text(), "Mutuelle");
 }
 
-TEST_F(StatisticsList, TheClickThatLeftItCounts) {
-  user_->fill(statistics(), "mutuelle");
+TEST_F(StatisticsList, WhatWasStoredIsKeptUntilALineIsChosenOrTheFieldIsEmptied) {
+  const std::string chosen = statistics().list(1);
+  user_->choose(statistics(), 1);
+  expectSaved("001", {{43, "MU"}});
+  show("001");
+  ASSERT_EQ(statistics().text(), chosen);
+  user_->fill(statistics(), "autre");
+  EXPECT_FALSE(press("Cmd_OK"));
+  EXPECT_EQ(statistics().text(), "");
   expectSaved("001", {});
+  show("001");
+  user_->fill(statistics(), "");
+  user_->type("autre");
+  EXPECT_FALSE(press("Cmd_OK"));
+  expectSaved("001", {});
+  show("001");
+  user_->fill(statistics(), "autre");
+  EXPECT_FALSE(press("Cmd_OK"));
+  user_->choose(statistics(), 0);
+  expectSaved("001", {{43, "CD"}});
+  show("001");
+  user_->fill(statistics(), "");
+  expectSaved("001", {{43, ""}});
 }
 
 }  // namespace

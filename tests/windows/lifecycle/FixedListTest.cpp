@@ -85,6 +85,8 @@ TEST_P(FixedList, OfTheStatisticsIsEmptiedWithoutAWord) {
   user().fill(L"Cbo_StatsOrgChg", L"Divers");
   user().key(VK_TAB);
   EXPECT_EQ(user().text(L"Cbo_StatsOrgChg"), L"");
+  EXPECT_EQ(user().focused(), L"Cbo_StatsOrgChg");
+  user().key(VK_TAB);
   EXPECT_EQ(user().focused(), L"Cbo_PeriodFactOrgChg");
 }
 
