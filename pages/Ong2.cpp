@@ -151,7 +151,7 @@ void Ong2::montrerOptions(store::DynamicArray& record) {
 
 void Ong2::montrerComptes(const store::DynamicArray& record) {
   ouvrirComptes();
-  if (!comptesOuverts()) return;
+  if (!context_.session.OptionCompteur) return;
   const std::string_view entite = record.get(attribut::Entite);
   debit_.montrer(record.get(attribut::DebitOrgChg), entite);
   credit_.montrer(record.get(attribut::CreditOrgChg), entite);

@@ -382,18 +382,66 @@ TEST_F(Accounts, WithoutAccountingEffectForgetTheirSearch) {
   EXPECT_TRUE(lines(kDebit).empty());
 }
 
-TEST_F(Accounts, OfABodyWithoutAccountingEffectAreShownDisabledAndEmpty) {
+TEST_F(Accounts, OfABodyWithoutAccountingEffectAreShownDisabled) {
   storeAccounts();
   store_.set("ORGPRISECHARGE", "001", attribut::IncidCompta, "1");
   begin();
   lookUp("001");
   EXPECT_TRUE(sansIncidence().value());
   expectEnabled(false);
-  expectShown("|");
+  expectShown("7060000000|PRESTATIONS DE SERVICES");
   EXPECT_EQ(shown(kPrestation), "7060000000|PRESTATIONS DE SERVICES");
   lookUp("002");
   expectEnabled(true);
   expectNoBox();
+}
+
+TEST_F(Accounts, OfABodyWithoutAccountingEffectAreEmptiedInTheStoreButForTheAidProduct) {
+  storeAccounts();
+  store_.set("ACTIVITES", "010P01", 12, "M");
+  store_.set("ORGPRISECHARGE", "001", 50, "1");
+  open();
+  press("Cmd_OK");
+  expectNoBox();
+  EXPECT_EQ(state(), kEmpty);
+  for (const int number : {22, 23}) EXPECT_EQ(attribute("001", number), "") << number;
+  for (const int number : {54, 56}) EXPECT_EQ(attribute("001", number), "7060000000") << number;
+}
+
+TEST_F(Accounts, OfABodyWithoutAccountingEffectAreNoChangeToAskAboutOnLeaving) {
+  storeAccounts();
+  store_.set("ORGPRISECHARGE", "001", 50, "1");
+  open();
+  press("Cmd_Sortir");
+  expectNoBox();
+  EXPECT_TRUE(control_->W_Sortir());
+  expectNothingWritten();
+}
+
+TEST_F(Accounts, OfABodyThatGetsItsAccountingEffectBackAreThere) {
+  storeAccounts();
+  store_.set("ORGPRISECHARGE", "001", 50, "1");
+  open();
+  toggle();
+  expectEnabled(true);
+  expectShown("7060000000|PRESTATIONS DE SERVICES");
+  press("Cmd_OK");
+  expectNoBox();
+  for (const int number : {22, 23, 54, 56}) EXPECT_EQ(attribute("001", number), "7060000000");
+}
+
+TEST_F(Accounts, WithoutTheInterfaceAreNeitherShownNorWrittenOfABodyWithoutAccountingEffect) {
+  storeAccounts();
+  store_.set("ACTIVITES", "010P01", 12, "M");
+  store_.set("ORGPRISECHARGE", "001", 50, "1");
+  withoutFlag();
+  open();
+  EXPECT_TRUE(sansIncidence().value());
+  expectEnabled(false);
+  expectShown("|");
+  press("Cmd_OK");
+  expectNoBox();
+  for (const int number : {22, 23, 54, 56}) EXPECT_EQ(attribute("001", number), "7060000000");
 }
 
 TEST_F(Accounts, WithoutTheInterfaceAreDisabledAndEmptyWhateverTheBox) {

@@ -262,19 +262,19 @@ TEST_F(AccountsOf, ABodyOpenAgainEmptyWhenTheBoxIsCleared) {
   expectEmpty();
 }
 
-TEST_F(AccountsOf, ABodyThatHasNoAccountingConsequenceAreNotShown) {
+TEST_F(AccountsOf, ABodyThatHasNoAccountingConsequenceAreShownClosed) {
   show("001", {{attribut::TypeOrgChg, "C"}, {attribut::IncidCompta, "1"}});
   EXPECT_TRUE(check("Cac_IncidCompta").value());
   expectOpen(false);
-  expectEmpty();
+  EXPECT_EQ(box("Txt_DebitOrgChg").text(), "4110000001");
+  EXPECT_EQ(combo("Cbo_CreditOrgChg").text(), "CREDITEURS");
+  EXPECT_EQ(box("Txt_CpteProdAide").text(), "7060000003");
   expectNoBox();
   show("002");
   expectOpen(true);
   EXPECT_EQ(box("Txt_DebitOrgChg").text(), "4110000001");
   show("001");
-  expectSaved(
-      "001",
-      {{attribut::DebitOrgChg, ""}, {attribut::CreditOrgChg, ""}, {attribut::CpteProdAide, ""}});
+  expectSaved("001", {{attribut::DebitOrgChg, ""}, {attribut::CreditOrgChg, ""}});
 }
 
 class AccountsNotManaged : public RulesPage {

@@ -52,8 +52,8 @@ struct Normal {
   }
   void accountsWithoutEffectGo(DynamicArray& body) const {
     if (!accounting || !isChecked(body, attribut::IncidCompta)) return;
-    for (const int attribute :
-         {attribut::DebitOrgChg, attribut::CreditOrgChg, attribut::CpteProdAide}) {
+    if (body.get(attribut::DebitOrgChg).empty()) return;
+    for (const int attribute : {attribut::DebitOrgChg, attribut::CreditOrgChg}) {
       if (!body.get(attribute).empty()) body.set(attribute, "");
     }
   }
