@@ -34,7 +34,10 @@ void Lookup::Txt_CodOrgChg_Change() {
   if (!toolkit::quietly("Afficher_Donnees", [&] { montrer(); })) {
     view_.Vider_Donnees();
     garderSaisie(code);
+    return;
   }
+  // The next code is typed over this one.
+  selectionner(context_.screen.bar.Txt_CodOrgChg);
 }
 
 void Lookup::lire(const std::string& code) {

@@ -12,9 +12,9 @@ class Lookup {
  public:
   Lookup(Context& context, RecordView& view) : context_(context), view_(view) {}
 
-  // The third character reads and shows the record. Errors are trapped, and the code stays as
-  // typed: a failing read leaves the record in hand with all that is on screen; one that cannot be
-  // shown leaves nothing in hand.
+  // The third character reads and shows the record; the code is selected then. Errors are trapped,
+  // and the code stays as typed: a failing read leaves the record in hand with all that is on
+  // screen; one that cannot be shown leaves nothing in hand.
   void Txt_CodOrgChg_Change();
   void Txt_CodOrgChg_KeyPress(char32_t& key);
   void Txt_CodOrgChg_GotFocus();

@@ -36,10 +36,27 @@ TEST_F(Lookup, TheThirdCharacterReadsAndShows) {
   expectNoBox();
 }
 
-TEST_F(Lookup, AFourthCharacterCannotBeTyped) {
-  lookUp("0011");
+TEST_F(Lookup, TheNextCodeIsTypedOverTheOneFound) {
+  lookUp("001");
+  EXPECT_EQ(code().selectionStart(), 0);
+  EXPECT_EQ(code().selectionLength(), 3);
+  user_->type("002");
+  EXPECT_EQ(code().text(), "002");
+  EXPECT_EQ(box("Txt_RaisonOrgChg").text(), "Caisse régionale");
+  EXPECT_EQ(reads(), 2);
+}
+
+TEST_F(Lookup, ACodeFoundByItsAcronymIsSelectedToo) {
+  user_->choose(sigles(), 2);
   EXPECT_EQ(code().text(), "001");
+  EXPECT_EQ(code().selectionLength(), 3);
+}
+
+TEST_F(Lookup, AFourthCharacterBeginsAnotherCode) {
+  lookUp("0011");
+  EXPECT_EQ(code().text(), "1");
   EXPECT_EQ(reads(), 1);
+  EXPECT_EQ(box("Txt_RaisonOrgChg").text(), "Domus Mutuelle");
 }
 
 TEST_F(Lookup, AnUnknownCodeIsToldAndCleared) {
