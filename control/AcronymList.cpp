@@ -10,7 +10,7 @@ namespace control {
 
 void AcronymList::Remplir_OrgPriseChg() {
   lister();
-  const store::DynamicArray& all = context_.session.organismes;
+  const store::DynamicArray& all = organismes_;
   const bool only = all.DCount() == 1 && !all.get(1, 2).empty();
   if (!only || context_.session.RecOrgChg || context_.session.EnCreation) return;
   charger(std::string(all.get(1, 1)));
@@ -24,24 +24,36 @@ void AcronymList::charger(const std::string& code) {
 }
 
 void AcronymList::lister() {
-  screen::EditSession& session = context_.session;
-  session.organismes = store::NewDynamicArray();
-  session.rechercheSigle = store::NewDynamicArray();
-  montrer(session.organismes);
-  session.organismes = store::select(*session.TheDatabase, "SSELECT ORGPRISECHARGE PAR 1",
-                                     store::orgprisecharge::kFile, "0 1");
-  montrer(session.organismes);
+  oublier();
+  organismes_ = store::select(*context_.session.TheDatabase, "SSELECT ORGPRISECHARGE PAR 1",
+                              store::orgprisecharge::kFile, "0 1");
+  montrer(organismes_);
   view_.montrerSigle();
 }
 
 void AcronymList::montrerListeComplete() {
-  screen::EditSession& session = context_.session;
-  if (session.rechercheSigle.empty()) return;
-  session.rechercheSigle = store::NewDynamicArray();
+  if (rechercheSigle_.empty()) return;
+  rechercheSigle_ = store::NewDynamicArray();
   const std::string typed = context_.screen.bar.Cbo_SigleOrgChg.text();
-  montrer(session.organismes);
-  const screen::Quiet quiet(session);
+  montrer(organismes_);
+  const screen::Quiet quiet(context_.session);
   context_.screen.bar.Cbo_SigleOrgChg.setText(typed);
+}
+
+void AcronymList::montrerTrouves(store::DynamicArray answer) {
+  rechercheSigle_ = std::move(answer);
+  montrer(rechercheSigle_);
+}
+
+std::string AcronymList::codeDeLigne(int line) const {
+  const store::DynamicArray& answer = rechercheSigle_.empty() ? organismes_ : rechercheSigle_;
+  return std::string(answer.get(line + 1, 1));
+}
+
+void AcronymList::oublier() {
+  organismes_ = store::NewDynamicArray();
+  rechercheSigle_ = store::NewDynamicArray();
+  montrer(organismes_);
 }
 
 void AcronymList::montrer(const store::DynamicArray& answer) {

@@ -1,6 +1,7 @@
 #include "control/AcronymSearch.h"
 
 #include <string>
+#include <utility>
 
 #include "screen/Messages.h"
 #include "store/Layouts.h"
@@ -23,8 +24,10 @@ void AcronymSearch::Cbo_SigleOrgChg_KeyPress(char32_t& key) {
 }
 
 void AcronymSearch::chercher() {
-  const std::string sigle = text::upper(context_.screen.bar.Cbo_SigleOrgChg.text());
-  const store::DynamicArray found =
+  toolkit::ComboBox& combo = context_.screen.bar.Cbo_SigleOrgChg;
+  const std::string typed = combo.text();
+  const std::string sigle = text::upper(typed);
+  store::DynamicArray found =
       store::select(*context_.session.TheDatabase,
                     "SSELECT ORGPRISECHARGE AVEC SigleOrgChg = " + store::quotedPrefix(sigle) +
                         " PAR SigleOrgChg",
@@ -34,18 +37,19 @@ void AcronymSearch::chercher() {
     screen::avertir(context_.desktop, "Aucun organisme de prise en charge commençant par " + sigle);
     return;
   }
-  context_.session.rechercheSigle = found;
-  list_.montrer(found);
+  list_.montrerTrouves(std::move(found));
   context_.screen.bar.Txt_CodOrgChg.setText("");
+  if (combo.listCount() == 1) return;
+  {
+    const screen::Quiet quiet(context_.session);
+    combo.setText(typed);
+  }
+  combo.openList();
 }
 
 void AcronymSearch::Cbo_SigleOrgChg_Click() {
-  const screen::EditSession& session = context_.session;
   const int line = context_.screen.bar.Cbo_SigleOrgChg.listIndex();
-  if (line < 0) return;
-  const store::DynamicArray& answer =
-      session.rechercheSigle.empty() ? session.organismes : session.rechercheSigle;
-  list_.charger(std::string(answer.get(line + 1, 1)));
+  if (line >= 0) list_.charger(list_.codeDeLigne(line));
 }
 
 void AcronymSearch::Cbo_SigleOrgChg_LostFocus() {

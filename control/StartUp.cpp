@@ -74,8 +74,7 @@ void StartUp::releaseStore() {
   session.RecOrgChg.reset();
   session.compteur999.reset();
   session.tableauCompteur.reset();
-  session.organismes = store::NewDynamicArray();
-  session.rechercheSigle = store::NewDynamicArray();
+  list_.oublier();
   session.accordsActifs = store::NewDynamicArray();
   files.compteur.reset();
   files.tables.reset();

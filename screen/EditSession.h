@@ -91,10 +91,6 @@ struct EditSession {
   store::DynamicArray AncienOrgChg;  // a copy of it as read
   bool EnCreation = false;
 
-  // Columns "0 1" of all bodies, and of those that the last acronym search found.
-  store::DynamicArray organismes;
-  store::DynamicArray rechercheSigle;
-
   // Key in ASSOCIATION of the legal entity chosen; "" while none is.
   std::string entiteCourante;
   // The user has emptied the statistics category: what the record holds of it goes.

@@ -53,6 +53,42 @@ TEST_F(Acronym, EnterSearchesThePrefixInCapitals) {
   expectNoBox();
 }
 
+TEST_F(Acronym, SeveralFoundAreListedOpenUnderWhatWasTyped) {
+  lookUp("001");
+  store_.forgetCalls();
+  search("c");
+  EXPECT_EQ(linesOf(sigles()), (Lines{"CAF", "CRAM"}));
+  EXPECT_EQ(sigles().text(), "c");
+  EXPECT_EQ(sigles().listIndex(), -1);
+  EXPECT_TRUE(sigles().listOpen());
+  EXPECT_TRUE(sigles().hasFocus());
+  EXPECT_EQ(code().text(), "");
+  const Lines asked = store_.told();
+  store_.forgetCalls();
+  user_->press(toolkit::Key::Enter);
+  EXPECT_EQ(store_.told(), asked);
+  EXPECT_EQ(sigles().text(), "c");
+  user_->choose(sigles(), 1);
+  EXPECT_EQ(code().text(), "002");
+  EXPECT_FALSE(sigles().listOpen());
+}
+
+TEST_F(Acronym, EnterWithoutATextListsAll) {
+  search("D");
+  search("");
+  EXPECT_EQ(linesOf(sigles()), (Lines{"CAF", "CRAM", "DOMUS"}));
+  EXPECT_TRUE(sigles().listOpen());
+  user_->choose(sigles(), 1);
+  EXPECT_EQ(code().text(), "002");
+}
+
+TEST_F(Acronym, TheOpenListIsClosedWhenTheComboIsLeft) {
+  search("c");
+  ASSERT_TRUE(sigles().listOpen());
+  user_->go(code());
+  EXPECT_FALSE(sigles().listOpen());
+}
+
 TEST_F(Acronym, AQuoteIsSentAsItIs) {
   search("a\"b");
   ASSERT_EQ(store_.calls().size(), 1U);

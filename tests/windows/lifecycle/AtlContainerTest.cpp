@@ -57,6 +57,7 @@ TEST_F(AtlContainer, FindsChangesAndRefuses) {
   user_.key(VK_RETURN);
   EXPECT_EQ(user_.lines(L"Cbo_SigleOrgChg"), (Lines{L"CAF", L"CARSAT"}));
   user_.key(VK_DOWN);
+  user_.key(VK_RETURN);
   EXPECT_EQ(user_.text(L"Txt_CodOrgChg"), L"001");
   user_.fill(L"Txt_RaisonOrgChg", L"");
   boxes_.expect(kNoName, kExclamation, L"OK", IDOK);

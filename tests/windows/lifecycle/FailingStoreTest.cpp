@@ -183,6 +183,7 @@ TEST(FailingStore, SurvivesASearchByAcronymThatFailsAnywhere) {
     running.user.type(L"CA");
     running.user.key(VK_RETURN);
     running.user.key(VK_DOWN);
+    running.user.key(VK_RETURN);
   };
   failEach(false, search, [](Running&, int) {});
 }

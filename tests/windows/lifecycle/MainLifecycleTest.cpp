@@ -37,6 +37,13 @@ TEST_P(MainLifecycle, LooksUpByCodeAtTheThirdCharacter) {
   EXPECT_TRUE(user().enabled(L"Cmd_Annuler"));
 }
 
+TEST_P(MainLifecycle, TakesTheNextCodeOverTheOneFound) {
+  user().type(L"001");
+  user().type(L"002");
+  EXPECT_EQ(user().text(L"Txt_CodOrgChg"), L"002");
+  EXPECT_EQ(user().text(L"Txt_RaisonOrgChg"), L"Caisse d'assurance retraite");
+}
+
 TEST_P(MainLifecycle, TellsOfAnUnknownCodeAndClearsIt) {
   boxes().expect(kUnknownCode, kInformation, L"OK", IDOK);
   user().type(L"777");
@@ -49,9 +56,13 @@ TEST_P(MainLifecycle, SearchesByAcronymAndShowsTheChosenBody) {
   user().type(L"ca");
   user().key(VK_RETURN);
   EXPECT_EQ(user().lines(L"Cbo_SigleOrgChg"), (Lines{L"CAF", L"CARSAT"}));
+  EXPECT_EQ(user().text(L"Cbo_SigleOrgChg"), L"ca");
+  const HWND combo = user().find(L"Cbo_SigleOrgChg");
+  EXPECT_TRUE(SendMessageW(combo, CB_GETDROPPEDSTATE, 0, 0));
   user().key(VK_DOWN);
-  EXPECT_EQ(user().text(L"Txt_CodOrgChg"), L"001");
   user().key(VK_DOWN);
+  user().key(VK_RETURN);
+  EXPECT_FALSE(SendMessageW(combo, CB_GETDROPPEDSTATE, 0, 0));
   EXPECT_EQ(user().text(L"Txt_CodOrgChg"), L"002");
   EXPECT_EQ(user().text(L"Txt_RaisonOrgChg"), L"Caisse d'assurance retraite");
 }
