@@ -58,6 +58,10 @@ class Ctr_OrgPriseCharge::Implementation {
     ong4.lier(handlers);
     ong5.lier(handlers);
     ong6.lier(handlers);
+    ong6.entiteChangee = [this] {
+      ong2.relireComptes();
+      ong3.relireCompte();
+    };
   }
 
   void setSortir(bool leave) {

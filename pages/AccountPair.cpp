@@ -40,16 +40,27 @@ void AccountPair::lier(const screen::Handlers& handlers) {
 
 void AccountPair::montrer(std::string_view account, std::string_view entity) {
   const screen::Quiet quiet(context_.session);
-  resultat_ = store::NewDynamicArray();
   fields_.numero.setText(account);
+  shown_.keep(account, fields_.numero.text());
+  lireLibelle(entity);
+}
+
+void AccountPair::relire() { lireLibelle(context_.session.entiteCourante); }
+
+void AccountPair::lireLibelle(std::string_view entity) {
+  const screen::Quiet quiet(context_.session);
+  resultat_ = store::NewDynamicArray();
+  libelleDuCompte_.clear();
+  numeroCherche_.clear();
+  retenu_ = false;
   fields_.libelle.clear();
   const std::string& numero = fields_.numero.text();
-  shown_.keep(account, numero);
   if (!complet(numero) || entity.empty()) return;
-  toolkit::quietly("AccountPair::montrer", [&] {
+  toolkit::quietly("AccountPair::lireLibelle", [&] {
     const auto record =
         context_.session.files.planComptable->ReadRecord(std::string(entity) + numero);
-    fields_.libelle.setText(record->fields().get(plan::Libelle, 1));
+    libelleDuCompte_ = record->fields().get(plan::Libelle, 1);
+    fields_.libelle.setText(libelleDuCompte_);
   });
 }
 
@@ -79,14 +90,23 @@ void AccountPair::numeroKeyPress(char32_t& key) {
     if (!chiffre && key != toolkit::kBackspace) key = 0;
     return;
   }
-  const std::string& numero = fields_.numero.text();
-  if (numero.empty() || text::length(numero) >= kChiffres) return;
-  toolkit::quietly("AccountPair::chercherNumero", [this] { chercherNumero(); });
+  chercherNumeroSaisi();
 }
 
 void AccountPair::numeroLostFocus() {
-  char32_t key = toolkit::kEnter;
-  numeroKeyPress(key);
+  if (numeroCherche_.empty()) {
+    chercherNumeroSaisi();
+  } else {
+    fields_.libelle.openList();
+  }
+  retenu_ = !numeroCherche_.empty();
+}
+
+// What a record holds is kept as it is, of any length, until the user has changed it.
+void AccountPair::chercherNumeroSaisi() {
+  const std::string& numero = fields_.numero.text();
+  if (numero.empty() || text::length(numero) >= kChiffres || shown_.stands(numero)) return;
+  toolkit::quietly("AccountPair::chercherNumero", [this] { chercherNumero(); });
 }
 
 void AccountPair::chercherNumero() {
@@ -99,10 +119,18 @@ void AccountPair::chercherNumero() {
     refuser("Le compte comptable n'existe pas.");
     return;
   }
-  fields_.libelle.clear();
-  fields_.numero.setText("");
+  {
+    const screen::Held enCours(numeroEnCours_, true);
+    fields_.libelle.clear();
+  }
   lister(found);
-  if (fields_.libelle.listCount() == 1) fields_.libelle.setListIndex(0);
+  if (fields_.libelle.listCount() == 1) {
+    fields_.libelle.setListIndex(0);
+    return;
+  }
+  numeroCherche_ = fields_.numero.text();
+  fields_.libelle.openList();
+  retenu_ = false;
 }
 
 store::DynamicArray AccountPair::interroger(const std::string& conditions) {
@@ -122,46 +150,81 @@ void AccountPair::lister(const store::DynamicArray& answer) {
 void AccountPair::libelleClick() {
   const int line = fields_.libelle.listIndex();
   const bool chosen = line >= 0 && !fields_.libelle.text().empty();
+  libelleDuCompte_ = fields_.libelle.text();
   fields_.numero.setText(chosen ? text::mid(resultat_.get(1, line + 1), kCodeEntite + 1) : "");
 }
 
 void AccountPair::libelleChange() {
+  retenu_ = false;
   if (fields_.libelle.text().empty() && !numeroEnCours_) fields_.numero.setText("");
 }
 
 void AccountPair::libelleKeyPress(char32_t& key) {
   if (key != toolkit::kEnter) {
     screen::filtrerRecherche(context_.desktop, key);
-  } else if (fields_.libelle.text().empty()) {
-    fields_.numero.setText("");
-  } else {
+  } else if (!fields_.libelle.text().empty()) {
     toolkit::quietly("AccountPair::chercherLibelle", [this] { chercherLibelle(); });
+  } else if (!numeroCherche_.empty()) {
+    toolkit::quietly("AccountPair::chercherNumero", [this] { chercherNumero(); });
+  } else {
+    fields_.numero.setText("");
   }
 }
 
+// Whoever leaves several found accounts without choosing is held, once: what only began an account
+// must not stay, and nobody must be locked in.
 void AccountPair::libelleLostFocus() {
-  if (complet(fields_.numero.text()) || fields_.libelle.text().empty()) return;
-  char32_t key = toolkit::kEnter;
-  libelleKeyPress(key);
+  const std::string& libelle = fields_.libelle.text();
+  if (complet(fields_.numero.text())) {
+    const screen::Held enCours(numeroEnCours_, true);
+    fields_.libelle.setText(libelleDuCompte_);
+    return;
+  }
+  if (libelle.empty() && numeroCherche_.empty()) return;
+  const bool versNumero = fields_.libelle.surface()->focusGoal() == &fields_.numero;
+  if (libelle.empty() && versNumero) return;
+  if (retenu_) {
+    abandonnerRecherche();
+    return;
+  }
+  if (libelle.empty()) {
+    fields_.libelle.openList();
+    retenu_ = true;
+    return;
+  }
+  const bool done = toolkit::quietly("AccountPair::chercherLibelle", [this] { chercherLibelle(); });
+  retenu_ = done && fields_.libelle.listCount() > 1;
+}
+
+void AccountPair::abandonnerRecherche() {
+  fields_.libelle.clear();
+  fields_.numero.setText("");
 }
 
 void AccountPair::chercherLibelle() {
   const std::string typed = fields_.libelle.text();
-  const screen::BusyScreen busy(context_.desktop, *fields_.libelle.surface());
-  const store::DynamicArray found =
-      interroger("AVEC 1 = " + store::quotedPrefix(text::upper(typed)) +
-                 " AND AVEC @ID = " + store::quotedPrefix(context_.session.entiteCourante));
-  fields_.libelle.clear();
-  if (store::anySelected(found)) {
+  {
+    const screen::BusyScreen busy(context_.desktop, *fields_.libelle.surface());
+    const store::DynamicArray found =
+        interroger("AVEC 1 = " + store::quotedPrefix(text::upper(typed)) +
+                   " AND AVEC @ID = " + store::quotedPrefix(context_.session.entiteCourante));
+    fields_.libelle.clear();
+    if (!store::anySelected(found)) {
+      context_.desktop.beep();
+      screen::avertir(context_.desktop, "Aucune ventilation comptable commençant par " + typed);
+      fields_.libelle.setFocus();
+      return;
+    }
     lister(found);
-    return;
   }
-  context_.desktop.beep();
-  screen::avertir(context_.desktop, "Aucune ventilation comptable commençant par " + typed);
-  fields_.libelle.setFocus();
+  if (fields_.libelle.listCount() == 1) return;
+  fields_.libelle.setText(typed);
+  fields_.libelle.openList();
 }
 
 void AccountPair::numeroChange() {
+  numeroCherche_.clear();
+  retenu_ = false;
   const std::string& numero = fields_.numero.text();
   if (fields_.classe == Classe::Sept && !numero.empty() && numero.front() != '7') {
     refuser("Vous devez saisir un compte de classe 7.");
@@ -175,6 +238,7 @@ void AccountPair::verifierNumero() {
     const screen::Held enCours(numeroEnCours_, true);
     fields_.libelle.clear();
     resultat_ = store::NewDynamicArray();  // gone with its list: it may hold a whole chart
+    libelleDuCompte_.clear();
     return;
   }
   const auto record = context_.session.files.planComptable->ReadRecord(
@@ -184,7 +248,8 @@ void AccountPair::verifierNumero() {
     return;
   }
   const screen::Held enCours(numeroEnCours_, true);
-  fields_.libelle.setText(record->fields().get(plan::Libelle, 1));
+  libelleDuCompte_ = record->fields().get(plan::Libelle, 1);
+  fields_.libelle.setText(libelleDuCompte_);
 }
 
 void AccountPair::refuser(std::string_view message) {

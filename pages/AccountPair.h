@@ -49,6 +49,9 @@ class AccountPair {
 
   // Shows an account of that entity, with its label when the chart holds it. Says nothing.
   void montrer(std::string_view account, std::string_view entity);
+  // Another entity has been chosen: the account stands, with the label of that entity's chart when
+  // it holds one. Says nothing.
+  void relire();
   void vider() { montrer("", ""); }
   // What the attribute that was shown becomes.
   std::string_view compte() const;
@@ -66,8 +69,11 @@ class AccountPair {
   void libelleLostFocus();
 
   void exigerEntite(std::string_view message);
+  void chercherNumeroSaisi();
   void chercherNumero();
   void chercherLibelle();
+  void lireLibelle(std::string_view entity);
+  void abandonnerRecherche();
   void verifierNumero();
   void lister(const store::DynamicArray& answer);
   void refuser(std::string_view message);
@@ -78,7 +84,10 @@ class AccountPair {
   ShownAttribute shown_;
   // Attribute 1 holds the keys of the accounts listed, attribute 2 their labels, line by line.
   store::DynamicArray resultat_;
-  bool numeroEnCours_ = false;  // the number check empties the combo: the number stays
+  std::string libelleDuCompte_;  // of the whole number, as its chart has it
+  std::string numeroCherche_;    // the beginning of a number that has found those listed
+  bool retenu_ = false;          // several were found on leaving, and the user was held once
+  bool numeroEnCours_ = false;   // the combo is emptied around the number, which stays
 };
 
 }  // namespace pages

@@ -158,6 +158,10 @@ void Ong2::montrerComptes(const store::DynamicArray& record) {
   produitAide_.montrer(record.get(attribut::CpteProdAide), entite);
 }
 
+void Ong2::relireComptes() {
+  for (AccountPair* pair : {&debit_, &credit_, &produitAide_}) pair->relire();
+}
+
 void Ong2::vider() {
   const screen::Quiet quiet(context_.session);
   context_.session.statistiqueVidee = false;

@@ -26,6 +26,9 @@ class Ong2 : public Page {
   void Ecrire_Ong2();
   bool Verif_Ong2();
 
+  // The three accounts, after another entity has been chosen.
+  void relireComptes();
+
   void afficher() override { Afficher_Ong2(); }
   void ecrire() override { Ecrire_Ong2(); }
   void vider() override;

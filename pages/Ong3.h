@@ -23,6 +23,9 @@ class Ong3 : public Page {
   void Ecrire_Ong3();
   bool Verif_Ong3();
 
+  // The service-provision account, after another entity has been chosen.
+  void relireCompte() { prestation_.relire(); }
+
   void afficher() override { Afficher_Ong3(); }
   void ecrire() override { Ecrire_Ong3(); }
   void vider() override;

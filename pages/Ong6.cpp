@@ -69,6 +69,7 @@ Ong6::Ong6(PageContext context) : context_(context), page_(context.screen.activi
 
 void Ong6::lier(const screen::Handlers& handlers) {
   page_.Txt_Entite.onChange = handlers.on(*this, &Ong6::Txt_Entite_Change);
+  page_.Txt_Entite.onLostFocus = handlers.on(*this, &Ong6::Txt_Entite_LostFocus);
   page_.Cbo_Entite.onKeyPress = handlers.key(*this, &Ong6::Cbo_Entite_KeyPress);
   page_.Cbo_Entite.onDropDown = handlers.on(*this, &Ong6::Cbo_Entite_DropDown);
   page_.Cbo_Entite.onClick = handlers.on(*this, &Ong6::Cbo_Entite_Click);
@@ -91,26 +92,48 @@ void Ong6::Txt_Entite_Change() {
   oublierEntite();
 }
 
+// A code that is not complete, or could not be read, is no entity's. What a record holds stays.
+void Ong6::Txt_Entite_LostFocus() {
+  const std::string& code = page_.Txt_Entite.text();
+  if (vide(code) || code == context_.session.entiteCourante || entite_.stands(code)) return;
+  if (text::length(code) == kCodeEntite) {
+    toolkit::quietly("Txt_Entite_LostFocus", [&] { choisirEntite(std::string(code)); });
+  } else {
+    refuserEntite();
+  }
+}
+
+// What is covered goes when another entity is chosen, not before: a code is typed character by
+// character.
 void Ong6::choisirEntite(const std::string& code) {
   const auto record = context_.session.files.association->ReadRecord(code);
   if (!record->found()) {
-    oublierEntite();
-    screen::avertir(context_.desktop, "Cette entité juridique n'existe pas.");
-    page_.Txt_Entite.setText("");
-    page_.Txt_Entite.setFocus();
+    refuserEntite();
     return;
   }
+  store::DynamicArray activities = lireActivites();
+  const bool another = code != codeCouvert_;
+  if (another) viderListes();
+  montrerPossibles(std::move(activities));
   nomEntite_ = record->fields().get(store::association::NomAsso, 1);
   page_.Cbo_Entite.setText(nomEntite_);
-  Remplir_Liste_Activite();
   context_.session.entiteCourante = code;
+  codeCouvert_ = code;
+  if (another && entiteChangee) entiteChangee();
+}
+
+void Ong6::refuserEntite() {
+  oublierEntite();
+  screen::avertir(context_.desktop, "Cette entité juridique n'existe pas.");
+  page_.Txt_Entite.setText("");
+  page_.Txt_Entite.setFocus();
 }
 
 void Ong6::oublierEntite() {
   context_.session.entiteCourante.clear();
   nomEntite_.clear();
   page_.Cbo_Entite.setText("");
-  viderListes();
+  viderPossibles();
   page_.Cmd_PasseDroit.setEnabled(false);
   page_.Cmd_PasseGauche.setEnabled(false);
 }
@@ -150,6 +173,7 @@ void Ong6::chercherEntite() {
     return;
   }
   lister(found);
+  if (page_.Cbo_Entite.listCount() > 1) page_.Cbo_Entite.openList();
 }
 
 void Ong6::Cbo_Entite_DropDown() {
@@ -167,19 +191,25 @@ void Ong6::Cbo_Entite_Click() {
   page_.Txt_Entite.setText(code);
 }
 
-// What was typed for a search is no entity's name: the name of the one chosen comes back, or none.
-void Ong6::Cbo_Entite_LostFocus() {
-  if (!page_.Cbo_Entite.text().empty()) page_.Cbo_Entite.setText(nomEntite_);
-}
+// The name is what the code says, whatever was typed there for a search.
+void Ong6::Cbo_Entite_LostFocus() { page_.Cbo_Entite.setText(nomEntite_); }
 
 // --- Activities
 
 void Ong6::Remplir_Liste_Activite() {
   viderListes();
-  store::DynamicArray answer = store::select(*context_.session.TheDatabase,
-                                             "SSELECT ACTIVITES AVEC CodAssoActivite = " +
-                                                 store::quoted(page_.Txt_Entite.text()) + " PAR 1 ",
-                                             store::activites::kFile, "0 1 12");
+  montrerPossibles(lireActivites());
+}
+
+store::DynamicArray Ong6::lireActivites() {
+  return store::select(*context_.session.TheDatabase,
+                       "SSELECT ACTIVITES AVEC CodAssoActivite = " +
+                           store::quoted(page_.Txt_Entite.text()) + " PAR 1 ",
+                       store::activites::kFile, "0 1 12");
+}
+
+void Ong6::montrerPossibles(store::DynamicArray answer) {
+  viderPossibles();
   if (store::anySelected(answer)) {
     activites_ = std::move(answer);
     const int count = activites_.DCount();
@@ -194,10 +224,15 @@ void Ong6::Remplir_Liste_Activite() {
   page_.Cmd_PasseGauche.setEnabled(true);
 }
 
-void Ong6::viderListes() {
+void Ong6::viderPossibles() {
   activites_ = store::NewDynamicArray();
+  page_.Lst_Activite.clear();
+}
+
+void Ong6::viderListes() {
+  viderPossibles();
   for (toolkit::ListBox* list :
-       {&page_.Lst_Activite, &page_.Lst_ActSelect, &page_.Lst_CodActSelect, &page_.Lst_TypeAct}) {
+       {&page_.Lst_ActSelect, &page_.Lst_CodActSelect, &page_.Lst_TypeAct}) {
     list->clear();
   }
   reglerSemaine(page_);
@@ -247,6 +282,7 @@ void Ong6::Afficher_Ong6() {
   page_.Txt_Entite.setText(record.get(attribut::Entite));
   entite_.keep(record.get(attribut::Entite), page_.Txt_Entite.text());
   const std::string code = page_.Txt_Entite.text();
+  codeCouvert_ = code;
   if (!code.empty()) {
     const auto entity = context_.session.files.association->ReadRecord(code);
     if (entity->found()) {
@@ -301,7 +337,9 @@ void Ong6::vider() {
   page_.Cbo_Entite.clear();
   page_.Txt_Entite.setText("");
   entite_.keep("", "");
+  codeCouvert_.clear();
   oublierEntite();
+  viderListes();
   page_.Cdr_GestionExclu.setEnabled(true);
   for (toolkit::OptionButton* option :
        {&page_.Opt_Totalite, &page_.Opt_DimJF, &page_.Opt_Semaine}) {

@@ -1,6 +1,7 @@
 // The covered activities page: legal entity, its activities, allocation of hours.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -16,6 +17,9 @@ class Ong6 : public Page {
   explicit Ong6(PageContext context);
 
   void lier(const screen::Handlers& handlers);
+
+  // Another entity than the one before has been chosen by the user.
+  std::function<void()> entiteChangee;
 
   // All legal entities in the combo, by name; its text stays. Throws what the store throws; the
   // list is then as before.
@@ -37,12 +41,17 @@ class Ong6 : public Page {
 
  private:
   void Txt_Entite_Change();
+  void Txt_Entite_LostFocus();
   void Cbo_Entite_KeyPress(char32_t& key);
   void Cbo_Entite_DropDown();
   void Cbo_Entite_Click();
   void Cbo_Entite_LostFocus();
 
   void choisirEntite(const std::string& code);
+  void refuserEntite();
+  store::DynamicArray lireActivites();
+  void montrerPossibles(store::DynamicArray answer);
+  void viderPossibles();
   void oublierEntite();
   void chercherEntite();
   void lister(const store::DynamicArray& answer);
@@ -65,6 +74,7 @@ class Ong6 : public Page {
   screen::Activites& page_;
   ShownAttribute entite_;
   std::string nomEntite_;        // of the entity chosen
+  std::string codeCouvert_;      // of the entity that was chosen last: the covered ones are its own
   store::DynamicArray entites_;  // columns "0 1" of the entities listed, line by line
   // The possible activities line by line: value 1 the code, 2 the label, 3 the type's letter.
   store::DynamicArray activites_;

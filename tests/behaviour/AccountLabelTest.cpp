@@ -19,11 +19,22 @@ TEST_P(AccountLabel, EnterInTheLabelSearchesWhatIsTypedInCapitals) {
   user_->press(Key::Enter);
   expectSearch("SSELECT PLANCOMPTABLE AVEC 1 = \"AIDE A]\" AND AVEC @ID = \"010]\" PAR 1");
   EXPECT_EQ(lines(), (std::vector<std::string>{"AIDE A DOMICILE", "AIDE A DOMICILE"}));
-  EXPECT_EQ(shown(), "|");
+  EXPECT_EQ(shown(), "|aide a");
   EXPECT_EQ(libelle().listIndex(), -1);
   EXPECT_TRUE(libelle().hasFocus());
+  EXPECT_TRUE(libelle().listOpen());
   EXPECT_EQ(desktop_.beeps(), 0);
   expectNoBox();
+}
+
+TEST_P(AccountLabel, EnterAfterSeveralWereFoundSearchesTheSameAgain) {
+  open();
+  typeLabel("aide\r");
+  forget();
+  user_->press(Key::Enter);
+  expectSearch("SSELECT PLANCOMPTABLE AVEC 1 = \"AIDE]\" AND AVEC @ID = \"010]\" PAR 1");
+  EXPECT_EQ(shown(), "|aide");
+  EXPECT_TRUE(libelle().listOpen());
 }
 
 TEST_P(AccountLabel, AccentedLettersThatWerePastedAreSearchedInCapitals) {
@@ -41,6 +52,7 @@ TEST_P(AccountLabel, ASingleLabelFoundIsLeftToChoose) {
   typeLabel("SUB\r");
   EXPECT_EQ(lines(), std::vector<std::string>{"SUBVENTIONS"});
   EXPECT_EQ(shown(), "|");
+  EXPECT_FALSE(libelle().listOpen());
   down();
   EXPECT_EQ(shown(), "7410000000|SUBVENTIONS");
 }
@@ -94,22 +106,70 @@ TEST_P(AccountLabel, NoAccountOfThatLabelKeepsTheFocusFromLeaving) {
 TEST_P(AccountLabel, LeavingALabelWithoutANumberSearchesIt) {
   open();
   typeLabel("aide");
-  elsewhere();
+  EXPECT_FALSE(press("Cmd_Annuler"));
   expectSearch("SSELECT PLANCOMPTABLE AVEC 1 = \"AIDE]\" AND AVEC @ID = \"010]\" PAR 1");
   EXPECT_EQ(lines().size(), 2U);
-  EXPECT_EQ(shown(), "|");
-  EXPECT_TRUE(code().hasFocus());
+  EXPECT_EQ(shown(), "|aide");
+  EXPECT_TRUE(libelle().hasFocus());
+  EXPECT_TRUE(libelle().listOpen());
+  EXPECT_EQ(state(), kExisting);
   expectNoBox();
 }
 
-TEST_P(AccountLabel, LeavingALabelBesideAWholeNumberSearchesNothing) {
+TEST_P(AccountLabel, LeftWithoutAChoiceAmongSeveralGoesAndLetsTheUserGo) {
+  open();
+  typeLabel("aide");
+  EXPECT_FALSE(user_->go(code()));
+  forget();
+  elsewhere();
+  expectNoSearch();
+  EXPECT_EQ(shown(), "|");
+  EXPECT_TRUE(lines().empty());
+  expectNoBox();
+}
+
+TEST_P(AccountLabel, AnotherLabelAfterSeveralWereFoundIsSearchedOnLeaving) {
+  open();
+  typeLabel("aide");
+  EXPECT_FALSE(user_->go(code()));
+  forget();
+  user_->fill(libelle(), "a");
+  EXPECT_FALSE(user_->go(code()));
+  expectSearch("SSELECT PLANCOMPTABLE AVEC 1 = \"A]\" AND AVEC @ID = \"010]\" PAR 1");
+}
+
+TEST_P(AccountLabel, ALabelTypedOverAWholeNumberComesBackOnLeaving) {
   open();
   typeNumber("7410000000");
   goToLabel();
   libelle().userEdit("SUBV");
   elsewhere();
   expectNoSearch();
-  EXPECT_EQ(shown(), "7410000000|SUBV");
+  EXPECT_EQ(shown(), "7410000000|SUBVENTIONS");
+  typeNumber("70\r");
+  user_->choose(libelle(), 2);
+  libelle().userEdit("autre");
+  elsewhere();
+  EXPECT_EQ(shown(), "7060000000|PRESTATIONS DE SERVICES");
+  expectNoBox();
+}
+
+TEST_P(AccountLabel, ALabelTypedOverAStoredNumberComesBackOnLeaving) {
+  showAccount("7410000000");
+  goToLabel();
+  libelle().userEdit("SUBV");
+  elsewhere();
+  EXPECT_EQ(shown(), "7410000000|SUBVENTIONS");
+  expectNoSearch();
+}
+
+TEST_P(AccountLabel, ALabelTypedOverANumberThatItsChartLacksGoesOnLeaving) {
+  showAccount("7419999999");
+  goToLabel();
+  libelle().userEdit("SUBV");
+  elsewhere();
+  EXPECT_EQ(shown(), "7419999999|");
+  expectNoSearch();
   expectNoBox();
 }
 
@@ -134,7 +194,7 @@ TEST_P(AccountLabel, ALabelSearchTakesTheAccountBeforeAway) {
   open();
   typeNumber("7410000000");
   typeLabel("aide\r");
-  EXPECT_EQ(shown(), "|");
+  EXPECT_EQ(shown(), "|aide");
   EXPECT_EQ(lines().size(), 2U);
 }
 

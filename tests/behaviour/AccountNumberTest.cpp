@@ -40,9 +40,26 @@ TEST_P(AccountNumber, EnterSearchesTheAccountsWhoseNumberBeginsSo) {
   user_->press(Key::Enter);
   expectSearch("SSELECT PLANCOMPTABLE AVEC @ID = \"01070]\" PAR 1");
   EXPECT_EQ(lines(), kSoixanteDix);
-  EXPECT_EQ(shown(), "|");
+  EXPECT_EQ(shown(), "70|");
   EXPECT_EQ(libelle().listIndex(), -1);
-  EXPECT_TRUE(numero().hasFocus());
+  EXPECT_TRUE(libelle().hasFocus());
+  EXPECT_TRUE(libelle().listOpen());
+  expectNoBox();
+}
+
+TEST_P(AccountNumber, EnterAfterSeveralWereFoundSearchesTheSameAgain) {
+  open();
+  typeNumber("70\r");
+  forget();
+  user_->press(Key::Enter);
+  expectSearch("SSELECT PLANCOMPTABLE AVEC @ID = \"01070]\" PAR 1");
+  EXPECT_EQ(lines(), kSoixanteDix);
+  EXPECT_EQ(shown(), "70|");
+  EXPECT_TRUE(libelle().listOpen());
+  forget();
+  goToNumber();
+  user_->press(Key::Enter);
+  expectSearch("SSELECT PLANCOMPTABLE AVEC @ID = \"01070]\" PAR 1");
   expectNoBox();
 }
 
@@ -52,8 +69,76 @@ TEST_P(AccountNumber, LeavingTheNumberSearchesToo) {
   user_->tab();
   expectSearch("SSELECT PLANCOMPTABLE AVEC @ID = \"01070]\" PAR 1");
   EXPECT_EQ(lines(), kSoixanteDix);
-  EXPECT_EQ(shown(), "|");
+  EXPECT_EQ(shown(), "70|");
   EXPECT_TRUE(libelle().hasFocus());
+  EXPECT_TRUE(libelle().listOpen());
+  expectNoBox();
+}
+
+TEST_P(AccountNumber, LeftWithSeveralFoundLeadsToTheirListAndDropsTheClick) {
+  open();
+  typeNumber("70");
+  EXPECT_FALSE(press("Cmd_Annuler"));
+  EXPECT_EQ(state(), kExisting);
+  EXPECT_TRUE(libelle().hasFocus());
+  EXPECT_TRUE(libelle().listOpen());
+  ASSERT_TRUE(user_->choose(libelle(), 2));
+  EXPECT_EQ(shown(), "7060000000|PRESTATIONS DE SERVICES");
+  EXPECT_FALSE(libelle().listOpen());
+  EXPECT_TRUE(press("Cmd_Annuler"));
+  EXPECT_EQ(state(), kEmpty);
+  expectNoBox();
+}
+
+TEST_P(AccountNumber, LeftWithoutAChoiceAmongSeveralGoesAndLetsTheUserGo) {
+  open();
+  typeNumber("70");
+  EXPECT_FALSE(user_->go(code()));
+  elsewhere();
+  EXPECT_EQ(shown(), "|");
+  EXPECT_FALSE(libelle().listOpen());
+  typeNumber("70\r");
+  EXPECT_FALSE(user_->go(code()));
+  EXPECT_TRUE(libelle().listOpen());
+  elsewhere();
+  EXPECT_EQ(shown(), "|");
+  expectNoBox();
+}
+
+TEST_P(AccountNumber, OfSeveralFoundIsCorrectedInItsOwnField) {
+  open();
+  typeNumber("7\r");
+  goToNumber();
+  EXPECT_EQ(shown(), "7|");
+  EXPECT_FALSE(libelle().listOpen());
+  numero().userSelect(1, 0);
+  user_->type("4\r");
+  EXPECT_EQ(shown(), "7410000000|SUBVENTIONS");
+  expectNoBox();
+}
+
+TEST_P(AccountNumber, TypingAnotherNumberClosesTheListOfThoseFound) {
+  open();
+  typeNumber("70\r");
+  typeNumber("7");
+  EXPECT_EQ(shown(), "7|");
+  EXPECT_TRUE(lines().empty());
+  EXPECT_FALSE(libelle().listOpen());
+}
+
+TEST_P(AccountNumber, AStoredNumberOfAnotherLengthIsSearchedOnlyWhenItWasChanged) {
+  showAccount("74");
+  goToNumber();
+  user_->press(Key::Enter);
+  elsewhere();
+  expectNoSearch();
+  EXPECT_EQ(shown(), "74|");
+  goToNumber();
+  numero().userSelect(2, 0);
+  user_->type("1");
+  elsewhere();
+  expectSearch("SSELECT PLANCOMPTABLE AVEC @ID = \"010741]\" PAR 1");
+  EXPECT_EQ(shown(), "7410000000|SUBVENTIONS");
   expectNoBox();
 }
 
@@ -224,13 +309,6 @@ TEST_P(AccountNumber, ChangingTheNumberTakesTheLabelAwayAndKeepsWhatIsTyped) {
   expectNoBox();
 }
 
-TEST_P(AccountNumber, TypingTheFirstDigitTakesTheFoundAccountsAway) {
-  open();
-  typeNumber("70\r7");
-  EXPECT_EQ(numero().text(), "7");
-  EXPECT_TRUE(lines().empty());
-}
-
 TEST_P(AccountNumber, APastedNumberIsCheckedAsATypedOne) {
   open();
   goToNumber();
@@ -285,6 +363,7 @@ TEST_P(AccountNumber, AFailedSearchByNumberLosesNothing) {
   goToNumber();
   user_->press(Key::Enter);
   EXPECT_EQ(lines(), kSoixanteDix);
+  EXPECT_TRUE(libelle().listOpen());
 }
 
 }  // namespace

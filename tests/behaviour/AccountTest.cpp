@@ -183,14 +183,16 @@ TEST_P(AccountGuard, SendsToTheEntityOfANewBody) {
   expectSentToTheEntity();
 }
 
-TEST_P(AccountGuard, SendsToAnEntityThatIsTypedInPart) {
+TEST_P(AccountGuard, SendsToAnEntityThatWasRefused) {
   open();
   user_->click(tabs(), 5);
   user_->fill(box("Txt_Entite"), "01");
+  EXPECT_FALSE(user_->click(tabs(), GetParam().tab));
+  expectBox("Cette entité juridique n'existe pas.", Icon::Exclamation);
   user_->click(tabs(), GetParam().tab);
   user_->go(field());
   expectSentToTheEntity();
-  EXPECT_EQ(box("Txt_Entite").text(), "01");
+  EXPECT_EQ(box("Txt_Entite").text(), "");
 }
 
 TEST_P(AccountGuard, LetsPassOnceTheEntityIsChosen) {
@@ -242,7 +244,9 @@ class Accounts : public AccountTest {
 TEST_F(Accounts, AChoiceIsOfTheSearchOfItsOwnPair) {
   open();
   typeNumber(kDebit, "41\r");
+  user_->choose(libelle(kDebit), 0);
   typeNumber(kCredit, "70\r");
+  user_->choose(libelle(kCredit), 1);
   user_->choose(libelle(kDebit), 1);
   EXPECT_EQ(shown(kDebit), "4120000000|CLIENTS DOUTEUX");
   user_->choose(libelle(kCredit), 0);
@@ -444,6 +448,56 @@ TEST_F(Accounts, WithoutTheInterfaceAreNeitherShownNorWrittenOfABodyWithoutAccou
   for (const int number : {22, 23, 54, 56}) EXPECT_EQ(attribute("001", number), "7060000000");
 }
 
+// --- Another entity, another chart
+
+TEST_F(Accounts, AreLookedUpSilentlyInTheChartOfAnotherEntity) {
+  storeAccounts();
+  store_.set("ORGPRISECHARGE", "001", 23, "7410000000");
+  store_.set("ORGPRISECHARGE", "001", 56, "74");
+  open();
+  user_->click(tabs(), 5);
+  user_->fill(box("Txt_Entite"), "020");
+  expectNoBox();
+  EXPECT_EQ(shown(kDebit), "7060000000|VENTES");
+  EXPECT_EQ(shown(kCredit), "7410000000|");
+  EXPECT_EQ(shown(kProduitAide), "74|");
+  EXPECT_EQ(shown(kPrestation), "7060000000|VENTES");
+  EXPECT_EQ(chartReads(),
+            (std::vector<std::string>{"0207060000000", "0207410000000", "0207060000000"}));
+  EXPECT_TRUE(box("Txt_Entite").hasFocus());
+}
+
+TEST_F(Accounts, AreNotLookedUpAgainInTheSameChart) {
+  storeAccounts();
+  open();
+  user_->click(tabs(), 5);
+  user_->fill(box("Txt_Entite"), "010");
+  EXPECT_TRUE(chartReads().empty());
+  expectShown("7060000000|PRESTATIONS DE SERVICES");
+}
+
+TEST_F(Accounts, WhoseOtherChartCannotBeReadStandWithoutALabel) {
+  storeAccounts();
+  open();
+  user_->click(tabs(), 5);
+  store_.fail(CallKind::ReadRecord, "PLANCOMPTABLE");
+  user_->fill(box("Txt_Entite"), "020");
+  expectShown("7060000000|");
+  EXPECT_EQ(shown(kPrestation), "7060000000|");
+  EXPECT_EQ(child<ComboBox>("Cbo_Entite").text(), "SECOURS DU VAL");
+  expectNoBox();
+}
+
+TEST_F(Accounts, FoundInTheChartBeforeAreListedNoMore) {
+  open();
+  typeNumber(kDebit, "41\r");
+  user_->choose(libelle(kDebit), 1);
+  user_->click(tabs(), 5);
+  user_->fill(box("Txt_Entite"), "020");
+  EXPECT_TRUE(lines(kDebit).empty());
+  EXPECT_EQ(shown(kDebit), "4120000000|");
+}
+
 TEST_F(Accounts, WithoutTheInterfaceAreDisabledAndEmptyWhateverTheBox) {
   storeAccounts();
   withoutFlag();
@@ -512,15 +566,20 @@ TEST_F(Accounts, ANumberLeftInPartBySavingIsSearchedFirst) {
   EXPECT_EQ(attribute("001", attribut::DebitOrgChg), "7410000000");
 }
 
-TEST_F(Accounts, ANumberOfSeveralLeftBySavingIsRequiredAgain) {
+TEST_F(Accounts, ANumberOfSeveralHoldsTheSaveOnceAndIsRequiredThen) {
   storeAccounts();
   open();
   typeNumber(kDebit, "70");
-  press("Cmd_OK");
+  EXPECT_FALSE(press("Cmd_OK"));
+  expectNoBox();
+  EXPECT_TRUE(libelle(kDebit).hasFocus());
+  EXPECT_TRUE(libelle(kDebit).listOpen());
+  EXPECT_EQ(lines(kDebit), kSoixanteDix);
+  EXPECT_TRUE(press("Cmd_OK"));
   expectBox("Le compte comptable DEBIT est obligatoire.", Icon::Exclamation);
   EXPECT_EQ(tabs().tab(), 1);
   EXPECT_TRUE(numero(kDebit).hasFocus());
-  EXPECT_EQ(lines(kDebit), kSoixanteDix);
+  EXPECT_EQ(shown(kDebit), "|");
   expectNothingWritten();
 }
 

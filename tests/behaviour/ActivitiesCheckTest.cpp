@@ -89,15 +89,19 @@ TEST_F(ActivitiesCheck, AnIncompleteOrUnknownEntityIsRefused) {
   show();
   user_->click(tabs(), kActivites);
   user_->fill(box("Txt_Entite"), "01");
+  EXPECT_FALSE(control_->Verif_Ong6());
+  expectBox(kSansEntite, Icon::Exclamation);
+  EXPECT_FALSE(press("Cmd_OK"));
+  expectBox("Cette entité juridique n'existe pas.", Icon::Exclamation);
   expectRefused(kSansEntite, kActivites, box("Txt_Entite"));
   show({{attribut::Entite, "999"}});
   expectRefused(kSansEntite, kActivites, box("Txt_Entite"));
 }
 
-TEST_F(ActivitiesCheck, AnIncompleteEntityIsRefusedWhateverWasTypedAsItsName) {
+TEST_F(ActivitiesCheck, AMissingEntityIsRefusedWhateverWasTypedAsItsName) {
   show();
   user_->click(tabs(), kActivites);
-  user_->fill(box("Txt_Entite"), "01");
+  user_->fill(box("Txt_Entite"), "");
   user_->fill(child<ComboBox>("Cbo_Entite"), "AIDE DU VAL");
   expectRefused(kSansEntite, kActivites, box("Txt_Entite"));
 }
@@ -113,14 +117,17 @@ TEST_F(ActivitiesCheck, ANameThatIsBeingTypedIsNoEntity) {
   }
 }
 
-TEST_F(ActivitiesCheck, AnEntityWhoseNameIsEmptiedOrBlankIsRefused) {
-  show();
-  user_->click(tabs(), kActivites);
-  user_->fill(child<ComboBox>("Cbo_Entite"), "");
-  expectRefused(kSansEntite, kActivites, box("Txt_Entite"));
+TEST_F(ActivitiesCheck, AnEntityWhoseNameIsBlankIsRefused) {
   store_.put("ASSOCIATION", "040", {"   "});
   show({{attribut::Entite, "040"}});
   expectRefused(kSansEntite, kActivites, box("Txt_Entite"));
+}
+
+TEST_F(ActivitiesCheck, AnEntityWhoseNameIsEmptiedHasItAgainBySaving) {
+  show();
+  user_->click(tabs(), kActivites);
+  user_->fill(child<ComboBox>("Cbo_Entite"), "");
+  expectSaved();
 }
 
 // --- 2. An activity, where there is a choice of types

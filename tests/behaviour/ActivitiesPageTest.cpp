@@ -126,10 +126,14 @@ class ActivitiesPage : public ControlTest {
     EXPECT_EQ(linesOf(types()), expectedTypes);
     EXPECT_EQ(linesOf(covered()), expectedLines);
   }
-  void expectNoEntity() {
+  void expectNoEntity() { expectNoEntityBut({}); }
+  // The activities covered before are still there.
+  void expectNoEntityBut(const Lines& kept) {
     EXPECT_EQ(names().text(), "");
     EXPECT_EQ(possible().listCount(), 0);
-    expectCovered({}, {}, {});
+    EXPECT_EQ(linesOf(codes()), kept);
+    EXPECT_EQ(types().listCount(), codes().listCount());
+    EXPECT_EQ(covered().listCount(), codes().listCount());
     EXPECT_FALSE(movesEnabled());
     EXPECT_EQ(currentEntity(), "");
   }
@@ -177,7 +181,7 @@ TEST_F(ActivitiesPage, ActivitiesAreReadBySentenceWithCodeLabelAndType) {
                                    "ACTIVITES", "0 1 12"));
 }
 
-TEST_F(ActivitiesPage, AnIncompleteCodeReadsNothingAndLeavesNoEntity) {
+TEST_F(ActivitiesPage, AnIncompleteCodeReadsNothingAndKeepsWhatIsCovered) {
   show();
   EXPECT_EQ(currentEntity(), "010");
   user_->go(entity());
@@ -187,22 +191,71 @@ TEST_F(ActivitiesPage, AnIncompleteCodeReadsNothingAndLeavesNoEntity) {
   EXPECT_EQ(entity().text(), "01");
   expectNoBox();
   EXPECT_TRUE(store_.calls().empty());
-  expectNoEntity();
+  expectNoEntityBut({"010P01"});
 }
 
-TEST_F(ActivitiesPage, ACodeTypedAgainFindsItsActivitiesAndNoneCovered) {
+TEST_F(ActivitiesPage, AnIncompleteCodeIsRefusedOnLeaving) {
   show();
+  user_->fill(entity(), "01");
+  EXPECT_FALSE(press("Cmd_Annuler"));
+  expectBox(kEntiteInconnue, Icon::Exclamation);
+  EXPECT_EQ(entity().text(), "");
+  EXPECT_TRUE(entity().hasFocus());
+  EXPECT_EQ(tabs().tab(), kActivites);
+  EXPECT_EQ(state(), kExisting);
+  expectNoEntityBut({"010P01"});
+  EXPECT_TRUE(press("Cmd_Annuler"));
+  EXPECT_EQ(state(), kEmpty);
+  expectNoBox();
+}
+
+TEST_F(ActivitiesPage, AnEmptiedCodeMayBeLeft) {
+  for (const char* typed : {"", " "}) {
+    show();
+    user_->fill(entity(), typed);
+    EXPECT_TRUE(user_->go(option("Opt_Totalite")));
+    expectNoBox();
+    expectNoEntityBut({"010P01"});
+  }
+}
+
+TEST_F(ActivitiesPage, AStoredCodeThatIsNoEntitysMayBeLeftUntouched) {
+  for (const char* stored : {"77", "777"}) {
+    show({{46, stored}});
+    user_->go(entity());
+    EXPECT_TRUE(user_->go(option("Opt_Totalite")));
+    expectNoBox();
+    EXPECT_EQ(entity().text(), stored);
+  }
+}
+
+TEST_F(ActivitiesPage, TheSameEntityChosenAgainKeepsWhatIsCovered) {
+  showCovered({"010P01", "010P02"});
+  const Lines before = linesOf(covered());
+  const auto expectKept = [&] {
+    EXPECT_EQ(linesOf(possible()), kActivitesDe010);
+    expectCovered({"010P01", "010P02"}, {"P", "P"}, before);
+    EXPECT_EQ(names().text(), "AIDE DU VAL");
+    EXPECT_TRUE(movesEnabled());
+    EXPECT_EQ(currentEntity(), "010");
+  };
   user_->fill(entity(), "010");
-  EXPECT_EQ(linesOf(possible()), kActivitesDe010);
-  expectCovered({}, {}, {});
-  EXPECT_TRUE(movesEnabled());
-  EXPECT_EQ(currentEntity(), "010");
+  expectKept();
+  user_->fill(entity(), "01");
+  user_->go(possible());
+  expectBox(kEntiteInconnue, Icon::Exclamation);
+  user_->choose(names(), 1);
+  expectKept();
+  EXPECT_EQ(saved(47), values({"010P01", "010P02"}));
 }
 
 TEST_F(ActivitiesPage, AnotherEntityClearsWhatWasCovered) {
   showCovered({"010P01", "010P02"});
   user_->fill(entity(), "020");
   EXPECT_EQ(linesOf(possible()), kActivitesDe020);
+  expectCovered({}, {}, {});
+  user_->fill(entity(), "010");
+  EXPECT_EQ(linesOf(possible()), kActivitesDe010);
   expectCovered({}, {}, {});
 }
 
@@ -213,14 +266,14 @@ TEST_F(ActivitiesPage, AnUnknownCodeIsRefused) {
   EXPECT_EQ(entity().text(), "");
   EXPECT_TRUE(entity().hasFocus());
   EXPECT_EQ(tabs().tab(), kActivites);
-  expectNoEntity();
+  expectNoEntityBut({"010P01"});
 }
 
 TEST_F(ActivitiesPage, AnUnknownCodeHasClearedTheEntityBeforeItIsTold) {
   show();
   bool cleared = false;
   desktop_.onBox = [&](const toolkit::headless::Entry&) {
-    cleared = names().text().empty() && possible().listCount() == 0 && codes().listCount() == 0;
+    cleared = names().text().empty() && possible().listCount() == 0;
   };
   user_->go(entity());
   entity().userSelect(0, 3);
@@ -258,20 +311,37 @@ TEST_F(ActivitiesPage, AStoreThatCannotReadTheEntityLeavesTheCodeAndNoEntity) {
   show();
   store_.fail(CallKind::ReadRecord, "ASSOCIATION");
   user_->fill(entity(), "020");
+  EXPECT_TRUE(user_->go(option("Opt_Totalite")));
   expectNoBox();
   EXPECT_EQ(entity().text(), "020");
+  expectNoEntityBut({"010P01"});
+}
+
+TEST_F(ActivitiesPage, ACodeThatCouldNotBeReadIsReadAgainOnLeaving) {
+  show();
+  store_.fail(CallKind::ReadRecord, "ASSOCIATION");
+  user_->fill(entity(), "020");
   store_.stopFailing();
-  expectNoEntity();
+  EXPECT_TRUE(user_->go(option("Opt_Totalite")));
+  EXPECT_EQ(names().text(), "AIDE AUX FOYERS");
+  EXPECT_EQ(linesOf(possible()), kActivitesDe020);
+  expectCovered({}, {}, {});
+  store_.fail(CallKind::ReadRecord, "ASSOCIATION");
+  user_->fill(entity(), "777");
+  store_.stopFailing();
+  EXPECT_FALSE(user_->go(option("Opt_Totalite")));
+  expectBox(kEntiteInconnue, Icon::Exclamation);
+  EXPECT_TRUE(entity().hasFocus());
 }
 
 TEST_F(ActivitiesPage, AStoreThatCannotListTheActivitiesLeavesTheCodeAndNoEntity) {
   show();
   store_.fail(CallKind::ExecuteSentence, "ACTIVITES");
   user_->fill(entity(), "020");
+  user_->go(option("Opt_Totalite"));
   expectNoBox();
   EXPECT_EQ(entity().text(), "020");
-  store_.stopFailing();
-  expectNoEntity();
+  expectNoEntityBut({"010P01"});
 }
 
 TEST_F(ActivitiesPage, AnEntityThatCouldNotBeReadCanBeChosenFromTheList) {
@@ -306,7 +376,14 @@ TEST_F(ActivitiesPage, FoundNamesComeInTheOrderOfTheStoreAndOneIsChosen) {
   user_->fill(names(), "AIDE");
   user_->type("\r");
   EXPECT_EQ(linesOf(names()), (Lines{"AIDE AUX FOYERS", "AIDE DU VAL"}));
-  ASSERT_TRUE(names().userChoose(1));
+  EXPECT_EQ(names().text(), "AIDE");
+  EXPECT_TRUE(names().listOpen());
+  EXPECT_TRUE(names().hasFocus());
+  ASSERT_EQ(store_.calls().size(), 1U);
+  user_->type("\r");
+  ASSERT_EQ(store_.calls().size(), 2U);
+  EXPECT_EQ(store_.calls()[1].text, store_.calls()[0].text);
+  ASSERT_TRUE(user_->choose(names(), 1));
   EXPECT_EQ(names().text(), "AIDE DU VAL");
   EXPECT_EQ(entity().text(), "010");
   EXPECT_EQ(linesOf(possible()), kActivitesDe010);
@@ -380,17 +457,16 @@ TEST_F(ActivitiesPage, LeavingASearchBringsTheChosenNameBack) {
 
 TEST_F(ActivitiesPage, LeavingASearchWithoutEntityLeavesNoName) {
   showBare();
-  user_->fill(entity(), "01");
   user_->fill(names(), "AIDE DU VAL");
   user_->go(entity());
   EXPECT_EQ(names().text(), "");
 }
 
-TEST_F(ActivitiesPage, AnEmptiedNameStaysEmpty) {
+TEST_F(ActivitiesPage, AnEmptiedNameComesBackOnLeaving) {
   show();
   user_->fill(names(), "");
   user_->go(possible());
-  EXPECT_EQ(names().text(), "");
+  EXPECT_EQ(names().text(), "AIDE DU VAL");
   EXPECT_EQ(entity().text(), "010");
 }
 
@@ -754,10 +830,9 @@ TEST_F(ActivitiesPage, RemovingTheLastAgencyActivityOpensTheWeekAgain) {
 
 TEST_F(ActivitiesPage, AnotherEntityOpensTheWeekAgain) {
   showCovered({"010M01"});
-  user_->fill(entity(), "020");
-  EXPECT_EQ(hoursShown(), "Totalite");
-  showCovered({"010M01"});
   user_->fill(entity(), "");
+  EXPECT_EQ(hoursShown(), "Totalite -");
+  user_->fill(entity(), "020");
   EXPECT_EQ(hoursShown(), "Totalite");
 }
 

@@ -19,6 +19,9 @@ class AccountEntry : public PagesTest {
     PagesTest::SetUp();
     show(L"001", kRegles);
   }
+  bool dropped(const wchar_t* combo) {
+    return SendMessageW(user().find(combo), CB_GETDROPPEDSTATE, 0, 0) != 0;
+  }
 };
 
 INSTANTIATE_TEST_SUITE_P(In, AccountEntry, everywhere(), nameOfParam);
@@ -28,14 +31,14 @@ TEST_P(AccountEntry, IsSearchedByItsFirstDigitsAndChosenWithTheKeyboard) {
   EXPECT_EQ(user().text(L"Cbo_DebitOrgChg"), L"");
   user().key(VK_RETURN);
   EXPECT_EQ(user().lines(L"Cbo_DebitOrgChg"), (Lines{L"ADHERENTS", L"CAISSES", L"USAGERS"}));
-  EXPECT_EQ(user().text(L"Txt_DebitOrgChg"), L"");
-  EXPECT_EQ(user().focused(), L"Txt_DebitOrgChg");
-  user().key(VK_TAB);
+  EXPECT_EQ(user().text(L"Txt_DebitOrgChg"), L"41");
+  EXPECT_EQ(user().text(L"Cbo_DebitOrgChg"), L"");
   EXPECT_EQ(user().focused(), L"Cbo_DebitOrgChg");
+  EXPECT_TRUE(dropped(L"Cbo_DebitOrgChg"));
   user().key(VK_DOWN);
-  EXPECT_EQ(user().text(L"Cbo_DebitOrgChg"), L"ADHERENTS");
-  EXPECT_EQ(user().text(L"Txt_DebitOrgChg"), L"4120000000");
   user().key(VK_DOWN);
+  user().key(VK_RETURN);
+  EXPECT_FALSE(dropped(L"Cbo_DebitOrgChg"));
   EXPECT_EQ(user().text(L"Cbo_DebitOrgChg"), L"CAISSES");
   EXPECT_EQ(user().text(L"Txt_DebitOrgChg"), L"4130000000");
   user().click(L"Cmd_OK");
@@ -47,10 +50,29 @@ TEST_P(AccountEntry, IsSearchedWhenTheFieldIsLeft) {
   user().key(VK_TAB);
   EXPECT_EQ(user().focused(), L"Cbo_DebitOrgChg");
   EXPECT_EQ(user().lines(L"Cbo_DebitOrgChg").size(), 3U);
-  user().clickArrow(L"Cbo_DebitOrgChg");
+  EXPECT_TRUE(dropped(L"Cbo_DebitOrgChg"));
   user().clickOpenLine(L"Cbo_DebitOrgChg", 2);
   EXPECT_EQ(user().text(L"Cbo_DebitOrgChg"), L"USAGERS");
   EXPECT_EQ(user().text(L"Txt_DebitOrgChg"), L"4110000000");
+}
+
+// What was typed stands for another search, and for one alone the user is held.
+TEST_P(AccountEntry, OfSeveralIsSearchedAgainByEnterAndLeftAtTheSecondTry) {
+  user().fill(L"Txt_DebitOrgChg", L"41");
+  user().click(L"Cmd_Annuler");
+  EXPECT_EQ(user().text(L"Txt_CodOrgChg"), L"001");
+  EXPECT_EQ(user().focused(), L"Cbo_DebitOrgChg");
+  EXPECT_TRUE(dropped(L"Cbo_DebitOrgChg"));
+  const int before = state().count("ExecuteSentence");
+  user().key(VK_RETURN);
+  EXPECT_EQ(state().count("ExecuteSentence"), before + 1);
+  EXPECT_EQ(user().text(L"Txt_DebitOrgChg"), L"41");
+  EXPECT_TRUE(dropped(L"Cbo_DebitOrgChg"));
+  user().key(VK_TAB);
+  EXPECT_EQ(user().focused(), L"Cbo_DebitOrgChg");
+  user().key(VK_TAB);
+  EXPECT_EQ(user().focused(), L"Txt_CreditOrgChg");
+  EXPECT_EQ(user().text(L"Txt_DebitOrgChg"), L"");
 }
 
 TEST_P(AccountEntry, ThatIsTheOnlyMatchIsChosenAtOnce) {
@@ -115,8 +137,11 @@ TEST_P(AccountEntry, IsLookedForByLabelWhateverTheCase) {
   user().fill(L"Cbo_CreditOrgChg", L"pr");
   user().key(VK_RETURN);
   EXPECT_EQ(user().lines(L"Cbo_CreditOrgChg"), (Lines{L"PRESTATIONS", L"PRODUITS ANNEXES"}));
+  EXPECT_EQ(user().text(L"Cbo_CreditOrgChg"), L"pr");
+  EXPECT_TRUE(dropped(L"Cbo_CreditOrgChg"));
   user().key(VK_DOWN);
   user().key(VK_DOWN);
+  user().key(VK_RETURN);
   EXPECT_EQ(user().text(L"Txt_CreditOrgChg"), L"7080000000");
   expectWarning(L"Aucune ventilation comptable commençant par zz");
   user().fill(L"Cbo_CreditOrgChg", L"zz");

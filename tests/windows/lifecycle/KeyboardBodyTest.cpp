@@ -99,8 +99,8 @@ void ByKeyboard::enterAccounts() {
   user().alt(L'd');
   user().type(L"41");
   user().key(VK_RETURN);
-  tab();
   user().key(VK_DOWN);
+  user().key(VK_RETURN);
   tab();
   user().type(L"706");
   tab();
