@@ -70,7 +70,6 @@ void Save::Cmd_OK_Click() {
     }
     toolkit::quietly("Cmd_OK_Click", [this] { context_.desktop.doEvents(); });
   }
-  session.texteEnAttente.clear();
   if (accepted) context_.screen.bar.Txt_CodOrgChg.setFocus();
 }
 

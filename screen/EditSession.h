@@ -28,7 +28,9 @@ struct StoreFiles {
 
 // Of the rate editor, as long as one body is in hand.
 struct EtatTaux {
-  bool W_AjoutTaux = false;         // a row is being added, none changed
+  // A row is being added, none changed. Only written here: it belongs to the state of the rate
+  // editor as it is told, which is looked at from outside under this name.
+  bool W_AjoutTaux = false;
   std::int32_t W_DerTauxModif = 0;  // rows 0 to this one may be changed
   bool W_TauxModifSupp = false;     // the one stored row that could be changed is gone
   bool W_TauxModifie = false;       // rates that agreements rely on have been added or changed
@@ -113,7 +115,6 @@ struct EditSession {
   // Were these two buttons of the bar enabled when a row began to be edited?
   bool W_SupprimerActif = false;
   bool W_SortirActif = false;
-  std::string texteEnAttente;
   EtatTaux taux;
   MiseAJourAccords accords;
 
