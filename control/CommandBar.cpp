@@ -23,9 +23,7 @@ void CommandBar::Cmd_Ajouter_Click() {
     const screen::Quiet quiet(session);
     view_.Vider_Donnees();
     context_.screen.Ong_OrgPriseChg.setTab(screen::kCoordonnees);
-    session.RecOrgChg = std::make_unique<NewRecord>();
-    session.AncienOrgChg = store::NewDynamicArray();
-    session.EnCreation = true;
+    session.commencer(std::make_unique<NewRecord>());
     applyState(context_.screen, State::Creating);
     valeursParDefaut();
   }

@@ -1,8 +1,5 @@
 #include "control/Lookup.h"
 
-#include <memory>
-#include <utility>
-
 #include "screen/Messages.h"
 #include "text/Utf8.h"
 #include "toolkit/Trap.h"
@@ -42,13 +39,7 @@ void Lookup::Txt_CodOrgChg_Change() {
 
 void Lookup::lire(const std::string& code) {
   screen::EditSession& session = context_.session;
-  std::unique_ptr<store::Record> record = session.files.orgPriseCharge->ReadRecord(code);
-  session.ImageOrgChg = record->fields().text();
-  session.AncienOrgChg = record->fields();
-  const bool known = !session.ImageOrgChg.empty();
-  session.taux = {};
-  session.RecOrgChg = known ? std::move(record) : nullptr;
-  session.codeEnMain = known ? code : "";
+  session.prendre(code, session.files.orgPriseCharge->ReadRecord(code));
 }
 
 void Lookup::montrer() {

@@ -24,13 +24,7 @@ void RecordView::Afficher_Donnees() {
 void RecordView::Vider_Donnees() {
   screen::EditSession& session = context_.session;
   const screen::Quiet quiet(session);
-  session.RecOrgChg.reset();
-  session.codeEnMain.clear();
-  session.ImageOrgChg.clear();
-  session.imageNormalisee.clear();
-  session.AncienOrgChg = store::NewDynamicArray();
-  session.EnCreation = false;
-  session.taux = {};
+  session.lacher();
   oublierAccords();
   for (pages::Page* page : context_.pages) page->vider();
   context_.screen.bar.Txt_CodOrgChg.setText("");

@@ -1,5 +1,5 @@
 // What is in hand: store handles, the current record with its copies, and the flags that the pages
-// and the record's lifecycle share. Plain data.
+// and the record's lifecycle share. Plain data; the body in hand changes as a whole.
 #pragma once
 
 #include <array>
@@ -7,6 +7,8 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <utility>
 
 #include "screen/Rights.h"
 #include "store/Database.h"
@@ -38,6 +40,38 @@ struct EtatTaux {
   std::string W_TauxAvantModif;
 };
 
+// The body in hand.
+struct FicheEnMain {
+  // The record on screen; null while none is in hand.
+  std::unique_ptr<store::Record> RecOrgChg;
+  // Its code; "" while none is in hand or a new one has not been given its code. What
+  // Txt_CodOrgChg holds may differ: the user can type there at any time.
+  std::string codeEnMain;
+  std::string ImageOrgChg;           // its full text as read
+  std::string imageNormalisee;       // as read, then written by the pages without any change
+  store::DynamicArray AncienOrgChg;  // a copy of it as read
+  bool EnCreation = false;
+  EtatTaux taux;
+
+  // Takes the record read under that code instead of the one before; of an empty one, nothing.
+  void prendre(std::string_view code, std::unique_ptr<store::Record> read) {
+    lacher();
+    if (read->fields().empty()) return;
+    RecOrgChg = std::move(read);
+    codeEnMain = code;
+    ImageOrgChg = RecOrgChg->fields().text();
+    AncienOrgChg = RecOrgChg->fields();
+  }
+  // Begins a new body instead, which has no code yet.
+  void commencer(std::unique_ptr<store::Record> blank) {
+    lacher();
+    RecOrgChg = std::move(blank);
+    EnCreation = true;
+  }
+  // Lets go: nothing is in hand.
+  void lacher() { *this = {}; }
+};
+
 // What the letters read; each is opened by the first letter that needs it, null before.
 struct FichiersLettre {
   std::unique_ptr<store::File> civilAide;
@@ -65,7 +99,7 @@ struct MiseAJourAccords {
   FichiersLettre fichiersLettre;
 };
 
-struct EditSession {
+struct EditSession : FicheEnMain {
   // Given by the host.
   std::shared_ptr<void> TheClient;
   std::shared_ptr<store::Database> TheDatabase;
@@ -82,16 +116,6 @@ struct EditSession {
   // Are the debit, credit and aid-product accounts shown, written and required?
   bool OptionCompteur = false;
   std::optional<store::DynamicArray> tableauCompteur;  // empty array kept while OptionCompteur
-
-  // The record on screen; null while none is in hand.
-  std::unique_ptr<store::Record> RecOrgChg;
-  // Its code; "" while none is in hand or a new one has not been given its code. What
-  // Txt_CodOrgChg holds may differ: the user can type there at any time.
-  std::string codeEnMain;
-  std::string ImageOrgChg;           // its full text as read
-  std::string imageNormalisee;       // as read, then written by the pages without any change
-  store::DynamicArray AncienOrgChg;  // a copy of it as read
-  bool EnCreation = false;
 
   // Key in ASSOCIATION of the legal entity chosen; "" while none is.
   std::string entiteCourante;
@@ -115,7 +139,6 @@ struct EditSession {
   // Were these two buttons of the bar enabled when a row began to be edited?
   bool W_SupprimerActif = false;
   bool W_SortirActif = false;
-  EtatTaux taux;
   MiseAJourAccords accords;
 
   int silence = 0;  // see Quiet
