@@ -509,7 +509,7 @@ void ControlObject::noteSortir() {
   try {
     sortirChanged_.post();
   } catch (const std::system_error& failure) {
-    toolkit::trace("W_Sortir", failure.what());
+    toolkit::trace("W_Sortir", failure);
   }
 }
 

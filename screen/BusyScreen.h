@@ -25,7 +25,7 @@ class HeldScreen {
     try {
       surface_.setEnabled(enabled_);
     } catch (const std::exception& error) {
-      toolkit::trace("HeldScreen", error.what());
+      toolkit::trace("HeldScreen", error);
     } catch (const toolkit::ControlClosed&) {
       toolkit::trace("HeldScreen", "closed");
     }

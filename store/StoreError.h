@@ -2,6 +2,9 @@
 
 #include <stdexcept>
 #include <string>
+#include <utility>
+
+#include "text/Discreet.h"
 
 namespace store {
 
@@ -15,14 +18,19 @@ inline constexpr unsigned kIoFailure = 0x80040005U;
 inline constexpr unsigned kFailed = 0x80004005U;  // anything else
 
 // A call on a store object has failed.
-class StoreError : public std::runtime_error {
+class StoreError : public std::runtime_error, public text::Discreet {
  public:
-  StoreError(unsigned code, const std::string& message)
-      : std::runtime_error(message), code_(code) {}
+  // `member`: what was called, where that is known.
+  StoreError(unsigned code, const std::string& message, std::string member = {})
+      : std::runtime_error(message), code_(code), member_(std::move(member)) {}
   unsigned code() const { return code_; }
+  const std::string& member() const { return member_; }
+  // "ReadRecord 0x80040003"; the code alone without a member.
+  std::string withoutText() const override;
 
  private:
   unsigned code_;
+  std::string member_;
 };
 
 }  // namespace store

@@ -485,7 +485,7 @@ Surface::Action::~Action() noexcept(false) {
   try {
     surface_.finish();
   } catch (const std::exception& error) {
-    trace("Surface", error.what());
+    trace("Surface", error);
   } catch (const ControlClosed&) {
     trace("Surface", "closed");
   }

@@ -6,7 +6,18 @@
 #include <memory>
 #include <string>
 
+#include "text/Discreet.h"
+
 namespace toolkit {
+
+namespace {
+
+bool textsWanted() {
+  const char* wanted = std::getenv("TESSALINE_TRACE_TEXTS");
+  return wanted && std::string_view(wanted) == "1";
+}
+
+}  // namespace
 
 void trace(std::string_view procedure, std::string_view message) noexcept {
   const char* path = std::getenv("TESSALINE_TRACE");
@@ -23,6 +34,16 @@ void trace(std::string_view procedure, std::string_view message) noexcept {
   } catch (const std::exception&) {
     return;  // a trace that cannot be written is no reason to fail
   }
+}
+
+void trace(std::string_view procedure, const std::exception& error) noexcept {
+  const auto* discreet = dynamic_cast<const text::Discreet*>(&error);
+  try {
+    if (discreet && !textsWanted()) return trace(procedure, discreet->withoutText());
+  } catch (const std::exception&) {
+    return;  // as above
+  }
+  trace(procedure, error.what());
 }
 
 }  // namespace toolkit

@@ -17,8 +17,17 @@ bool quietly(std::string_view procedure, const std::function<void()>& handler) {
     handler();
     return true;
   } catch (const std::exception& error) {
-    trace(procedure, error.what());
+    trace(procedure, error);
     return false;
+  }
+}
+
+void tracing(std::string_view procedure, const std::function<void()>& handler) {
+  try {
+    handler();
+  } catch (const std::exception& error) {
+    trace(procedure, error);
+    throw;
   }
 }
 

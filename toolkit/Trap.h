@@ -15,4 +15,7 @@ bool resumeNext(std::string_view procedure, std::initializer_list<std::function<
 // Runs the handler; it ends quietly at the first error. Returns true when it succeeded.
 bool quietly(std::string_view procedure, const std::function<void()>& handler);
 
+// No trap: runs the handler, and traces an error under the procedure's name on its way out.
+void tracing(std::string_view procedure, const std::function<void()>& handler);
+
 }  // namespace toolkit

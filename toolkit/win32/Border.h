@@ -18,7 +18,7 @@ Result windowBorder(const char* procedure, Result fallback, Body&& body) noexcep
   } catch (const ControlClosed&) {
     trace(procedure, "the control was closed");
   } catch (const std::exception& error) {
-    trace(procedure, error.what());
+    trace(procedure, error);
   } catch (...) {
     trace(procedure, "unknown error");
   }

@@ -9,19 +9,22 @@
 #include <stdexcept>
 #include <string>
 
+#include "text/Discreet.h"
 #include "toolkit/ControlClosed.h"
 #include "toolkit/Trace.h"
 
 namespace toolkit {
 namespace {
 
-void setTrace(const char* path) {
+void setVariable(const char* name, const char* value) {
 #ifdef _WIN32
-  _putenv_s("TESSALINE_TRACE", path);
+  _putenv_s(name, value);
 #else
-  setenv("TESSALINE_TRACE", path, 1);
+  setenv(name, value, 1);
 #endif
 }
+
+void setTrace(const char* path) { setVariable("TESSALINE_TRACE", path); }
 
 class Trap : public ::testing::Test {
  protected:
@@ -71,6 +74,34 @@ TEST_F(Trap, QuietlyEndsTheHandlerAtItsFirstError) {
 
 TEST_F(Trap, ControlClosedPassesThroughQuietly) {
   EXPECT_THROW(quietly("Procedure", [] { throw ControlClosed(); }), ControlClosed);
+}
+
+TEST_F(Trap, TracingLetsTheErrorPassOn) {
+  EXPECT_THROW(tracing("Cmd_Supprimer_Click", [] { throw std::invalid_argument("no"); }),
+               std::invalid_argument);
+  EXPECT_EQ(traced(), "Cmd_Supprimer_Click: no\n");
+  EXPECT_THROW(tracing("Procedure", [] { throw ControlClosed(); }), ControlClosed);
+}
+
+class DiscreetError : public std::runtime_error, public text::Discreet {
+ public:
+  DiscreetError() : std::runtime_error("Mme Martin is locked") {}
+  std::string withoutText() const override { return "ReadRecord 0x80040003"; }
+};
+
+TEST_F(Trap, OfADiscreetErrorTheTextIsTracedOnlyWhenTextsAreWanted) {
+  const auto fails = [] { throw DiscreetError(); };
+  quietly("A", fails);
+  for (const char* unwanted : {"0", "yes", ""}) {
+    setVariable("TESSALINE_TRACE_TEXTS", unwanted);
+    quietly("B", fails);
+  }
+  setVariable("TESSALINE_TRACE_TEXTS", "1");
+  quietly("C", fails);
+  setVariable("TESSALINE_TRACE_TEXTS", "");
+  EXPECT_EQ(traced(),
+            "A: ReadRecord 0x80040003\nB: ReadRecord 0x80040003\nB: ReadRecord 0x80040003\n"
+            "B: ReadRecord 0x80040003\nC: Mme Martin is locked\n");
 }
 
 TEST_F(Trap, TheTraceAppendsLineAfterLine) {
