@@ -25,6 +25,7 @@ constexpr int kHautObjet = 10;
 constexpr int kHautAppel = 12;
 constexpr int kHautSignature = 22;
 
+// One below the other; what is too wide goes on in the same column.
 void bloc(PrintedSheet& feuille, int gauche, int haut, const std::vector<std::string>& lignes) {
   feuille.margin(gauche);
   feuille.place(gauche, haut);
@@ -35,33 +36,25 @@ void bloc(PrintedSheet& feuille, int gauche, int haut, const std::vector<std::st
   feuille.margin(kMarge);
 }
 
-void souslignes(PrintedSheet& feuille, std::initializer_list<std::string_view> lignes) {
-  for (const std::string_view ligne : lignes) {
-    feuille.left(kMarge);
-    feuille.line(ligne);
-  }
+std::string lieuEtDate(const LetterContents& lettre, const std::string& date) {
+  return (lettre.lieu.empty() ? "le " : lettre.lieu + ", le ") + date;
 }
 
-void enGras(PrintedSheet& feuille, std::string_view texte) {
-  feuille.bold(true);
-  feuille.write(texte);
-  feuille.bold(false);
+std::string objet(const LetterContents& lettre) {
+  if (!lettre.concerne) return " Modification de votre participation.";
+  if (lettre.concerne->empty()) return " Modification de la participation.";
+  return " Modification de la participation de " + *lettre.concerne + ".";
 }
 
 void entete(PrintedSheet& feuille, const LetterContents& lettre, const std::string& date) {
-  feuille.underline(false);
   feuille.bold(true);
   bloc(feuille, kMarge, kHautExpediteur, lettre.expediteur);
   bloc(feuille, kColonneDroite, kHautDestinataire, lettre.destinataire);
   feuille.bold(false);
   feuille.place(kLieuEtDate, kHautLieu);
-  feuille.line(lettre.lieu + ", le " + date);
+  feuille.line(lieuEtDate(lettre, date));
   feuille.place(kMarge, kHautObjet);
-  feuille.underline(true);
-  feuille.write("Objet :");
-  feuille.underline(false);
-  feuille.line(lettre.concerne ? " Modification de la participation de " + *lettre.concerne + "."
-                               : " Modification de votre participation.");
+  feuille.paragraph({{{.text = "Objet :", .underline = true}, {objet(lettre)}}});
 }
 
 // The title with the comma after it; nothing without a title.
@@ -71,48 +64,49 @@ std::string appel(const LetterContents& lettre) {
 
 void accord(PrintedSheet& feuille, const LetterContents& lettre, const std::string& sigle) {
   feuille.place(kRetrait, 13);
-  feuille.line("Un accord de prise en charge vous a été alloué du " + lettre.debut + " au" +
-               lettre.fin);
-  souslignes(feuille, {" par l'organisme " + sigle + "."});
+  feuille.paragraph({{{"Un accord de prise en charge vous a été alloué du " + lettre.debut + " au" +
+                       (lettre.fin.empty() ? "" : " " + lettre.fin)}},
+                     {{" par l'organisme " + sigle + "."}}});
 }
 
 void nouveauTarif(PrintedSheet& feuille, const LetterContents& lettre, const std::string& bareme) {
   feuille.place(kRetrait, 15);
-  feuille.line("Nous vous informons que, par suite de la modification des tarifs");
-  souslignes(feuille,
-             {"de remboursement de cet organisme, votre participation horaire est portée"});
-  feuille.left(kMarge);
-  feuille.write("à ");
-  enGras(feuille, lettre.participation + lettre.devise);
-  feuille.write(",");
-  feuille.write("et ce à compter du ");
-  enGras(feuille, bareme);
-  feuille.line(".");
+  feuille.paragraph(
+      {{{"Nous vous informons que, par suite de la modification des tarifs"}},
+       {{"de remboursement de cet organisme, votre participation horaire est portée"}},
+       {{"à "},
+        {.text = lettre.participation + lettre.devise, .bold = true},
+        {", et ce à compter du "},
+        {.text = bareme, .bold = true},
+        {"."}}});
 }
 
 void formule(PrintedSheet& feuille, const LetterContents& lettre) {
   feuille.place(kRetrait, 17);
-  feuille.line("Soyez certain que nous mettons tout en oeuvre pour vous apporter");
-  souslignes(feuille, {"entière satisfaction."});
+  feuille.paragraph({{{"Soyez certain que nous mettons tout en oeuvre pour vous apporter"}},
+                     {{"entière satisfaction."}}});
   feuille.place(kRetrait, 19);
-  feuille.line("Nous vous prions d'agréer, " +
-               (lettre.titre.empty() ? "l'expression de nos sentiments "
-                                     : lettre.titre + ", l'expression de nos sentiments "));
-  souslignes(feuille, {"les plus dévoués."});
+  feuille.paragraph(
+      {{{"Nous vous prions d'agréer, " + (lettre.titre.empty() ? "" : lettre.titre + ", ") +
+         "l'expression de nos sentiments "}},
+       {{"les plus dévoués."}}});
   feuille.place(kColonneDroite, kHautSignature);
   feuille.line("Le Responsable");
 }
 
 void imprimer(const AgreementContext& context, PrintedSheet& feuille) {
   const LetterContents lettre = contenuDeLettre(context);
+  const std::string sigle = context.screen.bar.Txt_SigleOrgChg.text();
+  const std::string bareme = context.screen.participation.Txt_DatBaremCours.text();
+  feuille.title(joints({"Lettres", sigle, bareme}));
   feuille.font("Courier New", 12);
   std::string date;
   toolkit::quietly(kProcedure, [&] { date = dateEnLettres(context.desktop.today()); });
   entete(feuille, lettre, date);
   feuille.place(kAppel, kHautAppel);
   feuille.line(appel(lettre));
-  accord(feuille, lettre, context.screen.bar.Txt_SigleOrgChg.text());
-  nouveauTarif(feuille, lettre, context.screen.participation.Txt_DatBaremCours.text());
+  accord(feuille, lettre, sigle);
+  nouveauTarif(feuille, lettre, bareme);
   formule(feuille, lettre);
 }
 

@@ -66,7 +66,7 @@ class Lecture {
 };
 
 std::string cleDeLAccord(const screen::MiseAJourAccords& accords) {
-  if (accords.indiceLettre < 1) return {};
+  if (!accords.cleLettre.empty() || accords.indiceLettre < 1) return accords.cleLettre;
   return std::string(accords.accordsModifies.get(accords.indiceLettre));
 }
 
@@ -136,7 +136,7 @@ LetterContents contenuDeLettre(const AgreementContext& context) {
   Lecture lecture(context.session);
   LetterContents lettre;
   lettre.expediteur = lignesExpediteur(lecture, accords.entite);
-  lettre.lieu = accords.entite.get(store::association::AdrVille);
+  lettre.lieu = joints({accords.entite.get(store::association::AdrVille)});
   nommerDestinataire(lecture, numero, lettre);
   lettre.debut = store::textOfDay(accords.accord.get(store::accord::DateDebAcc));
   lettre.fin = store::textOfDay(accords.accord.get(store::accord::DateFinAcc));

@@ -60,8 +60,8 @@ class Liste {
         feuille_(printer, kProcedure) {}
 
   void imprimer() {
+    feuille_.title(joints({"Accords non modifiés", context_.screen.bar.Txt_SigleOrgChg.text()}));
     feuille_.font("Courier New", 12);
-    feuille_.underline(false);
     nom_ = largeurDuNom();
     titre();
     enteteColonnes("Aidé :", "Debut      Fin          Part. bénef.");

@@ -1,8 +1,11 @@
 #pragma once
 
+#include <cstddef>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "toolkit/Printer.h"
 
@@ -15,12 +18,23 @@ inline constexpr int kTwipsPerCentimetre = 567;
 // outlive it.
 class PrintedSheet {
  public:
+  // Texts of one style follow each other on a line.
+  struct Passage {
+    std::string text;
+    bool bold = false;
+    bool underline = false;
+  };
+  using Line = std::vector<Passage>;
+
   PrintedSheet(toolkit::Printer& printer, std::string_view procedure)
       : printer_(printer), procedure_(procedure) {}
 
+  // The name of the print job that the next text begins.
+  void title(std::string_view title);
   void font(std::string_view name, int points);
-  void bold(bool bold);
-  void underline(bool underline);
+  // Of the texts that come without a style of their own.
+  void bold(bool bold) { style_.bold = bold; }
+  void underline(bool underline) { style_.underline = underline; }
 
   // The next text begins there; whole centimetres from the upper left corner.
   void place(int leftCm, int topCm);
@@ -28,11 +42,15 @@ class PrintedSheet {
   void leftTwips(int twips);
   void topTwips(int twips);
 
-  // A text that would pass the right edge of the page is broken at the last blank that fits; the
-  // rest goes on in the next line, at the margin. Without such a blank it stays whole.
+  // Where a paragraph's lines begin, but the first.
   void margin(int leftCm) { margin_ = leftCm * kTwipsPerCentimetre; }
+  // Lines that stand as they are while they fit. What would pass the right edge of the page goes on
+  // in the next line, before its text; at the end, in lines of its own. A word that fits in no line
+  // stays whole. The next text begins below.
+  void paragraph(const std::vector<Line>& lines);
+  // A paragraph of one line.
+  void line(std::string_view text);
   void write(std::string_view text);  // the next text follows on the same line
-  void line(std::string_view text);   // the next text begins on the next line, at the left edge
   // On a line of its own, in the middle of the page.
   void centred(std::string_view text);
 
@@ -47,12 +65,29 @@ class PrintedSheet {
   int pageWidth();
 
  private:
+  struct Style {
+    bool bold = false;
+    bool underline = false;
+  };
+  // Where a line is broken: at a blank of one of its passages.
+  struct Cut {
+    std::size_t passage = 0;
+    std::size_t blank = 0;
+  };
+
   void trapped(const std::function<void()>& call);
-  std::string_view brokenOff(std::string_view text);
+  void apply(Style style);
+  Line printed(const Line& line);
+  std::optional<Cut> cutOf(const Line& line);
+  std::optional<std::size_t> blankThatFits(std::string_view text, std::size_t first, int room);
 
   toolkit::Printer& printer_;
   std::string_view procedure_;
   int margin_ = 0;
+  Style style_;
+  // What the printer is known to have.
+  std::optional<bool> printerBold_;
+  std::optional<bool> printerUnderline_;
 };
 
 }  // namespace agreements

@@ -27,7 +27,7 @@ namespace attribut = store::accord;
 
 constexpr std::string_view kProcedure = "Recup_Accord";
 constexpr const char* kDuree = "\r\nAttention, ce traitement peut durer quelques minutes.";
-// The index of letters has 16 bits: the letters after this one take the last position in turn.
+// The index of letters has 16 bits.
 constexpr int kDernierIndice = std::numeric_limits<std::int16_t>::max();
 
 bool concernePropagation(const AgreementContext& context) {
@@ -154,7 +154,7 @@ void MiseAJour::parcourir() {
 
 void MiseAJour::imprimerLettre(int i) {
   lireAccord(modifies_.get(i));
-  if (i > kDernierIndice) accords_.accordsModifies.set(kDernierIndice, modifies_.get(i));
+  accords_.cleLettre = modifies_.get(i);
   accords_.indiceLettre = static_cast<std::int16_t>(std::min(i, kDernierIndice));
   toolkit::quietly(kProcedure, [&] { Impression_ModifAccord(context_); });
 }
@@ -201,6 +201,7 @@ void MiseAJour::proposerListe() {
         toolkit::Icon::Question);
   });
   if (!voulue) return;
+  accords_.cleLettre.clear();
   const screen::BusyScreen busy(context_.desktop, context_.surface);
   toolkit::quietly(kProcedure, [&] { Imprimer_AccordsNonModifies(context_); });
 }

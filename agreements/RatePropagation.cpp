@@ -115,3 +115,4 @@ void Recup_AccordTauxRemb(const AgreementContext& context) {
 }
 
 }  // namespace agreements
+  session.accords.cleLettre.clear();

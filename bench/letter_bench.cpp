@@ -3,7 +3,6 @@
 #include <benchmark/benchmark.h>
 #include <sqlite3.h>
 
-#include <cstdint>
 #include <filesystem>
 #include <memory>
 #include <random>
@@ -137,13 +136,12 @@ struct Run {
     session.accords.constantesPaie.set(store::constantespaie::DateEuro, "12420");
     screen.bar.Txt_SigleOrgChg.setText(kSigle);
     screen.participation.Txt_DatBaremCours.setText(kScale);
-    for (int i = 0; i < kLetters; ++i) session.accords.accordsModifies.set(i + 1, keyOf(i));
   }
   void print(int letters) {
     auto& accords = session.accords;
-    for (int i = 1; i <= letters; ++i) {
-      accords.accord = session.files.accord->ReadRecord(accords.accordsModifies.get(i))->fields();
-      accords.indiceLettre = static_cast<std::int16_t>(i);
+    for (int i = 0; i < letters; ++i) {
+      accords.cleLettre = keyOf(i);
+      accords.accord = session.files.accord->ReadRecord(accords.cleLettre)->fields();
       agreements::Impression_ModifAccord(context);
       desktop.printer().newPage();
     }
@@ -294,7 +292,7 @@ class ByHand {
     block(printer, 3, 13,
           {"Un accord de prise en charge vous a été alloué du " + store::textOfDay(agreement[4])});
     block(printer, 1, 14,
-          {"au" + store::textOfDay(agreement[5]), std::string(" par l'organisme ") + kSigle + "."});
+          {"au " + store::textOfDay(agreement[5]) + " par l'organisme " + kSigle + "."});
     block(printer, 3, 15, {"Nous vous informons que, par suite de la modification des tarifs"});
     block(printer, 1, 16,
           {"de remboursement de cet organisme, votre participation horaire est portée"});
@@ -303,8 +301,7 @@ class ByHand {
     printer.setBold(true);
     printer.print(participation(agreement) + " Euros", Printer::LineEnd::Stay);
     printer.setBold(false);
-    printer.print(",", Printer::LineEnd::Stay);
-    printer.print("et ce à compter du ", Printer::LineEnd::Stay);
+    printer.print(", et ce à compter du ", Printer::LineEnd::Stay);
     printer.setBold(true);
     printer.print(kScale, Printer::LineEnd::Stay);
     printer.setBold(false);

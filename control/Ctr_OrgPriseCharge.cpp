@@ -115,7 +115,7 @@ class Ctr_OrgPriseCharge::Implementation {
   // Prints the letter of the current agreement as a job of its own: a host has no printer to end
   // it.
   void imprimerLettre() {
-    if (session.accords.indiceLettre == 0 || session.codeEnMain.empty() || !accordDuCode()) {
+    if (session.accords.cleLettre.empty() || session.codeEnMain.empty() || !accordDuCode()) {
       throw NotReady("no changed agreement of the body in hand has been read");
     }
     agreements::Impression_ModifAccord(accords);

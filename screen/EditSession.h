@@ -86,14 +86,16 @@ struct FichiersLettre {
 struct MiseAJourAccords {
   bool lettresVoulues = false;  // a letter for each agreement that was changed
   // Position in accordsModifies of the letter being printed, from 1; 0 while `accord` is none that
-  // gets one. Letters past the 32767th take that position in turn, so each finds its key there.
+  // gets one. It has 16 bits and stays at 32767 for the letters after that.
   std::int16_t indiceLettre = 0;
   store::DynamicArray accordsModifies;  // attribute i: key of the i-th agreement changed
   // Those left unchanged, for the listing: value k of each attribute belongs to the k-th. 1 the
   // beneficiary's number, 2 and 3 first and last day (dd/mm/yyyy), 4 the participation in
   // hundredths, 5 the row of the scale.
   store::DynamicArray accordsNonModifies;
-  store::DynamicArray accord;          // the agreement being printed or listed
+  store::DynamicArray accord;  // the agreement being printed or listed
+  // Its key; "" while it is none that gets a letter, and when it is told by indiceLettre alone.
+  std::string cleLettre;
   store::DynamicArray constantesPaie;  // record "1" of CONSTANTESPAIE
   store::DynamicArray entite;          // record of ASSOCIATION: the sender
   FichiersLettre fichiersLettre;

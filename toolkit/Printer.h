@@ -29,6 +29,10 @@ class Printer {
   virtual void setBold(bool bold) = 0;
   virtual void setUnderline(bool underline) = 0;
 
+  // The name under which the next job is shown in the printer's queue. One that shows none leaves
+  // it alone.
+  virtual void setTitle(std::string_view /*title*/) {}
+
   virtual int textWidth(std::string_view text) = 0;  // twips, in the current font
   virtual int textHeight() = 0;                      // twips, of one line
   virtual int pageWidth() = 0;                       // twips that can be printed

@@ -102,18 +102,16 @@ std::vector<Printed> body(const std::string& title) {
   const int amount = 15 * kCm + 2 * kLine;
   return {
       {5 * kCm, 12 * kCm, title + ","},
-      {3 * kCm, 13 * kCm, "Un accord de prise en charge vous a été alloué du 19/02/2025"},
-      {1 * kCm, 13 * kCm + kLine, "au18/02/2028"},
-      {1 * kCm, 13 * kCm + 2 * kLine, " par l'organisme CRAM."},
+      {3 * kCm, 13 * kCm, "Un accord de prise en charge vous a été alloué du 19/02/2025 au"},
+      {1 * kCm, 13 * kCm + kLine, "18/02/2028 par l'organisme CRAM."},
       {3 * kCm, 15 * kCm, "Nous vous informons que, par suite de la modification des tarifs"},
       {1 * kCm, 15 * kCm + kLine,
        "de remboursement de cet organisme, votre participation horaire est portée"},
       {1 * kCm, amount, "à "},
       {1 * kCm + 2 * kCharacter, amount, "[b]12,50 Euros"},
-      {1 * kCm + 13 * kCharacter, amount, ","},
-      {1 * kCm + 14 * kCharacter, amount, "et ce à compter du "},
-      {1 * kCm + 33 * kCharacter, amount, "[b]01/02/2026"},
-      {1 * kCm + 43 * kCharacter, amount, "."},
+      {1 * kCm + 13 * kCharacter, amount, ", et ce à compter du "},
+      {1 * kCm + 34 * kCharacter, amount, "[b]01/02/2026"},
+      {1 * kCm + 44 * kCharacter, amount, "."},
       {3 * kCm, 17 * kCm, "Soyez certain que nous mettons tout en oeuvre pour vous apporter"},
       {1 * kCm, 17 * kCm + kLine, "entière satisfaction."},
       {3 * kCm, 19 * kCm,
@@ -188,14 +186,14 @@ TEST_F(Letter, CountsInFrancsBeforeTheDayOfTheEuro) {
     for (const auto& [scale, word] : rows) {
       screen_.participation.Txt_DatBaremCours.setText(scale);
       EXPECT_EQ(lineAt(print(), 15, 2),
-                std::string("à [b]11,00") + word + ",et ce à compter du [b]" + scale + ".");
+                std::string("à [b]11,00") + word + ", et ce à compter du [b]" + scale + ".");
     }
   }
 }
 
 TEST_F(Letter, CountsInEurosWithoutADayOfTheEuro) {
   session_.accords.constantesPaie = {};
-  EXPECT_EQ(lineAt(print(), 15, 2), "à [b]12,50 Euros,et ce à compter du [b]01/02/2026.");
+  EXPECT_EQ(lineAt(print(), 15, 2), "à [b]12,50 Euros, et ce à compter du [b]01/02/2026.");
 }
 
 TEST_F(Letter, TellsTheParticipationInForceOnTheDayOfTheScale) {
@@ -231,7 +229,7 @@ TEST_F(Letter, TellsTheParticipationInForceOnTheDayOfTheScale) {
         Row{"21218", "100", "1,00"}, Row{"21217", "", ""}, Row{"21217", "abc", ""}}) {
     history(row.dates, row.participations);
     EXPECT_EQ(lineAt(print(), 15, 2),
-              std::string("à [b]") + row.told + " Euros,et ce à compter du [b]01/02/2026.");
+              std::string("à [b]") + row.told + " Euros, et ce à compter du [b]01/02/2026.");
   }
 }
 
@@ -250,14 +248,14 @@ TEST_F(Letter, TakesTheParticipationFromTheBillingElementsWithoutAHistory) {
               "140\xFD"
               "985\xFD"
               "300"});
-  EXPECT_EQ(lineAt(print(), 15, 2), "à [b]9,85 Euros,et ce à compter du [b]01/02/2026.");
+  EXPECT_EQ(lineAt(print(), 15, 2), "à [b]9,85 Euros, et ce à compter du [b]01/02/2026.");
   store_.put("ELTSFACTAIDE", "00001",
              {"00001001\xFD"
               "00001003",
               "", "",
               "140\xFD"
               "300"});
-  EXPECT_EQ(lineAt(print(), 15, 2), "à [b] Euros,et ce à compter du [b]01/02/2026.");
+  EXPECT_EQ(lineAt(print(), 15, 2), "à [b] Euros, et ce à compter du [b]01/02/2026.");
 }
 
 TEST_F(Letter, LeavesTheBillingElementsUnreadWhenThereIsAHistory) {
@@ -348,8 +346,8 @@ TEST_F(Letter, NoWordStandsBeyondTheEdgeOfThePaper) {
             "[u]Objet : Modification de la participation de Madame MARIE-ANTOINETTE DE LA");
   EXPECT_EQ(linesAt(all, 1, 10, 2)[1], "ROCHEFOUCAULD-MONTMORENCY.");
   EXPECT_EQ(lineAt(all, 19), "Nous vous prions d'agréer, Monsieur et Madame, l'expression de nos");
-  EXPECT_EQ(linesAt(all, 1, 19, 3)[1], "sentiments ");
-  EXPECT_EQ(linesAt(all, 1, 19, 3)[2], "les plus dévoués.");
+  EXPECT_EQ(linesAt(all, 1, 19, 3)[1], "sentiments les plus dévoués.");
+  EXPECT_EQ(linesAt(all, 1, 19, 3)[2], "");
 }
 
 TEST_F(Letter, AMissingCivilRecordLeavesTheAddresseeEmpty) {
@@ -376,7 +374,7 @@ TEST_F(Letter, AMissingCivilRecordLeavesThePersonResponsibleAsItIs) {
   store_.erase("CIVILAIDE", "00001");
   const auto all = print();
   EXPECT_EQ(addresseeOf(all)[0], "[b]Monsieur RENE ESTRANELLE");
-  EXPECT_EQ(lineAt(all, 10), "[u]Objet : Modification de la participation de .");
+  EXPECT_EQ(lineAt(all, 10), "[u]Objet : Modification de la participation.");
   EXPECT_EQ(lineAt(all, 12), "Monsieur,");
 }
 
@@ -384,7 +382,7 @@ TEST_F(Letter, AMissingEntityLeavesTheSenderEmpty) {
   session_.accords.entite = {};
   const auto all = print();
   EXPECT_EQ(senderOf(all, 9), Lines(9));
-  EXPECT_EQ(lineAt(all, 9), ", le 05 janvier 2026");
+  EXPECT_EQ(lineAt(all, 9), "le 05 janvier 2026");
   EXPECT_EQ(addresseeOf(all)[0], "[b]Madame GINETTE HERBOTIERE");
 }
 
@@ -393,7 +391,7 @@ TEST_F(Letter, AnEmptyAgreementLeavesItsDatesAndAmountEmpty) {
   const auto all = print();
   EXPECT_EQ(lineAt(all, 13), "Un accord de prise en charge vous a été alloué du  au");
   EXPECT_EQ(lineAt(all, 13, 1), " par l'organisme CRAM.");
-  EXPECT_EQ(lineAt(all, 15, 2), "à [b] Euros,et ce à compter du [b]01/02/2026.");
+  EXPECT_EQ(lineAt(all, 15, 2), "à [b] Euros, et ce à compter du [b]01/02/2026.");
 }
 
 TEST_F(Letter, APositionOutsideTheListLeavesTheAddresseeEmpty) {
@@ -470,6 +468,73 @@ TEST_F(Letter, EndsQuietlyWithoutAPrinter) {
   testing_support::TestDesktop desktop;
   agreements::Impression_ModifAccord({desktop, surface_, screen_, session_});
   EXPECT_TRUE(desktop.journal().empty());
+}
+
+TEST_F(Letter, TakesItsKeyFromBesideTheAgreement) {
+  store_.put("CIVILAIDE", "00007",
+             {"1", "VALCLAIR", "", "", "", "", "", "", "", "", "", "", "", "", "PAUL"});
+  session_.accords.cleLettre = "00007001";
+  EXPECT_EQ(addresseeOf(print())[0], "[b]Monsieur PAUL VALCLAIR");
+}
+
+TEST_F(Letter, OfATownOfBlanksIsDatedWithoutIt) {
+  session_.accords.entite.set(store::association::AdrVille, "  ");
+  EXPECT_EQ(lineAt(print(), 9), "le 05 janvier 2026");
+}
+
+TEST_F(Letter, NamesItsJob) {
+  print();
+  EXPECT_EQ(desktop_.page(0).jobs().back().title, "Lettres CRAM 01/02/2026");
+}
+
+TEST_F(Letter, OnAPageAsWideAsItsLinesStandsAsItIs) {
+  desktop_.page(0).setPrintableSize(3 * kCm + 73 * kCharacter + kCharacter, 16838);
+  const auto all = print();
+  EXPECT_EQ(lineAt(all, 13),
+            "Un accord de prise en charge vous a été alloué du 19/02/2025 au "
+            "18/02/2028");
+  EXPECT_EQ(linesAt(all, 1, 13, 2)[1], " par l'organisme CRAM.");
+}
+
+// On narrow paper each paragraph is filled line by line, from the left, whatever its styles.
+TEST_F(Letter, FlowsAsParagraphsOnNarrowPaper) {
+  desktop_.page(0).setPrintableSize(kCm + 50 * kCharacter, 16838);
+  const auto all = print();
+  const auto lines = [&all](int top) {
+    Lines texts;
+    for (int i = 0; i < 5; ++i) texts.push_back(lineAt(all, top, i));
+    return texts;
+  };
+  EXPECT_EQ(lines(13),
+            (Lines{"Un accord de prise en charge vous a été",
+                   "alloué du 19/02/2025 au 18/02/2028 par l'organisme", "CRAM.", "", ""}));
+  EXPECT_EQ(lines(15), (Lines{"Nous vous informons que, par suite de la",
+                              "modification des tarifs de remboursement de cet",
+                              "organisme, votre participation horaire est portée",
+                              "à [b]12,50 Euros, et ce à compter du [b]01/02/2026.", ""}));
+  EXPECT_EQ(lines(17), (Lines{"Soyez certain que nous mettons tout en",
+                              "oeuvre pour vous apporter entière satisfaction.", "", "", ""}));
+  EXPECT_EQ(lines(19), (Lines{"Nous vous prions d'agréer, Madame,",
+                              "l'expression de nos sentiments les plus dévoués.", "", "", ""}));
+}
+
+TEST_F(Letter, BreaksItsSubjectBehindItsHeading) {
+  desktop_.page(0).setPrintableSize(kCm + 12 * kCharacter, 16838);
+  const auto all = print();
+  EXPECT_EQ(lineAt(all, 10), "[u]Objet :");
+  EXPECT_EQ(lineAt(all, 10, 1), "Modification");
+}
+
+TEST_F(Letter, BreaksNoWordOfTwoStyles) {
+  // The bold amount alone would fit in a line, but not with its comma.
+  desktop_.page(0).setPrintableSize(kCm + 11 * kCharacter, 16838);
+  const auto all = print();
+  Lines texts;
+  for (int i = 0; i < 30; ++i) texts.push_back(lineAt(all, 15, i));
+  const auto amount = std::find(texts.begin(), texts.end(), "[b]12,50");
+  ASSERT_NE(amount, texts.end());
+  EXPECT_EQ(Lines(amount - 1, amount + 5), (Lines{"portée à", "[b]12,50", "[b]Euros, et", "ce à",
+                                                  "compter du", "[b]01/02/2026."}));
 }
 
 TEST_F(Letter, FollowsAnotherOnTheNextPage) {

@@ -260,7 +260,7 @@ TEST_F(Listing, OfTwoHundredAgreementsHasAHeadingOnEachPage) {
 }
 
 TEST_F(Listing, ANarrowPageTakesItsRoomFromTheName) {
-  desktop_.onPaper.width = 11424;  // 79 characters
+  desktop_.page(0).setPrintableSize(11424, 16838);  // 79 characters
   person("00042", std::string(40, 'X'));
   EXPECT_EQ(lineOf("00042"),
             "00042 " + std::string(29, 'X') + "  01/01/2025 31/12/2027  12,50           3");
@@ -270,7 +270,7 @@ TEST_F(Listing, ANarrowPageTakesItsRoomFromTheName) {
   entries(kLinesAPage + 1);
   const auto second = onPage(print(), 2);
   EXPECT_EQ(second[4].text, "[b]Debut        Fin        Part. béneficiaire");
-  EXPECT_LE(second[4].x + 42 * kCharacter, desktop_.onPaper.width);
+  EXPECT_LE(second[4].x + 42 * kCharacter, desktop_.page(0).pageWidth());
   EXPECT_EQ(second.size(), 6U);
 }
 
@@ -281,6 +281,11 @@ TEST_F(Listing, FollowsTheShortNameAndTheScaleOnScreen) {
   const auto all = onPage(print());
   EXPECT_EQ(all[1], centred("'L'ÉTÉ'", kCm + kLine));
   EXPECT_EQ(all[2], centred(" actifs au 15/03/2027", kCm + 2 * kLine));
+}
+
+TEST_F(Listing, NamesItsJob) {
+  entries(1);
+  EXPECT_EQ(print().title, "Accords non modifiés CRAM");
 }
 
 TEST_F(Listing, GoesOnAfterAnythingThatThePrinterRefuses) {

@@ -39,6 +39,7 @@ class FailingPrinter : public toolkit::Printer {
   void setFontSize(int points) override { asked().setFontSize(points); }
   void setBold(bool bold) override { asked().setBold(bold); }
   void setUnderline(bool underline) override { asked().setUnderline(underline); }
+  void setTitle(std::string_view title) override { asked().setTitle(title); }
   int textWidth(std::string_view text) override { return asked().textWidth(text); }
   int textHeight() override { return asked().textHeight(); }
   int pageWidth() override {

@@ -94,6 +94,7 @@ class FaultyDesktop : public toolkit::Desktop {
     void setFontSize(int points) override { counted("setFontSize").setFontSize(points); }
     void setBold(bool bold) override { counted("setBold").setBold(bold); }
     void setUnderline(bool underline) override { counted("setUnderline").setUnderline(underline); }
+    void setTitle(std::string_view title) override { counted("setTitle").setTitle(title); }
     int textWidth(std::string_view text) override { return counted("textWidth").textWidth(text); }
     int textHeight() override { return counted("textHeight").textHeight(); }
     int pageWidth() override { return counted("pageWidth").pageWidth(); }

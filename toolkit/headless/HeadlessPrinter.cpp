@@ -1,5 +1,6 @@
 #include "toolkit/headless/HeadlessPrinter.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "text/Utf8.h"
@@ -20,8 +21,14 @@ int HeadlessPrinter::textWidth(std::string_view text) {
 
 int HeadlessPrinter::textHeight() { return kLineHeight * fontSize_; }
 
+// A job that is open has that page at least.
+void HeadlessPrinter::openPage(int page) {
+  if (job_.pages == 0) job_.title = title_;
+  job_.pages = std::max(job_.pages, page);
+}
+
 void HeadlessPrinter::print(std::string_view text, LineEnd end) {
-  if (job_.pages == 0) job_.pages = 1;
+  openPage(1);
   if (!text.empty()) {
     job_.pieces.push_back(
         {job_.pages, x_, y_, std::string(text), fontName_, fontSize_, bold_, underline_});
@@ -35,7 +42,7 @@ void HeadlessPrinter::print(std::string_view text, LineEnd end) {
 }
 
 void HeadlessPrinter::newPage() {
-  job_.pages = job_.pages == 0 ? 2 : job_.pages + 1;
+  openPage(job_.pages == 0 ? 2 : job_.pages + 1);
   x_ = 0;
   y_ = 0;
 }

@@ -21,6 +21,7 @@ class HeadlessPrinter : public Printer {
     bool underline = false;
   };
   struct Job {
+    std::string title;
     std::vector<Piece> pieces;
     int pages = 0;
   };
@@ -37,18 +38,30 @@ class HeadlessPrinter : public Printer {
   void setUnderline(bool underline) override { underline_ = underline; }
   int textWidth(std::string_view text) override;
   int textHeight() override;
-  int pageWidth() override { return 11906; }
-  int pageHeight() override { return 16838; }
+  void setTitle(std::string_view title) override { title_ = title; }
+  int pageWidth() override { return width_; }
+  int pageHeight() override { return height_; }
   void print(std::string_view text, LineEnd end = LineEnd::Break) override;
   void newPage() override;
   void endDoc() override;
+
+  // Twips that can be printed on a page from now on.
+  void setPrintableSize(int width, int height) {
+    width_ = width;
+    height_ = height;
+  }
 
   const std::vector<Job>& jobs() const { return jobs_; }  // those ended
   const Job& current() const { return job_; }             // the one not ended yet
 
  private:
+  void openPage(int page);
+
+  int width_ = 11906;
+  int height_ = 16838;
   int x_ = 0;
   int y_ = 0;
+  std::string title_;
   std::string fontName_ = "Courier New";
   int fontSize_ = 10;
   bool bold_ = false;

@@ -50,6 +50,8 @@ class GdiPrinter final : public Printer {
     font_.reset();
   }
 
+  void setTitle(std::string_view title) override { title_ = wide(title); }
+
   int textWidth(std::string_view text) override {
     const std::wstring characters = wide(text);
     const Selected font(context_.get(), this->font());
@@ -129,7 +131,7 @@ class GdiPrinter final : public Printer {
     if (open_) return;
     DOCINFOW document{};
     document.cbSize = sizeof document;
-    document.lpszDocName = L"Tessaline";
+    document.lpszDocName = title_.c_str();
     if (!refused_) refused_ = StartDocW(context_.get(), &document) <= 0;
     if (refused_) throw std::runtime_error("the printer refuses the job");
     if (StartPage(context_.get()) <= 0) {
@@ -145,6 +147,7 @@ class GdiPrinter final : public Printer {
   int fontSize_ = 10;
   bool bold_ = false;
   bool underline_ = false;
+  std::wstring title_ = L"Tessaline";
   int x_ = 0;
   int y_ = 0;
   bool open_ = false;

@@ -27,6 +27,32 @@ TEST(HeadlessPrinter, WithoutALineEndThePositionStaysAfterTheText) {
   EXPECT_EQ(printer.textWidth("été"), 360);
 }
 
+TEST(HeadlessPrinter, TakesAPrintableSize) {
+  HeadlessPrinter printer;
+  EXPECT_EQ(printer.pageWidth(), 11906);
+  EXPECT_EQ(printer.pageHeight(), 16838);
+  printer.setPrintableSize(5000, 4000);
+  EXPECT_EQ(printer.pageWidth(), 5000);
+  EXPECT_EQ(printer.pageHeight(), 4000);
+}
+
+TEST(HeadlessPrinter, AJobHasTheTitleThatStoodWhenItBegan) {
+  HeadlessPrinter printer;
+  printer.print("untitled");
+  printer.endDoc();
+  printer.setTitle("first");
+  printer.print("a");
+  printer.setTitle("second");
+  printer.newPage();
+  printer.endDoc();
+  printer.newPage();
+  printer.endDoc();
+  ASSERT_EQ(printer.jobs().size(), 3U);
+  EXPECT_EQ(printer.jobs()[0].title, "");
+  EXPECT_EQ(printer.jobs()[1].title, "first");
+  EXPECT_EQ(printer.jobs()[2].title, "second");
+}
+
 TEST(HeadlessPrinter, WritesDownTheFontOfEachPiece) {
   HeadlessPrinter printer;
   printer.setFontName("Arial");
