@@ -25,26 +25,48 @@ constexpr std::string_view kProcedure = "Recup_AccordTauxRemb";
 
 struct Periode {
   long jour = 0;
-  std::string taux;  // hundredths
+  long long taux = 0;  // hundredths
 };
 
 std::int32_t Minimum(std::int32_t a, std::int32_t b) { return a < b ? a : b; }
 
-// Most recent first. A row whose date or rate cannot be read carries nothing.
-std::vector<Periode> nouvellesPeriodes(const AgreementContext& context) {
-  const screen::PriseEnCharge& page = context.screen.priseEnCharge;
-  const screen::EtatTaux& etat = context.session.taux;
-  const std::int32_t derniere = Minimum(etat.W_TauxModifie ? etat.W_DerTauxModif : 0,
-                                        page.Lst_DateRembOrgChg.listCount() - 1);
-  std::vector<Periode> periodes;
+// Rows 0 to this one as they are on screen, most recent first. A row whose date or rate cannot be
+// read carries nothing.
+std::vector<Periode> lignesJusque(const screen::PriseEnCharge& page, std::int32_t derniere) {
+  std::vector<Periode> lignes;
+  derniere = Minimum(derniere, page.Lst_DateRembOrgChg.listCount() - 1);
   for (std::int32_t k = 0; k <= derniere; ++k) {
     const auto jour = store::dayOfText(page.Lst_DateRembOrgChg.list(k));
     const auto taux = store::hundredths(page.Lst_TxRembOrgChg.list(k));
-    if (jour && taux) periodes.push_back({*jour, std::to_string(*taux)});
+    if (jour && taux) lignes.push_back({*jour, *taux});
   }
-  std::stable_sort(periodes.begin(), periodes.end(),
+  std::stable_sort(lignes.begin(), lignes.end(),
                    [](const Periode& a, const Periode& b) { return a.jour > b.jour; });
-  return periodes;
+  return lignes;
+}
+
+// Has the record as it was read a rate of that day and amount?
+bool dejaLue(const store::DynamicArray& ancien, const Periode& ligne) {
+  using namespace store::orgprisecharge;
+  const std::string taux = store::twoDecimals(ligne.taux);
+  for (int i = 1; i <= ancien.DCount(DateRembOrgChg); ++i) {
+    if (store::wholeNumber(ancien.get(DateRembOrgChg, i)) == ligne.jour &&
+        store::shownHundredths(ancien.get(TxRembOrgChg, i)) == taux) {
+      return true;
+    }
+  }
+  return false;
+}
+
+// What is carried, most recent first: the oldest row that has changed and those after its date, for
+// these give way in the agreements too; without a change, row 0.
+std::vector<Periode> nouvellesPeriodes(const AgreementContext& context) {
+  const screen::PriseEnCharge& page = context.screen.priseEnCharge;
+  std::vector<Periode> lignes = lignesJusque(page, context.session.taux.W_DerTauxModif);
+  while (!lignes.empty() && dejaLue(context.session.AncienOrgChg, lignes.back())) {
+    lignes.pop_back();
+  }
+  return lignes.empty() ? lignesJusque(page, 0) : lignes;
 }
 
 std::string selection(const std::string& code, long jour) {
@@ -71,7 +93,7 @@ void fusionner(store::DynamicArray& accord, const std::vector<Periode>& periodes
       return coupee == 0 ? std::string_view() : avant.get(attribute, coupee);
     };
     ++position;
-    accord.Insert(attribut::TxRembAcc, position, periode.taux);
+    accord.Insert(attribut::TxRembAcc, position, std::to_string(periode.taux));
     accord.Insert(attribut::DatePartAcc, position, std::to_string(periode.jour));
     accord.Insert(attribut::TrancheAcc, position, gardee(attribut::TrancheAcc));
     accord.Insert(attribut::PartBenefAcc, position, gardee(attribut::PartBenefAcc));
@@ -105,6 +127,7 @@ void Recup_AccordTauxRemb(const AgreementContext& context) {
   std::optional<forms::Frm_Anim> attente;
   toolkit::resumeNext(
       kProcedure, {[&] { attente.emplace(context.desktop); }, [&] { context.desktop.doEvents(); }});
+  session.accords.cleLettre.clear();
   session.accords.indiceLettre = 0;
   bool tous = true;
   for (int i = 1; i <= cles.DCount(); ++i) {
@@ -115,4 +138,3 @@ void Recup_AccordTauxRemb(const AgreementContext& context) {
 }
 
 }  // namespace agreements
-  session.accords.cleLettre.clear();

@@ -5,8 +5,9 @@
 namespace agreements {
 
 // Carries the changed reimbursement rates on screen into the agreements of the body in hand, one
-// record after the other: rows 0 to W_DerTauxModif when rates have been changed, else row 0. Does
-// nothing without a record in hand that has its code.
+// record after the other: of the rows 0 to W_DerTauxModif, the oldest one whose date or normal rate
+// is none of the record as it was read (AncienOrgChg), and those after its date; row 0 when none
+// has changed. Does nothing without a record in hand that has its code.
 //
 // In each agreement that is not closed and ends after the oldest of these rates, the periods on or
 // after that date leave the history, and one period a rate enters it, most recent first. Its scale
