@@ -41,12 +41,17 @@ bool concernePropagation(const AgreementContext& context) {
 class MiseAJour {
  public:
   explicit MiseAJour(const AgreementContext& context);
-  ~MiseAJour() { fermerFichiersLettre(session_); }
+  // A run that the host ends by closing takes its lists with it too.
+  ~MiseAJour() {
+    fermerFichiersLettre(session_);
+    effacerListes();
+  }
   MiseAJour(const MiseAJour&) = delete;
   MiseAJour& operator=(const MiseAJour&) = delete;
 
   void recalculer();
   void ouvrir();
+  void ecarterListesPerimees();
   void lireModifies();
   void lireLimite();
   void parcourir();
@@ -58,6 +63,7 @@ class MiseAJour {
   void imprimerLettre(int i);
   void terminerPage(int suivante);
   void noterNonModifie(std::string_view cle);
+  bool supprimerListes();
   void lireAccord(std::string_view cle);
   std::string cleTempo(std::string_view mot) const;
 
@@ -66,7 +72,9 @@ class MiseAJour {
   screen::MiseAJourAccords& accords_;
   std::string dateBareme_;
   long jourBareme_;
+  bool recalcule_ = false;  // the store's command has succeeded
   std::unique_ptr<store::File> tempo_;
+  bool listesLisibles_ = false;  // and this run's
   store::DynamicArray modifies_;
   store::DynamicArray limite_;
   int nonModifies_ = 0;
@@ -94,7 +102,8 @@ void MiseAJour::recalculer() {
   commandes.set(2, "DATE.FORMAT");
   commandes.set(3, "UDT.OPTIONS 11 ON");
   commandes.set(4, "MAJTXACCGENE |" + dateBareme_ + "|" + session_.codeEnMain);
-  toolkit::quietly(kProcedure, [&] { session_.TheDatabase->ExecuteSentence(commandes.text()); });
+  recalcule_ = toolkit::quietly(kProcedure,
+                                [&] { session_.TheDatabase->ExecuteSentence(commandes.text()); });
 }
 
 void MiseAJour::ouvrir() {
@@ -114,8 +123,15 @@ void MiseAJour::ouvrir() {
                    }});
 }
 
+// When the command has failed, what TEMPO holds is another run's. What cannot be deleted is not
+// read either.
+void MiseAJour::ecarterListesPerimees() {
+  if (!tempo_) return;
+  listesLisibles_ = recalcule_ || supprimerListes();
+}
+
 void MiseAJour::lireModifies() {
-  if (!accords_.lettresVoulues || !tempo_) return;
+  if (!accords_.lettresVoulues || !listesLisibles_) return;
   toolkit::quietly(kProcedure, [&] {
     accords_.accordsModifies =
         tempo_->ReadRecord(cleTempo(store::tempo::kAccordsModifies))->fields();
@@ -140,7 +156,8 @@ void MiseAJour::choisirImprimante() {
 
 void MiseAJour::lireLimite() {
   toolkit::quietly(kProcedure, [&] {
-    if (tempo_) limite_ = tempo_->ReadRecord(cleTempo(store::tempo::kAccordsLimite))->fields();
+    if (listesLisibles_)
+      limite_ = tempo_->ReadRecord(cleTempo(store::tempo::kAccordsLimite))->fields();
   });
 }
 
@@ -184,6 +201,7 @@ void MiseAJour::noterNonModifie(std::string_view cle) {
 
 // One that cannot be read is empty, not the one before.
 void MiseAJour::lireAccord(std::string_view cle) {
+  accords_.cleLettre.clear();
   accords_.indiceLettre = 0;
   accords_.accord = store::NewDynamicArray();
   toolkit::quietly(kProcedure,
@@ -201,16 +219,18 @@ void MiseAJour::proposerListe() {
         toolkit::Icon::Question);
   });
   if (!voulue) return;
-  accords_.cleLettre.clear();
   const screen::BusyScreen busy(context_.desktop, context_.surface);
   toolkit::quietly(kProcedure, [&] { Imprimer_AccordsNonModifies(context_); });
 }
 
+bool MiseAJour::supprimerListes() {
+  return toolkit::resumeNext(
+      kProcedure, {[&] { tempo_->DeleteRecord(cleTempo(store::tempo::kAccordsLimite)); },
+                   [&] { tempo_->DeleteRecord(cleTempo(store::tempo::kAccordsModifies)); }});
+}
+
 void MiseAJour::effacerListes() {
-  if (!tempo_) return;
-  toolkit::resumeNext(kProcedure,
-                      {[&] { tempo_->DeleteRecord(cleTempo(store::tempo::kAccordsLimite)); },
-                       [&] { tempo_->DeleteRecord(cleTempo(store::tempo::kAccordsModifies)); }});
+  if (tempo_) supprimerListes();
   tempo_.reset();
 }
 
@@ -237,6 +257,7 @@ void Recup_Accord(const AgreementContext& context) {
   run.lireModifies();
   run.lireLimite();
   std::optional<forms::Frm_Anim> attente;
+  run.ecarterListesPerimees();
   toolkit::resumeNext(
       kProcedure, {[&] { attente.emplace(context.desktop); }, [&] { context.desktop.doEvents(); }});
   run.parcourir();

@@ -11,6 +11,7 @@
 #include "localstore/Sqlite.h"
 #include "store/Conversions.h"
 #include "store/Layouts.h"
+#include "store/StoreError.h"
 #include "text/Utf8.h"
 
 namespace localstore {
@@ -44,6 +45,28 @@ Arguments argumentsOf(std::string_view command) {
   return {command, *day, code, bars[1] + 1};
 }
 
+// The code that even a command with wrong arguments names; "" when it names none.
+std::string_view codeNamed(std::string_view command) {
+  for (int argument = 0; argument < 2; ++argument) {
+    const std::size_t bar = command.find('|');
+    if (bar == std::string_view::npos) return {};
+    command.remove_prefix(bar + 1);
+  }
+  return text::trim(command.substr(0, command.find('|')));
+}
+
+std::string listId(std::string_view word, std::string_view code) {
+  return std::string(word) + std::string(code);
+}
+
+// What an earlier command has left for that body.
+void removeLists(Connection& connection, Catalogue& catalogue, std::string_view code) {
+  if (code.empty()) return;
+  RecordTable lists(connection, catalogue.forWriting(store::tempo::kFile));
+  lists.remove(listId(store::tempo::kAccordsModifies, code));
+  lists.remove(listId(store::tempo::kAccordsLimite, code));
+}
+
 // Keys as a record holds them, one an attribute.
 class KeyList {
  public:
@@ -51,14 +74,9 @@ class KeyList {
     if (!text_.empty()) text_ += store::kAttributeMark;
     text_ += key;
   }
-  // Takes the place of an earlier list; an empty one leaves no record.
+  // An empty list leaves no record.
   void write(RecordTable& table, std::string_view word, std::string_view code) const {
-    const std::string id = std::string(word) + std::string(code);
-    if (text_.empty()) {
-      table.remove(id);
-    } else {
-      table.write(id, text_);
-    }
+    if (!text_.empty()) table.write(listId(word, code), text_);
   }
 
  private:
@@ -153,10 +171,19 @@ bool isAgreementUpdate(std::string_view command) {
 }
 
 void updateAgreements(Connection& connection, Catalogue& catalogue, std::string_view command) {
-  const Arguments arguments = argumentsOf(command);
-  WriteScope scope(connection);
-  Update(connection, catalogue, arguments).run();
-  scope.commit();
+  WriteScope whole(connection);
+  removeLists(connection, catalogue, codeNamed(command));
+  try {
+    WriteScope update(connection);
+    const Arguments arguments = argumentsOf(command);
+    Update(connection, catalogue, arguments).run();
+    update.commit();
+  } catch (const store::StoreError& error) {
+    // Who reads on all the same must not find an earlier command's answer.
+    if (error.code() == store::kBadSentence) whole.commit();
+    throw;
+  }
+  whole.commit();
 }
 
 }  // namespace localstore

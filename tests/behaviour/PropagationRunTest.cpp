@@ -45,6 +45,13 @@ class PropagationRun : public Propagation {
     if (!control_->surface().find("Txt_DatBaremCours")->enabled()) enterScale();
     saveAnswering(answers);
   }
+  std::string lastReadOfTempo() {
+    std::string last;
+    for (const auto& call : store_.calls(CallKind::ReadRecord)) {
+      if (call.file == "TEMPO") last = call.told();
+    }
+    return last;
+  }
   void expectDone() {
     expectUsable();
     expectListsDeleted();
@@ -280,27 +287,9 @@ TEST_F(PropagationRun, WithAListOfLettersThatCannotBeReadPrintsNoneAndOffersTheL
   }
 }
 
-TEST_F(PropagationRun, GoesOnInItsOrderAfterACommandThatFails) {
-  enterScale();
-  store_.onCommands([this](const store::DynamicArray&) {
-    store_.put("TEMPO", "ACCORDSMODIFIES001", {"00001001", "00002001"});
-    store_.put("TEMPO", "ACCORDSLIMITE001", {"00003001"});
-    throw store::StoreError(store::kBusy, "the command failed at its end");
-  });
-  saveAnswering({Answer::Yes, Answer::Yes, Answer::Yes});
-  EXPECT_EQ(callsOfRun(),
-            joined({opening(),
-                    {"ReadRecord TEMPO ACCORDSMODIFIES001", "ReadRecord TEMPO ACCORDSLIMITE001",
-                     "ReadRecord ACCORD 00001001", "ReadRecord ACCORD 00003001",
-                     "ReadRecord ACCORD 00002001"},
-                    ending()}));
-  EXPECT_EQ(lettersOnPages(), (std::vector<int>{1, 2}));
-  EXPECT_EQ(pages().jobs().size(), 2U);
-  EXPECT_EQ(shown(questionListe(1)), 1);
-  expectDone();
-}
-
-TEST_F(PropagationRun, AsksNothingAfterACommandThatFailsAndLeavesNoList) {
+TEST_F(PropagationRun, DeletesAnotherRunsListsAfterACommandThatFailsAndAsksNothing) {
+  store_.put("TEMPO", "ACCORDSMODIFIES001", {"00001001", "00002001"});
+  store_.put("TEMPO", "ACCORDSLIMITE001", {"00003001"});
   enterScale();
   store_.onCommands([](const store::DynamicArray&) {
     throw store::StoreError(store::kBadSentence, "the command is not known");
@@ -308,10 +297,27 @@ TEST_F(PropagationRun, AsksNothingAfterACommandThatFailsAndLeavesNoList) {
   saveAnswering({Answer::Yes, Answer::Yes});
   EXPECT_EQ(callsOfRun(),
             joined({opening(),
-                    {"ReadRecord TEMPO ACCORDSMODIFIES001", "ReadRecord TEMPO ACCORDSLIMITE001"},
+                    {"DeleteRecord TEMPO ACCORDSLIMITE001", "DeleteRecord TEMPO ACCORDSMODIFIES001",
+                     "ReadRecord TEMPO ACCORDSMODIFIES001", "ReadRecord TEMPO ACCORDSLIMITE001"},
                     ending()}));
   EXPECT_TRUE(pages().jobs().empty());
   expectDone();
+}
+
+TEST_F(PropagationRun, ReadsNoListOfAnotherRunThatCannotBeDeleted) {
+  store_.put("TEMPO", "ACCORDSMODIFIES001", {"00001001", "00002001"});
+  store_.put("TEMPO", "ACCORDSLIMITE001", {"00003001"});
+  enterScale();
+  store_.onCommands([this](const store::DynamicArray&) {
+    store_.fail(CallKind::DeleteRecord, "TEMPO");
+    throw store::StoreError(store::kBusy, "another process holds the store");
+  });
+  saveAnswering({Answer::Yes, Answer::Yes});
+  EXPECT_EQ(lastReadOfTempo(), "");
+  EXPECT_TRUE(pages().jobs().empty());
+  EXPECT_EQ(desktop_.boxes().size(), 2U);
+  expectUsable();
+  EXPECT_EQ(state(), kEmpty);
 }
 
 TEST_F(PropagationRun, PrintsOneLetterAPageInOneJob) {
@@ -458,8 +464,8 @@ TEST_F(PropagationRun, StoppedAtTheDialogEndsThere) {
   desktop_.answer(Answer::Yes);
   desktop_.answer(Answer::Yes);
   EXPECT_THROW(press("Cmd_OK"), toolkit::ControlClosed);
-  EXPECT_EQ(store_.calls().back().told(), "ReadRecord TEMPO ACCORDSMODIFIES001");
-  EXPECT_EQ(store_.ids("TEMPO").size(), 2U);
+  EXPECT_EQ(lastReadOfTempo(), "ReadRecord TEMPO ACCORDSMODIFIES001");
+  expectListsDeleted();
   EXPECT_TRUE(pages().jobs().empty());
   EXPECT_EQ(desktop_.boxes().size(), 2U);
   expectUsable();
@@ -472,7 +478,8 @@ TEST_F(PropagationRun, StoppedAtTheWaitingWindowEndsThere) {
   desktop_.answer(Answer::Yes);
   desktop_.answer(Answer::Yes);
   EXPECT_THROW(press("Cmd_OK"), toolkit::ControlClosed);
-  EXPECT_EQ(store_.calls().back().told(), "ReadRecord TEMPO ACCORDSLIMITE001");
+  EXPECT_EQ(lastReadOfTempo(), "ReadRecord TEMPO ACCORDSLIMITE001");
+  expectListsDeleted();
   EXPECT_TRUE(pages().current().pieces.empty());
   EXPECT_EQ(journal().back(), "normal");
   const std::vector<std::string> words = journal();
@@ -489,8 +496,7 @@ TEST_F(PropagationRun, StoppedAtTheCountEndsThere) {
   desktop_.answer(Answer::Yes);
   desktop_.answer(Answer::No);
   EXPECT_THROW(press("Cmd_OK"), toolkit::ControlClosed);
-  EXPECT_EQ(store_.calls().back().told(), "ReadRecord ACCORD 00003001");
-  EXPECT_EQ(store_.ids("TEMPO").size(), 1U);
+  expectListsDeleted();
   expectUsable();
 }
 
@@ -504,7 +510,23 @@ TEST_F(PropagationRun, StoppedAtThePrinterOfTheListingEndsThere) {
   for (const Answer answer : {Answer::Yes, Answer::No, Answer::Yes}) desktop_.answer(answer);
   EXPECT_THROW(press("Cmd_OK"), toolkit::ControlClosed);
   EXPECT_TRUE(pages().jobs().empty());
-  EXPECT_EQ(store_.ids("TEMPO").size(), 1U);
+  expectListsDeleted();
+  expectUsable();
+}
+
+TEST_F(PropagationRun, StoppedLeavesTheListsOfAStoreThatDoesNotAnswer) {
+  desktop_.onModal = [this](toolkit::Window& window) {
+    toolkit::headless::User(window.surface()).press(toolkit::Key::Escape);
+    store_.fail(CallKind::DeleteRecord);
+    throw toolkit::ControlClosed();
+  };
+  serverAnswers({"00001001"}, {"00003001"});
+  enterScale();
+  desktop_.answer(Answer::Yes);
+  desktop_.answer(Answer::Yes);
+  EXPECT_THROW(press("Cmd_OK"), toolkit::ControlClosed);
+  EXPECT_EQ(store_.calls(CallKind::DeleteRecord).size(), 2U);
+  EXPECT_EQ(store_.ids("TEMPO").size(), 2U);
   expectUsable();
 }
 

@@ -373,12 +373,11 @@ TEST_F(AgreementUpdate, WhatFollowsABadCommandIsNotRun) {
   EXPECT_EQ(store.history(kKey), kBefore);
 }
 
-TEST_F(AgreementUpdate, RefusesBadArgumentsTellsThePlaceAndWritesNothing) {
+TEST_F(AgreementUpdate, RefusesBadArgumentsTellsThePlaceAndChangesNoAgreement) {
   store.putBody();
   store.putBody({}, "1");
   store.putAgreement(kKey);
   store.putElements("00001", "90000");
-  store->write("TEMPO", "ACCORDSLIMITE125", "kept");
   const std::string usage = "MAJTXACCGENE takes a date and a body's code, each after a \"|\"";
   const std::string date = "character 15: a date dd/mm/yyyy is expected";
   const std::pair<const char*, std::string> refused[] = {
@@ -400,7 +399,43 @@ TEST_F(AgreementUpdate, RefusesBadArgumentsTellsThePlaceAndWritesNothing) {
     EXPECT_EQ(messageOf(run).substr(0, message.size()), message) << command;
   }
   EXPECT_EQ(store.history(kKey), kBefore);
-  EXPECT_EQ(contentOf(*store, "TEMPO"), (Content{{"ACCORDSLIMITE125", "kept"}}));
+}
+
+TEST_F(AgreementUpdate, OneThatIsRefusedDeletesTheListsOfTheCodeThatItNames) {
+  store.putBody();
+  const std::string other = "ACCORDSLIMITE12";
+  for (const char* command :
+       {"MAJTXACCGENE |30/02/2026|125", "MAJTXACCGENE ||125", "MAJTXACCGENE |01/02/2026| 125 |",
+        "MAJTXACCGENE |01/02/2026|125|x", "MAJTXACCGENE |01/02/2026|126"}) {
+    const std::string code = std::string(command).ends_with("126") ? "126" : "125";
+    for (const std::string& id : {"ACCORDSLIMITE" + code, "ACCORDSMODIFIES" + code, other}) {
+      store->write("TEMPO", id, "old");
+    }
+    EXPECT_EQ(errorOf([&] { store->ExecuteSentence(command); }), store::kBadSentence) << command;
+    EXPECT_EQ(contentOf(*store, "TEMPO"), (Content{{other, "old"}})) << command;
+  }
+}
+
+TEST_F(AgreementUpdate, OneThatNamesNoCodeLeavesAllLists) {
+  store.putBody();
+  for (const char* id : {"ACCORDSLIMITE", "ACCORDSLIMITE125"}) store->write("TEMPO", id, "old");
+  const Content before = contentOf(*store, "TEMPO");
+  for (const char* command : {"MAJTXACCGENE", "MAJTXACCGENE |01/02/2026",
+                              "MAJTXACCGENE |01/02/2026|", "MAJTXACCGENE |01/02/2026| |125"}) {
+    EXPECT_EQ(errorOf([&] { store->ExecuteSentence(command); }), store::kBadSentence) << command;
+    EXPECT_EQ(contentOf(*store, "TEMPO"), before) << command;
+  }
+}
+
+TEST_F(AgreementUpdate, OneThatIsRefusedInATransactionDeletesWithIt) {
+  store.putBody();
+  store->write("TEMPO", "ACCORDSLIMITE125", "old");
+  {
+    const auto transaction = store->begin();
+    EXPECT_EQ(errorOf([&] { store.update("no date"); }), store::kBadSentence);
+    EXPECT_EQ(contentOf(*store, "TEMPO"), Content());
+  }
+  EXPECT_EQ(contentOf(*store, "TEMPO"), (Content{{"ACCORDSLIMITE125", "old"}}));
 }
 
 TEST_F(AgreementUpdate, IsAPartOfATransactionThatIsOpen) {
