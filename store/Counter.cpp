@@ -3,20 +3,21 @@
 #include <charconv>
 
 #include "store/Layouts.h"
+#include "text/Utf8.h"
 
 namespace store {
 namespace {
 
 constexpr int kLargest = 999;
 
-int lastNumber(std::string_view text) {
-  if (text.empty()) return 0;
-  int number = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-  const bool digitsOnly = text.find_first_not_of("0123456789") == std::string_view::npos;
-  if (!digitsOnly || error != std::errc()) {
-    throw StoreError(kBadValue, "The counter of funding-body codes holds no usable number.");
+int lastNumber(std::string_view held) {
+  const std::string_view digits = text::trim(held);
+  if (digits.empty()) return 0;
+  if (digits.find_first_not_of("0123456789") != std::string_view::npos) {
+    throw NoCode(NoCode::Why::NoNumber);
   }
+  int number = kLargest;  // kept by a number that is too long to be read
+  std::from_chars(digits.data(), digits.data() + digits.size(), number);
   return number;
 }
 
@@ -27,12 +28,16 @@ std::string padded(int number) {
 
 }  // namespace
 
+NoCode::NoCode(Why why)
+    : StoreError(kBadValue, why == Why::AllGivenOut
+                                ? "All funding-body codes of three characters have been given out."
+                                : "The counter of funding-body codes holds no usable number."),
+      why_(why) {}
+
 std::string nextCode(File& counters) {
   const std::unique_ptr<Record> counter = counters.ReadRecord(kCounterRecord);
   const int last = lastNumber(counter->fields().get(compteur::DernierOrgChg, 1));
-  if (last >= kLargest) {
-    throw StoreError(kBadValue, "All funding-body codes of three characters have been given out.");
-  }
+  if (last >= kLargest) throw NoCode(NoCode::Why::AllGivenOut);
   std::string code = padded(last + 1);
   counter->fields().set(compteur::DernierOrgChg, 1, code);
   counter->DBWrite();

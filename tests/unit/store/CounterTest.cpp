@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
+
 #include "store/Layouts.h"
 #include "tests/support/MemoryStore.h"
 
@@ -9,6 +11,7 @@ namespace {
 
 using testing_support::CallKind;
 using testing_support::MemoryStore;
+using Why = store::NoCode::Why;
 
 class Counter : public testing::Test {
  protected:
@@ -19,7 +22,15 @@ class Counter : public testing::Test {
     return std::string(memory.record("COMPTEUR", "999").get(store::compteur::DernierOrgChg, 1));
   }
   std::string next() { return store::nextCode(*counters); }
-  unsigned codeOfRefusal() {
+  std::optional<store::NoCode::Why> refusal() {
+    try {
+      next();
+    } catch (const store::NoCode& none) {
+      return none.why();
+    }
+    return std::nullopt;
+  }
+  unsigned codeOfFailure() {
     try {
       next();
     } catch (const store::StoreError& error) {
@@ -55,14 +66,27 @@ TEST_F(Counter, AddsOneAndPadsToThreeCharacters) {
 TEST_F(Counter, GivesTheLastCodeOfThreeCharactersAndThenRefuses) {
   holds("998");
   EXPECT_EQ(next(), "999");
-  EXPECT_EQ(codeOfRefusal(), store::kBadValue);
-  EXPECT_EQ(held(), "999");
+  for (const char* past : {"999", "1000", "99999999999999999999"}) {
+    holds(past);
+    EXPECT_EQ(refusal(), Why::AllGivenOut) << past;
+    EXPECT_EQ(held(), past);
+  }
+}
+
+TEST_F(Counter, IgnoresBlanksAroundItsNumber) {
+  for (const char* blanks : {" 12", "12 ", "  012  "}) {
+    holds(blanks);
+    EXPECT_EQ(next(), "013") << blanks;
+    EXPECT_EQ(held(), "013");
+  }
+  holds("  ");
+  EXPECT_EQ(next(), "001");
 }
 
 TEST_F(Counter, RefusesWhatIsNoNumber) {
-  for (const char* wrong : {"abc", "12a", "-1", " 12", "1,5", "99999999999999999999"}) {
+  for (const char* wrong : {"abc", "12a", "-1", "1 2", "1,5", "999a"}) {
     holds(wrong);
-    EXPECT_EQ(codeOfRefusal(), store::kBadValue) << wrong;
+    EXPECT_EQ(refusal(), Why::NoNumber) << wrong;
     EXPECT_EQ(held(), wrong);
   }
 }
@@ -101,7 +125,7 @@ TEST_F(Counter, GivesNoCodeWhenItCannotBeWritten) {
 
 TEST_F(Counter, GivesNoCodeWhenItCannotBeRead) {
   memory.fail(CallKind::ReadRecord, "COMPTEUR", store::kBusy);
-  EXPECT_EQ(codeOfRefusal(), store::kBusy);
+  EXPECT_EQ(codeOfFailure(), store::kBusy);
 }
 
 }  // namespace
