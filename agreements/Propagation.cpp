@@ -242,10 +242,13 @@ void proposerPropagation(const AgreementContext& context) {
                                context.screen.participation.Txt_DatBaremCours.text() +
                                "\r\nSouhaitez-vous mettre à jour tous les accords de l'organisme ?";
   if (!screen::demander(context.desktop, question + kDuree, toolkit::Icon::Exclamation)) return;
-  context.session.accords.lettresVoulues = screen::demander(
+  const bool lettres = screen::demander(
       context.desktop,
       std::string("Souhaitez-vous informer par écrit les aidés concernés ?") + kDuree,
       toolkit::Icon::Exclamation);
+  // The right may have gone while the user was asked.
+  if (!screen::droitsComplets(context.session)) return;
+  context.session.accords.lettresVoulues = lettres;
   Recup_Accord(context);
 }
 
@@ -254,10 +257,10 @@ void Recup_Accord(const AgreementContext& context) {
   MiseAJour run(context);
   run.recalculer();
   run.ouvrir();
+  run.ecarterListesPerimees();
   run.lireModifies();
   run.lireLimite();
   std::optional<forms::Frm_Anim> attente;
-  run.ecarterListesPerimees();
   toolkit::resumeNext(
       kProcedure, {[&] { attente.emplace(context.desktop); }, [&] { context.desktop.doEvents(); }});
   run.parcourir();

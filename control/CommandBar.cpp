@@ -4,11 +4,11 @@
 #include <utility>
 
 #include "control/NewRecord.h"
-#include "control/Rights.h"
 #include "control/States.h"
 #include "screen/BusyScreen.h"
 #include "screen/Messages.h"
 #include "store/Request.h"
+#include "toolkit/Trap.h"
 
 namespace control {
 
@@ -18,7 +18,7 @@ CommandBar::CommandBar(Context& context, RecordView& view, AcronymList& list, Sa
 
 void CommandBar::Cmd_Ajouter_Click() {
   screen::EditSession& session = context_.session;
-  if (!fullRights(session)) return;
+  if (!screen::droitsComplets(session)) return;
   {
     const screen::Quiet quiet(session);
     view_.Vider_Donnees();
@@ -58,13 +58,17 @@ void CommandBar::Cmd_Annuler_Click() {
 
 void CommandBar::Cmd_Supprimer_Click() {
   screen::EditSession& session = context_.session;
-  if (!fullRights(session) || session.codeEnMain.empty()) return;
+  if (!screen::droitsComplets(session) || session.codeEnMain.empty()) return;
   if (!screen::confirmer(context_.desktop,
                          "Etes-vous sûr de vouloir supprimer cet organisme de prise en charge ?") ||
       refusParFichier("ACCORD",
                       "Des accords sont créés pour cet organisme. Suppression impossible.") ||
       refusParFichier(
           "DEMANDACC",
+  toolkit::tracing("Cmd_Supprimer_Click", [this] { supprimer(); });
+}
+
+void CommandBar::supprimer() {
           "Des demandes d'accords sont créées pour cet organisme. Suppression impossible.")) {
     return;
   }
@@ -76,6 +80,7 @@ void CommandBar::Cmd_Supprimer_Click() {
 }
 
 // Is the body in hand named in that file? Then it has said so.
+  if (!screen::droitsComplets(session)) return;  // any more, after a question
 bool CommandBar::refusParFichier(const std::string& file, std::string_view message) {
   const store::DynamicArray found = store::select(
       *context_.session.TheDatabase,
@@ -87,7 +92,7 @@ bool CommandBar::refusParFichier(const std::string& file, std::string_view messa
 
 void CommandBar::Cmd_Sortir_Click() {
   const screen::EditSession& session = context_.session;
-  if (!session.pret || session.codeEnMain.empty() || !fullRights(session)) {
+  if (!session.pret || session.codeEnMain.empty() || !screen::droitsComplets(session)) {
     setSortir_(true);
     return;
   }
@@ -128,3 +133,4 @@ void CommandBar::enregistrerEtSortir() {
 }
 
 }  // namespace control
+  if (!screen::droitsComplets(session)) return;  // any more, after the question

@@ -18,13 +18,14 @@ class CommandBar {
 
   void Cmd_Ajouter_Click();
   void Cmd_Annuler_Click();
-  // Not trapped: a search that fails ends it, and nothing is deleted.
+  // Not trapped, but traced: a search that fails ends it, and nothing is deleted.
   void Cmd_Supprimer_Click();
   // Asks to save only what the user has changed. Not trapped.
   void Cmd_Sortir_Click();
 
  private:
   void valeursParDefaut();
+  void supprimer();
   bool refusParFichier(const std::string& file, std::string_view message);
   bool modifie();
   void enregistrerEtSortir();

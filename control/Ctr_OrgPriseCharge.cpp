@@ -97,7 +97,7 @@ class Ctr_OrgPriseCharge::Implementation {
   template <class F>
   auto editing(F call) {
     return started([&] {
-      if (!fullRights(session)) throw AccessDenied();
+      exigerDroitsComplets(session);
       if (!session.RecOrgChg) throw NotReady("no record is in hand");
       return call();
     });
@@ -363,7 +363,7 @@ void Ctr_OrgPriseCharge::Recup_Accord() {
 
 void Ctr_OrgPriseCharge::Recup_AccordTauxRemb() {
   implementation_->started([&] {
-    if (!fullRights(implementation_->session)) throw AccessDenied();
+    exigerDroitsComplets(implementation_->session);
     agreements::Recup_AccordTauxRemb(implementation_->accords);
   });
 }

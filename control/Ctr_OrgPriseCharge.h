@@ -4,33 +4,14 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
-#include <stdexcept>
 
+#include "control/Errors.h"
 #include "screen/Rights.h"
 #include "store/Database.h"
 #include "toolkit/Desktop.h"
 #include "toolkit/Surface.h"
 
 namespace control {
-
-// A host calls a member that would create, change or delete something without full rights.
-class AccessDenied : public std::runtime_error {
- public:
-  AccessDenied() : std::runtime_error("the user's rights allow consultation only") {}
-};
-
-// A host's call while a user action or another call runs.
-class Busy : public std::runtime_error {
- public:
-  Busy() : std::runtime_error("the control is busy with another action") {}
-};
-
-// A host's call that needs what is not there: Init before TheDatabase or DroitsUtilisateur, a
-// page's member before an Init that succeeded.
-class NotReady : public std::runtime_error {
- public:
-  explicit NotReady(const char* what) : std::runtime_error(what) {}
-};
 
 // Calling order: setTheClient, setTheDatabase and setDroitsUtilisateur in any order, then Init
 // once; release the control when W_Sortir becomes true.
@@ -59,6 +40,8 @@ class Ctr_OrgPriseCharge {
 
   void Init();
 
+  // The Afficher procedures clear the screen, code excepted, when they fail: what is shown in part
+  // must not be saved.
   void Afficher_Donnees();
   void Afficher_Ong1();
   void Afficher_Ong2();
@@ -86,7 +69,7 @@ class Ctr_OrgPriseCharge {
   void Tri2();
   void DoubleClickTauxRemb();
   // The row in the edit zones enters the rate lists before the row `indice` (0-based).
-  // std::invalid_argument past the end.
+  // std::invalid_argument past the end, and for a row without a date.
   void AjoutLists(std::int16_t& indice);
   void EffaceEltLists();
   void MasquerZonesAbat();

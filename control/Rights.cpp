@@ -1,16 +1,16 @@
 #include "control/Rights.h"
 
-#include "control/Ctr_OrgPriseCharge.h"
+#include "control/Errors.h"
 
 namespace control {
 
-bool fullRights(const screen::EditSession& session) {
+void exigerDroitsComplets(const screen::EditSession& session) {
   if (!session.DroitOrgChg) throw NotReady("DroitsUtilisateur has not been given");
-  return session.DroitOrgChg->Level() == 2;
+  if (!screen::droitsComplets(session)) throw AccessDenied();
 }
 
 void Appliquer_Droits(Context& context) {
-  if (fullRights(context.session)) return;
+  if (screen::droitsComplets(context.session)) return;
   screen::CommandBar& bar = context.screen.bar;
   screen::PriseEnCharge& prise = context.screen.priseEnCharge;
   screen::Participation& part = context.screen.participation;

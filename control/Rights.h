@@ -1,6 +1,6 @@
 #pragma once
 
-#include <stdexcept>
+#include <string_view>
 
 #include "control/Context.h"
 
@@ -8,8 +8,9 @@ namespace control {
 
 inline constexpr std::string_view kDroit = "CONSULTATIONORGCHARGE";
 
-// Reads the level. Throws NotReady without a rights entry, or what the host's entry throws.
-bool fullRights(const screen::EditSession& session);
+// screen::droitsComplets, asked by those who cannot go on without: throws AccessDenied below level
+// 2, NotReady without a rights entry, or what the host's entry throws.
+void exigerDroitsComplets(const screen::EditSession& session);
 
 // Hides the editing buttons from a user without full rights.
 void Appliquer_Droits(Context& context);

@@ -5,6 +5,7 @@
 #include "agreements/Propagation.h"
 #include "control/Rights.h"
 #include "screen/BusyScreen.h"
+#include "screen/Messages.h"
 #include "store/Counter.h"
 #include "store/Layouts.h"
 #include "toolkit/Trap.h"
@@ -13,6 +14,13 @@ namespace control {
 namespace {
 
 namespace attribut = store::orgprisecharge;
+
+constexpr std::string_view kPlusDeCode =
+    "Tous les codes d'organisme de prise en charge (001 à 999) sont attribués. La création ne peut "
+    "pas être enregistrée.";
+constexpr std::string_view kCompteurIllisible =
+    "Le compteur des codes d'organisme de prise en charge ne peut pas être lu. La création ne peut "
+    "pas être enregistrée.";
 
 // Puts another record in hand; the one before comes back unless keep() is called.
 class RecordSwap {
@@ -75,35 +83,39 @@ void Save::Cmd_OK_Click() {
 
 bool Save::enregistrer() {
   screen::EditSession& session = context_.session;
-  bool allowed = false;
-  const bool done = toolkit::quietly("Cmd_OK_Click", [&] {
-    allowed = fullRights(session) && session.RecOrgChg;
-    if (!allowed) return;
+  bool written = false;
+  toolkit::quietly("Cmd_OK_Click", [&] {
+    if (!screen::droitsComplets(session) || !session.RecOrgChg) return;
     if (session.EnCreation) {
       session.AncienOrgChg = store::NewDynamicArray();
-      creer();
+      written = creer();
     } else {
       Ecrire_Donnees();
+      written = !view_.pageRefusee();
     }
   });
-  return done && allowed && !view_.pageRefusee();
+  return written;
 }
 
 void Save::Creer_Donnees() {
-  creer();
-  if (!view_.pageRefusee()) list_.Remplir_OrgPriseChg();
+  if (creer()) list_.Remplir_OrgPriseChg();
 }
 
-void Save::creer() {
+bool Save::creer() {
   screen::EditSession& session = context_.session;
+  // The fields kept are those of the record being created, so that record must be back in hand
+  // when they are put back: what is declared last ends first.
   FieldsKept fields(session);
   if (!view_.ecrirePages()) {
     fields.keep();  // of a refusal, what the pages before it have written stays in hand
-    return;
+    return false;
   }
+  exigerDroitsComplets(session);
   std::string code;
-  RecordSwap swap(session, ficheDuNouveauCode(code));
-  if (!view_.ecrirePages()) return;
+  std::unique_ptr<store::Record> fiche = ficheDuNouveauCode(code);
+  if (!fiche) return false;
+  RecordSwap swap(session, std::move(fiche));
+  if (!view_.ecrirePages()) return false;
   session.RecOrgChg->DBWrite();
   // From here on the body exists: should anything fail, saving again must not create it twice.
   swap.keep();
@@ -117,10 +129,23 @@ void Save::creer() {
   proposerPropagation();
   session.propagationSuspendue = false;
   view_.Vider_Donnees();
+  return true;
+}
+
+// Null without a code, which has been told.
+std::unique_ptr<store::Record> Save::ficheDuNouveauCode(std::string& code) {
+  try {
+    return prochaineFicheLibre(code);
+  } catch (const store::NoCode& none) {
+    screen::informer(context_.desktop, none.why() == store::NoCode::Why::AllGivenOut
+                                           ? kPlusDeCode
+                                           : kCompteurIllisible);
+    return nullptr;
+  }
 }
 
 // A counter that lags behind its file gives codes that are taken; those bodies must survive.
-std::unique_ptr<store::Record> Save::ficheDuNouveauCode(std::string& code) {
+std::unique_ptr<store::Record> Save::prochaineFicheLibre(std::string& code) {
   screen::StoreFiles& files = context_.session.files;
   while (true) {
     code = store::nextCode(*files.compteur);
@@ -136,6 +161,7 @@ void Save::Ecrire_Donnees() {
     fields.keep();  // of a refusal, what the pages before it have written stays in hand
     return;
   }
+  exigerDroitsComplets(session);
   store::DynamicArray& record = session.RecOrgChg->fields();
   const bool withoutAccounts =
       session.OptionCompteur && context_.screen.regles.Cac_IncidCompta.value();

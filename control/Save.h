@@ -19,19 +19,23 @@ class Save {
   void Cmd_OK_Click();
 
   // Saves the record being created under the next code, unless a page refuses; then clears the
-  // screen and refills the acronym list. Store errors before the write leave everything in hand.
+  // screen and refills the acronym list. When no code can be given out a box tells it, and nothing
+  // is written. Store errors before the write leave everything in hand.
   // Both this and Ecrire_Donnees ask after the write whether a new scale is to be carried into the
-  // agreements; what fails there is trapped.
+  // agreements; what fails there is trapped. Both read the rights again right before the write:
+  // AccessDenied.
   void Creer_Donnees();
   // Saves the record in hand, unless a page refuses; then clears the screen. When it fails, the
   // record in hand is as before.
   void Ecrire_Donnees();
 
  private:
+  // Each is false when nothing has been written and the user has been told why.
   bool enregistrer();
-  void creer();
+  bool creer();
   void proposerPropagation();
   std::unique_ptr<store::Record> ficheDuNouveauCode(std::string& code);
+  std::unique_ptr<store::Record> prochaineFicheLibre(std::string& code);
 
   Context& context_;
   RecordView& view_;

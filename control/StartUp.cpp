@@ -1,6 +1,6 @@
 #include "control/StartUp.h"
 
-#include "control/Ctr_OrgPriseCharge.h"
+#include "control/Errors.h"
 #include "control/Rights.h"
 #include "screen/BusyScreen.h"
 #include "store/Counter.h"
@@ -11,6 +11,7 @@ namespace control {
 void StartUp::Init() {
   screen::EditSession& session = context_.session;
   if (!session.TheDatabase) throw NotReady("TheDatabase has not been given");
+  if (!session.DroitOrgChg) throw NotReady("DroitsUtilisateur has not been given");
   Appliquer_Droits(context_);
   view_.Vider_Donnees();
   releaseStore();

@@ -1,4 +1,5 @@
 #include "tests/behaviour/ControlTest.h"
+#include "tests/support/TraceFile.h"
 
 namespace behaviour {
 namespace {
@@ -313,6 +314,31 @@ TEST_F(Deletion, AgreementsOfOtherBodiesDoNotCount) {
   desktop_.answer(Answer::Yes);
   press("Cmd_Supprimer");
   EXPECT_FALSE(store_.has("ORGPRISECHARGE", "001"));
+}
+
+TEST_F(Deletion, WhoHasLostTheRightWhileAskedDeletesNothing) {
+  desktop_.onBox = [this](const toolkit::headless::Entry&) { level_->value = 1; };
+  desktop_.answer(Answer::Yes);
+  press("Cmd_Supprimer");
+  EXPECT_EQ(desktop_.boxes().size(), 1U);
+  EXPECT_TRUE(store_.calls(CallKind::DeleteRecord).empty());
+  EXPECT_TRUE(store_.has("ORGPRISECHARGE", "001"));
+  EXPECT_EQ(state(), kExisting);
+}
+
+TEST_F(Deletion, WhoseRightsCannotBeReadAfterTheQuestionDeletesNothing) {
+  desktop_.onBox = [this](const toolkit::headless::Entry&) { level_->fails = true; };
+  desktop_.answer(Answer::Yes);
+  EXPECT_THROW(press("Cmd_Supprimer"), std::runtime_error);
+  EXPECT_TRUE(store_.has("ORGPRISECHARGE", "001"));
+}
+
+TEST_F(Deletion, ThatFailsIsTracedByItsName) {
+  const testing_support::TraceFile trace;
+  store_.fail(CallKind::DeleteRecord, "ORGPRISECHARGE", store::kBusy);
+  desktop_.answer(Answer::Yes);
+  EXPECT_THROW(press("Cmd_Supprimer"), store::StoreError);
+  EXPECT_EQ(trace.read(), "Cmd_Supprimer_Click: 0x80040003\n");
 }
 
 TEST_F(Deletion, ADeletedBodyIsNotFoundAgain) {

@@ -13,7 +13,9 @@ class TestEntry : public screen::RightsEntry {
   long Level() override {
     ++level_->reads;
     if (level_->fails) throw std::runtime_error("the rights cannot be read");
-    return level_->value;
+    const long level = level_->value;
+    if (level_->lostAfter > 0 && --level_->lostAfter == 0) level_->value = 1;
+    return level;
   }
 
  private:

@@ -39,6 +39,7 @@ struct RightsLevel {
   long value = 2;
   bool fails = false;
   int reads = 0;
+  int lostAfter = 0;  // so many reads from now the level is 1; 0: never
 };
 
 class TestRights : public screen::Rights {
@@ -96,6 +97,12 @@ inline constexpr int kActivites = 5;
 inline constexpr const char* kEnregistrer =
     "Voulez-vous enregistrer les modifications apportées à cet article ?";
 inline constexpr const char* kQuitterCreation = "Etes-vous sûr de vouloir quitter cette création ?";
+inline constexpr const char* kPlusDeCode =
+    "Tous les codes d'organisme de prise en charge (001 à 999) sont attribués. La création ne peut "
+    "pas être enregistrée.";
+inline constexpr const char* kCompteurIllisible =
+    "Le compteur des codes d'organisme de prise en charge ne peut pas être lu. La création ne peut "
+    "pas être enregistrée.";
 inline constexpr const char* kSansEntite =
     "L'organisme de prise en charge doit couvrir au moins une activité.";
 

@@ -92,9 +92,58 @@ TEST_F(Creation, TheLastCodeIs999) {
   EXPECT_TRUE(store_.has("ORGPRISECHARGE", "999"));
   beginCreation("PLEIN");
   press("Cmd_OK");
+  expectBox(kPlusDeCode, Icon::Information);
   EXPECT_EQ(store_.ids("ORGPRISECHARGE").size(), 4U);
   EXPECT_EQ(state(), kCreating);
   EXPECT_EQ(box("Txt_SigleOrgChg").text(), "PLEIN");
+  EXPECT_EQ(desktop_.pointer(), toolkit::Pointer::Normal);
+  EXPECT_TRUE(control_->surface().enabled());
+}
+
+TEST_F(Creation, WithoutAFreeCodeUpTo999IsTold) {
+  store_.set("COMPTEUR", "999", 10, "997");
+  for (const char* taken : {"998", "999"}) store_.put("ORGPRISECHARGE", taken, {"PRIS"});
+  beginCreation();
+  press("Cmd_OK");
+  expectBox(kPlusDeCode, Icon::Information);
+  EXPECT_EQ(attribute("999", 1), "PRIS");
+  EXPECT_EQ(state(), kCreating);
+}
+
+TEST_F(Creation, ACounterThatIsNoNumberIsTold) {
+  store_.set("COMPTEUR", "999", 10, "12a");
+  beginCreation();
+  store_.forgetCalls();
+  press("Cmd_OK");
+  expectBox(kCompteurIllisible, Icon::Information);
+  expectNothingWritten();
+  EXPECT_EQ(state(), kCreating);
+  EXPECT_EQ(box("Txt_RaisonOrgChg").text(), "Organisme neuf");
+  store_.set("COMPTEUR", "999", 10, " 12 ");
+  press("Cmd_OK");
+  expectNoBox();
+  EXPECT_EQ(attribute("013", 1), "NEUF");
+}
+
+TEST_F(Creation, ToldThatThereIsNoCodeIsNoFailureOfTheHostsCall) {
+  store_.set("COMPTEUR", "999", 10, "999");
+  beginCreation();
+  store_.forgetCalls();
+  control_->Creer_Donnees();
+  expectBox(kPlusDeCode, Icon::Information);
+  expectNothingWritten();
+  EXPECT_EQ(state(), kCreating);
+}
+
+TEST_F(Creation, WhoHasLostTheRightMeanwhileCreatesNothing) {
+  beginCreation();
+  store_.forgetCalls();
+  level_->lostAfter = 1;
+  press("Cmd_OK");
+  EXPECT_TRUE(store_.calls().empty());
+  expectNoBox();
+  EXPECT_EQ(state(), kCreating);
+  EXPECT_EQ(box("Txt_SigleOrgChg").text(), "NEUF");
 }
 
 TEST_F(Creation, EndsEmptyWithTheListRefilledAndTheFocusOnTheCode) {

@@ -91,6 +91,24 @@ TEST_F(PropagationQuestions, YesTwiceUpdates) {
   expectSaved();
 }
 
+TEST_F(PropagationQuestions, AnsweredByWhoHasLostTheRightMeanwhileUpdateNothing) {
+  for (const int lost : {1, 2}) {
+    SCOPED_TRACE(lost);
+    desktop_.onBox = nullptr;
+    show();
+    enterScale(lost == 1 ? "01022026" : "01032026");
+    int boxes = 0;
+    desktop_.onBox = [&](const Entry&) {
+      if (++boxes == lost) level_->value = 1;
+    };
+    saveAnswering({Answer::Yes, Answer::Yes});
+    EXPECT_EQ(boxes, 2);
+    EXPECT_EQ(commands(), 0);
+    EXPECT_EQ(state(), kEmpty);
+    level_->value = 2;
+  }
+}
+
 TEST_F(PropagationQuestions, ComeOnceTheBodyIsWrittenAndWhileItIsOnScreen) {
   enterScale();
   desktop_.onBox = [this](const Entry&) {

@@ -77,6 +77,28 @@ TEST_F(Save, ASaveWithoutAnyChangeKeepsTheRecord) {
   EXPECT_EQ(store_.record("ORGPRISECHARGE", "001").text(), before);
 }
 
+TEST_F(Save, WhoHasLostTheRightMeanwhileSavesNothing) {
+  lookUp("001");
+  user_->fill(box("Txt_RaisonOrgChg"), "Autre");
+  store_.forgetCalls();
+  level_->lostAfter = 1;
+  press("Cmd_OK");
+  expectNothingWritten();
+  expectNoBox();
+  EXPECT_EQ(box("Txt_RaisonOrgChg").text(), "Autre");
+  EXPECT_EQ(state(), kExisting);
+}
+
+TEST_F(Save, TheHostsWriteIsDeniedToWhoHasLostTheRightMeanwhile) {
+  lookUp("001");
+  user_->fill(box("Txt_RaisonOrgChg"), "Autre");
+  store_.forgetCalls();
+  level_->lostAfter = 1;
+  EXPECT_THROW(control_->Ecrire_Donnees(), control::AccessDenied);
+  expectNothingWritten();
+  EXPECT_EQ(state(), kExisting);
+}
+
 TEST_F(Save, TextsAreStoredAsTyped) {
   lookUp("001");
   user_->fill(box("Txt_RaisonOrgChg"), "  Domus  ");
