@@ -11,6 +11,14 @@
 #include "toolkit/Trap.h"
 
 namespace control {
+namespace {
+
+std::string_view sansMarquesFinales(std::string_view record) {
+  constexpr char kMarques[] = {store::kAttributeMark, store::kValueMark};
+  return record.substr(0, record.find_last_not_of(std::string_view(kMarques, 2)) + 1);
+}
+
+}  // namespace
 
 CommandBar::CommandBar(Context& context, RecordView& view, AcronymList& list, Save& save,
                        std::function<void(bool)> setSortir)
@@ -57,6 +65,10 @@ void CommandBar::Cmd_Annuler_Click() {
 }
 
 void CommandBar::Cmd_Supprimer_Click() {
+  toolkit::tracing("Cmd_Supprimer_Click", [this] { supprimer(); });
+}
+
+void CommandBar::supprimer() {
   screen::EditSession& session = context_.session;
   if (!screen::droitsComplets(session) || session.codeEnMain.empty()) return;
   if (!screen::confirmer(context_.desktop,
@@ -65,13 +77,10 @@ void CommandBar::Cmd_Supprimer_Click() {
                       "Des accords sont créés pour cet organisme. Suppression impossible.") ||
       refusParFichier(
           "DEMANDACC",
-  toolkit::tracing("Cmd_Supprimer_Click", [this] { supprimer(); });
-}
-
-void CommandBar::supprimer() {
           "Des demandes d'accords sont créées pour cet organisme. Suppression impossible.")) {
     return;
   }
+  if (!screen::droitsComplets(session)) return;  // any more, after a question
   session.files.orgPriseCharge->DeleteRecord(session.codeEnMain);
   // Cleared before the list is read again: should that fail, a deleted body must not stay in hand.
   view_.Vider_Donnees();
@@ -80,7 +89,6 @@ void CommandBar::supprimer() {
 }
 
 // Is the body in hand named in that file? Then it has said so.
-  if (!screen::droitsComplets(session)) return;  // any more, after a question
 bool CommandBar::refusParFichier(const std::string& file, std::string_view message) {
   const store::DynamicArray found = store::select(
       *context_.session.TheDatabase,
@@ -118,12 +126,15 @@ void CommandBar::Cmd_Sortir_Click() {
 
 bool CommandBar::modifie() {
   const screen::EditSession& session = context_.session;
-  const std::string now = session.RecOrgChg->fields().text();
-  return now != session.ImageOrgChg && now != session.imageNormalisee;
+  const std::string text = session.RecOrgChg->fields().text();
+  const std::string_view now = sansMarquesFinales(text);
+  return now != sansMarquesFinales(session.ImageOrgChg) &&
+         now != sansMarquesFinales(session.imageNormalisee);
 }
 
 void CommandBar::enregistrerEtSortir() {
   screen::EditSession& session = context_.session;
+  if (!screen::droitsComplets(session)) return;  // any more, after the question
   const screen::Held checking(session.modeVerif, true);
   save_.Ecrire_Donnees();
   view_.effacerErreurs();
@@ -133,4 +144,3 @@ void CommandBar::enregistrerEtSortir() {
 }
 
 }  // namespace control
-  if (!screen::droitsComplets(session)) return;  // any more, after the question

@@ -46,6 +46,8 @@ bool RecordView::ecrirePages() {
     page->ecrire();
     if (pageRefusee()) return false;
   }
+  // An attribute past the end that was filled and emptied again leaves no mark behind.
+  context_.session.RecOrgChg->fields().dropEmptyEnd(context_.session.AncienOrgChg.DCount());
   return true;
 }
 

@@ -18,7 +18,8 @@ class RecordView {
   void Vider_Donnees();
 
   // Ecrire_Ong1 to Ecrire_Ong6 into the record in hand; stops at the first page that sets its
-  // error flag. True when all pages have been written.
+  // error flag. True when all pages have been written; the record is then no longer than it was
+  // read but for what has been filled.
   bool ecrirePages();
 
   bool pageRefusee() const;  // is one of the six flags set

@@ -169,6 +169,10 @@ void DynamicArray::Delete(int attribute, int value) {
   }
 }
 
+void DynamicArray::dropEmptyEnd(int kept) {
+  while (std::ssize(attributes_) > kept && attributes_.back().text.empty()) attributes_.pop_back();
+}
+
 std::string DynamicArray::text() const {
   std::size_t size = attributes_.size();
   for (const Attribute& attribute : attributes_) size += attribute.text.size();

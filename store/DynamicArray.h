@@ -36,6 +36,8 @@ class DynamicArray {
   void Insert(int attribute, int value, std::string_view text);
   // Removes a value; the following ones move down. Nothing happens past the end.
   void Delete(int attribute, int value);
+  // Removes empty attributes at the end, as long as there are more than `kept` attributes.
+  void dropEmptyEnd(int kept);
 
   std::string text() const;
   void setText(std::string_view text);

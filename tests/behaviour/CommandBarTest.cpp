@@ -475,6 +475,48 @@ TEST_F(LeavingByCode, TrailingEmptyAttributesAreNoChange) {
   expectNoBox();
 }
 
+// The records end before the parameters by which the slip is sorted.
+TEST_F(LeavingByCode, WhatIsFilledPastTheEndAndEmptiedAgainIsNoChange) {
+  const std::string before = store_.record("ORGPRISECHARGE", "001").text();
+  lookUp("001");
+  user_->click(tabs(), kBordereau);
+  ASSERT_TRUE(user_->dblClick(list("Lst_ParamTriPos"), 0));
+  desktop_.answer(Answer::Cancel);
+  press("Cmd_Sortir");
+  expectBox(kEnregistrer, Icon::Question, Buttons::YesNoCancel);
+  ASSERT_TRUE(user_->dblClick(list("Lst_ParamTriSelect"), 0));
+  press("Cmd_Sortir");
+  expectNoBox();
+  EXPECT_TRUE(control_->W_Sortir());
+  press("Cmd_OK");
+  EXPECT_EQ(store_.record("ORGPRISECHARGE", "001").text(), before);
+}
+
+TEST_F(LeavingByCode, TrailingMarksAreNoChange) {
+  const std::string marks{store::kValueMark, store::kAttributeMark, store::kAttributeMark};
+  const std::string whole = store_.record("ORGPRISECHARGE", "001").text();
+  store_.put("ORGPRISECHARGE", "001", store::DynamicArray(whole + marks));
+  lookUp("001");
+  // The host writes a page, which takes the value mark away.
+  user_->click(tabs(), kBordereau);
+  ASSERT_TRUE(user_->dblClick(list("Lst_ParamSelecOrgChg"), 0));
+  ASSERT_TRUE(user_->dblClick(list("Lst_ParamPossOrgChg"), 0));
+  press("Cmd_Sortir");
+  expectNoBox();
+  EXPECT_TRUE(control_->W_Sortir());
+}
+
+TEST_F(LeavingByCode, WhoHasLostTheRightWhileAskedSavesNothingAndStays) {
+  change();
+  desktop_.onBox = [this](const toolkit::headless::Entry&) { level_->value = 1; };
+  desktop_.answer(Answer::Yes);
+  press("Cmd_Sortir");
+  expectBox(kEnregistrer, Icon::Question, Buttons::YesNoCancel);
+  expectNothingWritten();
+  EXPECT_FALSE(control_->W_Sortir());
+  EXPECT_EQ(box("Txt_RaisonOrgChg").text(), "Domus");
+}
+
 TEST_F(LeavingByCode, TellsItsHostOnce) {
   int told = 0;
   control_->onSortirChanged = [&] { ++told; };

@@ -335,4 +335,19 @@ TEST(DynamicArray, AgreesWithAPlainModelOverManyRandomOperations) {
   }
 }
 
+TEST(DynamicArray, DropsItsEmptyEndDownToAsMany) {
+  const std::string mark(1, store::kAttributeMark);
+  const auto dropped = [&](const std::string& text, int kept) {
+    store::DynamicArray array(text);
+    array.dropEmptyEnd(kept);
+    return array.text();
+  };
+  EXPECT_EQ(dropped("a" + mark + "b" + mark + mark, 0), "a" + mark + "b");
+  EXPECT_EQ(dropped("a" + mark + "b" + mark + mark, 3), "a" + mark + "b" + mark);
+  EXPECT_EQ(dropped("a" + mark + "b" + mark + mark, 4), "a" + mark + "b" + mark + mark);
+  EXPECT_EQ(dropped("a" + mark + "b", 5), "a" + mark + "b");
+  EXPECT_EQ(dropped(mark + mark, 0), "");
+  EXPECT_EQ(dropped("", 2), "");
+}
+
 }  // namespace
