@@ -85,8 +85,20 @@ class Ctr_OrgPriseCharge::Implementation {
       return call();
     });
   }
-  void show(pages::Page& page) {
+  // The same for what shows the record: one shown in part must not be saved.
+  template <class F>
+  void showing(F call) {
     started([&] {
+      try {
+        call();
+      } catch (const std::exception&) {
+        lookup.abandonner();
+        throw;
+      }
+    });
+  }
+  void show(pages::Page& page) {
+    showing([&] {
       if (session.RecOrgChg) {
         page.afficher();
       } else {
@@ -217,7 +229,7 @@ void Ctr_OrgPriseCharge::Init() {
 }
 
 void Ctr_OrgPriseCharge::Afficher_Donnees() {
-  implementation_->started([&] { implementation_->view.Afficher_Donnees(); });
+  implementation_->showing([&] { implementation_->view.Afficher_Donnees(); });
 }
 
 void Ctr_OrgPriseCharge::Afficher_Ong1() { implementation_->show(implementation_->ong1); }

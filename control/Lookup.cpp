@@ -29,12 +29,17 @@ void Lookup::Txt_CodOrgChg_Change() {
   }
   // A record shown in part must not be saved.
   if (!toolkit::quietly("Afficher_Donnees", [&] { montrer(); })) {
-    view_.Vider_Donnees();
-    garderSaisie(code);
+    abandonner();
     return;
   }
   // The next code is typed over this one.
   selectionner(context_.screen.bar.Txt_CodOrgChg);
+}
+
+void Lookup::abandonner() {
+  const std::string code = context_.screen.bar.Txt_CodOrgChg.text();
+  view_.Vider_Donnees();
+  garderSaisie(code);
 }
 
 void Lookup::lire(const std::string& code) {

@@ -21,6 +21,10 @@ class Lookup {
   // While a record is in hand, its code comes back.
   void Txt_CodOrgChg_LostFocus();
 
+  // Clears the screen and lets go of the record, which could be shown in part only. The code stays
+  // as it stands there.
+  void abandonner();
+
  private:
   // Takes the record in hand instead of the one before; of an empty one, nothing.
   void lire(const std::string& code);

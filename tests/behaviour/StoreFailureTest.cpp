@@ -307,6 +307,39 @@ TEST(StoreFailureOnAllPages, LookingUpShowsTheWholeBodyOrNothing) {
   EXPECT_EQ(shown, 4);
 }
 
+// Shown by the host: in part is not at all, so that nothing half shown can be saved.
+void expectShownWholeOrNotAtAll(const std::function<void(control::Ctr_OrgPriseCharge&)>& show) {
+  const Step act = [&](FailingWorld& world) { show(*world.control_); };
+  FailingWorld undisturbed;
+  showAllPages(undisturbed);
+  const std::string before = undisturbed.store_.record("ORGPRISECHARGE", "001").text();
+  int cleared = 0;
+  withEachCallFailing(showAllPages, act, [&](FailingWorld& world, int) {
+    try {
+      act(world);
+      EXPECT_EQ(world.state(), kExisting);  // without the label of an account
+    } catch (const store::StoreError&) {
+      ++cleared;
+      EXPECT_EQ(world.state(), kEmpty);
+      EXPECT_EQ(world.box("Txt_RaisonOrgChg").text(), "");
+      EXPECT_EQ(world.child<ListBox>("Lst_ActSelect").listCount(), 0);
+    }
+    EXPECT_EQ(world.code().text(), "001");
+    world.press("Cmd_OK");
+    EXPECT_EQ(world.store_.record("ORGPRISECHARGE", "001").text(), before);
+  });
+  EXPECT_GT(cleared, 0);
+}
+
+TEST(StoreFailureOnAllPages, TheHostsDisplayOfARecordShowsAllOrNothing) {
+  expectShownWholeOrNotAtAll(
+      [](control::Ctr_OrgPriseCharge& control) { control.Afficher_Donnees(); });
+}
+
+TEST(StoreFailureOnAllPages, TheHostsDisplayOfTheActivitiesShowsAllOrNothing) {
+  expectShownWholeOrNotAtAll([](control::Ctr_OrgPriseCharge& control) { control.Afficher_Ong6(); });
+}
+
 TEST(StoreFailureOnAllPages, ABodyShownWithoutTheLabelOfAnAccountIsSavedWhole) {
   const Step act = [](FailingWorld& world) { world.lookUp("001"); };
   withEachCallFailing(fillAllPages, act, [&](FailingWorld& world, int) {
