@@ -1,6 +1,7 @@
 #include "pages/RateEditor.h"
 
 #include <array>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -246,6 +247,9 @@ void RateEditor::Cmd_SuppTaux_Click() {
 }
 
 void RateEditor::AjoutLists(std::int16_t& indice) {
+  if (text::trim(prise_.Txt_DateRembOrgChg.text()).empty()) {
+    throw std::invalid_argument("a rate needs its date");
+  }
   editor_.inserer(indice,
                   {prise_.Txt_DateRembOrgChg.text(), deuxDecimales(prise_.Txt_TxRembOrgChg.text()),
                    deuxDecimales(prise_.Txt_TxRembMajOrgChg.text()),

@@ -26,7 +26,8 @@ class RateEditor {
   void Tri2();                 // orders record and lists; rows of one day keep their order
   void DoubleClickTauxRemb();  // the selected row, when it may be changed
   // The row in the zones enters the lists before the row at `indice` (0-based; the count of rows
-  // appends it). std::invalid_argument past the end.
+  // appends it). std::invalid_argument past the end, and without a date in its zone: lists end at
+  // the first row without one.
   void AjoutLists(std::int16_t& indice);
   void EffaceEltLists();  // the selected row leaves the lists
 

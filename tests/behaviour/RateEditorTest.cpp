@@ -982,6 +982,15 @@ TEST_F(RatesHost, AjoutListsPutsTheZonesIntoTheLists) {
   EXPECT_EQ(bar("Bdv_TauxOrgChg").max(), 3);
 }
 
+TEST_F(RatesHost, AjoutListsRefusesARowWithoutADate) {
+  begin({"", "21", "26", "16"});
+  std::int16_t at = 1;
+  EXPECT_THROW(control_->AjoutLists(at), std::invalid_argument);
+  date().setText("  ");
+  EXPECT_THROW(control_->AjoutLists(at), std::invalid_argument);
+  EXPECT_EQ(rates(), kTwo);
+}
+
 TEST_F(RatesHost, EffaceEltListsTakesTheSelectedRowOutOfTheLists) {
   control_->EffaceEltLists();
   EXPECT_EQ(rates(), kTwo);

@@ -153,13 +153,11 @@ Err.Clear
 Dim index
 index = 0
 control.AjoutLists index
-Done "AjoutLists takes a variable", Err.Number, Err.Description
+Hold "AjoutLists takes a variable, but no row without a date: " & Hex(Err.Number), Err.Number <> 0 _
+  And index = 0
+Err.Clear
 control.Afficher_Ong3
 Done "Afficher_Ong3", Err.Number, Err.Description
-index = 5000
-control.AjoutLists index
-Hold "AjoutLists refuses a row past the end: " & Hex(Err.Number), Err.Number <> 0
-Err.Clear
 
 control.W_Sortir = True
 Hold "W_Sortir is assigned", control.W_Sortir = True And Err.Number = 0
