@@ -45,11 +45,6 @@ class ExceptionInfo {
   EXCEPINFO info_{};
 };
 
-std::string messageFor(const wchar_t* name, const std::string& description) {
-  const std::string member = *name == L'\0' ? "the default member" : utf8(name);
-  return description.empty() ? member + " failed" : member + ": " + description;
-}
-
 // Arguments as a call wants them: backwards.
 std::vector<VARIANT> backwards(const std::vector<Variant>& arguments) {
   std::vector<VARIANT> values;
@@ -60,6 +55,20 @@ std::vector<VARIANT> backwards(const std::vector<Variant>& arguments) {
 }
 
 }  // namespace
+
+void LateBound::fail(unsigned code, const wchar_t* name, const std::string& description) const {
+  std::string member = *name == L'\0' ? "default member" : utf8(name);
+  if (!name_.empty()) member = name_ + "." + member;
+  throw store::StoreError(
+      code, description.empty() ? member + " failed" : member + ": " + description, member);
+}
+
+bool LateBound::is(IUnknown* other) const {
+  ComPtr<IUnknown> own;
+  ComPtr<IUnknown> its;
+  return other != nullptr && SUCCEEDED(object_.As(&own)) &&
+         SUCCEEDED(other->QueryInterface(IID_PPV_ARGS(&its))) && own == its;
+}
 
 DISPID LateBound::idOf(const wchar_t* name) {
   if (*name == L'\0') {
@@ -74,7 +83,7 @@ DISPID LateBound::idOf(const wchar_t* name) {
   DISPID id = DISPID_UNKNOWN;
   const HRESULT result = object_->GetIDsOfNames(IID_NULL, &names, 1, LOCALE_USER_DEFAULT, &id);
   if (FAILED(result) && result != DISP_E_UNKNOWNNAME && result != DISP_E_MEMBERNOTFOUND) {
-    throw store::StoreError(static_cast<unsigned>(result), messageFor(name, ""));
+    fail(static_cast<unsigned>(result), name, "");
   }
   return ids_.emplace(name, FAILED(result) ? DISPID_UNKNOWN : id).first->second;
 }
@@ -82,8 +91,7 @@ DISPID LateBound::idOf(const wchar_t* name) {
 DISPID LateBound::knownIdOf(const wchar_t* name) {
   const DISPID id = idOf(name);
   if (id == DISPID_UNKNOWN && *name != L'\0') {
-    throw store::StoreError(static_cast<unsigned>(DISP_E_UNKNOWNNAME),
-                            messageFor(name, "no such member"));
+    fail(static_cast<unsigned>(DISP_E_UNKNOWNNAME), name, "no such member");
   }
   return id;
 }
@@ -101,11 +109,10 @@ Variant LateBound::invoke(const wchar_t* name, WORD how, DISPPARAMS& parameters)
   if (failure == DISP_E_EXCEPTION) {
     exception.complete();
     failure = exception.code();
-    throw store::StoreError(static_cast<unsigned>(FAILED(failure) ? failure : E_FAIL),
-                            messageFor(name, exception.description()));
+    fail(static_cast<unsigned>(FAILED(failure) ? failure : E_FAIL), name, exception.description());
   }
   if (FAILED(failure)) {
-    throw store::StoreError(static_cast<unsigned>(failure), messageFor(name, ""));
+    fail(static_cast<unsigned>(failure), name, "");
   }
   return (result.get().vt & VT_BYREF) != 0 ? Variant::copyOf(result.get()) : std::move(result);
 }
@@ -121,12 +128,16 @@ ComPtr<IDispatch> LateBound::callForObject(const wchar_t* name,
   const Variant answer = call(name, arguments);
   ComPtr<IDispatch> object;
   if (answer.get().vt == VT_DISPATCH || answer.get().vt == VT_UNKNOWN) {
-    object = objectOf(answer.get());
+    object = read(name, answer, objectOf);
   }
   if (object == nullptr) {
-    throw store::StoreError(store::kFailed, messageFor(name, "no object was given back"));
+    fail(store::kFailed, name, "no object was given back");
   }
   return object;
+}
+
+std::wstring LateBound::callForText(const wchar_t* name, const std::vector<Variant>& arguments) {
+  return read(name, call(name, arguments), textOrNullOf);
 }
 
 void LateBound::put(const wchar_t* name, Variant value) {

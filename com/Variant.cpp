@@ -1,5 +1,9 @@
 #include "com/Variant.h"
 
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+#include <limits>
 #include <new>
 
 #include "com/ComBorder.h"
@@ -131,6 +135,51 @@ std::wstring textOf(const VARIANT& value) {
 long numberOf(const VARIANT& value) { return converted(value, VT_I4).get().lVal; }
 
 bool booleanOf(const VARIANT& value) { return converted(value, VT_BOOL).get().boolVal != 0; }
+
+std::wstring textOrNullOf(const VARIANT& value) {
+  const Variant plain = Variant::copyOf(value);
+  return plain.get().vt == VT_NULL ? std::wstring() : textOf(plain.get());
+}
+
+namespace {
+
+bool isNumber(VARTYPE type) {
+  constexpr VARTYPE kNumbers[] = {VT_I1, VT_UI1, VT_I2, VT_UI2, VT_I4, VT_UI4,     VT_INT,  VT_UINT,
+                                  VT_I8, VT_UI8, VT_R4, VT_R8,  VT_CY, VT_DECIMAL, VT_ERROR};
+  return std::find(std::begin(kNumbers), std::end(kNumbers), type) != std::end(kNumbers);
+}
+
+}  // namespace
+
+std::optional<std::uint32_t> lowBitsOf(const VARIANT& value) {
+  const Variant plain = Variant::copyOf(value);
+  const VARIANT& number = plain.get();
+  if (!isNumber(number.vt)) {
+    return std::nullopt;
+  }
+  if (number.vt == VT_ERROR) {  // converted to no number
+    return static_cast<std::uint32_t>(number.scode);
+  }
+  if (number.vt == VT_UI8) {  // the upper half does not fit in what the others become
+    return static_cast<std::uint32_t>(number.ullVal);
+  }
+  try {
+    return static_cast<std::uint32_t>(converted(number, VT_I8).get().llVal);
+  } catch (const Error&) {
+    return std::nullopt;
+  }
+}
+
+std::optional<long> wholeNumberOf(const VARIANT& value) {
+  try {
+    const double number = converted(value, VT_R8).get().dblVal;
+    const bool fits = number >= std::numeric_limits<long>::min() &&
+                      number <= std::numeric_limits<long>::max() && number == std::floor(number);
+    return fits ? std::optional<long>(static_cast<long>(number)) : std::nullopt;
+  } catch (const Error&) {
+    return std::nullopt;
+  }
+}
 
 ComPtr<IDispatch> objectOf(const VARIANT& value) {
   const Variant plain = Variant::copyOf(value);

@@ -4,6 +4,8 @@
 #include <ole2.h>
 #include <wrl/client.h>
 
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -71,6 +73,12 @@ class Variant {
 std::wstring textOf(const VARIANT& value);
 long numberOf(const VARIANT& value);
 bool booleanOf(const VARIANT& value);
+// The same, but Null reads as "" too.
+std::wstring textOrNullOf(const VARIANT& value);
+// The low 32 bits of a number of any type; nothing when it is none, or beyond 64 bits.
+std::optional<std::uint32_t> lowBitsOf(const VARIANT& value);
+// Nothing when the value is no whole number that a long holds.
+std::optional<long> wholeNumberOf(const VARIANT& value);
 // The object of a VT_DISPATCH or VT_UNKNOWN; null for an empty or null value.
 Microsoft::WRL::ComPtr<IDispatch> objectOf(const VARIANT& value);
 

@@ -186,7 +186,12 @@ HRESULT ControlObject::keepClient(IDispatch* object) {
 }
 
 HRESULT ControlObject::keepDatabase(IDispatch* object) {
-  callControl([&] { control_.setTheDatabase(databaseOf(object)); });
+  std::shared_ptr<store::Database> database = database_.lock();
+  if (database == nullptr || !isDatabaseOf(*database, object)) {
+    database = databaseOf(object);
+  }
+  callControl([&] { control_.setTheDatabase(database); });
+  database_ = database;
   return S_OK;
 }
 

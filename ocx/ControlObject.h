@@ -18,6 +18,7 @@
 #include "ocx/PropertySinks.h"
 #include "ocx/Saved.h"
 #include "ocx/TessalineTypes.h"
+#include "store/Database.h"
 #include "toolkit/Desktop.h"
 
 namespace ocx {
@@ -576,6 +577,8 @@ class ControlObject final : public _Ctr_OrgPriseCharge,
   InPlace place_;
   std::unique_ptr<toolkit::Desktop> desktop_;
   Control control_;
+  std::weak_ptr<store::Database>
+      database_;  // what stands for the host's while the control holds it
 
   PropertySinks sinks_{*this};
   PostedCall sortirChanged_{[this] { return tellSortir(); }};

@@ -10,10 +10,14 @@ using Microsoft::WRL::ComPtr;
 
 namespace {
 
+constexpr long kConsultation = 0;
+
 class HostRightsEntry final : public screen::RightsEntry {
  public:
-  explicit HostRightsEntry(ComPtr<IDispatch> object) : object_(std::move(object)) {}
-  long Level() override { return com::numberOf(object_.call(L"Level").get()); }
+  explicit HostRightsEntry(ComPtr<IDispatch> object) : object_(std::move(object), "rights entry") {}
+  long Level() override {
+    return com::wholeNumberOf(object_.call(L"Level").get()).value_or(kConsultation);
+  }
 
  private:
   com::LateBound object_;
@@ -21,7 +25,7 @@ class HostRightsEntry final : public screen::RightsEntry {
 
 class HostRights final : public screen::Rights {
  public:
-  explicit HostRights(ComPtr<IDispatch> object) : object_(std::move(object)) {}
+  explicit HostRights(ComPtr<IDispatch> object) : object_(std::move(object), "rights") {}
 
   std::shared_ptr<screen::RightsEntry> entry(std::string_view right) override {
     std::vector<com::Variant> arguments;

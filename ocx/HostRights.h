@@ -1,5 +1,5 @@
 // The host's late-bound rights object: its default property with a right's name gives the entry,
-// whose `Level` is a number.
+// whose `Level` is a number. Anything but a whole number is a level that allows consultation only.
 #pragma once
 
 #include <ole2.h>

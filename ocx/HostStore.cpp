@@ -32,22 +32,23 @@ std::vector<com::Variant> argument(std::string_view text) {
   return arguments;
 }
 
-// The full text of a dynamic array, given as an object or at once as a text.
-std::string fullText(const com::Variant& answer) {
+// What a request is answered with: a dynamic array, or at once its full text.
+std::string fullText(const com::LateBound& database, const wchar_t* member,
+                     const com::Variant& answer) {
   if (answer.get().vt != VT_DISPATCH && answer.get().vt != VT_UNKNOWN) {
-    return com::recordText(com::textOf(answer.get()));
+    return com::recordText(database.read(member, answer, com::textOrNullOf));
   }
-  const ComPtr<IDispatch> object = com::objectOf(answer.get());
+  const ComPtr<IDispatch> object = database.read(member, answer, com::objectOf);
   if (object == nullptr) {
     return {};
   }
-  return com::recordText(com::textOf(com::LateBound(object).call(kWholeText).get()));
+  return com::recordText(com::LateBound(object, "dynamic array").callForText(kWholeText));
 }
 
 bool recordExists(com::LateBound& record) {
   constexpr const wchar_t* kStatus = L"Status";
   return !record.has(kStatus) ||
-         static_cast<unsigned>(com::numberOf(record.call(kStatus).get())) != store::kRecordNotFound;
+         com::lowBitsOf(record.call(kStatus).get()) != store::kRecordNotFound;
 }
 
 class HostRecord final : public store::Record {
@@ -84,7 +85,7 @@ class MissingRecord final : public store::Record {
 
 class HostFile final : public store::File {
  public:
-  explicit HostFile(ComPtr<IDispatch> object) : object_(std::move(object)) {}
+  explicit HostFile(ComPtr<IDispatch> object) : object_(std::move(object), "file") {}
 
   std::unique_ptr<store::Record> ReadRecord(std::string_view id) override {
     ComPtr<IDispatch> object;
@@ -96,15 +97,16 @@ class HostFile final : public store::File {
       }
       return std::make_unique<MissingRecord>();
     }
-    com::LateBound record(std::move(object));
+    com::LateBound record(std::move(object), "record");
     const bool found = recordExists(record);
-    std::string text = com::recordText(com::textOf(record.call(kWholeText).get()));
+    std::string text = com::recordText(record.callForText(kWholeText));
     return std::make_unique<HostRecord>(std::move(record), std::move(text), found);
   }
 
+  // Whatever the host's object gives back is left alone: nobody asks for it.
   int DeleteRecord(std::string_view id) override {
-    const com::Variant status = object_.call(L"DeleteRecord", argument(id));
-    return status.get().vt == VT_EMPTY ? 0 : static_cast<int>(com::numberOf(status.get()));
+    object_.call(L"DeleteRecord", argument(id));
+    return 0;
   }
 
  private:
@@ -113,14 +115,18 @@ class HostFile final : public store::File {
 
 class HostDatabase final : public store::Database {
  public:
-  explicit HostDatabase(ComPtr<IDispatch> object) : object_(std::move(object)) {}
+  explicit HostDatabase(ComPtr<IDispatch> object) : object_(std::move(object), "database") {}
+
+  bool wraps(IDispatch* object) const { return object_.is(object); }
 
   std::unique_ptr<store::File> OpenFile(std::string_view name) override {
     return std::make_unique<HostFile>(object_.callForObject(L"OpenFile", argument(name)));
   }
 
   store::DynamicArray ExecuteSentence(std::string_view request) override {
-    return store::DynamicArray(fullText(object_.call(L"ExecuteSentence", argument(request))));
+    constexpr const wchar_t* kMember = L"ExecuteSentence";
+    return store::DynamicArray(
+        fullText(object_, kMember, object_.call(kMember, argument(request))));
   }
 
  private:
@@ -131,6 +137,11 @@ class HostDatabase final : public store::Database {
 
 std::shared_ptr<store::Database> databaseOf(IDispatch* object) {
   return object == nullptr ? nullptr : std::make_shared<HostDatabase>(object);
+}
+
+bool isDatabaseOf(const store::Database& database, IDispatch* object) {
+  const auto* own = dynamic_cast<const HostDatabase*>(&database);
+  return own != nullptr && own->wraps(object);
 }
 
 }  // namespace ocx

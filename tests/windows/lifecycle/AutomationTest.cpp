@@ -211,6 +211,24 @@ TEST_F(Automation, DispidsStandInTheirPublishedOrder) {
   EXPECT_EQ(container::idOf(automation, L"RechercheAccord"), 55);
 }
 
+TEST_F(Automation, TheSameDatabaseAssignedAgainChangesNothing) {
+  const auto database = control().store.database();
+  control().put(L"TheDatabase", Value(database.Get()));
+  EXPECT_EQ(user().text(L"Txt_CodOrgChg"), L"");
+  control().call(L"Init");
+  control().host.pump();
+  load(L"001");
+  user().fill(L"Txt_RaisonOrgChg", L"Autre nom");
+  const auto calls = control().state().calls.size();
+  for (const WORD how : {DISPATCH_PROPERTYPUT, DISPATCH_PROPERTYPUTREF}) {
+    control().put(L"TheDatabase", Value(database.Get()), how);
+    EXPECT_EQ(user().text(L"Txt_RaisonOrgChg"), L"Autre nom");
+  }
+  EXPECT_EQ(control().state().calls.size(), calls);
+  user().click(L"Cmd_OK");
+  EXPECT_EQ(control().stored(L"001", 2), L"Autre nom");
+}
+
 TEST_F(Automation, TheOneBodyOfAStoreIsLoadedByInit) {
   control().state().files[L"ORGPRISECHARGE"].erase(L"002");
   control().state().files[L"ORGPRISECHARGE"].erase(L"003");

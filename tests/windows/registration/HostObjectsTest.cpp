@@ -133,6 +133,132 @@ TEST_F(HostStore, AsksTheRecordForItsStatus) {
   EXPECT_TRUE(file->ReadRecord("001")->found());
 }
 
+// Member that answers with a value made by `fill`.
+FakeObject::Member answersWith(std::function<void(VARIANT&)> fill) {
+  return [fill = std::move(fill)](const FakeCall& call) {
+    fill(*call.result);
+    return S_OK;
+  };
+}
+
+TEST_F(HostStore, ReadsAStatusByItsLowBitsFromAnyNumber) {
+  constexpr auto kAsLong = static_cast<LONG>(store::kRecordNotFound);
+  const std::vector<std::function<void(VARIANT&)>> missing{[](VARIANT& status) {
+                                                             status.vt = VT_UI4;
+                                                             status.ulVal = store::kRecordNotFound;
+                                                           },
+                                                           [](VARIANT& status) {
+                                                             status.vt = VT_I8;
+                                                             status.llVal = kAsLong;
+                                                           },
+                                                           [](VARIANT& status) {
+                                                             status.vt = VT_I8;
+                                                             status.llVal = store::kRecordNotFound;
+                                                           },
+                                                           [](VARIANT& status) {
+                                                             status.vt = VT_UI8;
+                                                             status.ullVal = 0xFFFFFFFF8004000BULL;
+                                                           },
+                                                           [](VARIANT& status) {
+                                                             status.vt = VT_R8;
+                                                             status.dblVal = 2147745803.0;
+                                                           },
+                                                           [](VARIANT& status) {
+                                                             status.vt = VT_R8;
+                                                             status.dblVal = kAsLong;
+                                                           },
+                                                           [](VARIANT& status) {
+                                                             status.vt = VT_CY;
+                                                             status.cyVal.int64 = kAsLong * 10000LL;
+                                                           },
+                                                           [](VARIANT& status) {
+                                                             status.vt = VT_DECIMAL;
+                                                             VarDecFromI4(kAsLong, &status.decVal);
+                                                             status.vt = VT_DECIMAL;
+                                                           },
+                                                           [](VARIANT& status) {
+                                                             status.vt = VT_ERROR;
+                                                             status.scode = kAsLong;
+                                                           }};
+  const auto file = this->file();
+  for (std::size_t i = 0; i < missing.size(); ++i) {
+    record_->on(L"Status", answersWith(missing[i]));
+    EXPECT_FALSE(file->ReadRecord("999")->found()) << i;
+  }
+}
+
+TEST_F(HostStore, TakesAStatusThatIsNoNumberForNone) {
+  const std::vector<std::function<void(VARIANT&)>> none{
+      [](VARIANT& status) { status.vt = VT_NULL; },
+      [](VARIANT& status) { status.vt = VT_EMPTY; },
+      [](VARIANT& status) { status = com::Variant::ofText(L"-2147221493").release(); },
+      [](VARIANT& status) { status = com::Variant::ofBoolean(true).release(); },
+      [this](VARIANT& status) { status = com::Variant::ofObject(record_.Get()).release(); },
+      [](VARIANT& status) {
+        status.vt = VT_R8;
+        status.dblVal = 1e300;
+      }};
+  const auto file = this->file();
+  for (std::size_t i = 0; i < none.size(); ++i) {
+    record_->on(L"Status", answersWith(none[i]));
+    EXPECT_TRUE(file->ReadRecord("001")->found()) << i;
+  }
+}
+
+TEST_F(HostStore, ReadsNullAsAnEmptyTextOrAnswer) {
+  const auto null = answersWith([](VARIANT& text) { text.vt = VT_NULL; });
+  record_->on(L"", null);
+  const auto file = this->file();
+  const auto record = file->ReadRecord("001");
+  EXPECT_TRUE(record->fields().empty());
+  EXPECT_TRUE(record->found());
+  database_->gives(L"ExecuteSentence", record_);
+  EXPECT_TRUE(store_->ExecuteSentence("SSELECT A").empty());
+  database_->on(L"ExecuteSentence", null);
+  EXPECT_TRUE(store_->ExecuteSentence("SSELECT A").empty());
+}
+
+TEST_F(HostStore, NamesObjectAndMemberOfAnAnswerOfTheWrongType) {
+  const auto wrong = answersWith([](VARIANT& answer) {
+    answer.vt = VT_ARRAY | VT_UI1;
+    answer.parray = SafeArrayCreateVector(VT_UI1, 0, 1);
+  });
+  const auto failureOf = [](const std::function<void()>& call) -> std::string {
+    try {
+      call();
+    } catch (const store::StoreError& failure) {
+      EXPECT_EQ(failure.code(), static_cast<unsigned>(DISP_E_TYPEMISMATCH));
+      return failure.member();
+    }
+    return "none";
+  };
+  const auto file = this->file();
+  record_->on(L"", wrong);
+  EXPECT_EQ(failureOf([&] { file->ReadRecord("001"); }), "record.default member");
+  database_->on(L"ExecuteSentence", wrong);
+  EXPECT_EQ(failureOf([&] { store_->ExecuteSentence("X"); }), "database.ExecuteSentence");
+  database_->gives(L"ExecuteSentence", record_);
+  EXPECT_EQ(failureOf([&] { store_->ExecuteSentence("X"); }), "dynamic array.default member");
+}
+
+TEST_F(HostStore, KnowsItsObjectAgainByItsIUnknown) {
+  EXPECT_TRUE(ocx::isDatabaseOf(*store_, database_.Get()));
+  EXPECT_FALSE(ocx::isDatabaseOf(*store_, file_.Get()));
+  EXPECT_FALSE(ocx::isDatabaseOf(*store_, nullptr));
+}
+
+TEST_F(HostStore, KeepsTheTextOfAFailureOutOfWhatMayBeTraced) {
+  file_->on(L"ReadRecord", raises(static_cast<SCODE>(0x80040003U), 0, L"Mme Martin"));
+  const auto file = this->file();
+  try {
+    file->ReadRecord("001");
+    FAIL() << "no failure";
+  } catch (const store::StoreError& failure) {
+    EXPECT_STREQ(failure.what(), "file.ReadRecord: Mme Martin");
+    EXPECT_EQ(failure.withoutText(), "file.ReadRecord 0x80040003");
+  }
+}
+
 TEST_F(HostStore, CarriesTheCodeOfAFailure) {
   file_->on(L"ReadRecord", [](const FakeCall&) { return static_cast<HRESULT>(0x80040003U); });
   const auto file = this->file();
@@ -212,16 +338,26 @@ TEST_F(HostStore, SendsARequestAndReadsItsAnswer) {
   EXPECT_EQ(database_->journal, Journal{L"ExecuteSentence(SSELECT A\u00FEA\u00FE0 1)"});
 }
 
-TEST_F(HostStore, GivesTheStatusOfADeletion) {
-  file_->on(L"DeleteRecord", [](const FakeCall& call) {
-    *call.result = com::Variant::ofNumber(3).release();
-    return S_OK;
-  });
+TEST_F(HostStore, NeverConvertsWhatADeletionGivesBack) {
+  const std::vector<std::function<void(VARIANT&)>> answers{
+      [](VARIANT& answer) { answer.vt = VT_EMPTY; },
+      [](VARIANT& answer) { answer.vt = VT_NULL; },
+      [](VARIANT& answer) { answer = com::Variant::ofNumber(3).release(); },
+      [](VARIANT& answer) { answer = com::Variant::ofText(L"deleted").release(); },
+      [this](VARIANT& answer) { answer = com::Variant::ofObject(record_.Get()).release(); },
+      [](VARIANT& answer) {
+        answer.vt = VT_R8;
+        answer.dblVal = 1e300;
+      }};
   const auto file = this->file();
-  EXPECT_EQ(file->DeleteRecord("001"), 3);
-  file_->on(L"DeleteRecord", [](const FakeCall&) { return S_OK; });
-  EXPECT_EQ(file->DeleteRecord("001"), 0);
-  EXPECT_EQ(file_->journal, (Journal{L"DeleteRecord(001)", L"DeleteRecord(001)"}));
+  for (const auto& answer : answers) {
+    file_->on(L"DeleteRecord", [&answer](const FakeCall& call) {
+      answer(*call.result);
+      return S_OK;
+    });
+    EXPECT_EQ(file->DeleteRecord("001"), 0);
+  }
+  EXPECT_EQ(file_->journal, Journal(answers.size(), L"DeleteRecord(001)"));
 }
 
 TEST(HostRights, ReadTheLevelEachTime) {
@@ -239,6 +375,35 @@ TEST(HostRights, ReadTheLevelEachTime) {
   level = 2;
   EXPECT_EQ(right->Level(), 2);
   EXPECT_EQ(entry->lookUps(), 1);
+}
+
+TEST(HostRights, ALevelThatIsNoWholeNumberAllowsConsultationOnly) {
+  const ComPtr<FakeObject> entry = FakeObject::make();
+  const ComPtr<FakeObject> rights = FakeObject::make();
+  rights->gives(L"", entry);
+  const auto right = ocx::rightsOf(rights.Get())->entry("X");
+  const auto real = [](double number) {
+    return [number](VARIANT& level) {
+      level.vt = VT_R8;
+      level.dblVal = number;
+    };
+  };
+  const std::vector<std::function<void(VARIANT&)>> refused{
+      [](VARIANT& level) { level.vt = VT_NULL; },
+      [](VARIANT& level) { level.vt = VT_EMPTY; },
+      [](VARIANT& level) { level = com::Variant::ofText(L"deux").release(); },
+      real(1.6),
+      real(2.4),
+      real(1e300)};
+  for (std::size_t i = 0; i < refused.size(); ++i) {
+    entry->on(L"Level", answersWith(refused[i]));
+    EXPECT_EQ(right->Level(), 0) << i;
+  }
+  entry->on(L"Level", answersWith(real(2.0)));
+  EXPECT_EQ(right->Level(), 2);
+  entry->on(L"Level",
+            answersWith([](VARIANT& level) { level = com::Variant::ofText(L"2").release(); }));
+  EXPECT_EQ(right->Level(), 2);
 }
 
 TEST(HostRights, ThatGiveNoEntryAreAFailure) {
