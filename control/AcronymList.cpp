@@ -17,9 +17,15 @@ void AcronymList::Remplir_OrgPriseChg() {
 }
 
 void AcronymList::charger(const std::string& code) {
+  // What the user has changed in the body in hand stays.
+  if (code == context_.session.codeEnMain) {
+    view_.montrerCode();
+    view_.montrerSigle();
+    return;
+  }
   toolkit::TextBox& field = context_.screen.bar.Txt_CodOrgChg;
   // The code may stand there without its record: typed, but not read.
-  if (field.text() == code && context_.session.codeEnMain != code) field.setText("");
+  if (field.text() == code) field.setText("");
   field.setText(code);
 }
 

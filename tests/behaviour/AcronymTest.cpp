@@ -23,6 +23,26 @@ TEST_F(Acronym, ChoosingALineLoadsItsBody) {
   EXPECT_EQ(state(), kExisting);
 }
 
+TEST_F(Acronym, ChoosingTheBodyInHandKeepsWhatWasTyped) {
+  user_->choose(sigles(), 1);
+  user_->fill(box("Txt_RaisonOrgChg"), "Autre nom");
+  store_.forgetCalls();
+  for (const bool searched : {false, true}) {
+    if (searched) search("CRA");
+    user_->choose(sigles(), searched ? 0 : 1);
+    EXPECT_EQ(box("Txt_RaisonOrgChg").text(), "Autre nom") << searched;
+    EXPECT_EQ(code().text(), "002");
+    EXPECT_EQ(sigles().text(), "CRAM");
+    EXPECT_EQ(state(), kExisting);
+  }
+  user_->fill(code(), "00");
+  user_->choose(sigles(), 0);
+  EXPECT_EQ(code().text(), "002");
+  EXPECT_TRUE(store_.calls(CallKind::ReadRecord).empty());
+  press("Cmd_OK");
+  EXPECT_EQ(attribute("002", 2), "Autre nom");
+}
+
 TEST_F(Acronym, EveryLineStandsForItsBody) {
   const std::vector<std::string> codes = {"003", "002", "001"};
   for (int line = 0; line < 3; ++line) {
