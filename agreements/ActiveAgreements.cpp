@@ -1,6 +1,6 @@
 #include "agreements/ActiveAgreements.h"
 
-#include "store/Conversions.h"
+#include "store/Dates.h"
 #include "store/Layouts.h"
 #include "store/Request.h"
 #include "text/Utf8.h"

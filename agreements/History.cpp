@@ -1,6 +1,6 @@
 #include "agreements/History.h"
 
-#include "store/Conversions.h"
+#include "store/Amounts.h"
 #include "store/Layouts.h"
 
 namespace agreements {

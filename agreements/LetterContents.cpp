@@ -4,7 +4,8 @@
 
 #include "agreements/History.h"
 #include "agreements/PostalAddress.h"
-#include "store/Conversions.h"
+#include "store/Amounts.h"
+#include "store/Dates.h"
 #include "store/Layouts.h"
 #include "text/Utf8.h"
 #include "toolkit/Trap.h"

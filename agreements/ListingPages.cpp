@@ -5,7 +5,7 @@
 
 #include "agreements/PostalAddress.h"
 #include "agreements/PrintedSheet.h"
-#include "store/Conversions.h"
+#include "store/Amounts.h"
 #include "store/Layouts.h"
 #include "text/Utf8.h"
 #include "toolkit/Trap.h"

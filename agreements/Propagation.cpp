@@ -15,7 +15,7 @@
 #include "forms/PrinterChoice.h"
 #include "screen/BusyScreen.h"
 #include "screen/Messages.h"
-#include "store/Conversions.h"
+#include "store/Dates.h"
 #include "store/Layouts.h"
 #include "text/Utf8.h"
 #include "toolkit/Trap.h"

@@ -14,7 +14,8 @@
 #include "agreements/FrenchDate.h"
 #include "agreements/Letter.h"
 #include "localstore/LocalDatabase.h"
-#include "store/Conversions.h"
+#include "store/Amounts.h"
+#include "store/Dates.h"
 #include "store/Layouts.h"
 #include "toolkit/headless/HeadlessDesktop.h"
 

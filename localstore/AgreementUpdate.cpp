@@ -9,7 +9,7 @@
 #include "localstore/RecordTable.h"
 #include "localstore/Sentence.h"
 #include "localstore/Sqlite.h"
-#include "store/Conversions.h"
+#include "store/Dates.h"
 #include "store/Layouts.h"
 #include "store/StoreError.h"
 #include "text/Utf8.h"

@@ -1,12 +1,12 @@
-#include "store/Conversions.h"
+#include "store/Dates.h"
 
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <cstdint>
-#include <limits>
+#include <cstddef>
 #include <vector>
 
+#include "store/Digits.h"
 #include "text/Utf8.h"
 
 namespace store {
@@ -14,14 +14,6 @@ namespace {
 
 constexpr int kFirstYear = 1900;
 constexpr int kLastYear = 2099;
-constexpr long kLargestWhole = std::numeric_limits<std::int32_t>::max();
-constexpr long long kLargestHundredths = 999'999'999'999'999;
-
-bool isDigit(char character) { return character >= '0' && character <= '9'; }
-
-bool allDigits(std::string_view text) {
-  return !text.empty() && std::all_of(text.begin(), text.end(), isDigit);
-}
 
 constexpr bool isLeap(int year) { return year % 4 == 0 && (year % 100 != 0 || year % 400 == 0); }
 
@@ -62,19 +54,32 @@ int fullYear(std::string_view digits) {
   return year < 50 ? 2000 + year : 1900 + year;
 }
 
-std::vector<std::string_view> split(std::string_view text, std::string_view separators) {
+std::vector<std::string_view> split(std::string_view text, char separator) {
   std::vector<std::string_view> parts;
   std::size_t begin = 0;
-  for (std::size_t end; (end = text.find_first_of(separators, begin)) != text.npos;) {
+  for (std::size_t end; (end = text.find(separator, begin)) != text.npos; begin = end + 1) {
     parts.push_back(text.substr(begin, end - begin));
-    begin = end + 1;
+  }
+  parts.push_back(text.substr(begin));
+  return parts;
+}
+
+// Any character that is no digit separates, whatever its bytes.
+std::vector<std::string_view> splitAtOthers(std::string_view text) {
+  std::vector<std::string_view> parts;
+  std::size_t begin = 0;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (isDigit(text[i])) continue;
+    const bool insideCharacter = (static_cast<unsigned char>(text[i]) & 0xC0U) == 0x80U;
+    if (!insideCharacter) parts.push_back(text.substr(begin, i - begin));
+    begin = i + 1;
   }
   parts.push_back(text.substr(begin));
   return parts;
 }
 
 std::vector<std::string_view> partsOfTypedDate(std::string_view typed) {
-  if (!allDigits(typed)) return split(typed, "/.-");
+  if (!allDigits(typed)) return splitAtOthers(typed);
   if (typed.size() == 4) return {typed.substr(0, 2), typed.substr(2)};
   if (typed.size() == 6 || typed.size() == 8) {
     return {typed.substr(0, 2), typed.substr(2, 2), typed.substr(4)};
@@ -85,33 +90,6 @@ std::vector<std::string_view> partsOfTypedDate(std::string_view typed) {
 // What a text can write as dd/mm/yyyy.
 constexpr long kFirstTextDay = daysSinceMarch({1, 1, 1}) - kDayZero;
 constexpr long kLastTextDay = daysSinceMarch({9999, 12, 31}) - kDayZero;
-
-// The last digits of a number, right-aligned before `end`; back comes where they begin. Numbers are
-// written by the hundreds when a record is shown, so without a text in between.
-template <class Number>
-char* putDigits(char* end, Number number, int digits) {
-  for (; digits > 0; --digits, number /= 10) *--end = static_cast<char>('0' + number % 10);
-  return end;
-}
-
-// Blanks between thousands: the plain one, the no-break one and the narrow no-break one.
-std::string withoutBlanks(std::string_view text) {
-  std::string out;
-  for (const char32_t character : text::decode(text)) {
-    if (character != U' ' && character != U'\u00A0' && character != U'\u202F') {
-      out += text::encode(character);
-    }
-  }
-  return out;
-}
-
-// The first two decimals as a number, the half rounded up.
-long long roundedCents(std::string_view decimals) {
-  const auto digit = [decimals](std::size_t i) {
-    return i < decimals.size() ? decimals[i] - '0' : 0;
-  };
-  return digit(0) * 10 + digit(1) + (digit(2) >= 5 ? 1 : 0);
-}
 
 }  // namespace
 
@@ -131,7 +109,7 @@ Date dateOfDay(long day) {
 }
 
 std::optional<long> dayOfText(std::string_view text) {
-  const std::vector<std::string_view> parts = split(text::trim(text), "/");
+  const std::vector<std::string_view> parts = split(text::trim(text), '/');
   if (parts.size() != 3 || parts[2].size() != 4) return std::nullopt;
   const Date date{shortNumber(parts[2], 4), shortNumber(parts[1], 2), shortNumber(parts[0], 2)};
   if (!isDate(date)) return std::nullopt;
@@ -167,85 +145,6 @@ std::string completeDate(std::string_view typed, int yearOfToday) {
   const int year = parts.size() == 2 ? yearOfToday : fullYear(parts[2]);
   const Date date{year, shortNumber(parts[1], 2), shortNumber(parts[0], 2)};
   return isDate(date) ? textOfDay(dayNumber(date)) : std::string();
-}
-
-std::optional<long long> hundredths(std::string_view text) {
-  const std::string number = withoutBlanks(text);
-  std::string_view digits = number;
-  const bool negative = !digits.empty() && digits[0] == '-';
-  if (negative) digits.remove_prefix(1);
-  const std::vector<std::string_view> parts = split(digits, ",.");
-  const std::string_view decimals = parts.size() == 2 ? parts[1] : std::string_view();
-  if (parts.size() > 2 || (parts[0].empty() && decimals.empty())) return std::nullopt;
-  if (!parts[0].empty() && !allDigits(parts[0])) return std::nullopt;
-  if (!decimals.empty() && !allDigits(decimals)) return std::nullopt;
-  const std::string_view units =
-      parts[0].substr(std::min(parts[0].find_first_not_of('0'), parts[0].size()));
-  if (units.size() > 13) return std::nullopt;
-  long long value = 0;
-  std::from_chars(units.data(), units.data() + units.size(), value);
-  value = value * 100 + roundedCents(decimals);
-  if (value > kLargestHundredths) return std::nullopt;
-  return negative ? -value : value;
-}
-
-std::string twoDecimals(long long hundredths) {
-  const bool negative = hundredths < 0;
-  const auto magnitude = negative ? 0ULL - static_cast<unsigned long long>(hundredths)
-                                  : static_cast<unsigned long long>(hundredths);
-  std::array<char, 24> text{};  // a sign, eighteen digits, a comma and two digits at the most
-  char* const end = text.data() + text.size();
-  char* begin = putDigits(end, magnitude, 2);
-  *--begin = ',';
-  auto units = magnitude / 100;
-  do {
-    begin = putDigits(begin, units, 1);
-    units /= 10;
-  } while (units > 0);
-  if (negative) *--begin = '-';
-  return {begin, end};
-}
-
-std::string shownHundredths(std::string_view stored) {
-  const std::string_view number = text::trim(stored);
-  long long value = 0;
-  const char* const start = number.data();
-  const char* const end = start + number.size();
-  const auto [stop, error] = std::from_chars(start, end, value);
-  return error == std::errc() && stop == end ? twoDecimals(value) : std::string();
-}
-
-std::string editable(std::string_view shown) {
-  std::string out = withoutBlanks(shown);
-  if (out.find(',') == std::string::npos) return out;
-  out.erase(out.find_last_not_of('0') + 1);
-  if (!out.empty() && out.back() == ',') out.pop_back();
-  return out;
-}
-
-char32_t decimalKey(char32_t key) {
-  constexpr char32_t kBackspace = 8;
-  constexpr char32_t kEnter = 13;
-  if (key >= U'0' && key <= U'9') return key;
-  if (key == kBackspace || key == kEnter || key == U'-') return key;
-  return key == U',' || key == U'.' ? U',' : 0;
-}
-
-long wholeNumber(std::string_view text) {
-  std::string_view rest = text;
-  rest.remove_prefix(std::min(rest.find_first_not_of(' '), rest.size()));
-  const bool negative = !rest.empty() && rest[0] == '-';
-  if (!rest.empty() && (rest[0] == '-' || rest[0] == '+')) rest.remove_prefix(1);
-  long value = 0;
-  for (std::size_t i = 0; i < rest.size() && isDigit(rest[i]); ++i) {
-    const long digit = rest[i] - '0';
-    if (value > (kLargestWhole - digit) / 10) {
-      value = kLargestWhole;
-      break;
-    }
-    value = value * 10 + digit;
-  }
-  return negative ? -value : value;
 }
 
 }  // namespace store
