@@ -9,7 +9,7 @@ namespace pages {
 namespace attribut = store::orgprisecharge;
 
 Ong1::Ong1(PageContext context, AddressPort& adresse)
-    : context_(context),
+    : Onglet(context, &screen::EditSession::ErreurOng1),
       adresse_(adresse),
       fields_{
           {{&context.screen.bar.Txt_SigleOrgChg, attribut::SigleOrgChg, {}},
@@ -42,15 +42,15 @@ bool Ong1::Verif_Ong1() {
   screen::CommandBar& bar = context_.screen.bar;
   if (bar.Txt_SigleOrgChg.text().empty()) {
     refuser("Le sigle de l'organisme de prise en charge est obligatoire.");
+    context_.screen.Ong_OrgPriseChg.setTab(screen::kCoordonnees);
     // Of an existing body the acronym is unseen until it has to be entered.
     if (context_.session.RecOrgChg) montrerSaisieSigle(bar);
     bar.Txt_SigleOrgChg.setFocus();
     return false;
   }
   if (context_.screen.coordonnees.Txt_RaisonOrgChg.text().empty()) {
-    refuser("La raison sociale de l'organisme de prise en charge est obligatoire.");
-    context_.screen.coordonnees.Txt_RaisonOrgChg.setFocus();
-    return false;
+    return refuser("La raison sociale de l'organisme de prise en charge est obligatoire.",
+                   screen::kCoordonnees, context_.screen.coordonnees.Txt_RaisonOrgChg);
   }
   return true;
 }
@@ -64,12 +64,6 @@ void Ong1::vider() {
 void Ong1::montrer(Field& field, std::string_view attribute) {
   field.box->setText(attribute);
   field.shown.keep(attribute, field.box->text());
-}
-
-void Ong1::refuser(std::string_view message) {
-  context_.session.ErreurOng1 = true;
-  screen::avertir(context_.desktop, message);
-  context_.screen.Ong_OrgPriseChg.setTab(screen::kCoordonnees);
 }
 
 }  // namespace pages

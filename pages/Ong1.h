@@ -9,7 +9,7 @@
 
 namespace pages {
 
-class Ong1 : public Page {
+class Ong1 : public Onglet {
  public:
   Ong1(PageContext context, AddressPort& adresse);
 
@@ -29,9 +29,7 @@ class Ong1 : public Page {
   };
 
   void montrer(Field& field, std::string_view attribute);
-  void refuser(std::string_view message);
 
-  PageContext context_;
   AddressPort& adresse_;
   std::array<Field, 4> fields_;
 };

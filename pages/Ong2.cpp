@@ -11,8 +11,8 @@
 #include "pages/HoursRule.h"
 #include "pages/MovedLines.h"
 #include "screen/Messages.h"
+#include "store/Amounts.h"
 #include "store/CodeTable.h"
-#include "store/Conversions.h"
 #include "store/Layouts.h"
 #include "store/Request.h"
 
@@ -44,14 +44,6 @@ std::vector<toolkit::ListItem> labels(const store::Record& table) {
   return lines;
 }
 
-// The walk ends at the first empty code; 0 when it has not met the one wanted.
-int positionOfCode(const store::DynamicArray& table, std::string_view code) {
-  for (int i = 1; !table.get(store::tables::Codes, i).empty(); ++i) {
-    if (table.get(store::tables::Codes, i) == code) return i;
-  }
-  return 0;
-}
-
 bool drapeau(std::string_view attribute) { return store::wholeNumber(attribute) != 0; }
 
 const char* chiffre(const toolkit::CheckBox& box) { return box.value() ? "1" : "0"; }
@@ -59,7 +51,7 @@ const char* chiffre(const toolkit::CheckBox& box) { return box.value() ? "1" : "
 }  // namespace
 
 Ong2::Ong2(PageContext context)
-    : context_(context),
+    : Onglet(context, &screen::EditSession::ErreurOng2),
       regles_(context.screen.regles),
       debit_(context, {regles_.Txt_DebitOrgChg, regles_.Cbo_DebitOrgChg, kSansEntiteDebit,
                        kSansEntiteDebit}),
@@ -130,7 +122,7 @@ void Ong2::montrerPieces(const store::DynamicArray& record) {
   const store::DynamicArray& table = context_.session.piecesRenouv->fields();
   std::vector<toolkit::ListItem> lines;
   for (int i = 1; i <= record.DCount(attribut::PieceRenouOrgChg); ++i) {
-    const int position = positionOfCode(table, record.get(attribut::PieceRenouOrgChg, i));
+    const int position = store::positionOfCode(table, record.get(attribut::PieceRenouOrgChg, i));
     if (position == 0) continue;
     std::string label(table.get(store::tables::Libelles, position));
     if (!label.empty()) lines.push_back({std::move(label), position});
@@ -271,27 +263,23 @@ void Ong2::ecrireComptes(store::DynamicArray& record) {
 bool Ong2::Verif_Ong2() {
   context_.session.ErreurOng2 = false;
   if (regles_.Cbo_PeriodFactOrgChg.text().empty()) {
-    return refuser("La période de facturation est obligatoire.", regles_.Cbo_PeriodFactOrgChg);
+    return refuser("La période de facturation est obligatoire.", screen::kRegles,
+                   regles_.Cbo_PeriodFactOrgChg);
   }
   if (regles_.Cbo_RenouvOrgChg.text().empty()) {
-    return refuser("Le déclenchement du renouvellement est obligatoire.", regles_.Cbo_RenouvOrgChg);
+    return refuser("Le déclenchement du renouvellement est obligatoire.", screen::kRegles,
+                   regles_.Cbo_RenouvOrgChg);
   }
   if (!comptesOuverts()) return true;
   if (regles_.Txt_DebitOrgChg.text().empty()) {
-    return refuser("Le compte comptable DEBIT est obligatoire.", regles_.Txt_DebitOrgChg);
+    return refuser("Le compte comptable DEBIT est obligatoire.", screen::kRegles,
+                   regles_.Txt_DebitOrgChg);
   }
   if (regles_.Txt_CreditOrgChg.text().empty()) {
-    return refuser("Le compte comptable CREDIT est obligatoire.", regles_.Txt_CreditOrgChg);
+    return refuser("Le compte comptable CREDIT est obligatoire.", screen::kRegles,
+                   regles_.Txt_CreditOrgChg);
   }
   return true;
-}
-
-bool Ong2::refuser(std::string_view message, toolkit::Control& field) {
-  context_.session.ErreurOng2 = true;
-  screen::avertir(context_.desktop, message);
-  context_.screen.Ong_OrgPriseChg.setTab(screen::kRegles);
-  field.setFocus();
-  return false;
 }
 
 // --- Handlers

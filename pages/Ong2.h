@@ -9,7 +9,7 @@
 
 namespace pages {
 
-class Ong2 : public Page {
+class Ong2 : public Onglet {
  public:
   explicit Ong2(PageContext context);
 
@@ -52,14 +52,12 @@ class Ong2 : public Page {
   void ecrirePieces(store::DynamicArray& record);
   void ecrireComptes(store::DynamicArray& record);
   bool changementRefuse(int attribute, std::string_view message);
-  bool refuser(std::string_view message, toolkit::Control& field);
 
   bool comptesOuverts() const;
   void ouvrirComptes();
   void montrerTypeDuBareme();
   void montrerHeures();
 
-  PageContext context_;
   screen::Regles& regles_;
   AccountPair debit_;
   AccountPair credit_;

@@ -10,7 +10,7 @@ namespace pages {
 namespace attribut = store::orgprisecharge;
 
 Ong3::Ong3(PageContext context)
-    : context_(context),
+    : Onglet(context, &screen::EditSession::ErreurOng3),
       prise_(context.screen.priseEnCharge),
       prestation_(context, {prise_.Txt_CodeCptPrestationService, prise_.Cbo_CptPrestationService,
                             kSansEntiteCredit, kSansEntiteCredit}),
@@ -98,14 +98,6 @@ bool Ong3::Verif_Ong3() {
                    prise_.Cmd_AjoutTaux);
   }
   return true;
-}
-
-bool Ong3::refuser(std::string_view message, int tab, toolkit::Control& field) {
-  context_.session.ErreurOng3 = true;
-  screen::avertir(context_.desktop, message);
-  context_.screen.Ong_OrgPriseChg.setTab(tab);
-  field.setFocus();
-  return false;
 }
 
 // --- Handlers

@@ -11,7 +11,7 @@
 
 namespace pages {
 
-class Ong3 : public Page {
+class Ong3 : public Onglet {
  public:
   explicit Ong3(PageContext context);
 
@@ -39,9 +39,7 @@ class Ong3 : public Page {
 
   void ouvrirCadres(bool open);
   void ouvrirAjouts(bool open);
-  bool refuser(std::string_view message, int tab, toolkit::Control& field);
 
-  PageContext context_;
   screen::PriseEnCharge& prise_;
   AccountPair prestation_;
   RateEditor taux_;

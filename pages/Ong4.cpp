@@ -20,7 +20,7 @@ constexpr const char* kPourcentage = "% au";
 }  // namespace
 
 Ong4::Ong4(PageContext context)
-    : context_(context),
+    : Onglet(context, &screen::EditSession::ErreurOng4),
       page_(context.screen.participation),
       bareme_(context),
       precedente_{&page_.Txt_DatBaremPrec, attribut::DatBaremPrec, {}},
@@ -108,7 +108,7 @@ bool Ong4::Verif_Ong4() {
     return refuser(
         "L'abonnement et le côut global (onglet 'Prise en charge') ne peuvent pas être activés en "
         "même temps.",
-        page_.Cac_Abonnement);
+        screen::kParticipation, page_.Cac_Abonnement);
   }
   return modeInchange();
 }
@@ -136,13 +136,13 @@ bool Ong4::tranchesAcceptees() {
   if (single >= 0) {
     bareme_.choisir(single);
     return refuser("Il n'y a pas enchaînement dans les tranches de revenus des personnes seules.",
-                   ouverte(page_.Lst_DebRevSeulOrgChg));
+                   screen::kParticipation, ouverte(page_.Lst_DebRevSeulOrgChg));
   }
   const int household = bareme_.ruptureMenage();
   if (household >= 0) {
     bareme_.choisir(household);
     return refuser("Il n'y a pas enchaînement dans les tranches de revenus des ménages.",
-                   ouverte(page_.Lst_DebRevMenOrgChg));
+                   screen::kParticipation, ouverte(page_.Lst_DebRevMenOrgChg));
   }
   return true;
 }
@@ -170,20 +170,12 @@ bool Ong4::modeInchange() {
 // Outside a new scale the date is closed, until it has to be entered.
 bool Ong4::refuserDate(std::string_view message) {
   page_.Txt_DatBaremCours.setEnabled(true);
-  return refuser(message, page_.Txt_DatBaremCours);
+  return refuser(message, screen::kParticipation, page_.Txt_DatBaremCours);
 }
 
 // A new scale has closed the brackets; the row is selected in the participations too.
 toolkit::ListBox& Ong4::ouverte(toolkit::ListBox& list) {
   return list.enabled() ? list : page_.Lst_BaremCoursOrgChg;
-}
-
-bool Ong4::refuser(std::string_view message, toolkit::Control& field) {
-  context_.session.ErreurOng4 = true;
-  screen::avertir(context_.desktop, message);
-  context_.screen.Ong_OrgPriseChg.setTab(screen::kParticipation);
-  field.setFocus();
-  return false;
 }
 
 // --- Handlers

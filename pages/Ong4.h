@@ -12,7 +12,7 @@
 
 namespace pages {
 
-class Ong4 : public Page {
+class Ong4 : public Onglet {
  public:
   explicit Ong4(PageContext context);
 
@@ -58,10 +58,8 @@ class Ong4 : public Page {
   bool tranchesAcceptees();
   bool modeInchange();
   bool refuserDate(std::string_view message);
-  bool refuser(std::string_view message, toolkit::Control& field);
   toolkit::ListBox& ouverte(toolkit::ListBox& list);
 
-  PageContext context_;
   screen::Participation& page_;
   ScaleEditor bareme_;
   Date precedente_;

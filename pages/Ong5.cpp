@@ -83,7 +83,8 @@ std::vector<toolkit::ListItem> lignes(const toolkit::ListBox& possible,
 
 }  // namespace
 
-Ong5::Ong5(PageContext context) : context_(context), page_(context.screen.bordereau) {
+Ong5::Ong5(PageContext context)
+    : Onglet(context, &screen::EditSession::ErreurOng5), page_(context.screen.bordereau) {
   numeroter(page_.Lst_ParamTriPos);
 }
 
@@ -252,14 +253,6 @@ bool Ong5::Verif_Ong5() {
                    screen::kBordereau, page_.Lst_ParamSelecOrgChg);
   }
   return true;
-}
-
-bool Ong5::refuser(const std::string& message, int tab, toolkit::Control& field) {
-  context_.session.ErreurOng5 = true;
-  screen::avertir(context_.desktop, message);
-  context_.screen.Ong_OrgPriseChg.setTab(tab);
-  field.setFocus();
-  return false;
 }
 
 // --- Columns of the slip

@@ -12,7 +12,7 @@ namespace pages {
 // Characters of a printed line.
 inline constexpr int kLargeurBordereau = 130;
 
-class Ong5 : public Page {
+class Ong5 : public Onglet {
  public:
   explicit Ong5(PageContext context);
 
@@ -53,13 +53,11 @@ class Ong5 : public Page {
   void montrerTri(const store::DynamicArray& record);
   void montrerExemplaires(std::string_view attribute);
   void ecrireReglesDeGestion(store::DynamicArray& record);
-  bool refuser(const std::string& message, int tab, toolkit::Control& field);
 
   void deplacer(int step);
   void ouvrirOrdre();
   void Afficher_NbCarSelect();
 
-  PageContext context_;
   screen::Bordereau& page_;
   ShownAttribute parametres_;
   ShownAttribute tri_;

@@ -65,7 +65,8 @@ struct Couvertes {
 
 }  // namespace
 
-Ong6::Ong6(PageContext context) : context_(context), page_(context.screen.activites) {}
+Ong6::Ong6(PageContext context)
+    : Onglet(context, &screen::EditSession::ErreurOng6), page_(context.screen.activites) {}
 
 void Ong6::lier(const screen::Handlers& handlers) {
   page_.Txt_Entite.onChange = handlers.on(*this, &Ong6::Txt_Entite_Change);
@@ -424,19 +425,6 @@ bool Ong6::memeService() const {
     service = std::move(own);
   }
   return true;
-}
-
-bool Ong6::refuser(std::string_view message) {
-  context_.session.ErreurOng6 = true;
-  screen::avertir(context_.desktop, message);
-  return false;
-}
-
-bool Ong6::refuser(std::string_view message, int tab, toolkit::Control& field) {
-  refuser(message);
-  context_.screen.Ong_OrgPriseChg.setTab(tab);
-  field.setFocus();
-  return false;
 }
 
 // Of the possible activity at that position, or (0) of the record of that code.

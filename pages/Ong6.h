@@ -12,7 +12,7 @@
 
 namespace pages {
 
-class Ong6 : public Page {
+class Ong6 : public Onglet {
  public:
   explicit Ong6(PageContext context);
 
@@ -67,10 +67,7 @@ class Ong6 : public Page {
 
   bool typesMeles() const;
   bool memeService() const;
-  bool refuser(std::string_view message);
-  bool refuser(std::string_view message, int tab, toolkit::Control& field);
 
-  PageContext context_;
   screen::Activites& page_;
   ShownAttribute entite_;
   std::string nomEntite_;        // of the entity chosen

@@ -15,12 +15,16 @@ int ChercherCodeTable(const DynamicArray& table, std::string_view value) {
   return 0;
 }
 
-std::string labelOfCode(const DynamicArray& table, std::string_view code) {
-  if (code.empty()) return {};
+int positionOfCode(const DynamicArray& table, std::string_view code) {
   for (int value = 1; !table.get(kCodes, value).empty(); ++value) {
-    if (table.get(kCodes, value) == code) return std::string(table.get(kLabels, value));
+    if (table.get(kCodes, value) == code) return value;
   }
-  return {};
+  return 0;
+}
+
+std::string labelOfCode(const DynamicArray& table, std::string_view code) {
+  const int position = positionOfCode(table, code);
+  return position == 0 ? std::string() : std::string(table.get(kLabels, position));
 }
 
 std::string codeOfLabel(const DynamicArray& table, std::string_view label) {

@@ -9,11 +9,14 @@
 
 namespace store {
 
-// First attribute whose value 1 equals the text, from 1 to DCount(); 0 when none does.
+// First attribute whose value 1 equals the text, from 1 to DCount(); 0 when none does. Also where a
+// key stands in the answer to a selection.
 int ChercherCodeTable(const DynamicArray& table, std::string_view value);
 
-// Label of a code: attribute 2 is walked from value 1 until it equals the code or is empty.
-// "" when the walk ends at the empty value.
+// Where a code stands: attribute 2 is walked from value 1 until it equals the code or is empty.
+// 0 when the walk ends at the empty value.
+int positionOfCode(const DynamicArray& table, std::string_view code);
+// Its label; "" for none.
 std::string labelOfCode(const DynamicArray& table, std::string_view code);
 // Code of a label: of the first that equals it; codes without a label are passed by. "" when none
 // does.

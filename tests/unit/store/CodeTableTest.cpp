@@ -49,6 +49,13 @@ TEST(CodeTable, WalksFromCodeToLabel) {
   EXPECT_EQ(store::labelOfCode(pieces, "RIB"), "RELEVE BANCAIRE");
 }
 
+TEST(CodeTable, TellsWhereACodeStands) {
+  EXPECT_EQ(store::positionOfCode(table({"CNI", "RIB", "RIB"}, {}), "RIB"), 2);
+  EXPECT_EQ(store::positionOfCode(table({"CNI", "", "RIB"}, {}), "RIB"), 0);
+  EXPECT_EQ(store::positionOfCode(table({"CNI", "", "RIB"}, {}), ""), 0);
+  EXPECT_EQ(store::positionOfCode(DynamicArray(), "CNI"), 0);
+}
+
 TEST(CodeTable, WalksFromLabelToCode) {
   const DynamicArray pieces = table({"CNI", "RIB"}, {"CARTE D'IDENTITE", "RELEVE BANCAIRE"});
   EXPECT_EQ(store::codeOfLabel(pieces, "RELEVE BANCAIRE"), "RIB");
