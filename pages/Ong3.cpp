@@ -2,7 +2,7 @@
 
 #include "pages/HoursRule.h"
 #include "screen/Messages.h"
-#include "store/Conversions.h"
+#include "store/Amounts.h"
 #include "store/Layouts.h"
 
 namespace pages {
@@ -123,7 +123,15 @@ void Ong3::Opt_MontantOrgChg_Click() {
   screen::avertir(context_.desktop,
                   "Vous ne pouvez attribuer une notification en montant à un organisme 'Principal' "
                   "de type 'Prestataire'.");
+  reprendreHeures();
+}
+
+// Nothing but the choice goes back: how the participation is managed stays.
+void Ong3::reprendreHeures() {
+  const screen::Quiet quiet(context_.session);
   prise_.Opt_HeureOrgChg.setValue(true);
+  ouvrirCadres(true);
+  ouvrirAjouts(true);
 }
 
 void Ong3::ouvrirCadres(bool open) {

@@ -37,6 +37,7 @@ class Ong3 : public Onglet {
   void Opt_HeureOrgChg_Click();
   void Opt_MontantOrgChg_Click();
 
+  void reprendreHeures();
   void ouvrirCadres(bool open);
   void ouvrirAjouts(bool open);
 

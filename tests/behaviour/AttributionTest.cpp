@@ -178,8 +178,7 @@ TEST_P(AttributionInAmount, StandsOrIsRefused) {
     expectBox(kRefus, Icon::Exclamation);
     EXPECT_EQ(chosen(), "heures");
     expectEditors(true);
-    // Going back to hours is a choice of hours.
-    EXPECT_EQ(managedInAmount(), std::string_view(GetParam().type) == "P");
+    EXPECT_FALSE(managedInAmount());
   }
   EXPECT_EQ(tabs().tab(), 2);
   EXPECT_TRUE(option("Opt_MontantOrgChg").hasFocus());
@@ -195,6 +194,16 @@ TEST_P(AttributionInAmount, IsTheSameFromNoChoiceAtAll) {
   }
   EXPECT_EQ(chosen(), GetParam().possible ? "montant" : "heures");
   expectEditors(!GetParam().possible);
+}
+
+TEST_F(Attribution, ThatIsRefusedLeavesAParticipationInPercentToBeSaved) {
+  store_.set("ORGPRISECHARGE", "001", 41, "%");
+  show("P", "P", "H");
+  chooseAmount();
+  expectBox(kRefus, Icon::Exclamation);
+  press("Cmd_OK");
+  expectNoBox();
+  EXPECT_EQ(attribute("001", 41), "%");
 }
 
 TEST_P(AttributionInAmount, IsTheSameByTheArrowKeys) {
