@@ -3,6 +3,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "store/CodeTable.h"
 #include "store/Layouts.h"
 #include "store/Request.h"
 #include "text/Utf8.h"
@@ -55,11 +56,10 @@ void AddressPanel::setReglage(int number, bool value) {
 void AddressPanel::initialiser() {
   natures_ = store::NewDynamicArray();
   if (settings_[0] && database_) natures_ = naturesDuMagasin(*database_);
+  if (!store::anySelected(natures_)) natures_ = store::NewDynamicArray();
   std::vector<toolkit::ListItem> lines;
-  if (store::anySelected(natures_)) {
-    for (int i = 1; i <= natures_.DCount(); ++i) {
-      lines.push_back({std::string(natures_.get(i, 2)), 0});
-    }
+  for (int i = 1; i <= natures_.DCount(); ++i) {
+    lines.push_back({std::string(natures_.get(i, 2)), 0});
   }
   const screen::Quiet quiet(session_);
   fields_.Cbo_NatureVoie.setItems(std::move(lines));
@@ -73,18 +73,36 @@ void AddressPanel::afficher(store::DynamicArray& record, int firstAttribute) {
     field.box->setText(attribute);
     field.shown.keep(attribute, field.box->text());
   }
-  const std::string_view nature = record.get(firstAttribute + adresse::NatureVoie);
-  fields_.Cbo_NatureVoie.setText(libelleNature(nature));
-  nature_.keep(nature, fields_.Cbo_NatureVoie.text());
+  montrerNature(record.get(firstAttribute + adresse::NatureVoie));
+}
+
+// Kinds may bear one label: the line tells them apart.
+void AddressPanel::montrerNature(std::string_view key) {
+  toolkit::ComboBox& kinds = fields_.Cbo_NatureVoie;
+  const int line = key.empty() ? -1 : store::ChercherCodeTable(natures_, key) - 1;
+  kinds.setListIndex(line);
+  if (line < 0) kinds.setText(key);
+  ligneNature_ = kinds.listIndex();
+  nature_.keep(key, kinds.text());
 }
 
 void AddressPanel::ecrire(store::DynamicArray& record, int firstAttribute) {
   for (const Field& field : boxes_) {
     ecrireAttribut(record, firstAttribute + field.step, field.shown.written(field.box->text()));
   }
-  const std::string& nature = fields_.Cbo_NatureVoie.text();
-  ecrireAttribut(record, firstAttribute + adresse::NatureVoie,
-                 nature_.stands(nature) ? nature_.attribute() : cleNature(nature));
+  ecrireAttribut(record, firstAttribute + adresse::NatureVoie, nature());
+}
+
+// A label that is typed in full is taken for its first line's; any other text is the kind itself.
+std::string_view AddressPanel::nature() const {
+  const toolkit::ComboBox& kinds = fields_.Cbo_NatureVoie;
+  const std::string& text = kinds.text();
+  const int chosen = kinds.listIndex();
+  const bool typedAgain = chosen < 0 && !text.empty();
+  if (nature_.stands(text) && (chosen == ligneNature_ || typedAgain)) return nature_.attribute();
+  if (text.empty() && chosen < 0) return {};
+  const int line = chosen >= 0 ? chosen : kinds.items().find(text);
+  return line >= 0 ? natures_.get(line + 1, 1) : text;
 }
 
 void AddressPanel::vider() {
@@ -94,20 +112,6 @@ void AddressPanel::vider() {
 
 void AddressPanel::capitale(char32_t& key) const {
   if (settings_[2]) key = text::upper(key);
-}
-
-std::string AddressPanel::libelleNature(std::string_view key) const {
-  for (int i = 1; i <= natures_.DCount(); ++i) {
-    if (natures_.get(i, 1) == key) return std::string(natures_.get(i, 2));
-  }
-  return std::string(key);
-}
-
-std::string AddressPanel::cleNature(const std::string& label) const {
-  for (int i = 1; i <= natures_.DCount(); ++i) {
-    if (natures_.get(i, 2) == label) return std::string(natures_.get(i, 1));
-  }
-  return label;
 }
 
 }  // namespace pages

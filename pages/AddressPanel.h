@@ -13,9 +13,9 @@ namespace pages {
 // The address control: complement, number, kind, name of the street, locality, postal code, town,
 // telephone, fax and e-mail address, in the attributes that store/Layouts.h numbers.
 //
-// The kind of street is chosen by its label, from the records of NATUREVOIE, and written as its
-// key. A kind that is in no record is shown and written as it stands, as are all kinds in a store
-// that does not know that file.
+// The kind of street is chosen from the records of NATUREVOIE, shown by its label and written as
+// its key. A kind that is in no record is shown and written as it stands, as are all kinds in a
+// store that does not know that file.
 //
 // Settings:
 //   1  the kinds of street are offered for choice; without it the field takes free text alone
@@ -40,8 +40,8 @@ class AddressPanel : public AddressPort {
   };
 
   void capitale(char32_t& key) const;
-  std::string libelleNature(std::string_view key) const;
-  std::string cleNature(const std::string& label) const;
+  void montrerNature(std::string_view key);
+  std::string_view nature() const;  // as the attribute holds it
 
   screen::Adresse& fields_;
   screen::EditSession& session_;
@@ -49,7 +49,8 @@ class AddressPanel : public AddressPort {
   std::shared_ptr<store::Database> database_;
   std::array<bool, 3> settings_{};
   store::DynamicArray natures_;  // columns "0 1" of NATUREVOIE
-  ShownAttribute nature_;        // a key; several may bear one label
+  ShownAttribute nature_;        // a key
+  int ligneNature_ = -1;         // of its kind, -1 for none
 };
 
 }  // namespace pages

@@ -120,6 +120,50 @@ TEST_F(ContactPage, TwoKindsOfStreetUnderOneLabelAreNotMixedUp) {
   EXPECT_EQ(attribute("001", attribut::AdrNatureVoie), "RU");
 }
 
+TEST_F(ContactPage, OfTwoKindsOfStreetUnderOneLabelTheChosenLineIsStored) {
+  store_.put("NATUREVOIE", "RU", {"Rue"});
+  control_->Init();
+  ComboBox& kinds = child<ComboBox>("Cbo_NatureVoie");
+  ASSERT_EQ(linesOf(kinds), (Lines{"Avenue", "Rue", "Rue"}));
+  lookUp("001");
+  EXPECT_EQ(kinds.listIndex(), 1);
+  user_->choose(kinds, 2);
+  press("Cmd_OK");
+  EXPECT_EQ(attribute("001", attribut::AdrNatureVoie), "RU");
+  lookUp("001");
+  EXPECT_EQ(kinds.listIndex(), 2);
+  user_->fill(kinds, "Rue");
+  press("Cmd_OK");
+  EXPECT_EQ(attribute("001", attribut::AdrNatureVoie), "RU")
+      << "typed again, it is the kind that was there";
+  lookUp("001");
+  user_->choose(kinds, 1);
+  press("Cmd_OK");
+  EXPECT_EQ(attribute("001", attribut::AdrNatureVoie), "R");
+  lookUp("001");
+  user_->fill(kinds, "Avenue");
+  press("Cmd_OK");
+  EXPECT_EQ(attribute("001", attribut::AdrNatureVoie), "AV");
+}
+
+TEST_F(ContactPage, AnErasedKindOfStreetIsStoredEmpty) {
+  store_.put("NATUREVOIE", "A", {""});
+  control_->Init();
+  lookUp("001");
+  user_->fill(child<ComboBox>("Cbo_NatureVoie"), "");
+  press("Cmd_OK");
+  EXPECT_EQ(attribute("001", attribut::AdrNatureVoie), "");
+  store_.set("ORGPRISECHARGE", "001", attribut::AdrNatureVoie, "A");
+  lookUp("001");
+  press("Cmd_OK");
+  EXPECT_EQ(attribute("001", attribut::AdrNatureVoie), "A");
+  lookUp("001");
+  user_->fill(child<ComboBox>("Cbo_NatureVoie"), "x");
+  user_->type("\b");
+  press("Cmd_OK");
+  EXPECT_EQ(attribute("001", attribut::AdrNatureVoie), "");
+}
+
 TEST_F(ContactPage, AStoreWithoutKindsOfStreetTakesThemAsText) {
   store_.fail(CallKind::ExecuteSentence, "NATUREVOIE", store::kUnknownFile);
   EXPECT_NO_THROW(control_->Init());
