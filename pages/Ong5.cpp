@@ -11,8 +11,8 @@
 #include "pages/FixedList.h"
 #include "pages/MovedLines.h"
 #include "screen/Messages.h"
+#include "store/Amounts.h"
 #include "store/CodeTable.h"
-#include "store/Conversions.h"
 #include "store/Layouts.h"
 #include "store/Request.h"
 
@@ -36,49 +36,6 @@ void numeroter(toolkit::ListBox& list) {
   long place = 0;
   for (toolkit::ListItem& line : lines) line.data = ++place;
   list.setItems(std::move(lines));
-}
-
-// The identifiers of the lines, as one attribute. A line without one is its own identifier.
-std::string identifiants(const toolkit::ListBox& list) {
-  std::string values;
-  bool first = true;
-  for (const toolkit::ListItem& line : list.items().all()) {
-    if (!std::exchange(first, false)) values += store::kValueMark;
-    values += line.data != 0 ? std::to_string(line.data) : line.text;
-  }
-  return values;
-}
-
-int ligneDe(const toolkit::ListBox& list, long identifiant) {
-  for (int line = 0; line < list.listCount(); ++line) {
-    if (list.itemData(line) == identifiant) return line;
-  }
-  return -1;
-}
-
-// 0 for what is no number: "12A" is another identifier than 12.
-long numero(std::string_view identifiant) {
-  const bool digits = std::all_of(identifiant.begin(), identifiant.end(),
-                                  [](char c) { return c >= '0' && c <= '9'; });
-  return digits ? store::wholeNumber(identifiant) : 0;
-}
-
-// Lines for the identifiers in an attribute, labelled as in the list of what is possible. One that
-// is not possible any more is shown as it stands, so that the user sees it and can remove it.
-std::vector<toolkit::ListItem> lignes(const toolkit::ListBox& possible,
-                                      const store::DynamicArray& record, int attribute) {
-  std::vector<toolkit::ListItem> lines;
-  for (int i = 1; i <= record.DCount(attribute); ++i) {
-    const std::string_view identifiant = record.get(attribute, i);
-    const long number = numero(identifiant);
-    const int line = number == 0 ? -1 : ligneDe(possible, number);
-    if (line >= 0) {
-      lines.push_back({possible.list(line), number});
-    } else {
-      lines.push_back({std::string(identifiant), 0});
-    }
-  }
-  return lines;
 }
 
 }  // namespace
@@ -122,11 +79,60 @@ void Ong5::Remplir_ParamsPoss() {
   std::vector<toolkit::ListItem> parameters;
   std::vector<toolkit::ListItem> widths;
   for (int i = 1; i <= answer.DCount(); ++i) {
-    parameters.push_back({std::string(answer.get(i, 2)), store::wholeNumber(answer.get(i, 1))});
+    parameters.push_back({std::string(answer.get(i, 2)), numero(answer.get(i, 1))});
     widths.push_back({std::string(answer.get(i, 3)), 0});
   }
   page_.Lst_ParamPossOrgChg.setItems(std::move(parameters));
   page_.Lst_LongParam.setItems(std::move(widths));
+}
+
+// --- Identifiers
+
+// "07" and "7" are two.
+long Ong5::numero(std::string_view identifiant) {
+  if (identifiant.empty()) return 0;
+  const long number = store::wholeNumber(identifiant);
+  if (number > 0 && std::to_string(number) == identifiant) return number;
+  auto place = std::find(autresIdentifiants_.begin(), autresIdentifiants_.end(), identifiant);
+  if (place == autresIdentifiants_.end()) {
+    place = autresIdentifiants_.emplace(place, identifiant);
+  }
+  return -1 - static_cast<long>(place - autresIdentifiants_.begin());
+}
+
+// A line without a number is its own identifier.
+std::string Ong5::identifiant(const toolkit::ListItem& line) const {
+  if (line.data > 0) return std::to_string(line.data);
+  if (line.data < 0) return autresIdentifiants_.at(static_cast<std::size_t>(-1 - line.data));
+  return line.text;
+}
+
+// As one attribute.
+std::string Ong5::identifiants(const toolkit::ListBox& list) const {
+  std::string values;
+  bool first = true;
+  for (const toolkit::ListItem& line : list.items().all()) {
+    if (!std::exchange(first, false)) values += store::kValueMark;
+    values += identifiant(line);
+  }
+  return values;
+}
+
+// Lines for the identifiers in an attribute, labelled as in the list of what is possible. One that
+// is not possible any more is shown as it stands, so that the user sees it and can remove it.
+std::vector<toolkit::ListItem> Ong5::lignes(const toolkit::ListBox& possible,
+                                            const store::DynamicArray& record,
+                                            int attribute) const {
+  std::vector<toolkit::ListItem> lines;
+  for (int i = 1; i <= record.DCount(attribute); ++i) {
+    const std::string_view wanted = record.get(attribute, i);
+    const std::vector<toolkit::ListItem>& all = possible.items().all();
+    const auto found = std::find_if(all.begin(), all.end(), [&](const toolkit::ListItem& line) {
+      return line.data != 0 && identifiant(line) == wanted;
+    });
+    lines.push_back(found == all.end() ? toolkit::ListItem{std::string(wanted), 0} : *found);
+  }
+  return lines;
 }
 
 // --- Showing
@@ -162,11 +168,12 @@ void Ong5::montrerTri(const store::DynamicArray& record) {
   tri_.keep(record.get(attribut::ParamTriSelect), identifiants(page_.Lst_ParamTriSelect));
 }
 
-// A number past the scroll bar's end is shown and kept as it is; none is shown as one copy.
+// What the scroll bar cannot show stands in the field as it is; none is shown as one copy.
 void Ong5::montrerExemplaires(std::string_view attribute) {
   const std::string_view shown = attribute.empty() ? "1" : attribute;
   page_.Txt_NbExEmplOrgChg.setText(shown);
   exemplaires_.keep(attribute, page_.Txt_NbExEmplOrgChg.text());
+  horsBarre_ = !barrePeutMontrer(store::wholeNumber(shown));
   const long copies =
       std::clamp(store::wholeNumber(shown), static_cast<long>(page_.Bdh_NbExemp.min()),
                  static_cast<long>(page_.Bdh_NbExemp.max()));
@@ -331,8 +338,13 @@ void Ong5::Lst_ParamTriSelect_Click() { page_.Cmd_GaucheTri.setEnabled(true); }
 
 // --- Copies: the scroll bar and the digit beside it say the same.
 
+bool Ong5::barrePeutMontrer(long copies) const {
+  return copies >= page_.Bdh_NbExemp.min() && copies <= page_.Bdh_NbExemp.max();
+}
+
 void Ong5::Bdh_NbExemp_Change() {
   const screen::Quiet quiet(context_.session);
+  horsBarre_ = false;
   page_.Txt_NbExEmplOrgChg.setText(std::to_string(page_.Bdh_NbExemp.value()));
 }
 
@@ -343,19 +355,30 @@ void Ong5::Txt_NbExEmplOrgChg_KeyPress(char32_t& key) {
 
 void Ong5::Txt_NbExEmplOrgChg_Change() {
   const long copies = store::wholeNumber(page_.Txt_NbExEmplOrgChg.text());
-  if (copies < page_.Bdh_NbExemp.min() || copies > page_.Bdh_NbExemp.max()) return;
-  page_.Bdh_NbExemp.resetValue(static_cast<int>(copies));
+  if (barrePeutMontrer(copies)) page_.Bdh_NbExemp.resetValue(static_cast<int>(copies));
 }
 
-// What is no number of copies gives way to the scroll bar's.
+// What is no number of copies gives way to the scroll bar's, or to the stored one that the scroll
+// bar cannot show.
 void Ong5::Txt_NbExEmplOrgChg_LostFocus() {
-  if (!exemplaires_.stands(page_.Txt_NbExEmplOrgChg.text())) Bdh_NbExemp_Change();
+  if (exemplairesInchanges()) {
+    const screen::Quiet quiet(context_.session);
+    montrerExemplaires(std::string(exemplaires_.attribute()));
+  } else {
+    Bdh_NbExemp_Change();
+  }
 }
 
 // As the attribute holds it.
 std::string Ong5::exemplaires() const {
-  if (exemplaires_.stands(page_.Txt_NbExEmplOrgChg.text())) return exemplaires_.attribute();
-  return std::to_string(page_.Bdh_NbExemp.value());
+  return exemplairesInchanges() ? exemplaires_.attribute()
+                                : std::to_string(page_.Bdh_NbExemp.value());
+}
+
+// Does the field hold what it was shown from, or nothing that could take its place?
+bool Ong5::exemplairesInchanges() const {
+  const std::string& text = page_.Txt_NbExEmplOrgChg.text();
+  return exemplaires_.stands(text) || (horsBarre_ && !barrePeutMontrer(store::wholeNumber(text)));
 }
 
 }  // namespace pages

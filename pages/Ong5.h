@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "pages/Page.h"
 #include "pages/ShownAttribute.h"
@@ -46,12 +47,21 @@ class Ong5 : public Onglet {
   void Txt_NbExEmplOrgChg_Change();
   void Txt_NbExEmplOrgChg_LostFocus();
   std::string exemplaires() const;
+  // The number that lines carry for an identifier: itself where it is one, else one below 0 that
+  // stands for it; 0 for "".
+  long numero(std::string_view identifiant);
+  std::string identifiant(const toolkit::ListItem& line) const;
+  std::string identifiants(const toolkit::ListBox& list) const;
+  std::vector<toolkit::ListItem> lignes(const toolkit::ListBox& possible,
+                                        const store::DynamicArray& record, int attribute) const;
   void Lst_ParamTriPos_Click();
   void Lst_ParamTriSelect_Click();
 
   void montrerParametres(const store::DynamicArray& record);
   void montrerTri(const store::DynamicArray& record);
   void montrerExemplaires(std::string_view attribute);
+  bool barrePeutMontrer(long copies) const;
+  bool exemplairesInchanges() const;
   void ecrireReglesDeGestion(store::DynamicArray& record);
 
   void deplacer(int step);
@@ -59,9 +69,12 @@ class Ong5 : public Onglet {
   void Afficher_NbCarSelect();
 
   screen::Bordereau& page_;
+  // Those that are no plain number; the one at position i goes by -1 - i.
+  std::vector<std::string> autresIdentifiants_;
   ShownAttribute parametres_;
   ShownAttribute tri_;
   ShownAttribute exemplaires_;
+  bool horsBarre_ = false;  // it is none that the scroll bar can show, and none has replaced it
   ShownAttribute thesaurus_;
   ShownAttribute identification_;
 };

@@ -561,6 +561,32 @@ TEST_F(SlipPage, OfTwoParametersWithOneLabelTheStoredOneIsKept) {
   EXPECT_EQ(saved(attribut::ParamSelecOrgChg), values({"2", "9"}));
 }
 
+TEST_F(SlipPage, IdentifiersAreTexts) {
+  store_.put("PARAMBORDORGCHG", "07", {"Zone", "1"});
+  store_.put("PARAMBORDORGCHG", "1A", {"Zorro", "1"});
+  store_.put("PARAMBORDORGCHG", "0", {"Zut", "1"});
+  control_->Remplir_ParamsPoss();
+  show(values({"1A", "2", "07", "7"}));
+  EXPECT_EQ(linesOf(chosen()), (Lines{"Zorro", "Heures", "Zone", "Rang"}));
+  EXPECT_EQ(counter().caption(), "12/130");
+  dblClick(possible(), "Zut");
+  select(chosen(), {"Heures"});
+  press("Cmd_HautBord");
+  EXPECT_EQ(saved(61), values({"2", "1A", "07", "7", "0"}));
+  show(values({"2"}));
+  dblClick(possible(), "Zone");
+  dblClick(possible(), "Zorro");
+  control_->Remplir_ParamsPoss();
+  EXPECT_EQ(saved(61), values({"2", "07", "1A"}));
+}
+
+TEST_F(SlipPage, AnIdentifierWithZerosInFrontIsAnotherOne) {
+  show(values({"07", "2"}));
+  EXPECT_EQ(linesOf(chosen()), (Lines{"07", "Heures"}));
+  dblClick(possible(), "Rang");
+  EXPECT_EQ(saved(61), values({"07", "2", "7"}));
+}
+
 TEST_F(SlipPage, EmptyValuesInTheRecordAreKept) {
   show(values({"1", "", "2", ""}));
   EXPECT_EQ(linesOf(chosen()), (Lines{"Nom", "", "Heures", ""}));
@@ -870,6 +896,42 @@ TEST_F(SlipPage, ALargerNumberOfCopiesIsShownAndKeptUntilItIsChanged) {
   user_->scroll(copiesBar(), 8);
   EXPECT_EQ(copies().text(), "8");
   EXPECT_EQ(saved(attribut::NbExemplOrgChg), "8");
+}
+
+TEST_F(SlipPage, ALargerNumberOfCopiesSurvivesEmptyingAndLeavingTheField) {
+  store_.set("ORGPRISECHARGE", "001", 48, "12");
+  for (const bool backspaces : {false, true}) {
+    show();
+    ASSERT_TRUE(user_->go(copies()));
+    copies().userSelect(backspaces ? 2 : 0, backspaces ? 0 : 2);
+    user_->type(backspaces ? "\b\b" : "\b");
+    EXPECT_EQ(copies().text(), "");
+    user_->go(box("Txt_CodeThesaurus"));
+    EXPECT_EQ(copies().text(), "12");
+    EXPECT_EQ(copiesBar().value(), 9);
+    EXPECT_EQ(saved(48), "12");
+  }
+  show();
+  user_->fill(copies(), "");
+  control_->Ecrire_Ong5();
+  control_->Afficher_Ong5();
+  EXPECT_EQ(copies().text(), "12");
+}
+
+TEST_F(SlipPage, ALargerNumberOfCopiesThatWasReplacedDoesNotComeBack) {
+  store_.set("ORGPRISECHARGE", "001", 48, "12");
+  show();
+  user_->fill(copies(), "3");
+  user_->go(box("Txt_CodeThesaurus"));
+  user_->fill(copies(), "");
+  user_->go(box("Txt_CodeThesaurus"));
+  EXPECT_EQ(copies().text(), "3");
+  EXPECT_EQ(saved(48), "3");
+  store_.set("ORGPRISECHARGE", "001", 48, "12");
+  showStored();
+  user_->scroll(copiesBar(), 8);
+  user_->fill(copies(), "");
+  EXPECT_EQ(saved(48), "8");
 }
 
 TEST_F(SlipPage, ALargerNumberOfCopiesCanBeTypedOver) {
