@@ -40,6 +40,17 @@ TEST_F(FocusRules, GoingWhereTheFocusIsFiresNothing) {
   EXPECT_EQ(taken(), Events{});
 }
 
+TEST_F(FocusRules, LostFocusKnowsWhereTheFocusIsToGo) {
+  std::vector<const Control*> seen;
+  first.onLostFocus = [&] { seen.push_back(surface.focusGoal()); };
+  user().go(first);
+  user().click(button);
+  first.setFocus();
+  last.setFocus();
+  EXPECT_EQ(seen, (std::vector<const Control*>{&button, &last}));
+  EXPECT_EQ(surface.focusGoal(), nullptr);
+}
+
 TEST_F(FocusRules, CodeMovesTheFocusWithTheSameEvents) {
   user().go(first);
   taken();
