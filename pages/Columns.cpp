@@ -5,7 +5,8 @@
 #include <utility>
 
 #include "pages/ShownAttribute.h"
-#include "store/Conversions.h"
+#include "store/Amounts.h"
+#include "store/Dates.h"
 #include "text/Utf8.h"
 
 namespace pages {
@@ -26,14 +27,7 @@ std::string valeurs(std::string_view attribute, const Colonne& column,
   bool first = true;
   for (const std::string_view row : rows) {
     if (!std::exchange(first, false)) written += store::kValueMark;
-    const std::string_view before = prendre(attribute);
-    if (row.empty()) {
-      written += column.vide;
-    } else if (row == column.montre(before)) {
-      written += before;
-    } else {
-      written += column.ecrit(row);
-    }
+    written += valeurDeLigne(column, prendre(attribute), row);
   }
   return written;
 }
@@ -60,6 +54,17 @@ std::string centiemesEcrits(std::string_view row) {
   if (text::trim(row).empty()) return {};
   const auto number = store::hundredths(row);
   return number ? std::to_string(*number) : std::string(row);
+}
+
+std::string valeurDeLigne(const Colonne& column, std::string_view before, std::string_view row) {
+  if (row.empty()) return std::string(column.vide);
+  return row == column.montre(before) ? std::string(before) : column.ecrit(row);
+}
+
+std::string valeurSaisie(const Colonne& column, std::string_view before, std::string_view typed) {
+  std::string written = column.ecrit(typed);
+  const bool same = !written.empty() && column.montre(written) == column.montre(before);
+  return same ? std::string(before) : written;
 }
 
 void montrerColonnes(ListEditor& editor, const store::DynamicArray& record, Colonnes colonnes,
@@ -106,15 +111,6 @@ void ordonnerColonnes(store::DynamicArray& record, Colonnes colonnes,
     for (const int from : order) placed.set(1, ++value, record.get(column.attribute, from));
     ecrireAttribut(record, column.attribute, placed.get(1));
   }
-}
-
-std::string deuxDecimales(std::string_view typed) {
-  const auto number = store::hundredths(typed);
-  return number ? store::twoDecimals(*number) : std::string();
-}
-
-float simplePrecision(std::string_view typed) {
-  return static_cast<float>(static_cast<double>(store::hundredths(typed).value_or(0)) / 100.0);
 }
 
 }  // namespace pages

@@ -31,6 +31,11 @@ struct Colonne {
 };
 using Colonnes = std::span<const Colonne>;
 
+// The value for a row that shows this text; `before` while it shows the same.
+std::string valeurDeLigne(const Colonne& column, std::string_view before, std::string_view row);
+// The value for a zone that holds this text; `before` while it would show the same.
+std::string valeurSaisie(const Colonne& column, std::string_view before, std::string_view typed);
+
 // So many rows, whatever the attributes hold.
 void montrerColonnes(ListEditor& editor, const store::DynamicArray& record, Colonnes colonnes,
                      int count);
@@ -45,10 +50,5 @@ std::vector<long long> nombres(const store::DynamicArray& record, int attribute)
 // Puts the values of the attributes in this order; those of the first are all there.
 void ordonnerColonnes(store::DynamicArray& record, Colonnes colonnes,
                       const std::vector<int>& order);
-
-// A typed number with two decimals; "" for what is no number.
-std::string deuxDecimales(std::string_view typed);
-// A shown or typed number in single precision, as the checks compare them; 0 for what is none.
-float simplePrecision(std::string_view typed);
 
 }  // namespace pages

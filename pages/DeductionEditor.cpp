@@ -8,7 +8,7 @@
 #include "pages/NumberZone.h"
 #include "pages/ShownAttribute.h"
 #include "screen/Messages.h"
-#include "store/Conversions.h"
+#include "store/Amounts.h"
 #include "store/Layouts.h"
 #include "toolkit/Trap.h"
 
@@ -37,7 +37,8 @@ ListEditor::Parts parts(screen::PriseEnCharge& prise) {
   parts.ok = &prise.Cmd_OKAbat;
   parts.annuler = &prise.Cmd_AnnulerAbat;
   parts.supprimer = &prise.Cmd_SuppAbat;
-  parts.verrouilles = {&prise.Cdr_AttribOrgChg, &prise.Cdr_TauxOrgChg};
+  parts.verrouilles = {&prise.Cdr_AttribOrgChg, &prise.Cdr_TauxOrgChg,
+                       &prise.Txt_CodeCptPrestationService, &prise.Cbo_CptPrestationService};
   return parts;
 }
 
@@ -54,10 +55,7 @@ void DeductionEditor::lier(const screen::Handlers& handlers) {
   prise_.Cmd_OKAbat.onClick = handlers.on(*this, &DeductionEditor::Cmd_OKAbat_Click);
   prise_.Cmd_AnnulerAbat.onClick = handlers.on(*this, &DeductionEditor::Cmd_AnnulerAbat_Click);
   prise_.Cmd_SuppAbat.onClick = handlers.on(*this, &DeductionEditor::Cmd_SuppAbat_Click);
-  for (toolkit::TextBox* zone :
-       {&prise_.Txt_DebAbatHOrgChg, &prise_.Txt_FinAbatHOrgChg, &prise_.Txt_PourcentAbatOrgChg}) {
-    lierZoneDeNombre(handlers, *zone);
-  }
+  editor_.lierNombres(handlers, 0);
 }
 
 // --- Showing and writing
@@ -110,9 +108,7 @@ void DeductionEditor::DoubleClickAbat() {
   if (editor_.ouvert() || row < 0 || !screen::droitsComplets(context_.session)) return;
   const ListEditor::Row shown = editor_.ligne(row);
   if (!editor_.ouvrir(row)) return;
-  prise_.Txt_DebAbatHOrgChg.setText(store::editable(shown[0]));
-  prise_.Txt_FinAbatHOrgChg.setText(store::editable(shown[1]));
-  prise_.Txt_PourcentAbatOrgChg.setText(store::editable(shown[2]));
+  editor_.proposer(shown);
   prise_.Txt_DebAbatHOrgChg.setFocus();
 }
 
@@ -120,7 +116,7 @@ void DeductionEditor::DoubleClickAbat() {
 
 void DeductionEditor::Cmd_OKAbat_Click() {
   toolkit::quietly("Cmd_OKAbat_Click", [this] {
-    if (!saisieAcceptee() || !sansChevauchement()) return;
+    if (!editor_.nombresLisibles() || !saisieAcceptee() || !sansChevauchement()) return;
     reprendre();
     poser(editor_.enAjout() ? record().DCount(attribut::DebAbatHOrgChg) : editor_.editee());
     TriAbat();
@@ -147,7 +143,7 @@ bool DeductionEditor::saisieAcceptee() {
     return editor_.refuser("La tranche d'heures de fin ainsi que le pourcentage sont obligatoires.",
                            prise_.Txt_FinAbatHOrgChg);
   }
-  if (simplePrecision(end) < simplePrecision(start)) {
+  if (store::singlePrecision(end) < store::singlePrecision(start)) {
     return editor_.refuser(
         "La tranche d'heures de fin doit être supérieure à la tranche d'heures de début.",
         prise_.Txt_FinAbatHOrgChg);
@@ -158,10 +154,10 @@ bool DeductionEditor::saisieAcceptee() {
 // Only the end of an existing range is looked at; the row left out is the one selected among the
 // rates.
 bool DeductionEditor::sansChevauchement() {
-  const float start = simplePrecision(prise_.Txt_DebAbatHOrgChg.text());
-  const float end = simplePrecision(prise_.Txt_FinAbatHOrgChg.text());
+  const float start = store::singlePrecision(prise_.Txt_DebAbatHOrgChg.text());
+  const float end = store::singlePrecision(prise_.Txt_FinAbatHOrgChg.text());
   for (int row = 0; row < editor_.lignes(); ++row) {
-    const float other = simplePrecision(prise_.Lst_FinAbatHOrgChg.list(row));
+    const float other = store::singlePrecision(prise_.Lst_FinAbatHOrgChg.list(row));
     const bool within = start < other && other < end;
     if (!within || row == prise_.Lst_DateRembOrgChg.listIndex()) continue;
     screen::avertir(context_.desktop,
@@ -178,12 +174,13 @@ bool DeductionEditor::sansChevauchement() {
 
 // A range without a start begins at 0.
 void DeductionEditor::poser(int row) {
-  const std::array<const toolkit::TextBox*, 3> zones{
-      &prise_.Txt_DebAbatHOrgChg, &prise_.Txt_FinAbatHOrgChg, &prise_.Txt_PourcentAbatOrgChg};
+  store::DynamicArray& deductions = record();
+  const ListEditor::Row typed = editor_.saisie();
   for (std::size_t i = 0; i < kColonnes.size(); ++i) {
-    std::string value = centiemesEcrits(zones[i]->text());
+    const int attribute = kColonnes[i].attribute;
+    std::string value = valeurSaisie(kColonnes[i], deductions.get(attribute, row + 1), typed[i]);
     if (value.empty()) value = "0";
-    record().set(kColonnes[i].attribute, row + 1, value);
+    deductions.set(attribute, row + 1, value);
   }
 }
 

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 
+#include "pages/NumberZone.h"
 #include "screen/Messages.h"
+#include "store/Amounts.h"
 #include "toolkit/Trap.h"
 
 namespace pages {
@@ -35,6 +37,17 @@ void ListEditor::lier(const screen::Handlers& handlers, std::string_view procedu
     parts_.listes[i]->onDblClick = onDblClick;
   }
   parts_.barre->onChange = handlers.on([this] { choisir(parts_.barre->value()); });
+}
+
+void ListEditor::lierNombres(const screen::Handlers& handlers, std::size_t column) {
+  for (; column < parts_.zones.size(); ++column) {
+    toolkit::TextBox* zone = parts_.zones[column];
+    if (!zone) continue;
+    nombres_.push_back(column);
+    lierZoneDeNombre(handlers, *zone, [this, column, zone] {
+      if (illisible(column) && !renonce()) zone->setFocus();
+    });
+  }
 }
 
 // The next list first, then the scroll bar: the ring comes to rest where all select the same row.
@@ -156,12 +169,49 @@ bool ListEditor::entrer(int line, bool adding) {
     verrouiller(*control);
   }
   for (toolkit::Control* control : parts_.verrouilles) verrouiller(*control);
-  for (toolkit::TextBox* zone : parts_.zones) zone->setEnabled(true);
+  for (toolkit::TextBox* zone : parts_.zones) {
+    if (zone) zone->setEnabled(true);
+  }
   parts_.ok->setEnabled(true);
   parts_.annuler->setEnabled(true);
   parts_.supprimer->setEnabled(!adding);
   parts_.annuler->surface()->setCancelButton(parts_.annuler);
   return true;
+}
+
+ListEditor::Row ListEditor::saisie() const {
+  Row typed(parts_.listes.size());
+  for (std::size_t column = 0; column < parts_.zones.size(); ++column) {
+    if (parts_.zones[column]) typed[column] = parts_.zones[column]->text();
+  }
+  return typed;
+}
+
+void ListEditor::proposer(const Row& row) {
+  proposee_.clear();
+  for (const std::string& text : row) proposee_.push_back(store::editable(text));
+  for (std::size_t column = 0; column < parts_.zones.size(); ++column) {
+    if (parts_.zones[column]) parts_.zones[column]->setText(proposee_[column]);
+  }
+}
+
+bool ListEditor::illisible(std::size_t column) const {
+  const toolkit::TextBox& zone = *parts_.zones[column];
+  const bool asOpened = column < proposee_.size() && zone.text() == proposee_[column];
+  return !asOpened && pages::illisible(zone);
+}
+
+bool ListEditor::nombresLisibles() const {
+  for (const std::size_t column : nombres_) {
+    if (!illisible(column)) continue;
+    parts_.zones[column]->setFocus();
+    return false;
+  }
+  return true;
+}
+
+bool ListEditor::renonce() const {
+  return parts_.annuler->surface()->focusGoal() == parts_.annuler;
 }
 
 void ListEditor::verrouiller(toolkit::Control& control) {
@@ -188,9 +238,11 @@ void ListEditor::fermer() {
     if (std::exchange(session.W_SortirActif, false)) bar.Cmd_Sortir.setEnabled(true);
   }
   for (toolkit::TextBox* zone : parts_.zones) {
+    if (!zone) continue;
     zone->setEnabled(false);
     zone->setText("");
   }
+  proposee_.clear();
   for (toolkit::CommandButton* button : {parts_.ok, parts_.annuler, parts_.supprimer}) {
     button->setEnabled(false);
   }

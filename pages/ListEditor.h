@@ -24,7 +24,7 @@ class ListEditor {
   struct Parts {
     int onglet = 0;                         // stays open in edit mode
     std::vector<toolkit::ListBox*> listes;  // one a column
-    std::vector<toolkit::TextBox*> zones;
+    std::vector<toolkit::TextBox*> zones;   // of the first columns; null where none is edited
     toolkit::ScrollBar* barre = nullptr;
     std::vector<toolkit::Control*> elargis;  // take the scroll bar's room while it is shown
     toolkit::CommandButton* ajouter = nullptr;
@@ -43,10 +43,16 @@ class ListEditor {
   // quietly at an error, under the procedure's name (a literal).
   void lier(const screen::Handlers& handlers, std::string_view procedure,
             const std::function<void()>& doubleClick);
+  // The zones from that column on take numbers. One that holds none takes the focus back, unless
+  // the row was opened with that text, or is being given up.
+  void lierNombres(const screen::Handlers& handlers, std::size_t column);
 
   int lignes() const;
   int ligneChoisie() const;  // 0-based, -1 for none
   Row ligne(int line) const;
+  const std::string& texte(int line, std::size_t column) const {
+    return parts_.listes[column]->list(line);
+  }
   // Filling and removing leave no row selected, and the scroll bar at its start, silently.
   void remplir(std::vector<Row> rows);
   std::vector<Row> toutes() const;
@@ -66,6 +72,15 @@ class ListEditor {
   // The same for the selected row. With none selected what is typed has no row to go to: it is
   // neither an addition nor a change.
   bool ouvrirChoisie();
+  // What the zones hold, one text a column; "" where none is edited.
+  Row saisie() const;
+  // The zones get the texts of a row, ready to be edited.
+  void proposer(const Row& row);
+  // False when a zone holds something that is no number: it has the focus then. A text that the row
+  // was opened with passes.
+  bool nombresLisibles() const;
+  // Is the focus on its way to the cancel button? What was typed is then not looked at.
+  bool renonce() const;
   // Leaves edit mode and empties the zones; what was enabled before is so again.
   void fermer();
   // The same, and the focus goes to the add button.
@@ -90,12 +105,15 @@ class ListEditor {
   bool entrer(int line, bool adding);
   void verrouiller(toolkit::Control& control);
   void ouvrirOnglets(bool open);
+  bool illisible(std::size_t column) const;
 
   PageContext context_;
   Parts parts_;
   bool ouvert_ = false;
   bool ajout_ = false;
   int editee_ = -1;
+  Row proposee_;                                           // what the zones were given
+  std::vector<std::size_t> nombres_;                       // columns whose zones take numbers
   std::vector<std::pair<toolkit::Control*, bool>> avant_;  // enabled before edit mode
 };
 

@@ -1,17 +1,26 @@
 #include "pages/NumberZone.h"
 
-#include "pages/Columns.h"
-#include "store/Conversions.h"
+#include "store/Amounts.h"
 #include "text/Utf8.h"
 #include "toolkit/Keys.h"
 
 namespace pages {
 
-void lierZoneDeNombre(const screen::Handlers& handlers, toolkit::TextBox& zone) {
+void lierZoneDeNombre(const screen::Handlers& handlers, toolkit::TextBox& zone,
+                      const std::function<void()>& illisible) {
   zone.onKeyPress = [](char32_t& key) { key = store::decimalKey(key); };
-  zone.onLostFocus = handlers.on([&zone] {
-    if (!text::trim(zone.text()).empty()) zone.setText(deuxDecimales(zone.text()));
+  zone.onLostFocus = handlers.on([&zone, illisible] {
+    const std::string reformatted = store::reformatted(zone.text());
+    if (!reformatted.empty()) {
+      zone.setText(reformatted);
+    } else if (pages::illisible(zone)) {
+      illisible();
+    }
   });
+}
+
+bool illisible(const toolkit::TextBox& zone) {
+  return !text::trim(zone.text()).empty() && !store::hundredths(zone.text());
 }
 
 void filtrerDate(char32_t& key) {

@@ -4,7 +4,8 @@
 #include "pages/Columns.h"
 #include "pages/NumberZone.h"
 #include "screen/Messages.h"
-#include "store/Conversions.h"
+#include "store/Amounts.h"
+#include "store/Dates.h"
 #include "store/Layouts.h"
 #include "store/Request.h"
 
@@ -192,9 +193,11 @@ void Ong4::Cmd_NouveauBareme_Click() {
 }
 
 void Ong4::commencerBareme() {
-  copie_ = Copie{bareme_.lignes(), page_.Txt_DatBaremPrec.text(), page_.Txt_DatBaremCours.text()};
-  page_.Txt_DatBaremPrec.setText(page_.Txt_DatBaremCours.text());
-  bareme_.commencerBareme();
+  const std::string previous = page_.Txt_DatBaremPrec.text();
+  const std::string current = page_.Txt_DatBaremCours.text();
+  const bool existait = bareme_.existait() || !enCours_.shown.attribute().empty();
+  copie_ = Copie{bareme_.commencerBareme(), previous, current};
+  if (existait) page_.Txt_DatBaremPrec.setText(current);
   page_.Txt_DatBaremCours.setText("");
   page_.Txt_DatBaremCours.setEnabled(true);
   page_.Cmd_NouveauBareme.setCaption(screen::kAnnulerBareme);
@@ -205,7 +208,7 @@ void Ong4::commencerBareme() {
 
 void Ong4::annulerBareme() {
   if (copie_) {
-    bareme_.remplir(copie_->rows);
+    bareme_.annulerBareme(copie_->bareme);
     page_.Txt_DatBaremPrec.setText(copie_->precedente);
     page_.Txt_DatBaremCours.setText(copie_->enCours);
   }

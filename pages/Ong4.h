@@ -41,7 +41,7 @@ class Ong4 : public Onglet {
 
   // What "Annuler barème" puts back.
   struct Copie {
-    std::vector<ListEditor::Row> rows;
+    ScaleEditor::Copie bareme;
     std::string precedente;
     std::string enCours;
   };

@@ -8,7 +8,8 @@
 #include "pages/Columns.h"
 #include "pages/NumberZone.h"
 #include "screen/Messages.h"
-#include "store/Conversions.h"
+#include "store/Amounts.h"
+#include "store/Dates.h"
 #include "store/Layouts.h"
 #include "text/Utf8.h"
 #include "toolkit/Trap.h"
@@ -41,7 +42,8 @@ ListEditor::Parts parts(screen::PriseEnCharge& prise) {
   parts.ok = &prise.Cmd_OKTaux;
   parts.annuler = &prise.Cmd_AnnulerTaux;
   parts.supprimer = &prise.Cmd_SuppTaux;
-  parts.verrouilles = {&prise.Cdr_AttribOrgChg, &prise.Cdr_AbatOrgChg, &prise.Cmd_AjoutAbat};
+  parts.verrouilles = {&prise.Cdr_AttribOrgChg, &prise.Cdr_AbatOrgChg, &prise.Cmd_AjoutAbat,
+                       &prise.Txt_CodeCptPrestationService, &prise.Cbo_CptPrestationService};
   return parts;
 }
 
@@ -64,10 +66,7 @@ void RateEditor::lier(const screen::Handlers& handlers) {
       handlers.key(*this, &RateEditor::Txt_DateRembOrgChg_KeyPress);
   prise_.Txt_DateRembOrgChg.onLostFocus =
       handlers.on(*this, &RateEditor::Txt_DateRembOrgChg_LostFocus);
-  for (toolkit::TextBox* zone :
-       {&prise_.Txt_TxRembOrgChg, &prise_.Txt_TxRembMajOrgChg, &prise_.Txt_PrestServOrgChg}) {
-    lierZoneDeNombre(handlers, *zone);
-  }
+  editor_.lierNombres(handlers, 1);
 }
 
 // --- Showing and writing
@@ -131,10 +130,7 @@ void RateEditor::DoubleClickTauxRemb() {
   const ListEditor::Row shown = editor_.ligne(row);
   if (!editor_.ouvrir(row)) return;
   if (!state.W_TauxModifie) state.W_TauxAvantModif = shown[0] + shown[1];
-  prise_.Txt_DateRembOrgChg.setText(store::editable(shown[0]));
-  prise_.Txt_TxRembOrgChg.setText(store::editable(shown[1]));
-  prise_.Txt_TxRembMajOrgChg.setText(store::editable(shown[2]));
-  prise_.Txt_PrestServOrgChg.setText(store::editable(shown[3]));
+  editor_.proposer(shown);
   prise_.Txt_DateRembOrgChg.setFocus();
 }
 
@@ -147,7 +143,7 @@ void RateEditor::Cmd_OKTaux_Click() {
       editor_.refuser(kDateIllisible, prise_.Txt_DateRembOrgChg);
       return;
     }
-    if (!saisieAcceptee() || !datesAcceptees(*day)) return;
+    if (!editor_.nombresLisibles() || !saisieAcceptee() || !datesAcceptees(*day)) return;
     const bool adding = editor_.enAjout();
     poser(adding ? record().DCount(attribut::DateRembOrgChg) : editor_.editee());
     screen::EtatTaux& state = context_.session.taux;
@@ -164,11 +160,11 @@ bool RateEditor::saisieAcceptee() {
   const std::string& normal = prise_.Txt_TxRembOrgChg.text();
   const std::string& increased = prise_.Txt_TxRembMajOrgChg.text();
   const std::string& service = prise_.Txt_PrestServOrgChg.text();
-  if (!increased.empty() && simplePrecision(normal) > simplePrecision(increased)) {
+  if (!increased.empty() && store::singlePrecision(normal) > store::singlePrecision(increased)) {
     return editor_.refuser("Le taux majoré doit être supérieur au taux normal.",
                            prise_.Txt_TxRembMajOrgChg);
   }
-  if (!service.empty() && simplePrecision(normal) < simplePrecision(service)) {
+  if (!service.empty() && store::singlePrecision(normal) < store::singlePrecision(service)) {
     return editor_.refuser("Le taux prestation de service doit être inférieur au taux normal.",
                            prise_.Txt_PrestServOrgChg);
   }
@@ -189,6 +185,8 @@ bool RateEditor::saisieAcceptee() {
   return true;
 }
 
+// The row below an added one is the most recent. A row whose date has not changed keeps its place,
+// whatever the order of the record.
 bool RateEditor::datesAcceptees(long day) {
   const std::string& typed = prise_.Txt_DateRembOrgChg.text();
   for (int row = 0; !prise_.Lst_DateRembOrgChg.list(row).empty(); ++row) {
@@ -199,7 +197,9 @@ bool RateEditor::datesAcceptees(long day) {
     AfficherZonesTaux();
     return false;
   }
-  const std::string& older = prise_.Lst_DateRembOrgChg.list(editor_.enAjout() ? 0 : 1);
+  const int edited = editor_.editee();
+  if (edited >= 0 && prise_.Lst_DateRembOrgChg.list(edited) == typed) return true;
+  const std::string& older = prise_.Lst_DateRembOrgChg.list(edited + 1);
   if (!older.empty() && jour(older) > day) {
     return editor_.refuser("La date d'effet doit être postérieure à celles déjà saisies.",
                            prise_.Txt_DateRembOrgChg);
@@ -210,13 +210,12 @@ bool RateEditor::datesAcceptees(long day) {
 // The zones become the row's values; a rate left out is a blank until the page is written.
 void RateEditor::poser(int row) {
   store::DynamicArray& rates = record();
-  const std::array<const toolkit::TextBox*, 4> zones{
-      &prise_.Txt_DateRembOrgChg, &prise_.Txt_TxRembOrgChg, &prise_.Txt_TxRembMajOrgChg,
-      &prise_.Txt_PrestServOrgChg};
+  const ListEditor::Row typed = editor_.saisie();
   for (std::size_t i = 0; i < kColonnes.size(); ++i) {
-    std::string value = kColonnes[i].ecrit(zones[i]->text());
+    const int attribute = kColonnes[i].attribute;
+    std::string value = valeurSaisie(kColonnes[i], rates.get(attribute, row + 1), typed[i]);
     if (value.empty()) value = " ";
-    rates.set(kColonnes[i].attribute, row + 1, value);
+    rates.set(attribute, row + 1, value);
   }
 }
 
@@ -250,10 +249,9 @@ void RateEditor::AjoutLists(std::int16_t& indice) {
   if (text::trim(prise_.Txt_DateRembOrgChg.text()).empty()) {
     throw std::invalid_argument("a rate needs its date");
   }
-  editor_.inserer(indice,
-                  {prise_.Txt_DateRembOrgChg.text(), deuxDecimales(prise_.Txt_TxRembOrgChg.text()),
-                   deuxDecimales(prise_.Txt_TxRembMajOrgChg.text()),
-                   deuxDecimales(prise_.Txt_PrestServOrgChg.text())});
+  ListEditor::Row row = editor_.saisie();
+  for (std::size_t i = 1; i < row.size(); ++i) row[i] = store::reformatted(row[i]);
+  editor_.inserer(indice, row);
 }
 
 void RateEditor::EffaceEltLists() {
@@ -267,7 +265,7 @@ void RateEditor::Txt_DateRembOrgChg_KeyPress(char32_t& key) { filtrerDate(key); 
 
 void RateEditor::Txt_DateRembOrgChg_LostFocus() {
   toolkit::TextBox& zone = prise_.Txt_DateRembOrgChg;
-  if (zone.text().empty()) return;
+  if (zone.text().empty() || editor_.renonce()) return;
   const std::string completed = store::completeDate(zone.text(), context_.desktop.today().year);
   if (completed.empty()) {
     editor_.refuser(kDateIllisible, zone);

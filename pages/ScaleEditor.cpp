@@ -6,9 +6,10 @@
 #include <utility>
 
 #include "pages/Columns.h"
-#include "pages/NumberZone.h"
-#include "store/Conversions.h"
+#include "pages/ShownAttribute.h"
+#include "store/Amounts.h"
 #include "store/Layouts.h"
+#include "text/Utf8.h"
 #include "toolkit/Trap.h"
 
 namespace pages {
@@ -34,8 +35,12 @@ ListEditor::Parts parts(screen::Participation& page) {
   parts.listes = {&page.Lst_DebRevSeulOrgChg, &page.Lst_FinRevSeulOrgChg,
                   &page.Lst_DebRevMenOrgChg,  &page.Lst_FinRevMenOrgChg,
                   &page.Lst_BaremPrecOrgChg,  &page.Lst_BaremCoursOrgChg};
-  parts.zones = {&page.Txt_DebRevSeulOrgChg, &page.Txt_FinRevSeulOrgChg, &page.Txt_DebRevMenOrgChg,
-                 &page.Txt_FinRevMenOrgChg, &page.Txt_BaremCoursOrgChg};
+  parts.zones = {&page.Txt_DebRevSeulOrgChg,
+                 &page.Txt_FinRevSeulOrgChg,
+                 &page.Txt_DebRevMenOrgChg,
+                 &page.Txt_FinRevMenOrgChg,
+                 nullptr,
+                 &page.Txt_BaremCoursOrgChg};
   parts.barre = &page.Bdv_Bareme;
   parts.elargis = {&page.Lst_BaremCoursOrgChg, &page.Txt_BaremCoursOrgChg};
   parts.ajouter = &page.Cmd_AjoutPart;
@@ -55,6 +60,13 @@ std::array<toolkit::ListBox*, 5> fermesParUnNouveauBareme(screen::Participation&
 // Does a bracket start below its end? What is no number counts as 0.
 bool croissante(std::string_view start, std::string_view end) {
   return store::hundredths(start).value_or(0) < store::hundredths(end).value_or(0);
+}
+
+// What a zone shows in its row: a blank counts as 0, as it does in the comparisons.
+std::string cellule(const std::string& typed) {
+  if (text::trim(typed).empty()) return store::twoDecimals(0);
+  std::string shown = store::reformatted(typed);
+  return shown.empty() ? typed : shown;
 }
 
 int rupture(const toolkit::ListBox& starts, const toolkit::ListBox& ends) {
@@ -77,11 +89,7 @@ void ScaleEditor::lier(const screen::Handlers& handlers) {
   page_.Cmd_OKPart.onClick = handlers.on(*this, &ScaleEditor::Cmd_OKPart_Click);
   page_.Cmd_AnnulerPart.onClick = handlers.on(*this, &ScaleEditor::Cmd_AnnulerPart_Click);
   page_.Cmd_SuppPart.onClick = handlers.on(*this, &ScaleEditor::Cmd_SuppPart_Click);
-  for (toolkit::TextBox* zone :
-       {&page_.Txt_DebRevSeulOrgChg, &page_.Txt_FinRevSeulOrgChg, &page_.Txt_DebRevMenOrgChg,
-        &page_.Txt_FinRevMenOrgChg, &page_.Txt_BaremCoursOrgChg}) {
-    lierZoneDeNombre(handlers, *zone);
-  }
+  editor_.lierNombres(handlers, 0);
 }
 
 // --- Showing and writing
@@ -90,11 +98,28 @@ void ScaleEditor::afficher(const store::DynamicArray& record) {
   int count = 0;
   for (const Colonne& column : kColonnes) count = std::max(count, record.DCount(column.attribute));
   montrerColonnes(editor_, record, kColonnes, count);
+  lignes_.assign(static_cast<std::size_t>(count), Ligne());
+  for (std::size_t column = 0; column < kColonnes.size(); ++column) {
+    int value = 0;
+    for (Ligne& ligne : lignes_) {
+      ligne.valeurs[column] = record.get(kColonnes[column].attribute, ++value);
+    }
+  }
+  existait_ = count > 0;
   premier_ = false;
 }
 
+// Rows may have moved since they were shown: each brings its own values.
 void ScaleEditor::ecrire(store::DynamicArray& record) const {
-  ecrireColonnes(editor_, record, kColonnes, editor_.lignes());
+  for (std::size_t column = 0; column < kColonnes.size(); ++column) {
+    std::string written;
+    for (std::size_t row = 0; row < lignes_.size(); ++row) {
+      if (row > 0) written += store::kValueMark;
+      written += valeurDeLigne(kColonnes[column], lignes_[row].valeurs[column],
+                               editor_.texte(static_cast<int>(row), column));
+    }
+    ecrireAttribut(record, kColonnes[column].attribute, written);
+  }
 }
 
 void ScaleEditor::vider() {
@@ -102,6 +127,8 @@ void ScaleEditor::vider() {
   for (toolkit::ListBox* list : fermesParUnNouveauBareme(page_)) list->setEnabled(true);
   page_.Lst_BaremCoursOrgChg.setEnabled(true);
   editor_.remplir({});
+  lignes_.clear();
+  existait_ = false;
 }
 
 void ScaleEditor::TriBareme() {
@@ -113,19 +140,35 @@ void ScaleEditor::TriBareme() {
   }
   const std::vector<int> order = ordreCroissant(starts);
   std::vector<ListEditor::Row> rows;
-  rows.reserve(before.size());
-  for (const int row : order) rows.push_back(before[static_cast<std::size_t>(row - 1)]);
+  std::vector<Ligne> lignes;
+  for (const int number : order) {
+    const auto row = static_cast<std::size_t>(number - 1);
+    rows.push_back(before[row]);
+    lignes.push_back(lignes_[row]);
+  }
+  lignes_ = std::move(lignes);
   editor_.ordonner(order);
   editor_.remplir(std::move(rows));
 }
 
 // --- A new scale
 
-void ScaleEditor::commencerBareme() {
-  std::vector<ListEditor::Row> rows = editor_.toutes();
-  for (ListEditor::Row& row : rows) row[kPrecedent] = row[kEnCours];
-  editor_.remplir(std::move(rows));
+ScaleEditor::Copie ScaleEditor::commencerBareme() {
+  Copie copie{editor_.toutes(), lignes_, premier_};
+  if (existait_) {
+    std::vector<ListEditor::Row> rows = copie.rows;
+    for (ListEditor::Row& row : rows) row[kPrecedent] = row[kEnCours];
+    for (Ligne& ligne : lignes_) ligne.valeurs[kPrecedent] = ligne.valeurs[kEnCours];
+    editor_.remplir(std::move(rows));
+  }
   for (toolkit::ListBox* list : fermesParUnNouveauBareme(page_)) list->setEnabled(false);
+  return copie;
+}
+
+void ScaleEditor::annulerBareme(const Copie& copie) {
+  editor_.remplir(copie.rows);
+  lignes_ = copie.lignes;
+  premier_ = copie.premier;
 }
 
 void ScaleEditor::completer() {
@@ -155,18 +198,18 @@ void ScaleEditor::Cmd_AjoutPart_Click() {
   if (editor_.ouvrir(-1)) page_.Txt_DebRevSeulOrgChg.setFocus();
 }
 
-// Under a new scale the brackets of a row stay as they are.
+// Under a new scale the brackets of the rows that stood before stay as they are.
+bool ScaleEditor::tranchesFermees(int row) const {
+  return context_.session.NouveauBareme && !lignes_[static_cast<std::size_t>(row)].ajoutee;
+}
+
 void ScaleEditor::modifier() {
   const int row = editor_.ligneChoisie();
   if (row < 0 || !screen::droitsComplets(context_.session)) return;
   const ListEditor::Row shown = editor_.ligne(row);
   if (!editor_.ouvrir(row)) return;
-  page_.Txt_DebRevSeulOrgChg.setText(store::editable(shown[kDebSeul]));
-  page_.Txt_FinRevSeulOrgChg.setText(store::editable(shown[kFinSeul]));
-  page_.Txt_DebRevMenOrgChg.setText(store::editable(shown[kDebMenage]));
-  page_.Txt_FinRevMenOrgChg.setText(store::editable(shown[kFinMenage]));
-  page_.Txt_BaremCoursOrgChg.setText(store::editable(shown[kEnCours]));
-  if (!context_.session.NouveauBareme) {
+  editor_.proposer(shown);
+  if (!tranchesFermees(row)) {
     page_.Txt_DebRevSeulOrgChg.setFocus();
     return;
   }
@@ -179,18 +222,18 @@ void ScaleEditor::modifier() {
 
 void ScaleEditor::Cmd_OKPart_Click() {
   toolkit::quietly("Cmd_OKPart_Click", [this] {
-    if (!saisieAcceptee()) return;
+    if (!editor_.nombresLisibles() || !saisieAcceptee()) return;
     std::vector<ListEditor::Row> rows = editor_.toutes();
     if (editor_.enAjout()) {
       rows.emplace_back(kColonnes.size());
+      lignes_.push_back({{}, context_.session.NouveauBareme});
     }
     ListEditor::Row& row =
         editor_.enAjout() ? rows.back() : rows[static_cast<std::size_t>(editor_.editee())];
-    row[kDebSeul] = deuxDecimales(page_.Txt_DebRevSeulOrgChg.text());
-    row[kFinSeul] = deuxDecimales(page_.Txt_FinRevSeulOrgChg.text());
-    row[kDebMenage] = deuxDecimales(page_.Txt_DebRevMenOrgChg.text());
-    row[kFinMenage] = deuxDecimales(page_.Txt_FinRevMenOrgChg.text());
-    row[kEnCours] = deuxDecimales(page_.Txt_BaremCoursOrgChg.text());
+    const ListEditor::Row typed = editor_.saisie();
+    for (const std::size_t column : {kDebSeul, kFinSeul, kDebMenage, kFinMenage, kEnCours}) {
+      row[column] = cellule(typed[column]);
+    }
     editor_.remplir(std::move(rows));
     TriBareme();
     AfficherZonesBareme();
@@ -245,7 +288,10 @@ void ScaleEditor::Cmd_AnnulerPart_Click() {
 void ScaleEditor::Cmd_SuppPart_Click() {
   const int row = editor_.editee();
   if (row >= 0 && !editor_.suppressionConfirmee()) return;
-  if (row >= 0) editor_.retirer(row);
+  if (row >= 0 && row < editor_.lignes()) {
+    editor_.retirer(row);
+    lignes_.erase(lignes_.begin() + row);
+  }
   AfficherZonesBareme();
 }
 

@@ -2,6 +2,8 @@
 // participation before and now (attributes 32 to 37).
 #pragma once
 
+#include <array>
+#include <string>
 #include <vector>
 
 #include "pages/ListEditor.h"
@@ -12,6 +14,18 @@ namespace pages {
 // The lists are the reference: the record follows when the page is written.
 class ScaleEditor {
  public:
+  // What stands behind a row.
+  struct Ligne {
+    std::array<std::string, 6> valeurs;  // of the record, by column; empty where it has none
+    bool ajoutee = false;                // under the new scale that is being entered
+  };
+  // What a new scale that is cancelled puts back.
+  struct Copie {
+    std::vector<ListEditor::Row> rows;
+    std::vector<Ligne> lignes;
+    bool premier;
+  };
+
   explicit ScaleEditor(PageContext context);
 
   void lier(const screen::Handlers& handlers);
@@ -25,10 +39,12 @@ class ScaleEditor {
   // By start for single persons; rows of one start keep their order, and an open row is followed.
   void TriBareme();
 
-  std::vector<ListEditor::Row> lignes() const { return editor_.toutes(); }
-  void remplir(const std::vector<ListEditor::Row>& rows) { editor_.remplir(rows); }
-  // The current participations become the previous ones; from here on only they are entered.
-  void commencerBareme();
+  // The current participations become the previous ones, unless the record had no scale. From here
+  // on only they are entered, and rows of their own. Gives back what stood before.
+  Copie commencerBareme();
+  void annulerBareme(const Copie& copie);
+  // Was a scale shown from the record?
+  bool existait() const { return existait_; }
   // An empty current participation becomes 0.
   void completer();
   // The first row that does not start where the one before ends; -1 when all do.
@@ -46,10 +62,13 @@ class ScaleEditor {
   void modifier();
 
   bool saisieAcceptee();
+  bool tranchesFermees(int row) const;
 
   PageContext context_;
   screen::Participation& page_;
   ListEditor editor_;
+  std::vector<Ligne> lignes_;  // of the rows, in their order
+  bool existait_ = false;
   bool premier_ = true;  // a first scale is being entered: there was none to start from
 };
 

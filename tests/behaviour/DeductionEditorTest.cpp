@@ -89,6 +89,8 @@ class DeductionsEditMode : public EditMode<Deductions> {
                      {"Cmd_AjoutAbat", true, false, false},
                      {"Cdr_AttribOrgChg", true, false, false},
                      {"Cdr_TauxOrgChg", true, false, false},
+                     {"Txt_CodeCptPrestationService", true, false, false},
+                     {"Cbo_CptPrestationService", true, false, false},
                      {"Cdr_AbatOrgChg", true, true, true},
                      {"Bdv_AbatOrgChg", true, true, true},
                      {"Txt_DebAbatHOrgChg", false, true, true},
@@ -440,13 +442,42 @@ TEST_F(Deductions, ZonesTakeDecimalKeysAndReformatWhenLeft) {
   for (TextBox* zone : {&start(), &end(), &percentage()}) {
     TextBox& other = zone == &start() ? end() : start();
     for (const auto& [keys, shown] : std::vector<std::pair<std::string, const char*>>{
-             {"12.5", "12,50"}, {"1 234,5a", "1234,50"}, {",", ""}, {std::string(40, '9'), ""}}) {
+             {"12.5", "12,50"}, {"1 234,5a", "1234,50"}, {"", ""}}) {
       ASSERT_TRUE(user_->fill(*zone, keys));
       ASSERT_TRUE(user_->go(other));
       EXPECT_EQ(zone->text(), shown) << zone->name() << " " << keys;
     }
+    ASSERT_TRUE(user_->fill(*zone, "1,2,3"));
+    EXPECT_FALSE(user_->go(other));
+    EXPECT_EQ(zone->text(), "1,2,3");
+    EXPECT_TRUE(zone->hasFocus()) << zone->name();
+    ASSERT_TRUE(user_->fill(*zone, ""));
   }
   expectNoBox();
+}
+
+TEST_F(Deductions, CancelWorksWhileANumberCannotBeRead) {
+  ASSERT_TRUE(openDeduction(0));
+  ASSERT_TRUE(user_->fill(end(), "-"));
+  EXPECT_FALSE(press("Cmd_OKAbat"));
+  ASSERT_TRUE(press("Cmd_AnnulerAbat"));
+  expectNoBox();
+  EXPECT_FALSE(deductionOpen());
+}
+
+TEST_F(Deductions, StoredNumbersWithDecimalsAreShownRoundedAndKept) {
+  const std::string percentages = marked("1250.5|1250,4");
+  putDeductions({{"0,00", "10,00", "1,00"}, {"10,00", "20,00", "1,00"}});
+  store_.set("ORGPRISECHARGE", "001", attribut::PourcentAbatOrgChg, percentages);
+  show();
+  EXPECT_EQ(deductions()[0][2], "12,51");
+  EXPECT_EQ(deductions()[1][2], "12,50");
+  ASSERT_TRUE(openDeduction(0));
+  for (TextBox* zone : {&start(), &end(), &percentage()}) ASSERT_TRUE(user_->go(*zone));
+  ASSERT_TRUE(press("Cmd_OKAbat"));
+  addDeduction({"-5", "0", "3"});
+  save();
+  EXPECT_EQ(attribute("001", attribut::PourcentAbatOrgChg), "300" + marked("|") + percentages);
 }
 
 // Consultation and host ---------------------------------------------------------------------------

@@ -30,12 +30,13 @@ TEST_P(RateLocks, AControlDisabledBeforeStaysSo) {
   EXPECT_EQ(enabledBelow(control_->surface()), before);
 }
 
-INSTANTIATE_TEST_SUITE_P(OfEach, RateLocks,
-                         testing::ValuesIn(withBar({"Lst_DateRembOrgChg", "Lst_TxRembOrgChg",
-                                                    "Lst_TxRembMajOrgChg", "Lst_PrestServOrgChg",
-                                                    "Cmd_AjoutTaux", "Cmd_AjoutAbat",
-                                                    "Cdr_AttribOrgChg", "Cdr_AbatOrgChg"})),
-                         [](const auto& name) { return std::string(name.param); });
+INSTANTIATE_TEST_SUITE_P(
+    OfEach, RateLocks,
+    testing::ValuesIn(withBar({"Lst_DateRembOrgChg", "Lst_TxRembOrgChg", "Lst_TxRembMajOrgChg",
+                               "Lst_PrestServOrgChg", "Cmd_AjoutTaux", "Cmd_AjoutAbat",
+                               "Cdr_AttribOrgChg", "Cdr_AbatOrgChg", "Txt_CodeCptPrestationService",
+                               "Cbo_CptPrestationService"})),
+    [](const auto& name) { return std::string(name.param); });
 
 class DeductionLocks : public Coverage, public testing::WithParamInterface<const char*> {};
 
@@ -52,11 +53,12 @@ TEST_P(DeductionLocks, AControlDisabledBeforeStaysSo) {
   EXPECT_EQ(enabledBelow(control_->surface()), before);
 }
 
-INSTANTIATE_TEST_SUITE_P(OfEach, DeductionLocks,
-                         testing::ValuesIn(withBar({"Lst_DebAbatHOrgChg", "Lst_FinAbatHOrgChg",
-                                                    "Lst_PourcentAbatOrgChg", "Cmd_AjoutAbat",
-                                                    "Cdr_AttribOrgChg", "Cdr_TauxOrgChg"})),
-                         [](const auto& name) { return std::string(name.param); });
+INSTANTIATE_TEST_SUITE_P(
+    OfEach, DeductionLocks,
+    testing::ValuesIn(withBar({"Lst_DebAbatHOrgChg", "Lst_FinAbatHOrgChg", "Lst_PourcentAbatOrgChg",
+                               "Cmd_AjoutAbat", "Cdr_AttribOrgChg", "Cdr_TauxOrgChg",
+                               "Txt_CodeCptPrestationService", "Cbo_CptPrestationService"})),
+    [](const auto& name) { return std::string(name.param); });
 
 class ScaleLocks : public Scale, public testing::WithParamInterface<const char*> {};
 

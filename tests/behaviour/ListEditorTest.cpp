@@ -51,8 +51,14 @@ class Random : public Desk {
     for (const auto& [zone, value] : zones) {
       if (!all && !oneIn(2)) continue;
       const TypedNumber& typed = number();
-      user_.fill(*zone, typed.keys);
+      ASSERT_TRUE(user_.fill(*zone, typed.keys));
       *value = typed.value;
+      if (typed.value) continue;
+      // What is no number is not left behind.
+      user_.tab();
+      ASSERT_TRUE(zone->hasFocus());
+      ASSERT_EQ(zone->text(), typed.keys);
+      ASSERT_TRUE(user_.fill(*zone, ""));
     }
   }
 
@@ -226,7 +232,7 @@ class RandomRates : public Random {
     for (std::size_t row = 0; row < model_.size(); ++row) {
       if (static_cast<int>(row) != edited && model_[row].day == rate.day) return kDateExistante;
     }
-    const std::size_t compared = edited < 0 ? 0 : 1;
+    const auto compared = static_cast<std::size_t>(edited + 1);
     if (compared < model_.size() && model_[compared].day > rate.day) return kDateAnterieure;
     return "";
   }

@@ -94,6 +94,8 @@ class RatesEditMode : public EditMode<Rates> {
                      {"Cmd_AjoutAbat", true, false, false},
                      {"Cdr_AttribOrgChg", true, false, false},
                      {"Cdr_AbatOrgChg", true, false, false},
+                     {"Txt_CodeCptPrestationService", true, false, false},
+                     {"Cbo_CptPrestationService", true, false, false},
                      {"Cdr_TauxOrgChg", true, true, true},
                      {"Bdv_TauxOrgChg", true, true, true},
                      {"Txt_DateRembOrgChg", false, true, true},
@@ -378,15 +380,38 @@ TEST_F(Rates, Check9AcceptsADayEqualToTheRowBelowTypedDifferently) {
   EXPECT_EQ(rates(), (Rows{{"01/01/2025", "20,00", "25,00", "15,00"}, kTwo[1]}));
 }
 
-TEST_F(Rates, Check9AChangeOfASecondRowIsComparedWithRowOneToo) {
+TEST_F(Rates, Check9AChangeOfALowerRowIsComparedWithTheRowBelowItToo) {
   addRate({"01022026", "21", "26", "16"});
   ASSERT_TRUE(openRate(1));
-  user_->fill(date(), "31122025");
+  user_->fill(date(), "31122024");
   expectRefusal(kDateAnterieure, date());
+  user_->fill(date(), "31122025");
+  expectAccepted();
+  EXPECT_EQ(rates()[1][0], "31/12/2025");
+  ASSERT_TRUE(openRate(1));
   user_->fill(date(), "01032026");
   expectAccepted();
   EXPECT_EQ(rates()[0][0], "01/03/2026");
   EXPECT_EQ(rates()[1][0], "01/02/2026");
+}
+
+TEST_F(Rates, Check9LetsEveryRowThatMayBeChangedBeConfirmedAsItStands) {
+  addRate({"01022026", "21", "26", "16"});
+  addRate({"01032026", "22", "27", "17"});
+  const Rows before = rates();
+  for (const int row : {0, 1, 2}) {
+    ASSERT_TRUE(openRate(row));
+    expectAccepted();
+    EXPECT_EQ(rates(), before) << row;
+  }
+}
+
+TEST_F(Rates, Check9LetsARowOfAnUnorderedRecordBeConfirmedAsItStands) {
+  putRates({kTwo[1], kTwo[0]});
+  show();
+  ASSERT_TRUE(openRate(0));
+  expectAccepted();
+  EXPECT_EQ(rates(), kTwo);
 }
 
 TEST_F(Rates, AnEmptyListAcceptsAnyDate) {
@@ -719,18 +744,13 @@ TEST_F(Rates, AnEmptyDateMayBeLeft) {
 }
 
 TEST_F(Rates, ARateZoneTakesDecimalKeysAndReformatsWhenLeft) {
-  const std::string forty(40, '9');
   const std::vector<std::vector<std::string>> typed{{"12,5", "12,5", "12,50"},
                                                     {"12.5", "12,5", "12,50"},
                                                     {"1 234,50", "1234,50", "1234,50"},
                                                     {"-3", "-3", "-3,00"},
                                                     {"0,005", "0,005", "0,01"},
-                                                    {",", ",", ""},
                                                     {".5", ",5", "0,50"},
-                                                    {forty, std::string(15, '9'), ""},
                                                     {"1a2é3%", "123", "123,00"},
-                                                    {"-", "-", ""},
-                                                    {"1,2,3", "1,2,3", ""},
                                                     {"12\r", "12", "12,00"},
                                                     {"0", "0", "0,00"},
                                                     {"007", "007", "7,00"},
@@ -745,6 +765,84 @@ TEST_F(Rates, ARateZoneTakesDecimalKeysAndReformatsWhenLeft) {
       ASSERT_TRUE(user_->go(date()));
       EXPECT_EQ(zone->text(), keys[2]) << zone->name() << " " << keys[0];
     }
+  }
+  expectNoBox();
+}
+
+TEST_F(Rates, WhatIsNoNumberStaysInItsZoneAndTakesTheFocusBack) {
+  ASSERT_TRUE(press("Cmd_AjoutTaux"));
+  for (TextBox* zone : {&normal(), &increased(), &service()}) {
+    for (const std::string& typed :
+         {std::string(","), std::string("-"), std::string("1,2,3"), std::string(15, '9')}) {
+      ASSERT_TRUE(user_->fill(*zone, typed));
+      EXPECT_FALSE(user_->go(date())) << typed;
+      EXPECT_EQ(zone->text(), typed);
+      EXPECT_TRUE(zone->hasFocus()) << typed;
+      EXPECT_FALSE(press("Cmd_OKTaux"));
+      EXPECT_TRUE(rateOpen());
+    }
+    ASSERT_TRUE(user_->fill(*zone, ""));
+    ASSERT_TRUE(user_->paste("douze"));
+    user_->tab();
+    EXPECT_TRUE(zone->hasFocus());
+    EXPECT_EQ(zone->text(), "douze");
+    ASSERT_TRUE(user_->fill(*zone, "12"));
+  }
+  expectNoBox();
+}
+
+TEST_F(Rates, WhatIsNoNumberIsNotConfirmedEither) {
+  begin({"01022026", "20", "25", "15"});
+  ASSERT_TRUE(user_->go(button("Cmd_OKTaux")));
+  increased().setText("1,2,3");
+  ASSERT_TRUE(press("Cmd_OKTaux"));
+  expectNoBox();
+  EXPECT_TRUE(rateOpen());
+  EXPECT_TRUE(increased().hasFocus());
+  EXPECT_EQ(increased().text(), "1,2,3");
+}
+
+TEST_F(Rates, AStoredNumberThatCannotBeReadMayBeLeftAndConfirmedAsItStands) {
+  store_.set("ORGPRISECHARGE", "001", attribut::TxRembOrgChg, marked("abc|1800"));
+  store_.set("ORGPRISECHARGE", "001", attribut::PrestServOrgChg, marked("0|0"));
+  show();
+  ASSERT_TRUE(openRate(0));
+  ASSERT_TRUE(user_->go(normal()));
+  ASSERT_TRUE(user_->tab());
+  EXPECT_EQ(normal().text(), "abc");
+  expectAccepted();
+  save();
+  EXPECT_EQ(attribute("001", attribut::TxRembOrgChg), marked("abc|1800"));
+}
+
+TEST_F(Rates, CancelWorksWhileTheDateOrANumberCannotBeRead) {
+  for (TextBox* zone : {&date(), &normal()}) {
+    ASSERT_TRUE(openRate(0));
+    ASSERT_TRUE(user_->fill(*zone, "1,2,3"));
+    ASSERT_TRUE(press("Cmd_AnnulerTaux")) << zone->name();
+    expectNoBox();
+    EXPECT_FALSE(rateOpen());
+    ASSERT_TRUE(press("Cmd_AjoutTaux"));
+    ASSERT_TRUE(user_->fill(*zone, "1,2,3"));
+    desktop_.answer(Answer::No);
+    ASSERT_TRUE(press("Cmd_AnnulerTaux"));
+    expectBox(kQuitterCreation, Icon::Question, Buttons::YesNo);
+    EXPECT_TRUE(rateOpen());
+    desktop_.answer(Answer::Yes);
+    ASSERT_TRUE(press("Cmd_AnnulerTaux"));
+    expectBox(kQuitterCreation, Icon::Question, Buttons::YesNo);
+    EXPECT_FALSE(rateOpen());
+  }
+  EXPECT_EQ(rates(), kTwo);
+}
+
+TEST_F(Rates, APastedDateSplitsAtAnyCharacterThatIsNoDigit) {
+  ASSERT_TRUE(press("Cmd_AjoutTaux"));
+  for (const char* pasted : {"1 2 2026", "01\u201302\u20132026", "1_2_26", "01;02;2026"}) {
+    ASSERT_TRUE(user_->fill(date(), ""));
+    ASSERT_TRUE(user_->paste(pasted));
+    ASSERT_TRUE(user_->go(normal())) << pasted;
+    EXPECT_EQ(date().text(), "01/02/2026") << pasted;
   }
   expectNoBox();
 }
@@ -771,13 +869,38 @@ TEST_F(Rates, NumbersAsTheyAreTypedReachTheRecord) {
          {attribut::TxRembOrgChg, attribut::TxRembMajOrgChg, attribut::PrestServOrgChg})
       EXPECT_EQ(attribute("001", number), value) << keys;
   }
-  for (const std::string& keys : {std::string(","), std::string(40, '9')}) {
-    show();
-    begin({"01022026", keys, "5", "0"});
-    expectRefusal(kTauxObligatoire, normal());
-    desktop_.answer(Answer::Yes);
-    ASSERT_TRUE(press("Cmd_AnnulerTaux"));
-  }
+}
+
+TEST_F(Rates, StoredNumbersWithDecimalsAreShownRoundedAndKept) {
+  const std::string normals = marked("1850.5|1750,4");
+  store_.set("ORGPRISECHARGE", "001", attribut::TxRembOrgChg, normals);
+  show();
+  EXPECT_EQ(rates()[0][1], "18,51");
+  EXPECT_EQ(rates()[1][1], "17,50");
+  ASSERT_TRUE(openRate(0));
+  EXPECT_EQ(normal().text(), "18,51");
+  for (TextBox* zone : {&normal(), &increased(), &service()}) ASSERT_TRUE(user_->go(*zone));
+  expectAccepted();
+  addRate({"01022026", "21", "26", "16"});
+  save();
+  EXPECT_EQ(attribute("001", attribut::TxRembOrgChg), "2100" + marked("|") + normals);
+  show();
+  ASSERT_TRUE(openRate(0));
+  user_->fill(normal(), "22,5");
+  expectAccepted();
+  save();
+  EXPECT_EQ(attribute("001", attribut::TxRembOrgChg), "2250" + marked("|") + normals);
+}
+
+TEST_F(Rates, AStoredDayWithAFractionIsKeptWithItsRow) {
+  store_.set("ORGPRISECHARGE", "001", attribut::DateRembOrgChg, marked("21186.5|20821"));
+  show();
+  ASSERT_TRUE(openRate(0));
+  user_->fill(normal(), "21");
+  expectAccepted();
+  save();
+  EXPECT_EQ(attribute("001", attribut::DateRembOrgChg), marked("21186.5|20821"));
+  EXPECT_EQ(attribute("001", attribut::TxRembOrgChg), marked("2100|1800"));
 }
 
 TEST_F(Rates, HundredthsDoNotDriftThroughShowAndChange) {
@@ -804,7 +927,7 @@ TEST(Hundredths, AllRoundTripBetweenValueRowAndZone) {
     ASSERT_EQ(pages::centiemesEcrits(row), text);
     const std::string zone = store::editable(row);
     ASSERT_EQ(pages::centiemesEcrits(zone), text) << zone;
-    ASSERT_EQ(pages::deuxDecimales(zone), row) << zone;
+    ASSERT_EQ(store::reformatted(zone), row) << zone;
   }
 }
 

@@ -135,7 +135,20 @@ TEST_F(ScaleRowChecks, ABlankIsNotEmpty) {
   ASSERT_TRUE(user_->paste(" "));
   ASSERT_TRUE(press("Cmd_OKPart"));
   expectNoBox();
-  EXPECT_EQ(rows(), (Rows{{"0,00", "100,00", "0,00", "200,00", "", ""}}));
+  EXPECT_EQ(rows(), (Rows{{"0,00", "100,00", "0,00", "200,00", "", "0,00"}}));
+}
+
+TEST_F(ScaleRowChecks, APastedBlankCountsAs0SoThatTheDateIsAskedFor) {
+  fillZones({"", "100", "", "200", "1"});
+  for (const char* start : {"Txt_DebRevSeulOrgChg", "Txt_DebRevMenOrgChg"}) {
+    ASSERT_TRUE(user_->go(box(start)));
+    ASSERT_TRUE(user_->paste(" "));
+  }
+  ASSERT_TRUE(press("Cmd_OKPart"));
+  expectNoBox();
+  EXPECT_EQ(rows(), (Rows{{"0,00", "100,00", "0,00", "200,00", "", "1,00"}}));
+  ASSERT_TRUE(press("Cmd_OK"));
+  expectBox(kDateObligatoire, Icon::Exclamation);
 }
 
 TEST_F(ScaleRowChecks, HoldForAChangeTooAndKeepTheRow) {
@@ -362,9 +375,9 @@ TEST_F(ScaleGuard, Check7FromPercentageToAmount) {
 TEST_F(ScaleGuard, Check7OfAModeThatAnotherPageHasSet) {
   agreement("001");
   putMode("%");
-  ASSERT_TRUE(user_->click(tabs(), 2));
-  ASSERT_TRUE(user_->click(option("Opt_MontantOrgChg")));
-  desktop_.takeBoxes();
+  ASSERT_TRUE(user_->click(tabs(), 1));
+  ASSERT_TRUE(user_->click(option("Opt_TypeComplOrgChg")));
+  ASSERT_TRUE(user_->click(option("Opt_TypePrincipalOrgChg")));
   expectRefusal(kModeChange, "Opt_GestPartMont", Icon::Information);
 }
 
@@ -461,7 +474,13 @@ struct Model {
   bool closed = false;  // the lists that a new scale has closed
   bool dateOpen = false;
   bool first = true;  // a first scale is being entered
+  // Rows of a scale, and its date, were shown from the record.
+  bool hadRows = false;
+  bool hadDate = false;
+  // Those added under the new scale, among the rows in the order of these.
+  std::vector<char> added;
   Rows keptRows;
+  bool keptFirst = true;
   std::string keptPrevious;
   std::string keptCurrent;
 
@@ -471,31 +490,55 @@ struct Model {
     previous = before;
     current = from;
     first = now.empty();
+    hadRows = !now.empty();
+    hadDate = !from.empty();
+    added.assign(rows.size(), 0);
+  }
+  void add(const Row& row) {
+    rows.push_back(row);
+    added.push_back(newScale ? 1 : 0);
+    sort();
+  }
+  void erase(int line) {
+    rows.erase(rows.begin() + line);
+    added.erase(added.begin() + line);
+  }
+  bool bracketsClosed(int line) const {
+    return newScale && added[static_cast<std::size_t>(line)] == 0;
   }
   // The place after all starts that are not greater.
   void sort() {
     Rows placed;
-    for (const Row& row : rows) {
-      auto place = placed.end();
-      while (place != placed.begin() &&
-             *store::hundredths((*(place - 1))[0]) > *store::hundredths(row[0])) {
+    std::vector<char> marks;
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+      auto place = static_cast<std::ptrdiff_t>(placed.size());
+      while (place > 0 && *store::hundredths(placed[static_cast<std::size_t>(place - 1)][0]) >
+                              *store::hundredths(rows[i][0])) {
         --place;
       }
-      placed.insert(place, row);
+      placed.insert(placed.begin() + place, rows[i]);
+      marks.insert(marks.begin() + place, added[i]);
     }
     rows = placed;
+    added = marks;
   }
   void begin() {
     keptRows = rows;
+    keptFirst = first;
     keptPrevious = previous;
     keptCurrent = current;
-    for (Row& row : rows) row[4] = row[5];
-    previous = current;
+    added.assign(rows.size(), 0);
+    if (hadRows) {
+      for (Row& row : rows) row[4] = row[5];
+    }
+    if (hadRows || hadDate) previous = current;
     current.clear();
     newScale = closed = dateOpen = true;
   }
   void cancel() {
     rows = keptRows;
+    added.assign(rows.size(), 0);
+    first = keptFirst;
     previous = keptPrevious;
     current = keptCurrent;
     newScale = dateOpen = false;
@@ -595,8 +638,7 @@ class ScaleSequences : public Scale {
     }
     ASSERT_TRUE(user_->fill(box("Txt_BaremCoursOrgChg"), row[4]));
     ASSERT_TRUE(press("Cmd_OKPart"));
-    model_.rows.push_back({row[0], row[1], row[2], row[3], "", row[4]});
-    model_.sort();
+    model_.add({row[0], row[1], row[2], row[3], "", row[4]});
   }
   // Opens a row; a list that is closed opens none.
   int openAny() {
@@ -612,7 +654,8 @@ class ScaleSequences : public Scale {
     if (line < 0) return;
     Row& row = model_.rows[static_cast<std::size_t>(line)];
     const Row typed = anyRow();
-    if (model_.newScale) {
+    const bool bracketsClosed = model_.bracketsClosed(line);
+    if (bracketsClosed) {
       for (int i = 0; i < 4; ++i) ASSERT_FALSE(user_->fill(box(kScaleZones[i]), "1"));
     } else {
       fillZones(typed);
@@ -625,7 +668,7 @@ class ScaleSequences : public Scale {
     }
     ASSERT_TRUE(user_->fill(box("Txt_BaremCoursOrgChg"), typed[4]));
     ASSERT_TRUE(press("Cmd_OKPart"));
-    if (!model_.newScale) std::copy(typed.begin(), typed.begin() + 4, row.begin());
+    if (!bracketsClosed) std::copy(typed.begin(), typed.begin() + 4, row.begin());
     row[5] = typed[4];
     model_.sort();
   }
@@ -638,7 +681,7 @@ class ScaleSequences : public Scale {
     ASSERT_TRUE(rowOpen());
     desktop_.answer(Answer::Yes);
     ASSERT_TRUE(press("Cmd_SuppPart"));
-    model_.rows.erase(model_.rows.begin() + line);
+    model_.erase(line);
   }
   void newOrCancelledScale() {
     if (model_.newScale) {
@@ -701,6 +744,8 @@ class ScaleSequences : public Scale {
         control_->Ecrire_Ong4();
         control_->Affiche_Bareme();
         model_.first = model_.rows.empty();
+        model_.hadRows = !model_.rows.empty();
+        model_.added.assign(model_.rows.size(), 0);
         return zerosForEmpty();
       default:
         return saveIt();
@@ -832,23 +877,23 @@ TEST_F(ScaleDesk, AfterEachStepTheRecordWrittenIsTheModels) {
       ASSERT_TRUE(user_.click(part_.Cmd_AjoutPart));
       for (std::size_t z = 0; z < 5; ++z) ASSERT_TRUE(user_.fill(*zones[z], typed[z]));
       ASSERT_TRUE(user_.click(part_.Cmd_OKPart));
-      model_.rows.push_back({typed[0], typed[1], typed[2], typed[3], "", typed[4]});
-      model_.sort();
+      model_.add({typed[0], typed[1], typed[2], typed[3], "", typed[4]});
     } else if (deed < 34 && !model_.rows.empty()) {
       const int line = any(static_cast<int>(model_.rows.size()));
       Row& row = model_.rows[static_cast<std::size_t>(line)];
+      const bool bracketsClosed = model_.bracketsClosed(line);
       ASSERT_TRUE(user_.dblClick(part_.Lst_BaremCoursOrgChg, line));
       if (deed < 24) {
         desktop_.answer(Answer::Yes);
         ASSERT_TRUE(user_.click(part_.Cmd_SuppPart));
-        model_.rows.erase(model_.rows.begin() + line);
+        model_.erase(line);
       } else {
-        for (std::size_t z = model_.newScale ? 4 : 0; z < 5; ++z) {
+        for (std::size_t z = bracketsClosed ? 4 : 0; z < 5; ++z) {
           ASSERT_TRUE(user_.fill(*zones[z], typed[z]));
         }
         ASSERT_TRUE(user_.click(deed < 27 ? part_.Cmd_AnnulerPart : part_.Cmd_OKPart));
         if (deed >= 27) {
-          if (!model_.newScale) std::copy(typed.begin(), typed.begin() + 4, row.begin());
+          if (!bracketsClosed) std::copy(typed.begin(), typed.begin() + 4, row.begin());
           row[5] = typed[4];
           model_.sort();
         }

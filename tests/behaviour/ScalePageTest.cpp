@@ -116,18 +116,18 @@ TEST_F(ScalePage, SavingUnchangedKeepsTheRecordsText) {
 
 TEST_F(ScalePage, ValuesThatCannotBeReadAreShownAndKept) {
   const std::string mark(1, store::kValueMark);
-  const std::string odd = "abc" + mark + "12,5" + mark + "0150";
+  const std::string odd = "abc" + mark + "1,2,5" + mark + "0150";
   for (const int number : {attribut::BaremPrecOrgChg, attribut::BaremCoursOrgChg})
     EXPECT_EQ(roundTrip(number, odd), odd) << number;
   show();
   EXPECT_EQ(rows()[0][4], "abc");
-  EXPECT_EQ(rows()[1][5], "12,5");
+  EXPECT_EQ(rows()[1][5], "1,2,5");
   EXPECT_EQ(rows()[2][5], "1,50");
-  EXPECT_EQ(roundTrip(38, "hier"), "hier");
+  EXPECT_EQ(roundTrip(attribut::DatBaremPrec, "hier"), "hier");
   show();
   EXPECT_EQ(previous().text(), "hier");
-  EXPECT_EQ(roundTrip(38, "21000.5"), "21000.5");
-  EXPECT_EQ(roundTrip(39, "21186,75"), "21186,75");
+  EXPECT_EQ(roundTrip(attribut::DatBaremPrec, "21000.5"), "21000.5");
+  EXPECT_EQ(roundTrip(attribut::DatBaremCours, "21186,75"), "21186,75");
 }
 
 TEST_F(ScalePage, ValuesThatCannotBeReadStayWhenAnotherRowChanges) {
@@ -140,6 +140,39 @@ TEST_F(ScalePage, ValuesThatCannotBeReadStayWhenAnotherRowChanges) {
   save();
   EXPECT_EQ(attribute("001", attribut::BaremPrecOrgChg), "abc" + mark + "?" + mark + "400");
   EXPECT_EQ(attribute("001", attribut::BaremCoursOrgChg), "160" + mark + "275" + mark + "500");
+}
+
+TEST_F(ScalePage, StoredNumbersWithDecimalsAreShownRoundedAndKept) {
+  const std::string odd = marked("1250.5|1250,4|-0.5");
+  EXPECT_EQ(roundTrip(attribut::BaremCoursOrgChg, odd), odd);
+  show();
+  EXPECT_EQ((Row{rows()[0][5], rows()[1][5], rows()[2][5]}), (Row{"12,51", "12,50", "-0,01"}));
+}
+
+TEST_F(ScalePage, StoredNumbersWithDecimalsAreKeptInRowsThatHaveMoved) {
+  store_.set("ORGPRISECHARGE", "001", attribut::BaremCoursOrgChg, marked("160.5|275,4|425.5"));
+  show();
+  beginScale("01022026");
+  add({"-5", "0", "-5", "0", "1"});
+  ASSERT_TRUE(open(3, "Lst_BaremCoursOrgChg"));
+  ASSERT_TRUE(press("Cmd_OKPart"));
+  control_->TriBareme();
+  control_->Ecrire_Ong4();
+  save();
+  EXPECT_EQ(attribute("001", attribut::BaremPrecOrgChg), marked("|160.5|275,4|425.5"));
+  EXPECT_EQ(attribute("001", attribut::BaremCoursOrgChg), marked("100|160.5|275,4|425.5"));
+  show();
+  ASSERT_TRUE(open(0));
+  desktop_.answer(Answer::Yes);
+  ASSERT_TRUE(press("Cmd_SuppPart"));
+  ASSERT_TRUE(open(0));
+  user_->fill(box("Txt_BaremCoursOrgChg"), "5");
+  ASSERT_TRUE(press("Cmd_OKPart"));
+  desktop_.takeBoxes();
+  store_.forgetCalls();
+  save();
+  EXPECT_EQ(attribute("001", attribut::BaremPrecOrgChg), marked("160.5|275,4|425.5"));
+  EXPECT_EQ(attribute("001", attribut::BaremCoursOrgChg), marked("500|275,4|425.5"));
 }
 
 TEST_F(ScalePage, AnEmptyCurrentParticipationCountsAndIsWrittenAs0) {
@@ -220,9 +253,9 @@ TEST_F(ScalePage, TheHeadFollowsTheMode) {
 
 TEST_F(ScalePage, TheHeadFollowsAModeThatAnotherPageSets) {
   show("003");
-  ASSERT_TRUE(user_->click(tabs(), 2));
-  ASSERT_TRUE(user_->click(option("Opt_MontantOrgChg")));
-  desktop_.takeBoxes();
+  ASSERT_TRUE(user_->click(tabs(), 1));
+  ASSERT_TRUE(user_->click(option("Opt_TypeComplOrgChg")));
+  ASSERT_TRUE(user_->click(option("Opt_TypePrincipalOrgChg")));
   EXPECT_TRUE(set("Opt_GestPartMont"));
   EXPECT_EQ(caption("Etq_Montant"), "Montant au");
 }
@@ -610,10 +643,7 @@ TEST_F(ScaleRows, NumbersAsUsersTypeThem) {
                          {"1 234,50", "1234,50"},
                          {"-3", "-3,00"},
                          {"0,005", "0,01"},
-                         {",", ""},
-                         {"abc", ""},
-                         {"1,2,3", ""},
-                         {"1234567890123456789012345678901234567890", ""},
+                         {"a1b", "1,00"},
                          {"1234567890123", "1234567890123,00"}};
   for (std::size_t i = 0; i < std::size(kScaleZones); ++i) {
     TextBox& zone = box(kScaleZones[i]);
@@ -623,7 +653,41 @@ TEST_F(ScaleRows, NumbersAsUsersTypeThem) {
       ASSERT_TRUE(user_->go(other));
       EXPECT_EQ(zone.text(), line.shown) << zone.name() << " " << line.keys;
     }
+    for (const char* none : {",", "1,2,3", "123456789012345"}) {
+      ASSERT_TRUE(user_->fill(zone, none));
+      EXPECT_FALSE(user_->go(other)) << none;
+      EXPECT_FALSE(press("Cmd_OKPart"));
+      EXPECT_EQ(zone.text(), none);
+      EXPECT_TRUE(zone.hasFocus()) << zone.name();
+    }
+    ASSERT_TRUE(user_->fill(zone, ""));
   }
+  expectNoBox();
+}
+
+TEST_F(ScaleRows, CancelWorksWhileANumberCannotBeRead) {
+  ASSERT_TRUE(open(1));
+  ASSERT_TRUE(user_->fill(box("Txt_FinRevSeulOrgChg"), "1,2,3"));
+  ASSERT_TRUE(press("Cmd_AnnulerPart"));
+  expectNoBox();
+  EXPECT_FALSE(rowOpen());
+  EXPECT_EQ(rows(), kThree);
+}
+
+TEST_F(ScaleRows, ABracketThatCannotBeReadStaysWhenAParticipationIsEntered) {
+  const std::string starts = marked("abc|50000|90000");
+  store_.set("ORGPRISECHARGE", "001", 32, starts);
+  show();
+  beginScale("01022026");
+  ASSERT_TRUE(open(0, "Lst_BaremCoursOrgChg"));
+  EXPECT_EQ(box("Txt_DebRevSeulOrgChg").text(), "abc");
+  user_->fill(box("Txt_BaremCoursOrgChg"), "5");
+  ASSERT_TRUE(press("Cmd_OKPart"));
+  expectNoBox();
+  EXPECT_FALSE(rowOpen());
+  EXPECT_EQ(rows()[0], (Row{"abc", "500,00", "0,00", "800,00", "1,60", "5,00"}));
+  save();
+  EXPECT_EQ(attribute("001", 32), starts);
 }
 
 // The order against a plain reference: an insertion sort that never passes an equal start.
@@ -820,6 +884,55 @@ TEST_F(NewScale, IsSaved) {
   EXPECT_EQ(attribute("001", attribut::DatBaremPrec), stored("01/01/2026"));
   EXPECT_EQ(attribute("001", attribut::DatBaremCours), stored("01/02/2026"));
   EXPECT_FALSE(newScale());
+}
+
+TEST_F(NewScale, ARowAddedUnderItCanBeCorrectedWhole) {
+  beginScale("01022026");
+  add({"2000", "3000", "3000", "4000", "6"});
+  add({"-5", "0", "-5", "0", "1"});
+  ASSERT_TRUE(open(4, "Lst_BaremCoursOrgChg"));
+  EXPECT_EQ(zones(), (Row{"2000", "3000", "3000", "4000", "6"}));
+  EXPECT_TRUE(box("Txt_DebRevSeulOrgChg").hasFocus());
+  fillZones({"2000", "2500", "3000", "3500", "5"});
+  ASSERT_TRUE(press("Cmd_OKPart"));
+  EXPECT_EQ(rows()[4], (Row{"2000,00", "2500,00", "3000,00", "3500,00", "", "5,00"}));
+  ASSERT_TRUE(open(0, "Lst_BaremCoursOrgChg"));
+  for (const char* zone : kScaleZones) EXPECT_TRUE(box(zone).enabled()) << zone;
+  ASSERT_TRUE(press("Cmd_AnnulerPart"));
+  ASSERT_TRUE(open(1, "Lst_BaremCoursOrgChg"));
+  for (const int zone : {0, 1, 2, 3}) EXPECT_FALSE(box(kScaleZones[zone]).enabled()) << zone;
+}
+
+// Rows and a date that have never been saved are no scale to keep.
+TEST_F(NewScale, WithoutAScaleBeforeThePreviousOneStaysEmpty) {
+  show("002");
+  add({"0", "100", "0", "200", "1"});
+  ASSERT_TRUE(press("Cmd_OK"));
+  expectBox("La date du barème en cours est obligatoire.", Icon::Exclamation);
+  ASSERT_TRUE(user_->type("01012026"));
+  beginScale("01022026");
+  EXPECT_EQ(previous().text(), "");
+  EXPECT_EQ(rows(), (Rows{{"0,00", "100,00", "0,00", "200,00", "", "1,00"}}));
+  save();
+  EXPECT_EQ(attribute("002", attribut::BaremPrecOrgChg) + attribute("002", attribut::DatBaremPrec),
+            "");
+  EXPECT_EQ(attribute("002", attribut::DatBaremCours), stored("01/02/2026"));
+}
+
+TEST_F(NewScale, CancelledRestoresWhetherRowsMayBeAdded) {
+  show("003");
+  beginScale();
+  ASSERT_TRUE(open(0, "Lst_BaremCoursOrgChg"));
+  desktop_.answer(Answer::Yes);
+  ASSERT_TRUE(press("Cmd_SuppPart"));
+  EXPECT_TRUE(rows().empty());
+  ASSERT_TRUE(press("Cmd_NouveauBareme"));
+  EXPECT_EQ(rows().size(), 1U);
+  EXPECT_FALSE(enabled("Cmd_AjoutPart"));
+  show("002");
+  beginScale();
+  ASSERT_TRUE(press("Cmd_NouveauBareme"));
+  EXPECT_TRUE(enabled("Cmd_AjoutPart"));
 }
 
 TEST_F(NewScale, CancelledPutsEverythingBackAndTheRecordsText) {
