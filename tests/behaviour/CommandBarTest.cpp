@@ -493,14 +493,11 @@ TEST_F(LeavingByCode, WhatIsFilledPastTheEndAndEmptiedAgainIsNoChange) {
 }
 
 TEST_F(LeavingByCode, TrailingMarksAreNoChange) {
-  const std::string marks{store::kValueMark, store::kAttributeMark, store::kAttributeMark};
-  const std::string whole = store_.record("ORGPRISECHARGE", "001").text();
-  store_.put("ORGPRISECHARGE", "001", store::DynamicArray(whole + marks));
+  store_.set("ORGPRISECHARGE", "001", 61, std::string("1") + store::kValueMark);
   lookUp("001");
-  // The host writes a page, which takes the value mark away.
   user_->click(tabs(), kBordereau);
-  ASSERT_TRUE(user_->dblClick(list("Lst_ParamSelecOrgChg"), 0));
-  ASSERT_TRUE(user_->dblClick(list("Lst_ParamPossOrgChg"), 0));
+  user_->dblClick(list("Lst_ParamSelecOrgChg"), 1);  // the empty parameter
+  EXPECT_EQ(linesOf(list("Lst_ParamSelecOrgChg")).size(), 1U);
   press("Cmd_Sortir");
   expectNoBox();
   EXPECT_TRUE(control_->W_Sortir());
