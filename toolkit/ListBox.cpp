@@ -47,12 +47,53 @@ void ListBox::setItems(std::vector<ListItem> items) {
 }
 
 void ListBox::removeItem(int line) {
-  items_.erase(line);
-  selected_.erase(selected_.begin() + line);
-  if (listIndex_ == line) {
-    listIndex_ = -1;
-  } else if (listIndex_ > line) {
+  requireLine(line);
+  removeItems({line});
+}
+
+void ListBox::removeItems(const std::vector<int>& lines) {
+  for (const int line : lines) requireLine(line);
+  if (lines.empty()) return;
+  std::vector<ListItem> kept;
+  std::vector<char> flags;
+  int place = -1;  // of the line that listIndex_ names, or of the next one that stays
+  for (int line = 0; line < listCount(); ++line) {
+    if (line == listIndex_) place = static_cast<int>(kept.size());
+    if (std::binary_search(lines.begin(), lines.end(), line)) continue;
+    kept.push_back(items_.all()[at(line)]);
+    flags.push_back(selected_[at(line)]);
+  }
+  const bool gone = std::binary_search(lines.begin(), lines.end(), listIndex_);
+  if (gone && selection_ == Selection::Single) place = -1;
+  listIndex_ = std::min(place, static_cast<int>(kept.size()) - 1);
+  items_.assign(std::move(kept));
+  selected_ = std::move(flags);
+  linesChanged();
+}
+
+void ListBox::removeSelected() { removeItems(selectedLines()); }
+
+void ListBox::moveItem(int from, int to) {
+  requireLine(from);
+  requireLine(to);
+  if (from == to) return;
+  const auto turn = [from, to](auto begin) {
+    if (from < to) {
+      std::rotate(begin + from, begin + from + 1, begin + to + 1);
+    } else {
+      std::rotate(begin + to, begin + from, begin + from + 1);
+    }
+  };
+  std::vector<ListItem> lines = items_.all();
+  turn(lines.begin());
+  items_.assign(std::move(lines));
+  turn(selected_.begin());
+  if (listIndex_ == from) {
+    listIndex_ = to;
+  } else if (from < listIndex_ && listIndex_ <= to) {
     --listIndex_;
+  } else if (to <= listIndex_ && listIndex_ < from) {
+    ++listIndex_;
   }
   linesChanged();
 }
@@ -89,6 +130,33 @@ int ListBox::selectedCount() const {
   return static_cast<int>(std::count(selected_.begin(), selected_.end(), 1));
 }
 
+std::vector<int> ListBox::selectedLines() const {
+  std::vector<int> lines;
+  for (int line = 0; line < listCount(); ++line) {
+    if (selected(line)) lines.push_back(line);
+  }
+  return lines;
+}
+
+void ListBox::selectNone() {
+  if (selectedCount() == 0) return;
+  if (selection_ == Selection::Single) {
+    setListIndex(-1);
+    return;
+  }
+  std::fill(selected_.begin(), selected_.end(), 0);
+  changed(Aspect::Selection);
+  fire(onClick);
+}
+
+void ListBox::bringIntoView(int line) {
+  if (line < topIndex_) {
+    setTopIndex(line);
+  } else if (linesInView_ > 0 && line >= topIndex_ + linesInView_) {
+    setTopIndex(line - linesInView_ + 1);
+  }
+}
+
 void ListBox::setTopIndex(int line) {
   const int pulledIn = std::clamp(line, 0, std::max(0, listCount() - 1));
   if (pulledIn == topIndex_) return;
@@ -121,16 +189,16 @@ bool ListBox::userSelect(int line, const std::vector<int>& lines) {
 
 bool ListBox::userDblClick(int line) {
   bool done = false;
-  const bool selected = items_.has(line) && userDoes(FocusFirst::Yes, [&] {
-                          if (!items_.has(line)) return;
-                          std::vector<char> flags(selected_.size(), 0);
-                          flags[at(line)] = 1;
-                          selectByUser(line, std::move(flags));
-                          if (!usable()) return;
-                          done = true;
-                          fire(onDblClick);
-                        });
-  if (!selected) changed(Aspect::Selection);
+  const bool arrived = userDoes(FocusFirst::Yes, [&] {
+    if (!items_.has(line)) return;
+    std::vector<char> flags(selected_.size(), 0);
+    flags[at(line)] = 1;
+    selectByUser(line, std::move(flags));
+    if (!usable()) return;
+    done = true;
+    fire(onDblClick);
+  });
+  if (!arrived) changed(Aspect::Selection);
   return done;
 }
 

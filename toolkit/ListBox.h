@@ -26,9 +26,15 @@ class ListBox : public Control {
   void replaceItem(int line, std::string_view text, long data = 0);
   void setItems(std::vector<ListItem> items);
   void removeItem(int line);
+  void removeItems(const std::vector<int>& lines);  // in ascending order
+  void removeSelected();
   void clear();
+  // The line goes to another place, those between move up or down by one. Selection and focus
+  // rectangle stay with their lines.
+  void moveItem(int from, int to);
 
-  // The selected line (Extended: the one that has the focus rectangle), -1 for none.
+  // The selected line (Extended: the one that has the focus rectangle, which keeps its place when
+  // its line is removed), -1 for none.
   int listIndex() const { return listIndex_; }
   // By code: another line fires Click, the same nothing; -1 selects none and fires nothing.
   // Extended: moves the focus rectangle only. Throws std::invalid_argument past the end.
@@ -38,10 +44,19 @@ class ListBox : public Control {
   // Throws std::invalid_argument past the end.
   void setSelected(int line, bool selected);
   int selectedCount() const;
+  std::vector<int> selectedLines() const;  // in ascending order
+  // By code. Single: as setListIndex(-1). Extended: fires Click, once, or nothing when none was
+  // selected; the focus rectangle stays.
+  void selectNone();
 
   // First line that is in view; a line past the ends is pulled in.
   int topIndex() const { return topIndex_; }
   void setTopIndex(int line);
+  // Lines that are in view whole, as its window says; 0 without a window: all are.
+  int linesInView() const { return linesInView_; }
+  void setLinesInView(int lines) { linesInView_ = lines; }
+  // Scrolls by no more than it takes.
+  void bringIntoView(int line);
 
   Handler onClick;
   Handler onDblClick;  // Enter does the same, for the lines that are selected
@@ -54,7 +69,7 @@ class ListBox : public Control {
   // The user made this selection (Extended), with the focus rectangle on `line`.
   bool userSelect(int line, const std::vector<int>& lines);
   // The user double-clicks a line: selects it as a click does, then fires DblClick (unless Click
-  // has disabled or hidden the list).
+  // has disabled or hidden the list). Beside the lines (-1) nothing but the focus moves.
   bool userDblClick(int line);
   // The user scrolls to a first line in view. The focus stays where it is.
   void userScroll(int line);
@@ -71,6 +86,7 @@ class ListBox : public Control {
   std::vector<char> selected_;  // Extended: one flag a line
   int listIndex_ = -1;
   int topIndex_ = 0;
+  int linesInView_ = 0;
 };
 
 }  // namespace toolkit

@@ -200,4 +200,9 @@ bool User::scroll(ScrollBar& bar, int value, Caller at) {
   return bar.userScroll(value);
 }
 
+bool User::dblClickBeside(ListBox& list, Caller at) {
+  caller_ = at;
+  return list.userDblClick(-1);
+}
+
 }  // namespace toolkit::headless

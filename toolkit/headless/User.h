@@ -42,6 +42,8 @@ class User {
              Caller at = Caller::here());
   bool dblClick(ListBox& list, int line, Caller at = Caller::here());
   bool open(ComboBox& combo, Caller at = Caller::here());
+  // On the empty part below the lines.
+  bool dblClickBeside(ListBox& list, Caller at = Caller::here());
   // Opens it, unless it is open, and chooses.
   bool choose(ComboBox& combo, int line, Caller at = Caller::here());
   bool scroll(ScrollBar& bar, int value, Caller at = Caller::here());

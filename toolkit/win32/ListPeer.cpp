@@ -7,12 +7,41 @@
 
 namespace toolkit::win32 {
 
+namespace {
+
+bool changesLines(UINT message) {
+  return message == LB_ADDSTRING || message == LB_INSERTSTRING || message == LB_DELETESTRING ||
+         message == LB_RESETCONTENT || message == LB_DIR || message == LB_ADDFILE ||
+         message == LB_SETCOUNT;
+}
+
+}  // namespace
+
 ControlPeer::Blueprint ListPeer::blueprint() const {
   const DWORD selection = extended() ? LBS_EXTENDEDSEL : 0;
   const DWORD scroll = list_.scrollBar() ? WS_VSCROLL : 0;
   return {L"LISTBOX", WS_TABSTOP | scroll | LBS_NOTIFY | LBS_NOINTEGRALHEIGHT | selection,
           WS_EX_CLIENTEDGE};
 }
+
+void ListPeer::applyPlace() {
+  ControlPeer::applyPlace();
+  countLines();
+}
+
+void ListPeer::applyFont() {
+  ControlPeer::applyFont();
+  countLines();
+}
+
+void ListPeer::countLines() {
+  RECT client{};
+  GetClientRect(window(), &client);
+  const auto height = static_cast<LONG>(pass(LB_GETITEMHEIGHT));
+  if (height > 0) list_.setLinesInView(std::max(1, static_cast<int>(client.bottom / height)));
+}
+
+bool ListPeer::holdsTheLines() { return pass(LB_GETCOUNT) == list_.listCount(); }
 
 void ListPeer::copy(Aspect what) {
   switch (what) {
@@ -42,6 +71,7 @@ void ListPeer::flushLater(bool& changed) {
 }
 
 void ListPeer::flush() {
+  if (!copying() && !holdsTheLines()) itemsChanged_ = true;
   if ((!itemsChanged_ && !selectionChanged_) || copying()) return;
   const bool refill = std::exchange(itemsChanged_, false);
   const bool scroll = std::exchange(topChanged_, false) || refill;
@@ -70,6 +100,7 @@ std::vector<int> ListPeer::selectedLines() {
   if (!lines.empty()) {
     pass(LB_GETSELITEMS, lines.size(), reinterpret_cast<LPARAM>(lines.data()));
   }
+  std::erase_if(lines, [this](int line) { return !list_.items().has(line); });
   return lines;
 }
 
@@ -115,6 +146,10 @@ void ListPeer::copyTop() {
 
 void ListPeer::commanded(WORD code) {
   if (copying()) return;
+  if (!itemsChanged_ && !holdsTheLines()) {
+    flushLater(itemsChanged_);
+    return;
+  }
   if (code == LBN_DBLCLK) {
     const auto line = static_cast<int>(pass(extended() ? LB_GETCARETINDEX : LB_GETCURSEL));
     host().note(*this, Host::Merge::No, [this, line] { list_.userDblClick(line); });
@@ -141,6 +176,7 @@ LRESULT ListPeer::message(HWND window, UINT message, WPARAM wParam, LPARAM lPara
   flush();
   const LRESULT before = pass(LB_GETTOPINDEX);
   const LRESULT result = ControlPeer::message(window, message, wParam, lParam);
+  if (attached() && changesLines(message)) flushLater(itemsChanged_);
   if (!attached() || copying() || itemsChanged_) return result;
   const LRESULT after = pass(LB_GETTOPINDEX);
   if (after != before) {
@@ -148,6 +184,26 @@ LRESULT ListPeer::message(HWND window, UINT message, WPARAM wParam, LPARAM lPara
     host().note(*this, Host::Merge::Yes, [this] { list_.userScroll(list_.topIndex()); });
   }
   return result;
+}
+
+// The window tells of a double-click on any part of it.
+LRESULT ListPeer::pressed(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  if (message == WM_LBUTTONDBLCLK) {
+    flush();
+    if (lineAt(lParam) < 0) return 0;
+  }
+  return ControlPeer::pressed(window, message, wParam, lParam);
+}
+
+int ListPeer::lineAt(LPARAM position) {
+  const int nearest = LOWORD(pass(LB_ITEMFROMPOINT, 0, position));
+  RECT area{};
+  if (!list_.items().has(nearest) || pass(LB_GETITEMRECT, static_cast<WPARAM>(nearest),
+                                          reinterpret_cast<LPARAM>(&area)) == LB_ERR) {
+    return -1;
+  }
+  const POINT at{static_cast<short>(LOWORD(position)), static_cast<short>(HIWORD(position))};
+  return PtInRect(&area, at) ? nearest : -1;
 }
 
 }  // namespace toolkit::win32

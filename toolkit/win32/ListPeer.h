@@ -12,16 +12,23 @@ class ListPeer final : public ControlPeer {
   ListPeer(Host& host, ListBox& list) : ControlPeer(host, list), list_(list) {}
   void commanded(WORD code) override;
   HBRUSH colors(HDC context, UINT message) override;
+  void applyPlace() override;
+  void applyFont() override;
 
  protected:
   Blueprint blueprint() const override;
   void copy(Aspect what) override;
   LRESULT message(HWND window, UINT message, WPARAM wParam, LPARAM lParam) override;
+  LRESULT pressed(HWND window, UINT message, WPARAM wParam, LPARAM lParam) override;
   LRESULT dialogCode() const override { return DLGC_WANTCHARS | DLGC_WANTARROWS; }
   void flush() override;
 
  private:
   bool extended() const { return list_.selection() == ListBox::Selection::Extended; }
+  // What the window says may be what another program has made of it.
+  bool holdsTheLines();
+  int lineAt(LPARAM position);  // -1 for none
+  void countLines();
   std::vector<int> selectedLines();
   void fill();
   void flushLater(bool& changed);

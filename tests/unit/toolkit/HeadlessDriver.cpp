@@ -31,6 +31,7 @@ class HeadlessDriver : public UserDriver {
     user_.click(list, line, control, shift);
   }
   void dblClick(ListBox& list, int line) override { user_.dblClick(list, line); }
+  void dblClickBeside(ListBox& list) override { user_.dblClickBeside(list); }
   void open(ComboBox& combo) override { user_.open(combo); }
   void choose(ComboBox& combo, int line) override { user_.choose(combo, line); }
   void scroll(ScrollBar& bar, int value) override { user_.scroll(bar, value); }

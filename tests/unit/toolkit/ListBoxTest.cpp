@@ -259,6 +259,122 @@ TEST_F(ListBoxRules, TheListIndexOfAnExtendedListMovesTheFocusRectangleOnly) {
   EXPECT_EQ(taken(), Events{});
 }
 
+TEST_F(ListBoxRules, ADoubleClickBesideTheLinesMovesTheFocusAlone) {
+  list.setListIndex(1);
+  several.setSelected(1, true);
+  several.setListIndex(2);
+  for (ListBox* box : {&list, &several}) {
+    noteEvents(*box);
+    user().go(other);
+    user().dblClickBeside(*box);
+    EXPECT_TRUE(box->hasFocus());
+    EXPECT_EQ(selectedOf(*box), "b");
+    EXPECT_EQ(taken(), Events{});
+  }
+  EXPECT_EQ(several.listIndex(), 2);
+}
+
+TEST_F(ListBoxRules, ADoubleClickInAnEmptyListIsNone) {
+  list.clear();
+  noteEvents(list);
+  user().dblClickBeside(list);
+  EXPECT_EQ(taken(), Events{});
+}
+
+TEST_F(ListBoxRules, AMovedLineTakesSelectionFocusRectangleAndDataWithIt) {
+  user().click(several, 0);
+  user().click(several, 2, true);
+  noteEvents(several);
+  several.moveItem(0, 3);
+  EXPECT_EQ(selectedOf(several), "ca");
+  EXPECT_EQ(several.list(3), "a");
+  EXPECT_EQ(several.itemData(3), 1);
+  EXPECT_EQ(several.listIndex(), 1);
+  several.moveItem(1, 0);
+  EXPECT_EQ(several.list(0), "c");
+  EXPECT_EQ(several.listIndex(), 0);
+  several.moveItem(3, 0);
+  EXPECT_EQ(selectedOf(several), "ac");
+  EXPECT_EQ(several.listIndex(), 1);
+  EXPECT_EQ(taken(), Events{});
+}
+
+TEST_F(ListBoxRules, MovingALineToOrFromNowhereIsRefused) {
+  user();
+  EXPECT_THROW(list.moveItem(0, 4), std::invalid_argument);
+  EXPECT_THROW(list.moveItem(-1, 0), std::invalid_argument);
+  list.moveItem(2, 2);
+  EXPECT_EQ(list.list(2), "c");
+}
+
+TEST_F(ListBoxRules, RemovingTheSelectedLinesLeavesTheFocusRectangleInItsPlace) {
+  user().click(several, 0);
+  user().click(several, 2, true);
+  noteEvents(several);
+  several.removeSelected();
+  EXPECT_EQ(several.listCount(), 2);
+  EXPECT_EQ(several.list(several.listIndex()), "d");
+  EXPECT_EQ(several.selectedCount(), 0);
+  user().click(several, 1);
+  taken();
+  several.removeSelected();
+  EXPECT_EQ(several.list(several.listIndex()), "b");
+  user().click(several, 0);
+  taken();
+  several.removeSelected();
+  EXPECT_EQ(several.listIndex(), -1);
+  several.removeSelected();
+  EXPECT_EQ(taken(), Events{});
+}
+
+TEST_F(ListBoxRules, TheFocusRectangleFollowsALineThatStays) {
+  user().click(several, 3);
+  several.removeItems({0, 2});
+  EXPECT_EQ(several.list(several.listIndex()), "d");
+  EXPECT_EQ(selectedOf(several), "d");
+  EXPECT_THROW(several.removeItems({0, 2}), std::invalid_argument);
+  EXPECT_EQ(several.listCount(), 2);
+}
+
+TEST_F(ListBoxRules, SelectingNoneFiresClickOnceOrNothing) {
+  user().click(several, 1);
+  user().click(several, 3, true);
+  noteEvents(several);
+  several.selectNone();
+  EXPECT_EQ(taken(), Events{"click 3"});
+  EXPECT_EQ(several.selectedCount(), 0);
+  several.selectNone();
+  list.setListIndex(1);
+  noteEvents(list);
+  list.selectNone();
+  EXPECT_EQ(list.listIndex(), -1);
+  EXPECT_EQ(taken(), Events{});
+}
+
+TEST_F(ListBoxRules, TheSelectedLinesAreGivenInOrder) {
+  EXPECT_EQ(several.selectedLines(), std::vector<int>{});
+  user().click(several, 3);
+  user().click(several, 1, true);
+  EXPECT_EQ(several.selectedLines(), (std::vector<int>{1, 3}));
+  user().click(list, 2);
+  EXPECT_EQ(list.selectedLines(), std::vector<int>{2});
+}
+
+TEST_F(ListBoxRules, ALineIsBroughtIntoViewByNoMoreThanItTakes) {
+  user();
+  list.setTopIndex(1);
+  list.setLinesInView(2);
+  list.bringIntoView(2);
+  EXPECT_EQ(list.topIndex(), 1);
+  list.bringIntoView(3);
+  EXPECT_EQ(list.topIndex(), 2);
+  list.bringIntoView(0);
+  EXPECT_EQ(list.topIndex(), 0);
+  list.setLinesInView(0);
+  list.bringIntoView(3);
+  EXPECT_EQ(list.topIndex(), 0);
+}
+
 TEST_F(ListBoxRules, TheFirstLineInViewIsPulledIn) {
   user();
   list.setTopIndex(-1);

@@ -47,6 +47,8 @@ class UserDriver {
   // A line that is in view, plainly, or with Ctrl or Shift held down.
   virtual void click(ListBox& list, int line, bool control = false, bool shift = false) = 0;
   virtual void dblClick(ListBox& list, int line) = 0;
+  // On the empty part below the lines.
+  virtual void dblClickBeside(ListBox& list) = 0;
   // Opens the list of a combo box; chooses one of its lines (which opens it first).
   virtual void open(ComboBox& combo) = 0;
   virtual void choose(ComboBox& combo, int line) = 0;

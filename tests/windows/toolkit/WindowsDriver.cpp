@@ -127,6 +127,14 @@ class WindowsDriver final : public UserDriver {
     HWND window = windowOf(list);
     if (window) host_.doubleClick(window, lineIn(window, line));
   }
+  void dblClickBeside(ListBox& list) override {
+    HWND window = windowOf(list);
+    if (!window) return;
+    RECT area{};
+    SendMessageW(window, LB_GETITEMRECT, static_cast<WPARAM>(list.listCount() - 1),
+                 reinterpret_cast<LPARAM>(&area));
+    host_.doubleClick(window, {area.left + 10, area.bottom + 5});
+  }
   void open(ComboBox& combo) override {
     HWND window = windowOf(combo);
     COMBOBOXINFO info{};
