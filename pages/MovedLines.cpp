@@ -8,29 +8,16 @@ bool Est_DansListe(std::string_view text, const toolkit::ListBox& list) {
 
 void ajouterSelection(toolkit::ListBox& possible, toolkit::ListBox& chosen) {
   if (!possible.enabled()) return;
-  for (int line = 0; line < possible.listCount(); ++line) {
-    if (!possible.selected(line)) continue;
+  for (const int line : possible.selectedLines()) {
     if (!Est_DansListe(possible.list(line), chosen)) {
       chosen.addItem(possible.list(line), possible.itemData(line));
     }
-    possible.setSelected(line, false);
   }
-}
-
-void deselectionner(toolkit::ListBox& list) {
-  for (int line = 0; line < list.listCount(); ++line) list.setSelected(line, false);
+  possible.selectNone();
 }
 
 void retirerSelection(toolkit::ListBox& list) {
-  if (!list.enabled()) return;
-  int line = 0;
-  while (line < list.listCount()) {
-    if (list.selected(line)) {
-      list.removeItem(line);
-    } else {
-      ++line;
-    }
-  }
+  if (list.enabled()) list.removeSelected();
 }
 
 }  // namespace pages

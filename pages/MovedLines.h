@@ -14,9 +14,6 @@ bool Est_DansListe(std::string_view text, const toolkit::ListBox& list);
 // item data, and deselects them; they stay in `possible`. Nothing while `possible` is disabled.
 void ajouterSelection(toolkit::ListBox& possible, toolkit::ListBox& chosen);
 
-// No line is selected any more.
-void deselectionner(toolkit::ListBox& list);
-
 // Removes the selected lines. Nothing while the list is disabled.
 void retirerSelection(toolkit::ListBox& list);
 

@@ -170,7 +170,7 @@ void Ong2::vider() {
     combo->setListIndex(-1);
     combo->setText("");
   }
-  deselectionner(regles_.Lst_PiecePossibleOrgChg);
+  regles_.Lst_PiecePossibleOrgChg.selectNone();
   regles_.Lst_PieceRenouOrgChg.clear();
   for (toolkit::CheckBox* box : {&regles_.Cac_DemAccordOrgChg, &regles_.Cac_FactAnticip,
                                  &regles_.Cac_LettresInfo, &regles_.Cac_IncidCompta}) {
@@ -353,9 +353,13 @@ void Ong2::Cbo_StatsOrgChg_LostFocus() {
 }
 
 void Ong2::Lst_PiecePossibleOrgChg_DblClick() {
+  if (!screen::droitsComplets(context_.session)) return;
   ajouterSelection(regles_.Lst_PiecePossibleOrgChg, regles_.Lst_PieceRenouOrgChg);
 }
 
-void Ong2::Lst_PieceRenouOrgChg_DblClick() { retirerSelection(regles_.Lst_PieceRenouOrgChg); }
+void Ong2::Lst_PieceRenouOrgChg_DblClick() {
+  if (!screen::droitsComplets(context_.session)) return;
+  retirerSelection(regles_.Lst_PieceRenouOrgChg);
+}
 
 }  // namespace pages

@@ -119,12 +119,16 @@ std::string Ong5::identifiants(const toolkit::ListBox& list) const {
 }
 
 // Lines for the identifiers in an attribute, labelled as in the list of what is possible. One that
-// is not possible any more is shown as it stands, so that the user sees it and can remove it.
+// is not possible any more is shown as it stands, so that the user sees it and can remove it. Empty
+// ones before the first are not shown: an empty first line would count as an empty list.
 std::vector<toolkit::ListItem> Ong5::lignes(const toolkit::ListBox& possible,
                                             const store::DynamicArray& record,
                                             int attribute) const {
   std::vector<toolkit::ListItem> lines;
-  for (int i = 1; i <= record.DCount(attribute); ++i) {
+  const int count = record.DCount(attribute);
+  int first = 1;
+  while (first <= count && record.get(attribute, first).empty()) ++first;
+  for (int i = first; i <= count; ++i) {
     const std::string_view wanted = record.get(attribute, i);
     const std::vector<toolkit::ListItem>& all = possible.items().all();
     const auto found = std::find_if(all.begin(), all.end(), [&](const toolkit::ListItem& line) {
@@ -183,7 +187,7 @@ void Ong5::montrerExemplaires(std::string_view attribute) {
 void Ong5::vider() {
   const screen::Quiet quiet(context_.session);
   const store::DynamicArray nothing;
-  deselectionner(page_.Lst_ParamPossOrgChg);
+  page_.Lst_ParamPossOrgChg.selectNone();
   montrerParametres(nothing);
   for (const auto& [code, option] : types(page_)) option->setValue(false);
   montrerExemplaires("1");
@@ -191,7 +195,7 @@ void Ong5::vider() {
   thesaurus_.keep("", "");
   page_.Txt_IdentMagnetOrgChg.setText("");
   identification_.keep("", "");
-  deselectionner(page_.Lst_ParamTriPos);
+  page_.Lst_ParamTriPos.selectNone();
   montrerTri(nothing);
   page_.Cmd_DroiteTri.setEnabled(false);
   page_.Cmd_GaucheTri.setEnabled(false);
@@ -265,7 +269,7 @@ bool Ong5::Verif_Ong5() {
 // --- Columns of the slip
 
 void Ong5::Lst_ParamPossOrgChg_DblClick() {
-  if (!page_.Lst_ParamPossOrgChg.enabled()) return;
+  if (!screen::droitsComplets(context_.session) || !page_.Lst_ParamPossOrgChg.enabled()) return;
   ajouterSelection(page_.Lst_ParamPossOrgChg, page_.Lst_ParamSelecOrgChg);
   page_.Cmd_HautBord.setEnabled(true);
   page_.Cmd_BasBord.setEnabled(true);
@@ -273,6 +277,7 @@ void Ong5::Lst_ParamPossOrgChg_DblClick() {
 }
 
 void Ong5::Lst_ParamSelecOrgChg_DblClick() {
+  if (!screen::droitsComplets(context_.session)) return;
   retirerSelection(page_.Lst_ParamSelecOrgChg);
   Afficher_NbCarSelect();
   ouvrirOrdre();
@@ -288,20 +293,19 @@ void Ong5::Cmd_HautBord_Click() { deplacer(-1); }
 
 void Ong5::Cmd_BasBord_Click() { deplacer(1); }
 
-// The highlighted line changes place with its neighbour, and stays highlighted.
+// The highlighted line changes place with its neighbour, stays highlighted and in view, and takes
+// the focus rectangle. Of several the one clicked last is meant, if it is highlighted still, else
+// the first.
 void Ong5::deplacer(int step) {
   toolkit::ListBox& list = page_.Lst_ParamSelecOrgChg;
-  const int line = list.listIndex();
+  if (list.selectedCount() == 0) return;
+  const int line =
+      list.selected(list.listIndex()) ? list.listIndex() : list.selectedLines().front();
   const int other = line + step;
-  if (!list.selected(line) || other < 0 || other >= list.listCount()) return;
-  const toolkit::ListItem moved{list.list(line), list.itemData(line)};
-  const toolkit::ListItem neighbour{list.list(other), list.itemData(other)};
-  const bool neighbourSelected = list.selected(other);
-  list.replaceItem(other, moved.text, moved.data);
-  list.replaceItem(line, neighbour.text, neighbour.data);
-  list.setSelected(line, neighbourSelected);
-  list.setSelected(other, true);
+  if (other < 0 || other >= list.listCount()) return;
+  list.moveItem(line, other);
   list.setListIndex(other);
+  list.bringIntoView(other);
 }
 
 void Ong5::Long_ListeParam() {
@@ -327,10 +331,14 @@ void Ong5::Afficher_NbCarSelect() {
 // --- Sorting
 
 void Ong5::Passage_A_Droite_Tri() {
+  if (!screen::droitsComplets(context_.session)) return;
   ajouterSelection(page_.Lst_ParamTriPos, page_.Lst_ParamTriSelect);
 }
 
-void Ong5::Passage_A_Gauche_Tri() { retirerSelection(page_.Lst_ParamTriSelect); }
+void Ong5::Passage_A_Gauche_Tri() {
+  if (!screen::droitsComplets(context_.session)) return;
+  retirerSelection(page_.Lst_ParamTriSelect);
+}
 
 void Ong5::Lst_ParamTriPos_Click() { page_.Cmd_DroiteTri.setEnabled(true); }
 

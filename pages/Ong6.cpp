@@ -80,6 +80,10 @@ void Ong6::lier(const screen::Handlers& handlers) {
   page_.Lst_Activite.onDblClick = droite;
   page_.Cmd_PasseDroit.onClick = droite;
   page_.Lst_ActSelect.onDblClick = gauche;
+  page_.Lst_ActSelect.onScroll =
+      handlers.on([this] { page_.Lst_TypeAct.setTopIndex(page_.Lst_ActSelect.topIndex()); });
+  page_.Lst_TypeAct.onScroll =
+      handlers.on([this] { page_.Lst_ActSelect.setTopIndex(page_.Lst_TypeAct.topIndex()); });
   page_.Cmd_PasseGauche.onClick = gauche;
 }
 
@@ -240,12 +244,12 @@ void Ong6::viderListes() {
 }
 
 void Ong6::Passage_A_Droite() {
+  if (!screen::droitsComplets(context_.session)) return;
   const std::vector<toolkit::ListItem> before = page_.Lst_CodActSelect.items().all();
   std::unordered_set<std::string_view> covered;
   covered.reserve(before.size() + static_cast<std::size_t>(page_.Lst_Activite.selectedCount()));
   for (const toolkit::ListItem& code : before) covered.insert(code.text);
-  for (int line = 0; line < page_.Lst_Activite.listCount(); ++line) {
-    if (!page_.Lst_Activite.selected(line)) continue;
+  for (const int line : page_.Lst_Activite.selectedLines()) {
     const std::string_view code = activites_.get(line + 1, kCode);
     const std::string& text = page_.Lst_Activite.list(line);
     const std::string type = text::mid(text, kPositionType, 1);
@@ -255,22 +259,20 @@ void Ong6::Passage_A_Droite() {
     page_.Lst_CodActSelect.addItem(code);
     page_.Lst_TypeAct.addItem(type);
     page_.Lst_ActSelect.addItem(text);
-    page_.Lst_Activite.setSelected(line, false);
   }
+  page_.Lst_Activite.selectNone();
   reglerSemaine(page_);
   if (!page_.Opt_Semaine.enabled()) page_.Opt_Totalite.setValue(true);
 }
 
 void Ong6::Passage_A_Gauche() {
-  Couvertes kept;
-  for (int line = 0; line < page_.Lst_ActSelect.listCount(); ++line) {
-    if (page_.Lst_ActSelect.selected(line)) continue;
-    kept.ajouter(page_.Lst_ActSelect.list(line), page_.Lst_CodActSelect.list(line),
-                 page_.Lst_TypeAct.list(line));
+  if (!screen::droitsComplets(context_.session)) return;
+  const std::vector<int> lines = page_.Lst_ActSelect.selectedLines();
+  for (toolkit::ListBox* list :
+       {&page_.Lst_ActSelect, &page_.Lst_CodActSelect, &page_.Lst_TypeAct}) {
+    list->removeItems(lines);
   }
-  const int top = page_.Lst_ActSelect.topIndex();
-  kept.montrer(page_);
-  page_.Lst_ActSelect.setTopIndex(top);
+  page_.Lst_TypeAct.setTopIndex(page_.Lst_ActSelect.topIndex());
   page_.Opt_Semaine.setEnabled(!estMandataire(page_));
 }
 

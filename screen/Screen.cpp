@@ -121,6 +121,8 @@ Screen::Screen(toolkit::Surface& surface)
   limitLengths(*this);
   bordereau.Lst_LongParam.setVisible(false);
   activites.Lst_CodActSelect.setVisible(false);
+  activites.Lst_TypeAct.setScrollBar(false);
+  activites.Lst_TypeAct.setTabStop(false);
   bordereau.Etq_Largeur.setCentered(true);
   bordereau.Etq_NbCarSelect.setCentered(true);
   bordereau.Bdh_NbExemp.setRange(1, 9);

@@ -290,6 +290,7 @@ struct Activites {
   // Codes of the covered activities, line for line with Lst_ActSelect; never seen.
   ListBox Lst_CodActSelect{in, "Lst_CodActSelect"};
   Label Etq_Type{in, "Etq_Type", "T&ype"};
+  // Scrolls with Lst_ActSelect.
   ListBox Lst_TypeAct{in, "Lst_TypeAct"};
   Frame Cdr_GestionExclu{in, "Cdr_GestionExclu", "Répartition des heures "};
   OptionButton Opt_Totalite{&Cdr_GestionExclu, "Opt_Totalite", "&Totalité"};

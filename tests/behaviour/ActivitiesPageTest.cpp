@@ -705,7 +705,35 @@ TEST_F(ActivitiesPage, AnActivityOfAnotherTypeIsSkippedWithoutAWord) {
   moveRight({"Garde"});
   expectNoBox();
   expectCovered({"010P01"}, {"P"}, {"Aide ménagère        Prestataire"});
-  EXPECT_EQ(selectionOf(possible()), Lines{"Garde à domicile     Mandataire"});
+}
+
+TEST_F(ActivitiesPage, LinesThatAMoveSkipsAreDeselectedToo) {
+  show();
+  moveRight({"Aide", "Garde", "Ménage"});
+  EXPECT_EQ(linesOf(codes()), (Lines{"010P01", "010P02"}));
+  EXPECT_EQ(selectionOf(possible()), Lines{});
+}
+
+TEST_F(ActivitiesPage, InConsultationNothingMoves) {
+  show();
+  level_->value = 1;
+  moveRight({"Ménage"});
+  EXPECT_TRUE(user_->dblClick(possible(), lineOf(possible(), "Ménage")));
+  moveLeft({"Aide"});
+  EXPECT_TRUE(user_->dblClick(covered(), 0));
+  control_->Passage_A_Droite();
+  control_->Passage_A_Gauche();
+  expectCovered({"010P01"}, {"P"}, {"Aide ménagère        Prestataire"});
+  expectNoBox();
+}
+
+TEST_F(ActivitiesPage, ADoubleClickBesideTheLinesMovesNothing) {
+  show();
+  select(possible(), {"Ménage"});
+  EXPECT_FALSE(user_->dblClickBeside(possible()));
+  select(covered(), {"Aide"});
+  EXPECT_FALSE(user_->dblClickBeside(covered()));
+  expectCovered({"010P01"}, {"P"}, {"Aide ménagère        Prestataire"});
 }
 
 TEST_F(ActivitiesPage, TheFirstOneMovedDecidesTheType) {
@@ -781,6 +809,22 @@ TEST_F(ActivitiesPage, RemovingKeepsTheLinesInView) {
   moveLeft({"Activité 125", "Activité 127"});
   EXPECT_EQ(covered().listCount(), 38);
   EXPECT_EQ(covered().topIndex(), 20);
+  EXPECT_EQ(types().topIndex(), 20);
+}
+
+TEST_F(ActivitiesPage, AfterARemovalTheNextLineIsInItsPlace) {
+  showCovered({"010P01", "010P02", "010P03"});
+  moveLeft({"Ménage"});
+  EXPECT_EQ(covered().list(covered().listIndex()), "Accompagnement véhic Prestataire");
+  EXPECT_EQ(selectionOf(covered()), Lines{});
+}
+
+TEST_F(ActivitiesPage, TheTypesScrollWithTheirActivities) {
+  showCovered({"010P01", "010P02", "010P03"});
+  covered().userScroll(2);
+  EXPECT_EQ(types().topIndex(), 2);
+  types().userScroll(1);
+  EXPECT_EQ(covered().topIndex(), 1);
 }
 
 // --- Hours

@@ -52,6 +52,26 @@ TEST_F(RenewalDocuments, ADoubleClickAddsItsLineAlone) {
   expectStored({"CN"});
 }
 
+TEST_F(RenewalDocuments, ADoubleClickBesideTheLinesDoesNothing) {
+  showWith({"AT"});
+  user_->click(possible(), 3);
+  EXPECT_FALSE(user_->dblClickBeside(possible()));
+  user_->click(required(), 0);
+  EXPECT_FALSE(user_->dblClickBeside(required()));
+  EXPECT_EQ(requiredLines(), Lines{"Attestation"});
+  expectSaved("001", {});
+}
+
+TEST_F(RenewalDocuments, StayInTheirListsInConsultation) {
+  showWith({"AT"});
+  level_->value = 1;
+  EXPECT_TRUE(user_->dblClick(possible(), 3));
+  press("Cmd_DroiteRenouv");
+  EXPECT_TRUE(user_->dblClick(required(), 0));
+  press("Cmd_GaucheRenouv");
+  EXPECT_EQ(requiredLines(), Lines{"Attestation"});
+}
+
 TEST_F(RenewalDocuments, TheButtonAddsAllSelectedLinesFromFirstToLast) {
   showWith({"AT"});
   user_->click(possible(), 3);

@@ -645,6 +645,7 @@ TEST_F(ScreenTest, TheTypesStandLineForLineBesideTheirActivities) {
   EXPECT_EQ(types.place().height, activities.place().height);
   EXPECT_EQ(types.font(), activities.font());
   EXPECT_LE(types.place().left - right(activities), 60);
+  EXPECT_FALSE(types.scrollBar());
 }
 
 TEST_F(ScreenTest, TypingIsLimitedWhereTheDataHasItsLength) {
@@ -874,8 +875,7 @@ TEST_F(KeyboardOnAPage, OfTheSlipParameters) {
 TEST_F(KeyboardOnAPage, OfTheCoveredActivities) {
   EXPECT_EQ(walk(screen::kActivites),
             (std::vector<std::string>{"Txt_Entite", "Cbo_Entite", "Lst_Activite", "Cmd_PasseDroit",
-                                      "Cmd_PasseGauche", "Lst_ActSelect", "Lst_TypeAct",
-                                      "Opt_Totalite"}));
+                                      "Cmd_PasseGauche", "Lst_ActSelect", "Opt_Totalite"}));
   expectLetters(screen::kActivites, {{'J', "Txt_Entite"},
                                      {'L', "Lst_Activite"},
                                      {'C', "Lst_ActSelect"},

@@ -374,6 +374,84 @@ TEST_F(SlipPage, OfSeveralSelectedTheOneLastClickedMoves) {
   EXPECT_EQ(selectionOf(chosen()), (Lines{"Adresse", "Nom"}));
 }
 
+TEST_F(SlipPage, TheHighlightedParameterMovesWhereverTheLastClickWas) {
+  show(values({"1", "2", "3"}));
+  select(chosen(), {"Adresse", "Nom"});
+  select(chosen(), {"Adresse"});
+  user_->click(chosen(), 0, true);
+  user_->click(chosen(), 0, true);
+  EXPECT_EQ(selectionOf(chosen()), Lines{"Adresse"});
+  EXPECT_EQ(chosen().listIndex(), 0);
+  press("Cmd_HautBord");
+  EXPECT_EQ(linesOf(chosen()), (Lines{"Nom", "Adresse", "Heures"}));
+  EXPECT_EQ(selectionOf(chosen()), Lines{"Adresse"});
+  EXPECT_EQ(chosen().listIndex(), 1);
+}
+
+TEST_F(SlipPage, OfSeveralTheFirstMovesWhenTheLineLastClickedIsNoneOfThem) {
+  show(values({"1", "2", "3", "4"}));
+  select(chosen(), {"Heures", "Commune", "Nom"});
+  user_->click(chosen(), 0, true);
+  press("Cmd_BasBord");
+  EXPECT_EQ(linesOf(chosen()), (Lines{"Nom", "Adresse", "Heures", "Commune"}));
+  EXPECT_EQ(selectionOf(chosen()), (Lines{"Heures", "Commune"}));
+}
+
+TEST_F(SlipPage, TheMovedParameterStaysInView) {
+  show(k131);
+  chosen().setLinesInView(3);
+  select(chosen(), {"Adresse"});
+  press("Cmd_BasBord");
+  EXPECT_EQ(chosen().topIndex(), 1);
+  press("Cmd_BasBord");
+  EXPECT_EQ(chosen().topIndex(), 2);
+  for (int i = 0; i < 4; ++i) press("Cmd_HautBord");
+  EXPECT_EQ(linesOf(chosen()), (Lines{"Adresse", "Nom", "Heures", "Commune", "Dossier", "Rang"}));
+  EXPECT_EQ(chosen().topIndex(), 0);
+}
+
+TEST_F(SlipPage, AfterARemovalTheNextLineIsInItsPlace) {
+  show(values({"1", "2", "3"}));
+  dblClick(chosen(), "Heures");
+  EXPECT_EQ(chosen().list(chosen().listIndex()), "Adresse");
+  EXPECT_EQ(selectionOf(chosen()), Lines{});
+  dblClick(chosen(), "Adresse");
+  EXPECT_EQ(chosen().list(chosen().listIndex()), "Nom");
+}
+
+TEST_F(SlipPage, ADoubleClickBesideTheLinesDoesNothing) {
+  show(values({"1", "2"}));
+  select(possible(), {"Adresse"});
+  EXPECT_FALSE(user_->dblClickBeside(possible()));
+  select(chosen(), {"Nom"});
+  EXPECT_FALSE(user_->dblClickBeside(chosen()));
+  select(sorts(), {"Ville"});
+  EXPECT_FALSE(user_->dblClickBeside(sorts()));
+  EXPECT_EQ(linesOf(chosen()), (Lines{"Nom", "Heures"}));
+  EXPECT_EQ(linesOf(sortsChosen()), Lines{});
+  EXPECT_EQ(selectionOf(chosen()), Lines{"Nom"});
+}
+
+TEST_F(SlipPage, InConsultationNothingMovesBetweenTheLists) {
+  store_.set("ORGPRISECHARGE", "001", 62, "1");
+  show(values({"1", "2"}));
+  level_->value = 1;
+  dblClick(possible(), "Adresse");
+  press("Cmd_DroiteBord");
+  dblClick(chosen(), "Nom");
+  press("Cmd_GaucheBord");
+  dblClick(sorts(), "Ville");
+  press("Cmd_DroiteTri");
+  dblClick(sortsChosen(), "Secteur");
+  press("Cmd_GaucheTri");
+  control_->Passage_A_Droite_Tri();
+  control_->Passage_A_Gauche_Tri();
+  EXPECT_EQ(linesOf(chosen()), (Lines{"Nom", "Heures"}));
+  EXPECT_EQ(linesOf(sortsChosen()), Lines{"Secteur"});
+  EXPECT_EQ(selectionOf(possible()), Lines{"Adresse"});
+  expectNoBox();
+}
+
 TEST_F(SlipPage, TheOrderOnScreenIsTheOrderOfTheRecord) {
   show(values({"1", "2", "3"}));
   select(chosen(), {"Adresse"});
@@ -594,8 +672,32 @@ TEST_F(SlipPage, EmptyValuesInTheRecordAreKept) {
   EXPECT_EQ(saved(attribut::ParamSelecOrgChg), values({"1", "", "2", ""}));
 }
 
+TEST_F(SlipPage, EmptyFirstValuesAreNotShownAndAreKeptUntilTheListChanges) {
+  store_.set("ORGPRISECHARGE", "001", 62, values({"", "6"}));
+  show(values({"", "", "2"}));
+  EXPECT_EQ(linesOf(chosen()), Lines{"Heures"});
+  EXPECT_EQ(linesOf(sortsChosen()), Lines{"Ville"});
+  EXPECT_EQ(saved(61), values({"", "", "2"}));
+  EXPECT_EQ(attribute("001", 62), values({"", "6"}));
+  showStored();
+  dblClick(possible(), "Nom");
+  dblClick(sorts(), "Secteur");
+  EXPECT_EQ(saved(61), values({"2", "1"}));
+  EXPECT_EQ(attribute("001", 62), values({"6", "1"}));
+}
+
+TEST_F(SlipPage, EmptyValuesAloneAreNoParameter) {
+  show(values({"", ""}));
+  EXPECT_EQ(chosen().listCount(), 0);
+  press("Cmd_OK");
+  expectRefused(kSansParametre, kBordereau, possible());
+}
+
 TEST_F(SlipPage, AFirstLineWithoutLabelCountsAsAnEmptyList) {
-  show(values({"", "2"}));
+  store_.put("PARAMBORDORGCHG", "8", {"", "5"});
+  control_->Remplir_ParamsPoss();
+  show(values({"8", "2"}));
+  EXPECT_EQ(linesOf(chosen()), (Lines{"", "Heures"}));
   press("Cmd_OK");
   expectRefused(kSansParametre, kBordereau, possible());
 }
