@@ -18,9 +18,10 @@ void AcronymSearch::Cbo_SigleOrgChg_KeyPress(char32_t& key) {
     return;
   }
   // A search that fails leaves no earlier answer behind, and the text as typed.
-  if (!toolkit::quietly("Cbo_SigleOrgChg_KeyPress", [this] { chercher(); })) {
-    list_.montrerListeComplete();
-  }
+  const bool found = toolkit::quietly("Cbo_SigleOrgChg_KeyPress", [this] {
+    screen::signalerEchec(context_.desktop, [this] { chercher(); });
+  });
+  if (!found) list_.montrerListeComplete();
 }
 
 void AcronymSearch::chercher() {

@@ -136,7 +136,7 @@ void CommandBar::enregistrerEtSortir() {
   screen::EditSession& session = context_.session;
   if (!screen::droitsComplets(session)) return;  // any more, after the question
   const screen::Held checking(session.modeVerif, true);
-  save_.Ecrire_Donnees();
+  screen::signalerEchec(context_.desktop, [this] { save_.Ecrire_Donnees(); });
   view_.effacerErreurs();
   if (!session.codeEnMain.empty()) return;
   view_.effacerBareme();

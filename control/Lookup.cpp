@@ -1,5 +1,8 @@
 #include "control/Lookup.h"
 
+#include <functional>
+#include <string_view>
+
 #include "screen/Messages.h"
 #include "text/Utf8.h"
 #include "toolkit/Trap.h"
@@ -18,7 +21,10 @@ void selectionner(toolkit::TextBox& box) {
 void Lookup::Txt_CodOrgChg_Change() {
   const std::string code = context_.screen.bar.Txt_CodOrgChg.text();
   if (text::length(code) != kLongueurCode) return;
-  if (!toolkit::quietly("Txt_CodOrgChg_Change", [&] { lire(code); })) {
+  const auto succeeds = [this](std::string_view procedure, const std::function<void()>& deed) {
+    return toolkit::quietly(procedure, [&] { screen::signalerEchec(context_.desktop, deed); });
+  };
+  if (!succeeds("Txt_CodOrgChg_Change", [&] { lire(code); })) {
     garderSaisie(code);
     return;
   }
@@ -28,7 +34,7 @@ void Lookup::Txt_CodOrgChg_Change() {
     return;
   }
   // A record shown in part must not be saved.
-  if (!toolkit::quietly("Afficher_Donnees", [&] { montrer(); })) {
+  if (!succeeds("Afficher_Donnees", [&] { montrer(); })) {
     abandonner();
     return;
   }

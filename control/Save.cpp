@@ -86,13 +86,15 @@ bool Save::enregistrer() {
   bool written = false;
   toolkit::quietly("Cmd_OK_Click", [&] {
     if (!screen::droitsComplets(session) || !session.RecOrgChg) return;
-    if (session.EnCreation) {
-      session.AncienOrgChg = store::NewDynamicArray();
-      written = creer();
-    } else {
-      Ecrire_Donnees();
-      written = !view_.pageRefusee();
-    }
+    screen::signalerEchec(context_.desktop, [&] {
+      if (session.EnCreation) {
+        session.AncienOrgChg = store::NewDynamicArray();
+        written = creer();
+      } else {
+        Ecrire_Donnees();
+        written = !view_.pageRefusee();
+      }
+    });
   });
   return written;
 }

@@ -1,5 +1,7 @@
 #include "screen/Messages.h"
 
+#include "store/StoreError.h"
+
 namespace screen {
 
 using toolkit::Answer;
@@ -21,6 +23,15 @@ bool demander(toolkit::Desktop& desktop, std::string_view text, toolkit::Icon ic
 bool confirmer(toolkit::Desktop& desktop, std::string_view text) {
   desktop.beep();
   return demander(desktop, text, Icon::Question);
+}
+
+void signalerEchec(toolkit::Desktop& desktop, const std::function<void()>& deed) {
+  try {
+    deed();
+  } catch (const store::StoreError&) {
+    desktop.beep();
+    throw;
+  }
 }
 
 void filtrerRecherche(toolkit::Desktop& desktop, char32_t& key) {

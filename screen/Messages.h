@@ -1,6 +1,7 @@
 // The message boxes of the system, all under one title.
 #pragma once
 
+#include <functional>
 #include <string_view>
 
 #include "toolkit/Desktop.h"
@@ -19,6 +20,9 @@ void informer(toolkit::Desktop& desktop, std::string_view text);
 bool demander(toolkit::Desktop& desktop, std::string_view text, toolkit::Icon icon);
 // Beeps, then asks with the question icon.
 bool confirmer(toolkit::Desktop& desktop, std::string_view text);
+
+// Runs the deed. A failure of the store that ends it is told by a beep, and passes on.
+void signalerEchec(toolkit::Desktop& desktop, const std::function<void()>& deed);
 
 // Key filter of the search fields: a key of code 123 or above is refused with its message and
 // dropped (becomes 0); Enter and the others pass.

@@ -80,6 +80,7 @@ TEST(StoreFailure, SavingABodyIsTrapped) {
     EXPECT_NO_THROW(pressOk(world));
     EXPECT_TRUE(world.desktop_.boxes().empty());
     const bool written = world.attribute("001", attribut::RaisonOrgChg) == "Nouveau nom";
+    EXPECT_EQ(world.desktop_.beeps(), written ? 0 : 1);
     if (!written) {
       EXPECT_EQ(world.store_.record("ORGPRISECHARGE", "001").text(), before);
       EXPECT_EQ(world.box("Txt_RaisonOrgChg").text(), "Nouveau nom");
@@ -98,6 +99,7 @@ TEST(StoreFailure, SavingANewBodyIsTrappedAndNeverCreatesItTwice) {
     EXPECT_NO_THROW(pressOk(world));
     EXPECT_TRUE(world.desktop_.boxes().empty());
     const bool written = world.bodiesNamed("NEUF") == 1;
+    EXPECT_EQ(world.desktop_.beeps(), written ? 0 : 1);
     if (!written) {
       EXPECT_EQ(world.store_.ids("ORGPRISECHARGE").size(), 3U);
       EXPECT_EQ(world.state(), kCreating);
@@ -119,6 +121,7 @@ TEST(StoreFailure, LookingUpByCodeIsTrapped) {
                       [](FailingWorld& world, int) {
                         EXPECT_NO_THROW(world.lookUp("001"));
                         EXPECT_TRUE(world.desktop_.boxes().empty());
+                        EXPECT_EQ(world.desktop_.beeps(), 1);
                         EXPECT_EQ(world.code().text(), "001");
                         EXPECT_EQ(world.state(), kEmpty);
                       });
@@ -133,6 +136,7 @@ TEST(StoreFailure, SearchingByAcronymIsTrapped) {
                       [&](FailingWorld& world, int) {
                         EXPECT_NO_THROW(act(world));
                         EXPECT_TRUE(world.desktop_.boxes().empty());
+                        EXPECT_EQ(world.desktop_.beeps(), 1);
                         EXPECT_EQ(world.sigles().text(), "CA");
                         EXPECT_EQ(world.sigles().listCount(), 3);
                       });
@@ -143,6 +147,7 @@ TEST(StoreFailure, ChoosingAnAcronymIsTrapped) {
   withEachCallFailing([](FailingWorld&) {}, act,
                       [&](FailingWorld& world, int) {
                         EXPECT_NO_THROW(act(world));
+                        EXPECT_EQ(world.desktop_.beeps(), 1);
                         EXPECT_EQ(world.code().text(), "003");
                         EXPECT_EQ(world.state(), kEmpty);
                       });
@@ -174,6 +179,7 @@ TEST(StoreFailure, SavingOnLeavingEndsWithTheError) {
   };
   withEachCallFailing(prepare, act, [&](FailingWorld& world, int) {
     EXPECT_THROW(act(world), store::StoreError);
+    EXPECT_EQ(world.desktop_.beeps(), 1);
     EXPECT_FALSE(world.control_->W_Sortir());
     EXPECT_EQ(world.attribute("001", attribut::RaisonOrgChg), "Domus Mutuelle");
     EXPECT_EQ(world.box("Txt_RaisonOrgChg").text(), "Nouveau nom");
@@ -287,6 +293,7 @@ TEST(StoreFailureOnAllPages, LookingUpShowsTheWholeBodyOrNothing) {
     EXPECT_NO_THROW(act(world));
     EXPECT_TRUE(world.desktop_.boxes().empty());
     EXPECT_EQ(world.code().text(), "001");
+    EXPECT_EQ(world.desktop_.beeps(), world.state() == kExisting ? 0 : 1);
     if (world.state() == kExisting) {
       ++shown;  // without the label of an account
       EXPECT_EQ(difference(whole, screenOf(world),
