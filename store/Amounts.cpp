@@ -104,6 +104,7 @@ std::optional<long long> storedHundredths(std::string_view stored) {
   const char* const end = text.data() + text.size();
   const auto [stop, error] = std::from_chars(text.data(), end, value);
   if (error == std::errc() && stop == end) return value;
+  if (text.empty() || !isDigit(text.back())) return std::nullopt;
   const auto number = decimal(text);
   return number ? scaled(*number, 0) : std::nullopt;
 }
