@@ -18,7 +18,8 @@ TEST_P(AccountLabel, EnterInTheLabelSearchesWhatIsTypedInCapitals) {
   expectNoSearch();
   user_->press(Key::Enter);
   expectSearch("SSELECT PLANCOMPTABLE AVEC 1 = \"AIDE A]\" AND AVEC @ID = \"010]\" PAR 1");
-  EXPECT_EQ(lines(), (std::vector<std::string>{"AIDE A DOMICILE", "AIDE A DOMICILE"}));
+  EXPECT_PRED_FORMAT2(same, lines(),
+                      (std::vector<std::string>{"AIDE A DOMICILE", "AIDE A DOMICILE"}));
   EXPECT_EQ(shown(), "|aide a");
   EXPECT_EQ(libelle().listIndex(), -1);
   EXPECT_TRUE(libelle().hasFocus());
@@ -50,7 +51,7 @@ TEST_P(AccountLabel, AccentedLettersThatWerePastedAreSearchedInCapitals) {
 TEST_P(AccountLabel, ASingleLabelFoundIsLeftToChoose) {
   open();
   typeLabel("SUB\r");
-  EXPECT_EQ(lines(), std::vector<std::string>{"SUBVENTIONS"});
+  EXPECT_PRED_FORMAT2(same, lines(), std::vector<std::string>{"SUBVENTIONS"});
   EXPECT_EQ(shown(), "|");
   EXPECT_FALSE(libelle().listOpen());
   down();
@@ -223,7 +224,7 @@ TEST_P(AccountLabel, ALabelChosenWithTheMouseGivesItsNumber) {
   user_->choose(libelle(), 2);
   EXPECT_EQ(shown(), "7060000000|PRESTATIONS DE SERVICES");
   EXPECT_EQ(libelle().listIndex(), 2);
-  EXPECT_EQ(lines(), kSoixanteDix);
+  EXPECT_PRED_FORMAT2(same, lines(), kSoixanteDix);
   user_->choose(libelle(), 0);
   EXPECT_EQ(shown(), "7061000000|AIDE A DOMICILE");
   user_->choose(libelle(), 0);
@@ -245,7 +246,7 @@ TEST_P(AccountLabel, TheDownKeyWalksTheFoundAccounts) {
     down();
     EXPECT_EQ(shown(), walked[line]);
     EXPECT_EQ(libelle().listIndex(), static_cast<int>(line));
-    EXPECT_EQ(lines(), kSoixanteDix);
+    EXPECT_PRED_FORMAT2(same, lines(), kSoixanteDix);
   }
   expectNoBox();
 }
@@ -316,7 +317,7 @@ TEST_P(AccountLabel, AFailedSearchByLabelLosesNothing) {
   store_.fail(CallKind::ExecuteSentence);
   EXPECT_NO_THROW(user_->press(Key::Enter));
   EXPECT_EQ(libelle().text(), "aide");
-  EXPECT_EQ(lines(), kSoixanteDix);
+  EXPECT_PRED_FORMAT2(same, lines(), kSoixanteDix);
   EXPECT_TRUE(libelle().hasFocus());
   expectAtRest();
   EXPECT_NO_THROW(elsewhere());

@@ -39,7 +39,7 @@ TEST_P(AccountNumber, EnterSearchesTheAccountsWhoseNumberBeginsSo) {
   expectNoSearch();
   user_->press(Key::Enter);
   expectSearch("SSELECT PLANCOMPTABLE AVEC @ID = \"01070]\" PAR 1");
-  EXPECT_EQ(lines(), kSoixanteDix);
+  EXPECT_PRED_FORMAT2(same, lines(), kSoixanteDix);
   EXPECT_EQ(shown(), "70|");
   EXPECT_EQ(libelle().listIndex(), -1);
   EXPECT_TRUE(libelle().hasFocus());
@@ -53,7 +53,7 @@ TEST_P(AccountNumber, EnterAfterSeveralWereFoundSearchesTheSameAgain) {
   forget();
   user_->press(Key::Enter);
   expectSearch("SSELECT PLANCOMPTABLE AVEC @ID = \"01070]\" PAR 1");
-  EXPECT_EQ(lines(), kSoixanteDix);
+  EXPECT_PRED_FORMAT2(same, lines(), kSoixanteDix);
   EXPECT_EQ(shown(), "70|");
   EXPECT_TRUE(libelle().listOpen());
   forget();
@@ -68,7 +68,7 @@ TEST_P(AccountNumber, LeavingTheNumberSearchesToo) {
   typeNumber("70");
   user_->tab();
   expectSearch("SSELECT PLANCOMPTABLE AVEC @ID = \"01070]\" PAR 1");
-  EXPECT_EQ(lines(), kSoixanteDix);
+  EXPECT_PRED_FORMAT2(same, lines(), kSoixanteDix);
   EXPECT_EQ(shown(), "70|");
   EXPECT_TRUE(libelle().hasFocus());
   EXPECT_TRUE(libelle().listOpen());
@@ -147,7 +147,7 @@ TEST_P(AccountNumber, AccountsOfOneLabelComeInTheOrderOfTheQuery) {
                 {{"0107080000000", "B"}, {"0107060000000", "A"}, {"0107061000000", "A"}});
   open();
   typeNumber("70\r");
-  EXPECT_EQ(lines(), (std::vector<std::string>{"B", "A", "A"}));
+  EXPECT_PRED_FORMAT2(same, lines(), (std::vector<std::string>{"B", "A", "A"}));
 }
 
 TEST_P(AccountNumber, ASingleAccountFoundIsChosenAtOnce) {
@@ -155,7 +155,7 @@ TEST_P(AccountNumber, ASingleAccountFoundIsChosenAtOnce) {
   typeNumber("74\r");
   expectSearch("SSELECT PLANCOMPTABLE AVEC @ID = \"01074]\" PAR 1");
   EXPECT_EQ(shown(), "7410000000|SUBVENTIONS");
-  EXPECT_EQ(lines(), std::vector<std::string>{"SUBVENTIONS"});
+  EXPECT_PRED_FORMAT2(same, lines(), std::vector<std::string>{"SUBVENTIONS"});
   EXPECT_EQ(libelle().listIndex(), 0);
   expectNoBox();
 }
@@ -224,7 +224,7 @@ TEST_P(AccountNumber, AnEarlierSearchIsReplacedByTheNext) {
   open();
   typeNumber("70\r");
   typeNumber("74\r");
-  EXPECT_EQ(lines(), std::vector<std::string>{"SUBVENTIONS"});
+  EXPECT_PRED_FORMAT2(same, lines(), std::vector<std::string>{"SUBVENTIONS"});
   EXPECT_EQ(shown(), "7410000000|SUBVENTIONS");
   typeNumber("79\r");
   EXPECT_TRUE(lines().empty());
@@ -238,7 +238,7 @@ TEST_P(AccountNumber, TheTenthDigitShowsTheLabel) {
   EXPECT_TRUE(chartReads().empty());
   EXPECT_EQ(libelle().text(), "");
   user_->type("0");
-  EXPECT_EQ(chartReads(), std::vector<std::string>{"0107410000000"});
+  EXPECT_PRED_FORMAT2(same, chartReads(), std::vector<std::string>{"0107410000000"});
   EXPECT_EQ(shown(), "7410000000|SUBVENTIONS");
   EXPECT_TRUE(numero().hasFocus());
   expectNoSearch();
@@ -279,7 +279,7 @@ TEST_P(AccountNumber, TheChartIsThatOfTheEntityChosenLast) {
   forget();
   typeLabel("do\r");
   expectSearch("SSELECT PLANCOMPTABLE AVEC 1 = \"DO]\" AND AVEC @ID = \"020]\" PAR 1");
-  EXPECT_EQ(lines(), std::vector<std::string>{"DONS"});
+  EXPECT_PRED_FORMAT2(same, lines(), std::vector<std::string>{"DONS"});
 }
 
 TEST_P(AccountNumber, AStoreThatFailsToReadAnAccountIsIgnored) {
@@ -362,7 +362,7 @@ TEST_P(AccountNumber, AFailedSearchByNumberLosesNothing) {
   store_.stopFailing();
   goToNumber();
   user_->press(Key::Enter);
-  EXPECT_EQ(lines(), kSoixanteDix);
+  EXPECT_PRED_FORMAT2(same, lines(), kSoixanteDix);
   EXPECT_TRUE(libelle().listOpen());
 }
 

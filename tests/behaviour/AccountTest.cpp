@@ -66,7 +66,8 @@ void AccountTest::begin() {
   forget();
 }
 
-void AccountTest::show(std::string_view body) {
+void AccountTest::show(std::string_view body, Caller at) {
+  const auto trace = called("show", at);
   lookUp(body);
   expectNoBox();
   forget();
@@ -78,22 +79,26 @@ void AccountTest::forget() {
   meanwhile_.clear();
 }
 
-void AccountTest::goTo(const Champs& champs, toolkit::Control& field) {
+void AccountTest::goTo(const Champs& champs, toolkit::Control& field, Caller at) {
+  const auto trace = called("goTo", at);
   ASSERT_TRUE(tabs().tab() == champs.tab || user_->click(tabs(), champs.tab));
   ASSERT_TRUE(user_->go(field));
 }
 
-void AccountTest::typeNumber(const Champs& champs, std::string_view keys) {
+void AccountTest::typeNumber(const Champs& champs, std::string_view keys, Caller at) {
+  const auto trace = called("typeNumber", at);
   goTo(champs, numero(champs));
   ASSERT_TRUE(user_->fill(numero(champs), keys));
 }
 
-void AccountTest::typeLabel(const Champs& champs, std::string_view keys) {
+void AccountTest::typeLabel(const Champs& champs, std::string_view keys, Caller at) {
+  const auto trace = called("typeLabel", at);
   goTo(champs, libelle(champs));
   ASSERT_TRUE(user_->fill(libelle(champs), keys));
 }
 
-void AccountTest::down(const Champs& champs) {
+void AccountTest::down(const Champs& champs, Caller at) {
+  const auto trace = called("down", at);
   ASSERT_TRUE(libelle(champs).userChoose(libelle(champs).listIndex() + 1));
 }
 
@@ -101,7 +106,8 @@ std::vector<std::string> AccountTest::lines(const Champs& champs) {
   return linesOf(libelle(champs));
 }
 
-void AccountTest::expectSearch(std::string_view sentence) {
+void AccountTest::expectSearch(std::string_view sentence, Caller at) {
+  const auto trace = called("expectSearch", at);
   const auto requests = store_.calls(CallKind::ExecuteSentence);
   ASSERT_EQ(requests.size(), 1U);
   const store::DynamicArray request(requests[0].text);
@@ -115,13 +121,15 @@ void AccountTest::expectSearch(std::string_view sentence) {
   expectAtRest();
 }
 
-void AccountTest::expectNoSearch() {
+void AccountTest::expectNoSearch(Caller at) {
+  const auto trace = called("expectNoSearch", at);
   for (const auto& call : store_.calls(CallKind::ExecuteSentence)) {
     EXPECT_NE(call.file, "PLANCOMPTABLE");
   }
 }
 
-void AccountTest::expectAtRest() {
+void AccountTest::expectAtRest(Caller at) {
+  const auto trace = called("expectAtRest", at);
   EXPECT_EQ(desktop_.pointer(), Pointer::Normal);
   EXPECT_TRUE(control_->surface().enabled());
 }
@@ -147,7 +155,8 @@ struct Garde {
 class AccountGuard : public AccountTest, public testing::WithParamInterface<Garde> {
  protected:
   toolkit::Control& field() { return child<toolkit::Control>(GetParam().champ); }
-  void expectSentToTheEntity() {
+  void expectSentToTheEntity(Caller at = Caller::here()) {
+    const auto trace = called("expectSentToTheEntity", at);
     expectBox(GetParam().message, Icon::Exclamation);
     EXPECT_EQ(tabs().tab(), 5);
     EXPECT_TRUE(box("Txt_Entite").hasFocus());
@@ -214,12 +223,14 @@ TEST_P(AccountGuard, LetsPassOnceTheEntityIsChosen) {
 class Accounts : public AccountTest {
  protected:
   toolkit::CheckBox& sansIncidence() { return child<CheckBox>("Cac_IncidCompta"); }
-  void toggle() {
+  void toggle(Caller at = Caller::here()) {
+    const auto trace = called("toggle", at);
     user_->click(tabs(), 1);
     ASSERT_TRUE(user_->click(sansIncidence()));
   }
   // Which of the accounting interface's own controls are enabled.
-  void expectEnabled(bool enabled) {
+  void expectEnabled(bool enabled, Caller at = Caller::here()) {
+    const auto trace = called("expectEnabled", at);
     for (const char* name :
          {"Etq_DebitOrgChg", "Txt_DebitOrgChg", "Cbo_DebitOrgChg", "Etq_CreditOrgChg",
           "Txt_CreditOrgChg", "Cbo_CreditOrgChg", "Txt_CpteProdAide", "Cbo_CpteProdAide"}) {
@@ -233,7 +244,8 @@ class Accounts : public AccountTest {
       store_.set("ORGPRISECHARGE", "001", champs.attribute, "7060000000");
     }
   }
-  void expectShown(const std::string& text) {
+  void expectShown(const std::string& text, Caller at = Caller::here()) {
+    const auto trace = called("expectShown", at);
     for (const Champs& champs : {kDebit, kCredit, kProduitAide}) {
       EXPECT_EQ(shown(champs), text) << champs.test;
     }
@@ -462,8 +474,9 @@ TEST_F(Accounts, AreLookedUpSilentlyInTheChartOfAnotherEntity) {
   EXPECT_EQ(shown(kCredit), "7410000000|");
   EXPECT_EQ(shown(kProduitAide), "74|");
   EXPECT_EQ(shown(kPrestation), "7060000000|VENTES");
-  EXPECT_EQ(chartReads(),
-            (std::vector<std::string>{"0207060000000", "0207410000000", "0207060000000"}));
+  EXPECT_PRED_FORMAT2(
+      same, chartReads(),
+      (std::vector<std::string>{"0207060000000", "0207410000000", "0207060000000"}));
   EXPECT_TRUE(box("Txt_Entite").hasFocus());
 }
 
@@ -549,7 +562,7 @@ TEST_F(Accounts, AMissingAccountOfANewBodyWithoutAnEntityLeadsToTheEntity) {
   user_->fill(box("Txt_RaisonOrgChg"), "Organisme neuf");
   press("Cmd_OK");
   const auto boxes = desktop_.takeBoxes();
-  ASSERT_EQ(boxes.size(), 2U);
+  ASSERT_PRED_FORMAT2(boxCount, boxes, 2U);
   EXPECT_EQ(boxes[0].text, "Le compte comptable DEBIT est obligatoire.");
   EXPECT_EQ(boxes[1].text, kDebitSansEntite);
   EXPECT_EQ(tabs().tab(), 5);
@@ -574,7 +587,7 @@ TEST_F(Accounts, ANumberOfSeveralHoldsTheSaveOnceAndIsRequiredThen) {
   expectNoBox();
   EXPECT_TRUE(libelle(kDebit).hasFocus());
   EXPECT_TRUE(libelle(kDebit).listOpen());
-  EXPECT_EQ(lines(kDebit), kSoixanteDix);
+  EXPECT_PRED_FORMAT2(same, lines(kDebit), kSoixanteDix);
   EXPECT_TRUE(press("Cmd_OK"));
   expectBox("Le compte comptable DEBIT est obligatoire.", Icon::Exclamation);
   EXPECT_EQ(tabs().tab(), 1);

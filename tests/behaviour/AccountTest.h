@@ -28,11 +28,14 @@ struct Champs {
 
 inline void PrintTo(const Champs& champs, std::ostream* out) { *out << champs.test; }
 
-inline constexpr Champs kDebit{"Debit", "Txt_DebitOrgChg", "Cbo_DebitOrgChg", 1, 22};
-inline constexpr Champs kCredit{"Credit", "Txt_CreditOrgChg", "Cbo_CreditOrgChg", 1, 23};
-inline constexpr Champs kProduitAide{"ProduitAide", "Txt_CpteProdAide", "Cbo_CpteProdAide", 1, 56};
+inline constexpr Champs kDebit{"Debit", "Txt_DebitOrgChg", "Cbo_DebitOrgChg", 1,
+                               attribut::DebitOrgChg};
+inline constexpr Champs kCredit{"Credit", "Txt_CreditOrgChg", "Cbo_CreditOrgChg", 1,
+                                attribut::CreditOrgChg};
+inline constexpr Champs kProduitAide{"ProduitAide", "Txt_CpteProdAide", "Cbo_CpteProdAide", 1,
+                                     attribut::CpteProdAide};
 inline constexpr Champs kPrestation{"Prestation", "Txt_CodeCptPrestationService",
-                                    "Cbo_CptPrestationService", 2, 54};
+                                    "Cbo_CptPrestationService", 2, attribut::CptPrestationService};
 inline constexpr std::array kPaires{kDebit, kCredit, kProduitAide, kPrestation};
 
 // The labels of entity 010's accounts that begin with 70, as they are listed.
@@ -47,8 +50,9 @@ class AccountTest : public ControlTest {
 
   // Starts the control.
   void begin();
-  void show(std::string_view body = "001");
-  void open() {
+  void show(std::string_view body = "001", Caller at = Caller::here());
+  void open(Caller at = Caller::here()) {
+    const auto trace = called("open", at);
     begin();
     show();
   }
@@ -57,12 +61,15 @@ class AccountTest : public ControlTest {
   TextBox& numero(const Champs& champs) { return box(champs.numero); }
   ComboBox& libelle(const Champs& champs) { return child<ComboBox>(champs.libelle); }
 
-  void goTo(const Champs& champs, toolkit::Control& field);
-  void typeNumber(const Champs& champs, std::string_view keys);
-  void typeLabel(const Champs& champs, std::string_view keys);
+  void goTo(const Champs& champs, toolkit::Control& field, Caller at = Caller::here());
+  void typeNumber(const Champs& champs, std::string_view keys, Caller at = Caller::here());
+  void typeLabel(const Champs& champs, std::string_view keys, Caller at = Caller::here());
   // A press of the Down key in the closed list.
-  void down(const Champs& champs);
-  void elsewhere() { ASSERT_TRUE(user_->go(code())); }
+  void down(const Champs& champs, Caller at = Caller::here());
+  void elsewhere(Caller at = Caller::here()) {
+    const auto trace = called("elsewhere", at);
+    ASSERT_TRUE(user_->go(code()));
+  }
 
   std::vector<std::string> lines(const Champs& champs);
   // The texts of number and label, as "number|label".
@@ -70,9 +77,9 @@ class AccountTest : public ControlTest {
     return numero(champs).text() + "|" + libelle(champs).text();
   }
   // The one search since the journals were forgotten, with the control busy meanwhile.
-  void expectSearch(std::string_view sentence);
-  void expectNoSearch();
-  void expectAtRest();
+  void expectSearch(std::string_view sentence, Caller at = Caller::here());
+  void expectNoSearch(Caller at = Caller::here());
+  void expectAtRest(Caller at = Caller::here());
   // The keys of the accounts that were read.
   std::vector<std::string> chartReads();
 
@@ -92,13 +99,18 @@ class AccountPair : public AccountTest, public testing::WithParamInterface<Champ
   ComboBox& libelle() { return AccountTest::libelle(GetParam()); }
   std::vector<std::string> lines() { return AccountTest::lines(GetParam()); }
   std::string shown() { return AccountTest::shown(GetParam()); }
-  void typeNumber(std::string_view keys) { AccountTest::typeNumber(GetParam(), keys); }
-  void typeLabel(std::string_view keys) { AccountTest::typeLabel(GetParam(), keys); }
-  void down() { AccountTest::down(GetParam()); }
-  void goToNumber() { goTo(GetParam(), numero()); }
-  void goToLabel() { goTo(GetParam(), libelle()); }
+  void typeNumber(std::string_view keys, Caller at = Caller::here()) {
+    AccountTest::typeNumber(GetParam(), keys, at);
+  }
+  void typeLabel(std::string_view keys, Caller at = Caller::here()) {
+    AccountTest::typeLabel(GetParam(), keys, at);
+  }
+  void down(Caller at = Caller::here()) { AccountTest::down(GetParam(), at); }
+  void goToNumber(Caller at = Caller::here()) { goTo(GetParam(), numero(), at); }
+  void goToLabel(Caller at = Caller::here()) { goTo(GetParam(), libelle(), at); }
   // The body is shown with this account.
-  void showAccount(std::string_view account) {
+  void showAccount(std::string_view account, Caller at = Caller::here()) {
+    const auto trace = called("showAccount", at);
     store_.set("ORGPRISECHARGE", "001", GetParam().attribute, account);
     open();
   }

@@ -9,7 +9,8 @@ class Acronym : public ControlTest {
     fillThreeBodies(store_);
     start();
   }
-  void search(std::string_view text) {
+  void search(std::string_view text, Caller at = Caller::here()) {
+    const auto trace = called("search", at);
     user_->fill(sigles(), text);
     user_->press(toolkit::Key::Enter);
   }
@@ -65,7 +66,8 @@ TEST_F(Acronym, EnterSearchesThePrefixInCapitals) {
   request.set(1, "SSELECT ORGPRISECHARGE AVEC SigleOrgChg = \"CA]\" PAR SigleOrgChg");
   request.set(2, "ORGPRISECHARGE");
   request.set(3, "0 1");
-  EXPECT_EQ(store_.told(), std::vector<std::string>{"ExecuteSentence " + request.text()});
+  EXPECT_PRED_FORMAT2(same, store_.told(),
+                      std::vector<std::string>{"ExecuteSentence " + request.text()});
   ASSERT_EQ(sigles().listCount(), 1);
   EXPECT_EQ(sigles().list(0), "CAF");
   EXPECT_EQ(sigles().text(), "");
@@ -77,7 +79,7 @@ TEST_F(Acronym, SeveralFoundAreListedOpenUnderWhatWasTyped) {
   lookUp("001");
   store_.forgetCalls();
   search("c");
-  EXPECT_EQ(linesOf(sigles()), (Lines{"CAF", "CRAM"}));
+  EXPECT_PRED_FORMAT2(same, linesOf(sigles()), (Lines{"CAF", "CRAM"}));
   EXPECT_EQ(sigles().text(), "c");
   EXPECT_EQ(sigles().listIndex(), -1);
   EXPECT_TRUE(sigles().listOpen());
@@ -86,7 +88,7 @@ TEST_F(Acronym, SeveralFoundAreListedOpenUnderWhatWasTyped) {
   const Lines asked = store_.told();
   store_.forgetCalls();
   user_->press(toolkit::Key::Enter);
-  EXPECT_EQ(store_.told(), asked);
+  EXPECT_PRED_FORMAT2(same, store_.told(), asked);
   EXPECT_EQ(sigles().text(), "c");
   user_->choose(sigles(), 1);
   EXPECT_EQ(code().text(), "002");
@@ -96,7 +98,7 @@ TEST_F(Acronym, SeveralFoundAreListedOpenUnderWhatWasTyped) {
 TEST_F(Acronym, EnterWithoutATextListsAll) {
   search("D");
   search("");
-  EXPECT_EQ(linesOf(sigles()), (Lines{"CAF", "CRAM", "DOMUS"}));
+  EXPECT_PRED_FORMAT2(same, linesOf(sigles()), (Lines{"CAF", "CRAM", "DOMUS"}));
   EXPECT_TRUE(sigles().listOpen());
   user_->choose(sigles(), 1);
   EXPECT_EQ(code().text(), "002");

@@ -62,7 +62,7 @@ TEST_F(ActiveAgreements, AreThoseOfTheBodyInHandWhateverIsTypedAsCode) {
   user_->fill(code(), "0");
   store_.forgetCalls();
   control_->RechercheAccord();
-  EXPECT_EQ(sentences(), std::vector<std::string>{sentence(kFirstDay, "002")});
+  EXPECT_PRED_FORMAT2(same, sentences(), std::vector<std::string>{sentence(kFirstDay, "002")});
 }
 
 TEST_F(ActiveAgreements, FollowThePayPeriod) {
@@ -76,7 +76,7 @@ TEST_F(ActiveAgreements, FollowThePayPeriod) {
     store_.put("PERIODESPAIE", "1", {pay});
     store_.forgetCalls();
     control_->RechercheAccord();
-    EXPECT_EQ(sentences(), std::vector<std::string>{sentence(day)}) << pay;
+    EXPECT_PRED_FORMAT2(same, sentences(), std::vector<std::string>{sentence(day)}) << pay;
   }
 }
 
@@ -87,11 +87,11 @@ TEST_F(ActiveAgreements, AreAllThatAreNotClosedWithoutAReadablePeriod) {
     store_.put("PERIODESPAIE", "1", {pay});
     store_.forgetCalls();
     control_->RechercheAccord();
-    EXPECT_EQ(sentences(), std::vector<std::string>{sentence("0")}) << pay;
+    EXPECT_PRED_FORMAT2(same, sentences(), std::vector<std::string>{sentence("0")}) << pay;
   }
   store_.erase("PERIODESPAIE", "1");
   control_->RechercheAccord();
-  EXPECT_EQ(sentences(), std::vector<std::string>{sentence("0")});
+  EXPECT_PRED_FORMAT2(same, sentences(), std::vector<std::string>{sentence("0")});
   // One that ended long ago counts now.
   agreement("A1", "001", "1");
   choose("Opt_TypeComplOrgChg");
@@ -122,9 +122,13 @@ struct Guard {
 
 class Guarded : public ActiveAgreements, public testing::WithParamInterface<Guard> {
  protected:
-  void change() { choose(GetParam().choice); }
+  void change(Caller at = Caller::here()) {
+    const auto trace = called("change", at);
+    choose(GetParam().choice);
+  }
   // The box alone has been shown: page, focus and screen are as the user left them.
-  void expectRefused(const char* focus) {
+  void expectRefused(const char* focus, Caller at = Caller::here()) {
+    const auto trace = called("expectRefused", at);
     expectBox(GetParam().message, Icon::Information);
     expectNothingWritten();
     EXPECT_EQ(attribute("001", GetParam().attribute), GetParam().before);
@@ -145,7 +149,7 @@ TEST_P(Guarded, ASaveIsRefusedWhileAnAgreementIsActive) {
   store_.forgetCalls();
   press("Cmd_OK");
   expectRefused("Cmd_OK");
-  EXPECT_EQ(sentences(), std::vector<std::string>{sentence(kFirstDay)});
+  EXPECT_PRED_FORMAT2(same, sentences(), std::vector<std::string>{sentence(kFirstDay)});
 }
 
 TEST_P(Guarded, WhichAgreementsCount) {
@@ -194,7 +198,8 @@ TEST_P(Guarded, TheUserTakesItBackAndSaves) {
   change();
   press("Cmd_OK");
   expectBox(GetParam().message, Icon::Information);
-  choose(GetParam().attribute == 18 ? "Opt_TypePrincipalOrgChg" : "Opt_PlafGlobalOrgChg");
+  choose(GetParam().attribute == attribut::TypeOrgChg ? "Opt_TypePrincipalOrgChg"
+                                                      : "Opt_PlafGlobalOrgChg");
   tick("Cac_LettresInfo");
   expectSaved("001", {{attribut::LettresInfo, "1"}});
 }
@@ -235,7 +240,8 @@ TEST_P(Guarded, TheHostsWriteIsRefusedWithTheBoxAlone) {
   control_->Ecrire_Ong2();
   expectRefused("Txt_Entite");
   user_->click(tabs(), kRulesTab);
-  choose(GetParam().attribute == 18 ? "Opt_TypePrincipalOrgChg" : "Opt_PlafGlobalOrgChg");
+  choose(GetParam().attribute == attribut::TypeOrgChg ? "Opt_TypePrincipalOrgChg"
+                                                      : "Opt_PlafGlobalOrgChg");
   expectSaved("001", {});
 }
 
@@ -284,7 +290,8 @@ TEST_P(Guarded, AnUnchangedRuleIsNotSearchedFor) {
   activeAgreement();
   show("001");
   change();
-  choose(GetParam().attribute == 18 ? "Opt_TypePrincipalOrgChg" : "Opt_PlafGlobalOrgChg");
+  choose(GetParam().attribute == attribut::TypeOrgChg ? "Opt_TypePrincipalOrgChg"
+                                                      : "Opt_PlafGlobalOrgChg");
   tick("Cac_LettresInfo");
   store_.forgetCalls();
   expectSaved("001", {{attribut::LettresInfo, "1"}});
@@ -327,9 +334,10 @@ TEST_P(Guarded, TheChecksComeFirst) {
 }
 
 INSTANTIATE_TEST_SUITE_P(BodiesInUse, Guarded,
-                         testing::Values(Guard{"Type", "Opt_TypeComplOrgChg", 18, "P", "C", kType},
-                                         Guard{"Ceiling", "Opt_PlafMensOrgChg", 19, "3", "2",
-                                               kCeiling}),
+                         testing::Values(Guard{"Type", "Opt_TypeComplOrgChg", attribut::TypeOrgChg,
+                                               "P", "C", kType},
+                                         Guard{"Ceiling", "Opt_PlafMensOrgChg",
+                                               attribut::PlafondOrg, "3", "2", kCeiling}),
                          [](const auto& tested) { return std::string(tested.param.name); });
 
 TEST_F(ActiveAgreements, OfTwoForbiddenChangesTheTypeIsToldAlone) {

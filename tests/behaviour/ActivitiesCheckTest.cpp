@@ -44,7 +44,9 @@ class ActivitiesCheck : public ControlTest {
     start();
   }
   // Shows body 001, principal and in hours, with these attributes; the first page is in front.
-  void show(std::initializer_list<std::pair<int, std::string>> attributes = {}) {
+  void show(std::initializer_list<std::pair<int, std::string>> attributes = {},
+            Caller at = Caller::here()) {
+    const auto trace = called("show", at);
     if (!code().text().empty()) press("Cmd_Annuler");
     completeBody(store_, "001");
     for (const auto& [number, text] : attributes) store_.set("ORGPRISECHARGE", "001", number, text);
@@ -54,7 +56,9 @@ class ActivitiesCheck : public ControlTest {
   }
 
   // Saving is refused with this text, and these are in front and have the focus.
-  void expectRefused(std::string_view text, int tab, const toolkit::Control& focus) {
+  void expectRefused(std::string_view text, int tab, const toolkit::Control& focus,
+                     Caller at = Caller::here()) {
+    const auto trace = called("expectRefused", at);
     press("Cmd_OK");
     expectBox(text, Icon::Exclamation);
     EXPECT_EQ(tabs().tab(), tab);
@@ -62,7 +66,8 @@ class ActivitiesCheck : public ControlTest {
     EXPECT_EQ(state(), kExisting);
     expectNothingWritten();
   }
-  void expectSaved() {
+  void expectSaved(Caller at = Caller::here()) {
+    const auto trace = called("expectSaved", at);
     press("Cmd_OK");
     expectNoBox();
     EXPECT_EQ(state(), kEmpty);

@@ -65,17 +65,22 @@ class AllPages : public ControlTest {
   store::DynamicArray body(std::string_view id) { return store_.record("ORGPRISECHARGE", id); }
 
   // The user goes to the page by its letter.
-  void page(char32_t letter) { ASSERT_TRUE(user_->alt(letter)); }
-  void coordonnees() { page('R'); }
-  void regles() { page('G'); }
-  void priseEnCharge() { page('P'); }
-  void bordereau() { page('B'); }
-  void activites() { page('V'); }
+  void page(char32_t letter, Caller at = Caller::here()) {
+    const auto trace = called("page", at);
+    ASSERT_TRUE(user_->alt(letter));
+  }
+  void coordonnees(Caller at = Caller::here()) { page('R', at); }
+  void regles(Caller at = Caller::here()) { page('G', at); }
+  void priseEnCharge(Caller at = Caller::here()) { page('P', at); }
+  void bordereau(Caller at = Caller::here()) { page('B', at); }
+  void activites(Caller at = Caller::here()) { page('V', at); }
 
-  void fill(std::string_view name, std::string_view text) {
+  void fill(std::string_view name, std::string_view text, Caller at = Caller::here()) {
+    const auto trace = called("fill", at);
     ASSERT_TRUE(user_->fill(box(name), text)) << name;
   }
-  void click(std::string_view name) {
+  void click(std::string_view name, Caller at = Caller::here()) {
+    const auto trace = called("click", at);
     if (auto* check = dynamic_cast<CheckBox*>(control_->surface().find(name))) {
       ASSERT_TRUE(user_->click(*check)) << name;
     } else if (auto* button = dynamic_cast<CommandButton*>(control_->surface().find(name))) {
@@ -84,18 +89,22 @@ class AllPages : public ControlTest {
       ASSERT_TRUE(user_->click(option(name))) << name;
     }
   }
-  void choose(std::string_view name, int line) {
+  void choose(std::string_view name, int line, Caller at = Caller::here()) {
+    const auto trace = called("choose", at);
     ASSERT_TRUE(user_->choose(combo(name), line)) << name;
   }
-  void dblClick(std::string_view name, int line) {
+  void dblClick(std::string_view name, int line, Caller at = Caller::here()) {
+    const auto trace = called("dblClick", at);
     ASSERT_TRUE(user_->dblClick(list(name), line)) << name;
   }
-  void cover(std::initializer_list<const char*> lines) {
+  void cover(std::initializer_list<const char*> lines, Caller at = Caller::here()) {
+    const auto trace = called("cover", at);
     for (const char* line : lines) {
       dblClick("Lst_Activite", list("Lst_Activite").items().find(line));
     }
   }
-  void expectFocus(std::string_view name) {
+  void expectFocus(std::string_view name, Caller at = Caller::here()) {
+    const auto trace = called("expectFocus", at);
     const toolkit::Control* focus = control_->surface().focus();
     EXPECT_EQ(focus ? focus->name() : "", name);
   }
@@ -110,7 +119,9 @@ const std::set<std::string> kAcronymField{"Etq_RechercheSigle", "Cbo_SigleOrgChg
 class WrongPages : public AllPages {
  protected:
   // The user presses OK and is refused: nothing is written, everything on screen stays.
-  void expectRefused(std::string_view message, int tab, std::string_view focus) {
+  void expectRefused(std::string_view message, int tab, std::string_view focus,
+                     Caller at = Caller::here()) {
+    const auto trace = called("expectRefused", at);
     SCOPED_TRACE(message);
     const Snapshot before = screen();
     store_.forgetCalls();
@@ -133,7 +144,8 @@ class WrongPages : public AllPages {
       store_.set("ORGPRISECHARGE", id, attribute, text);
     }
   }
-  void mendFirstPage() {
+  void mendFirstPage(Caller at = Caller::here()) {
+    const auto trace = called("mendFirstPage", at);
     expectRefused("Le sigle de l'organisme de prise en charge est obligatoire.", 0,
                   "Txt_SigleOrgChg");
     user_->type("FAUX");
@@ -141,13 +153,15 @@ class WrongPages : public AllPages {
                   "Txt_RaisonOrgChg");
     user_->type("Organisme faux");
   }
-  void mendRules() {
+  void mendRules(Caller at = Caller::here()) {
+    const auto trace = called("mendRules", at);
     expectRefused("La période de facturation est obligatoire.", 1, "Cbo_PeriodFactOrgChg");
     choose("Cbo_PeriodFactOrgChg", 1);
     expectRefused("Le déclenchement du renouvellement est obligatoire.", 1, "Cbo_RenouvOrgChg");
     choose("Cbo_RenouvOrgChg", 2);
   }
-  void mendSlip() {
+  void mendSlip(Caller at = Caller::here()) {
+    const auto trace = called("mendSlip", at);
     expectRefused("Au moins un paramètre pour l'édition du bordereau doit être sélectionné.", 4,
                   "Lst_ParamPossOrgChg");
     for (int line = 0; line < 3; ++line) dblClick("Lst_ParamPossOrgChg", line);
@@ -162,7 +176,8 @@ class WrongPages : public AllPages {
         4, "Lst_ParamSelecOrgChg");
     dblClick("Lst_ParamSelecOrgChg", 1);
   }
-  void mendActivities() {
+  void mendActivities(Caller at = Caller::here()) {
+    const auto trace = called("mendActivities", at);
     expectRefused("L'organisme de prise en charge doit couvrir au moins une activité.", 5,
                   "Txt_Entite");
     user_->type("010");
@@ -179,7 +194,8 @@ class WrongPages : public AllPages {
     while (list("Lst_ActSelect").listCount() > 0) dblClick("Lst_ActSelect", 0);
     cover({kAide});
   }
-  void mendAccounts() {
+  void mendAccounts(Caller at = Caller::here()) {
+    const auto trace = called("mendAccounts", at);
     expectRefused(
         "Le choix 'Sans incidence comptable' ne peut être utilisé que par les organismes de type "
         "'Mandataire'\r\nou de type 'Prestataire' et 'Complémentaire'.",
@@ -190,7 +206,8 @@ class WrongPages : public AllPages {
     expectRefused("Le compte comptable CREDIT est obligatoire.", 1, "Txt_CreditOrgChg");
     user_->type("7060000000");
   }
-  void mendAttribution() {
+  void mendAttribution(Caller at = Caller::here()) {
+    const auto trace = called("mendAttribution", at);
     expectRefused(
         "L'attribution des notifications d'accords doit être en heures pour des activités de type "
         "prestataire et pour un organisme principal.",
@@ -201,7 +218,8 @@ class WrongPages : public AllPages {
     addRate();
   }
   // What the user has entered while mending, whatever the body had before.
-  void expectMended(std::string_view id) {
+  void expectMended(std::string_view id, Caller at = Caller::here()) {
+    const auto trace = called("expectMended", at);
     const std::map<int, std::string> mended{{attribut::SigleOrgChg, "FAUX"},
                                             {attribut::RaisonOrgChg, "Organisme faux"},
                                             {attribut::PeriodFactOrgChg, "T"},
@@ -216,7 +234,7 @@ class WrongPages : public AllPages {
                                             {attribut::IncidCompta, "0"},
                                             {attribut::ParamSelecOrgChg, "3" + kValue + "1"}};
     for (const auto& [attribute, text] : mended) {
-      EXPECT_EQ(body(id).get(attribute), text) << attribute;
+      EXPECT_EQ(body(id).get(attribute), text) << bodyAttribute(attribute);
     }
   }
 };
@@ -231,7 +249,7 @@ TEST_F(WrongPages, ABodyIsRefusedPageAfterPageAndSavedOnceAllAreMended) {
   mendActivities();
   mendAccounts();
   mendAttribution();
-  EXPECT_EQ(body("004").text(), before);
+  EXPECT_PRED_FORMAT2(sameBody, body("004").text(), before);
   store_.forgetCalls();
   press("Cmd_OK");
   expectNoBox();
@@ -296,7 +314,7 @@ TEST_F(WrongPages, AFailingCheckOfTheLastPageWritesNothing) {
   expectRefused(
       "Toutes les activités couvertes par l'organisme doivent être rattachées au même service.", 1,
       "Cmd_OK");
-  EXPECT_EQ(body("001").text(), before);
+  EXPECT_PRED_FORMAT2(sameBody, body("001").text(), before);
   EXPECT_EQ(state(), kExisting);
 }
 
@@ -322,7 +340,9 @@ class GuardedBody : public AllPages {
     regles();
   }
   // Refused with that box only: the page in front and the focus stay.
-  void expectGuarded(std::string_view button, std::string_view message) {
+  void expectGuarded(std::string_view button, std::string_view message,
+                     Caller at = Caller::here()) {
+    const auto trace = called("expectGuarded", at);
     fill("Txt_DebitOrgChg", "4120000000");
     const std::string stored = body("001").text();
     const Snapshot before = screen();
@@ -332,7 +352,7 @@ class GuardedBody : public AllPages {
     EXPECT_EQ(tabs().tab(), 1);
     expectFocus(button);
     expectNothingWritten();
-    EXPECT_EQ(body("001").text(), stored);
+    EXPECT_PRED_FORMAT2(sameBody, body("001").text(), stored);
     EXPECT_EQ(difference(before, screen()), "");
     EXPECT_FALSE(control_->W_Sortir());
     EXPECT_EQ(state(), kExisting);
@@ -399,7 +419,8 @@ TEST_F(GuardedBody, TheNextBodyIsNotGuarded) {
 
 class WholeBody : public AllPages {
  protected:
-  void enterAll() {
+  void enterAll(Caller at = Caller::here()) {
+    const auto trace = called("enterAll", at);
     press("Cmd_Ajouter");
     user_->type("entier");
     user_->alt('L');
@@ -410,7 +431,8 @@ class WholeBody : public AllPages {
     enterCoverage();
     enterSlip();
   }
-  void enterActivities() {
+  void enterActivities(Caller at = Caller::here()) {
+    const auto trace = called("enterActivities", at);
     activites();
     user_->type("\t010");
     ListBox& possible = list("Lst_Activite");
@@ -422,7 +444,8 @@ class WholeBody : public AllPages {
     activites();
     click("Opt_DimJF");
   }
-  void enterRules() {
+  void enterRules(Caller at = Caller::here()) {
+    const auto trace = called("enterRules", at);
     regles();
     click("Opt_PlafMensRepOrgChg");
     click("Cac_DemAccordOrgChg");
@@ -439,13 +462,15 @@ class WholeBody : public AllPages {
     choose("Cbo_CreditOrgChg", 0);
     fill("Txt_CpteProdAide", "7580000000");
   }
-  void enterCoverage() {
+  void enterCoverage(Caller at = Caller::here()) {
+    const auto trace = called("enterCoverage", at);
     priseEnCharge();
     click("Opt_HeureOrgChg");
     addRate();
     fill("Txt_CodeCptPrestationService", "706\t");
   }
-  void enterSlip() {
+  void enterSlip(Caller at = Caller::here()) {
+    const auto trace = called("enterSlip", at);
     bordereau();
     dblClick("Lst_ParamPossOrgChg", 1);
     dblClick("Lst_ParamPossOrgChg", 2);
@@ -524,14 +549,12 @@ TEST_F(WholeBody, IsSavedAndShownAgainAsItWasEntered) {
                                             {attribut::ParamTriSelect, "6" + kValue + "3"}};
   store::DynamicArray whole;
   for (const auto& [attribute, text] : expected) whole.set(attribute, text);
-  for (int i = 1; i <= attribut::Dernier; ++i)
-    EXPECT_EQ(body("004").get(i), whole.get(i)) << "attribute " << i;
-  EXPECT_EQ(body("004").text(), whole.text());
+  EXPECT_PRED_FORMAT2(sameBody, body("004").text(), whole.text());
 
   lookUp("004");
   EXPECT_EQ(difference(entered, screen(), kOfTheEntryAlone), "");
   press("Cmd_OK");
-  EXPECT_EQ(body("004").text(), whole.text());
+  EXPECT_PRED_FORMAT2(sameBody, body("004").text(), whole.text());
 }
 
 TEST_F(WholeBody, KeepsEverythingThroughARefusal) {
@@ -600,7 +623,8 @@ TEST_F(WholeBody, OfTheSameTextsAsAnOddOneKeepsNoneOfItsMarks) {
       {attribut::CptPrestationService, "7060000000"},
       {attribut::CpteProdAide, "7580000000"},
       {attribut::CodeThesaurus, "TH1"}};
-  for (const auto& [number, text] : typed) EXPECT_EQ(attribute("004", number), text) << number;
+  for (const auto& [number, text] : typed)
+    EXPECT_EQ(attribute("004", number), text) << bodyAttribute(number);
 }
 
 TEST_F(AllPages, TheEntityOfTheBodyBeforeGivesItsChartToNoOther) {
@@ -635,13 +659,15 @@ class LeavingAllPages : public AllPages {
     store_.set("ORGPRISECHARGE", "001", attribut::ParamTriSelect, "3");
     lookUp("001");
   }
-  void expectQuestion() {
+  void expectQuestion(Caller at = Caller::here()) {
+    const auto trace = called("expectQuestion", at);
     desktop_.answer(Answer::Cancel);
     press("Cmd_Sortir");
     expectBox(kEnregistrer, Icon::Question, toolkit::Buttons::YesNoCancel);
     EXPECT_FALSE(control_->W_Sortir());
   }
-  void expectNoQuestion() {
+  void expectNoQuestion(Caller at = Caller::here()) {
+    const auto trace = called("expectNoQuestion", at);
     press("Cmd_Sortir");
     expectNoBox();
     EXPECT_TRUE(control_->W_Sortir());
@@ -649,7 +675,8 @@ class LeavingAllPages : public AllPages {
   }
   // Is asked about while the change stands, and not before and after.
   void expectAsked(std::string_view name, char32_t letter, const std::function<void()>& change,
-                   const std::function<void()>& takeBack) {
+                   const std::function<void()>& takeBack, Caller at = Caller::here()) {
+    const auto trace = called("expectAsked", at);
     SCOPED_TRACE(name);
     expectNoQuestion();
     page(letter);
@@ -660,16 +687,22 @@ class LeavingAllPages : public AllPages {
     expectNoBox();
     expectNoQuestion();
   }
-  void expectTextAsked(std::string_view name, char32_t letter, std::string_view other) {
+  void expectTextAsked(std::string_view name, char32_t letter, std::string_view other,
+                       Caller at = Caller::here()) {
+    const auto trace = called("expectTextAsked", at);
     const std::string before = box(name).text();
     expectAsked(
         name, letter, [&] { fill(name, other); }, [&] { fill(name, before); });
   }
-  void expectChoiceAsked(std::string_view name, char32_t letter, std::string_view before) {
+  void expectChoiceAsked(std::string_view name, char32_t letter, std::string_view before,
+                         Caller at = Caller::here()) {
+    const auto trace = called("expectChoiceAsked", at);
     expectAsked(
         name, letter, [&] { click(name); }, [&] { click(before); });
   }
-  void expectLineAsked(std::string_view name, char32_t letter, int other) {
+  void expectLineAsked(std::string_view name, char32_t letter, int other,
+                       Caller at = Caller::here()) {
+    const auto trace = called("expectLineAsked", at);
     const std::string before = combo(name).text();
     expectAsked(
         name, letter, [&] { choose(name, other); },
@@ -787,7 +820,7 @@ TEST_F(LeavingAllPages, WithYesChecksAndSavesAllPages) {
   desktop_.answer(Answer::Yes);
   press("Cmd_Sortir");
   const auto boxes = desktop_.takeBoxes();
-  ASSERT_EQ(boxes.size(), 2U);
+  ASSERT_PRED_FORMAT2(boxCount, boxes, 2U);
   EXPECT_EQ(boxes[1].text, "La période de facturation est obligatoire.");
   EXPECT_EQ(tabs().tab(), 1);
   expectFocus("Cbo_PeriodFactOrgChg");
@@ -883,7 +916,7 @@ TEST_F(AllPages, AreCheckedByTheHostPageByPage) {
        {&control::Ctr_OrgPriseCharge::Verif_Ong1, &control::Ctr_OrgPriseCharge::Verif_Ong2,
         &control::Ctr_OrgPriseCharge::Verif_Ong5, &control::Ctr_OrgPriseCharge::Verif_Ong6}) {
     EXPECT_FALSE((control_.get()->*check)());
-    EXPECT_EQ(desktop_.takeBoxes().size(), 1U);
+    EXPECT_PRED_FORMAT2(boxCount, desktop_.takeBoxes(), 1U);
   }
   lookUp("001");
   press("Cmd_OK");

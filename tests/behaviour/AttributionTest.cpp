@@ -22,7 +22,9 @@ class Attribution : public ControlTest {
   }
   // Body 001 as its record tells: type "P", "C" or ""; letter of its activity, "" for none; "H",
   // "M" or anything else in attribute 24.
-  void show(std::string_view type, std::string_view activity, std::string_view attribution) {
+  void show(std::string_view type, std::string_view activity, std::string_view attribution,
+            Caller at = Caller::here()) {
+    const auto trace = called("show", at);
     store_.set("ORGPRISECHARGE", "001", attribut::TypeOrgChg, type);
     store_.set("ORGPRISECHARGE", "001", attribut::CodActSelect,
                activity.empty() ? "" : "010" + std::string(activity) + "01");
@@ -39,12 +41,14 @@ class Attribution : public ControlTest {
     if (option("Opt_HeureOrgChg").value()) return "heures";
     return option("Opt_MontantOrgChg").value() ? "montant" : "";
   }
-  void expectFrames(bool open) {
+  void expectFrames(bool open, Caller at = Caller::here()) {
+    const auto trace = called("expectFrames", at);
     EXPECT_EQ(enabled("Cdr_TauxOrgChg"), open);
     EXPECT_EQ(enabled("Cdr_AbatOrgChg"), open);
     EXPECT_TRUE(enabled("Cdr_AttribOrgChg"));
   }
-  void expectEditors(bool open) {
+  void expectEditors(bool open, Caller at = Caller::here()) {
+    const auto trace = called("expectEditors", at);
     expectFrames(open);
     EXPECT_EQ(enabled("Cmd_AjoutTaux"), open);
     EXPECT_EQ(enabled("Cmd_AjoutAbat"), open);

@@ -30,14 +30,16 @@ class BadInput : public ControlTest {
   }
   DynamicArray body() { return store_.record("ORGPRISECHARGE", kBody); }
 
-  void expectShown() {
+  void expectShown(Caller at = Caller::here()) {
+    const auto trace = called("expectShown", at);
     lookUp(kBody);
     expectNoBox();
     EXPECT_EQ(code().text(), kBody);
     EXPECT_TRUE(button("Cmd_OK").usable());
     store_.forgetCalls();
   }
-  void expectLeftWithoutAQuestion() {
+  void expectLeftWithoutAQuestion(Caller at = Caller::here()) {
+    const auto trace = called("expectLeftWithoutAQuestion", at);
     press("Cmd_Sortir");
     expectNoBox();
     EXPECT_TRUE(control_->W_Sortir());
@@ -45,7 +47,8 @@ class BadInput : public ControlTest {
     expectNothingWritten();
   }
   // Saved, or refused by a message with nothing written. True when it was saved.
-  bool saves() {
+  bool saves(Caller at = Caller::here()) {
+    const auto trace = called("saves", at);
     const std::string before = body().text();
     store_.forgetCalls();
     press("Cmd_OK");
@@ -58,18 +61,19 @@ class BadInput : public ControlTest {
     EXPECT_EQ(store_.calls(CallKind::DBWrite).size(), saved ? 1U : 0U);
     if (!saved) {
       EXPECT_EQ(boxes.front().icon, Icon::Exclamation);
-      EXPECT_EQ(body().text(), before);
+      EXPECT_PRED_FORMAT2(sameBody, body().text(), before);
       press("Cmd_Annuler");
     }
     return saved;
   }
   // Shown, left, saved: the text of the record stays.
-  void expectKept() {
+  void expectKept(Caller at = Caller::here()) {
+    const auto trace = called("expectKept", at);
     const std::string before = body().text();
     expectShown();
     expectLeftWithoutAQuestion();
     EXPECT_TRUE(saves());
-    EXPECT_EQ(body().text(), before);
+    EXPECT_PRED_FORMAT2(sameBody, body().text(), before);
   }
 };
 
@@ -104,8 +108,9 @@ class OddText : public BadInput, public testing::WithParamInterface<const char*>
     }
     return text;
   }
-  void expectOddBody(int attribute) {
-    SCOPED_TRACE("attribute " + std::to_string(attribute));
+  void expectOddBody(int attribute, Caller at = Caller::here()) {
+    const auto trace = called("expectOddBody", at);
+    SCOPED_TRACE("odd attribute " + bodyAttribute(attribute));
     DynamicArray before = original_;
     before.set(attribute, odd(attribute));
     store_.put("ORGPRISECHARGE", kBody, before);
@@ -116,7 +121,7 @@ class OddText : public BadInput, public testing::WithParamInterface<const char*>
     for (int i = 1; i <= 70; ++i) {
       if (i == attribute && kNormalised.contains(i)) continue;
       if (ofTheList(attribute, i)) continue;
-      EXPECT_EQ(body().get(i), before.get(i)) << "attribute " << i;
+      EXPECT_EQ(body().get(i), before.get(i)) << bodyAttribute(i);
     }
   }
   DynamicArray original_;
@@ -194,9 +199,10 @@ TEST_F(BadTables, ACodeWithoutALabelIsNotShown) {
   table("STATORGCHG", "MU|CD", "Mutuelle");
   start();
   expectShown();
-  EXPECT_EQ(linesOf(list("Lst_PiecePossibleOrgChg")),
-            std::vector<std::string>{"Avis d'imposition"});
-  EXPECT_EQ(linesOf(list("Lst_PieceRenouOrgChg")), std::vector<std::string>{"Avis d'imposition"});
+  EXPECT_PRED_FORMAT2(same, linesOf(list("Lst_PiecePossibleOrgChg")),
+                      std::vector<std::string>{"Avis d'imposition"});
+  EXPECT_PRED_FORMAT2(same, linesOf(list("Lst_PieceRenouOrgChg")),
+                      std::vector<std::string>{"Avis d'imposition"});
   EXPECT_EQ(combo("Cbo_StatsOrgChg").text(), "");
   expectLeftWithoutAQuestion();
   EXPECT_TRUE(saves());
@@ -224,7 +230,8 @@ TEST_F(BadTables, EmptyCodesAndLabelsAreTheEndOfATable) {
   table("STATORGCHG", "||CD", "||Conseil départemental");
   start();
   expectShown();
-  EXPECT_EQ(linesOf(list("Lst_PieceRenouOrgChg")), std::vector<std::string>{"Avis d'imposition"});
+  EXPECT_PRED_FORMAT2(same, linesOf(list("Lst_PieceRenouOrgChg")),
+                      std::vector<std::string>{"Avis d'imposition"});
   EXPECT_EQ(combo("Cbo_StatsOrgChg").text(), "");
   expectLeftWithoutAQuestion();
   EXPECT_TRUE(saves());
@@ -419,9 +426,9 @@ TEST_F(BadFiles, WithoutAReadablePayPeriodAllAgreementsThatAreNotClosedCount) {
     const std::string before = body().text();
     press("Cmd_OK");
     const auto boxes = desktop_.takeBoxes();
-    ASSERT_EQ(boxes.size(), 1U);
+    ASSERT_PRED_FORMAT2(boxCount, boxes, 1U);
     EXPECT_TRUE(boxes[0].text.starts_with("La modification de la gestion du plafond"));
-    EXPECT_EQ(body().text(), before);
+    EXPECT_PRED_FORMAT2(sameBody, body().text(), before);
     press("Cmd_Annuler");
   }
 }

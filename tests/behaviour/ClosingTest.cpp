@@ -19,10 +19,11 @@ class Closing : public ControlTest {
     desktop_.takeBoxes();
     desktop_.onBox = [](const toolkit::headless::Entry&) { throw toolkit::ControlClosed(); };
   }
-  void expectClosedBy(const std::function<void()>& act) {
+  void expectClosedBy(const std::function<void()>& act, Caller at = Caller::here()) {
+    const auto trace = called("expectClosedBy", at);
     closeAtTheNextBox();
     EXPECT_THROW(act(), toolkit::ControlClosed);
-    EXPECT_EQ(desktop_.takeBoxes().size(), 1U);
+    EXPECT_PRED_FORMAT2(boxCount, desktop_.takeBoxes(), 1U);
     expectNothingWritten();
     EXPECT_EQ(desktop_.pointer(), toolkit::Pointer::Normal);
     EXPECT_TRUE(control_->surface().enabled());

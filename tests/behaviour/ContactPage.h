@@ -26,7 +26,10 @@ class MultivaluedContacts : public ContactPage {
     store_.put("ORGPRISECHARGE", "001", record_);
     lookUp("001");
   }
-  void expectStored() { EXPECT_EQ(store_.record("ORGPRISECHARGE", "001").text(), record_.text()); }
+  void expectStored(Caller at = Caller::here()) {
+    const auto trace = called("expectStored", at);
+    EXPECT_PRED_FORMAT2(sameBody, store_.record("ORGPRISECHARGE", "001").text(), record_.text());
+  }
 
   store::DynamicArray record_;
 };

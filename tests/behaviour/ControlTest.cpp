@@ -184,7 +184,7 @@ void ControlTest::expectBox(std::string_view text, Icon icon, toolkit::Buttons b
 
 void ControlTest::expectNoBox(Caller at) {
   const auto trace = called("expectNoBox", at);
-  EXPECT_PRED_FORMAT1(testing_support::noBoxes, desktop_.takeBoxes());
+  EXPECT_PRED_FORMAT1(noBoxes, desktop_.takeBoxes());
 }
 
 void ControlTest::expectNothingWritten(Caller at) {

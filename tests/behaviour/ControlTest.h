@@ -21,9 +21,13 @@ namespace behaviour {
 
 namespace attribut = store::orgprisecharge;
 
+using testing_support::bodyAttribute;
+using testing_support::boxCount;
 using testing_support::called;
 using testing_support::CallKind;
+using testing_support::noBoxes;
 using testing_support::same;
+using testing_support::sameAttributes;
 using testing_support::sameBody;
 using toolkit::Answer;
 using toolkit::CheckBox;

@@ -22,7 +22,8 @@ class CoveragePage : public Coverage {
   }
   // The body's activity works as an agency does.
   void makeAgency() { store_.set("ACTIVITES", "010P01", store::activites::TypeActivite, "M"); }
-  void expectEditors(bool open) {
+  void expectEditors(bool open, Caller at = Caller::here()) {
+    const auto trace = called("expectEditors", at);
     for (const char* name :
          {"Cdr_TauxOrgChg", "Cdr_AbatOrgChg", "Cmd_AjoutTaux", "Cmd_AjoutAbat"}) {
       EXPECT_EQ(enabled(name), open) << name;
@@ -72,7 +73,7 @@ TEST_F(CoveragePage, ShowsDeductionsOfASlipThatLeavesThemOutToo) {
   putDeductions({{"0,00", "10,00", "50,00"}});
   set(attribut::TypeBordOrgChg, "M");
   show();
-  EXPECT_EQ(deductions(), (Rows{{"0,00", "10,00", "50,00"}}));
+  EXPECT_PRED_FORMAT2(same, deductions(), (Rows{{"0,00", "10,00", "50,00"}}));
 }
 
 TEST_F(CoveragePage, ClearingEmptiesIt) {
@@ -125,14 +126,15 @@ TEST_F(CoveragePage, WritesTheAccount) {
 
 TEST_F(CoveragePage, ChangesNothingElseOfTheRecord) {
   putDeductions({{"0,00", "10,00", "50,00"}});
-  for (int free = 58; free <= 70; ++free) set(free, "libre " + std::to_string(free));
+  for (int free = attribut::CodeThesaurus; free <= attribut::Dernier + 8; ++free)
+    set(free, "libre " + std::to_string(free));
   set(attribut::ParamSelecOrgChg, "1");
   store::DynamicArray expected = store_.record("ORGPRISECHARGE", "001");
   show();
   ASSERT_TRUE(user_->click(check("Cac_AjusTarif")));
   save();
   expected.set(attribut::AjusTarif, "1");
-  EXPECT_EQ(store_.record("ORGPRISECHARGE", "001").text(), expected.text());
+  EXPECT_PRED_FORMAT2(sameBody, store_.record("ORGPRISECHARGE", "001").text(), expected.text());
 }
 
 TEST_F(CoveragePage, ASlipOfTypeMFPLeavesTheDeductionsEmpty) {
@@ -143,7 +145,7 @@ TEST_F(CoveragePage, ASlipOfTypeMFPLeavesTheDeductionsEmpty) {
   save();
   for (const int number :
        {attribut::DebAbatHOrgChg, attribut::FinAbatHOrgChg, attribut::PourcentAbatOrgChg})
-    EXPECT_EQ(attribute("001", number), "") << number;
+    EXPECT_EQ(attribute("001", number), "") << bodyAttribute(number);
   EXPECT_NE(attribute("001", attribut::DateRembOrgChg), "");
 }
 
@@ -157,7 +159,7 @@ TEST_F(CoveragePage, DeductionsThatASlipHasLeftOutStayForTheSlipThatTakesThem) {
     ASSERT_TRUE(user_->click(option("Opt_MFPBordOrgChg")));
     desktop_.answer(Answer::Cancel);
     ASSERT_TRUE(press("Cmd_Sortir"));
-    ASSERT_EQ(desktop_.takeBoxes().size(), 1U);
+    ASSERT_PRED_FORMAT2(boxCount, desktop_.takeBoxes(), 1U);
     ASSERT_TRUE(user_->click(option("Opt_IndBordOrgChg")));
     ASSERT_TRUE(user_->click(tabs(), 2));
     Rows expected = two;
@@ -178,7 +180,7 @@ TEST_F(CoveragePage, DeductionsThatASlipHasLeftOutStayForTheSlipThatTakesThem) {
     } else {
       control_->TriAbat();
     }
-    EXPECT_EQ(deductions(), expected) << deed;
+    EXPECT_PRED_FORMAT2(same, deductions(), expected) << deed;
     save();
     store::DynamicArray written;
     putRows(written, 29, 3, expected);
@@ -245,9 +247,9 @@ TEST_F(CoveragePage, SixtyRatesComeBackAsTheyWere) {
   putRates(rows);
   const std::string before = store_.record("ORGPRISECHARGE", "001").text();
   show();
-  EXPECT_EQ(rates(), rows);
+  EXPECT_PRED_FORMAT2(same, rates(), rows);
   save();
-  EXPECT_EQ(store_.record("ORGPRISECHARGE", "001").text(), before);
+  EXPECT_PRED_FORMAT2(sameBody, store_.record("ORGPRISECHARGE", "001").text(), before);
 }
 
 // Hours or amount ---------------------------------------------------------------------------------

@@ -79,7 +79,8 @@ void Coverage::putDeductions(const Rows& rows, std::string_view code) {
   store_.put("ORGPRISECHARGE", code, record);
 }
 
-void Coverage::show(std::string_view code) {
+void Coverage::show(std::string_view code, Caller at) {
+  const auto trace = called("show", at);
   control_->Vider_Donnees();
   lookUp(code);
   EXPECT_TRUE(user_->click(tabs(), 2));
@@ -97,25 +98,29 @@ Rows Coverage::deductions() {
       {&list("Lst_DebAbatHOrgChg"), &list("Lst_FinAbatHOrgChg"), &list("Lst_PourcentAbatOrgChg")});
 }
 
-void Coverage::fillRate(const Row& row) {
+void Coverage::fillRate(const Row& row, Caller at) {
+  const auto trace = called("fillRate", at);
   const std::vector<const char*> zones{"Txt_DateRembOrgChg", "Txt_TxRembOrgChg",
                                        "Txt_TxRembMajOrgChg", "Txt_PrestServOrgChg"};
   for (std::size_t i = 0; i < row.size(); ++i) user_->fill(box(zones[i]), row[i]);
 }
 
-void Coverage::fillDeduction(const Row& row) {
+void Coverage::fillDeduction(const Row& row, Caller at) {
+  const auto trace = called("fillDeduction", at);
   const std::vector<const char*> zones{"Txt_DebAbatHOrgChg", "Txt_FinAbatHOrgChg",
                                        "Txt_PourcentAbatOrgChg"};
   for (std::size_t i = 0; i < row.size(); ++i) user_->fill(box(zones[i]), row[i]);
 }
 
-void Coverage::addRate(const Row& row) {
+void Coverage::addRate(const Row& row, Caller at) {
+  const auto trace = called("addRate", at);
   ASSERT_TRUE(press("Cmd_AjoutTaux"));
   fillRate(row);
   ASSERT_TRUE(press("Cmd_OKTaux"));
 }
 
-void Coverage::addDeduction(const Row& row) {
+void Coverage::addDeduction(const Row& row, Caller at) {
+  const auto trace = called("addDeduction", at);
   ASSERT_TRUE(press("Cmd_AjoutAbat"));
   fillDeduction(row);
   ASSERT_TRUE(press("Cmd_OKAbat"));
@@ -131,7 +136,8 @@ bool Coverage::openDeduction(int row, std::string_view name) {
   return deductionOpen();
 }
 
-void Coverage::save() {
+void Coverage::save(Caller at) {
+  const auto trace = called("save", at);
   ASSERT_TRUE(press("Cmd_OK"));
   expectNoBox();
   ASSERT_EQ(store_.calls(CallKind::DBWrite).size(), 1U);
@@ -140,6 +146,7 @@ void Coverage::save() {
 // --- The desk
 
 Desk::Desk() {
+  desktop_.follow([this] { return &user_; });
   session_.pret = true;
   session_.DroitOrgChg = std::make_shared<FullRights>();
   page_.lier(screen::Handlers(session_));

@@ -45,23 +45,23 @@ class Coverage : public ControlTest {
   void putRates(const Rows& rows, std::string_view code = "001");
   void putDeductions(const Rows& rows, std::string_view code = "001");
   // Looks the body up again; what was changed is lost.
-  void show(std::string_view code = "001");
+  void show(std::string_view code = "001", Caller at = Caller::here());
 
   toolkit::ScrollBar& bar(std::string_view name) { return child<toolkit::ScrollBar>(name); }
   Rows rates();
   Rows deductions();
   // Into the zones of the open row, from the first on.
-  void fillRate(const Row& row);
-  void fillDeduction(const Row& row);
+  void fillRate(const Row& row, Caller at = Caller::here());
+  void fillDeduction(const Row& row, Caller at = Caller::here());
   // Presses the add button, fills the zones, presses OK.
-  void addRate(const Row& row);
-  void addDeduction(const Row& row);
+  void addRate(const Row& row, Caller at = Caller::here());
+  void addDeduction(const Row& row, Caller at = Caller::here());
   bool openRate(int row, std::string_view list = "Lst_DateRembOrgChg");
   bool openDeduction(int row, std::string_view list = "Lst_DebAbatHOrgChg");
   bool rateOpen() { return button("Cmd_OKTaux").usable(); }
   bool deductionOpen() { return button("Cmd_OKAbat").usable(); }
   // Saves the body with Cmd_OK, which must accept it.
-  void save();
+  void save(Caller at = Caller::here());
 };
 
 // The page, its session and its screen, without the rest of the control.

@@ -34,12 +34,15 @@ class EditMode : public Page {
     }
   }
   // Enabled is what that mode says. Cmd_Ajouter works in the empty state alone.
-  void expectLocks(bool Lock::*mode) {
+  void expectLocks(bool Lock::*mode, Caller at = Caller::here()) {
+    const auto trace = called("expectLocks", at);
     for (const Lock& lock : locks_) EXPECT_EQ(this->enabled(lock.name), lock.*mode) << lock.name;
     EXPECT_FALSE(this->enabled("Cmd_Ajouter"));
   }
   // Neither the bar, nor another page, nor these buttons.
-  void expectTheRestOutOfReach(std::initializer_list<const char*> buttons) {
+  void expectTheRestOutOfReach(std::initializer_list<const char*> buttons,
+                               Caller at = Caller::here()) {
+    const auto trace = called("expectTheRestOutOfReach", at);
     for (int page = 0; page < 6; ++page) {
       if (page == tab_) continue;
       EXPECT_FALSE(this->user_->click(this->tabs(), page)) << page;
@@ -55,7 +58,10 @@ class EditMode : public Page {
   }
   // What is enabled now has to be so again when the row is closed.
   void remember() { before_ = enabledBelow(this->control_->surface()); }
-  void expectAsRemembered() { EXPECT_EQ(enabledBelow(this->control_->surface()), before_); }
+  void expectAsRemembered(Caller at = Caller::here()) {
+    const auto trace = called("expectAsRemembered", at);
+    EXPECT_PRED_FORMAT2(same, enabledBelow(this->control_->surface()), before_);
+  }
 
  private:
   int tab_;

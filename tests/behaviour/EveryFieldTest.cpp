@@ -47,48 +47,67 @@ class FullBody : public ControlTest {
     }
     return changed;
   }
-  void save() {
+  void save(Caller at = Caller::here()) {
+    const auto trace = called("save", at);
     EXPECT_TRUE(press("Cmd_OK"));
-    for (const auto& shown : desktop_.takeBoxes()) ADD_FAILURE() << shown.text;
+    expectNoBox();
     EXPECT_EQ(store_.calls(CallKind::DBWrite).size(), 1U);
   }
 
   // A user's deeds; each must be possible.
-  void front(int tab) { EXPECT_TRUE(user_->click(tabs(), tab)); }
-  void fill(std::string_view name, std::string_view keys) {
+  void front(int tab, Caller at = Caller::here()) {
+    const auto trace = called("front", at);
+    EXPECT_TRUE(user_->click(tabs(), tab));
+  }
+  void fill(std::string_view name, std::string_view keys, Caller at = Caller::here()) {
+    const auto trace = called("fill", at);
     EXPECT_TRUE(user_->fill(*control_->surface().find(name), keys)) << name;
   }
-  void toggle(std::string_view name) { EXPECT_TRUE(user_->click(child<CheckBox>(name))) << name; }
-  void set(std::string_view name) {
+  void toggle(std::string_view name, Caller at = Caller::here()) {
+    const auto trace = called("toggle", at);
+    EXPECT_TRUE(user_->click(child<CheckBox>(name))) << name;
+  }
+  void set(std::string_view name, Caller at = Caller::here()) {
+    const auto trace = called("set", at);
     EXPECT_TRUE(user_->click(child<toolkit::OptionButton>(name))) << name;
   }
-  void choose(std::string_view name, int line) {
+  void choose(std::string_view name, int line, Caller at = Caller::here()) {
+    const auto trace = called("choose", at);
     EXPECT_TRUE(user_->choose(child<ComboBox>(name), line)) << name;
   }
-  void select(std::string_view name, int line) {
+  void select(std::string_view name, int line, Caller at = Caller::here()) {
+    const auto trace = called("select", at);
     EXPECT_TRUE(user_->click(child<ListBox>(name), line)) << name;
   }
-  void twice(std::string_view name, int line) {
+  void twice(std::string_view name, int line, Caller at = Caller::here()) {
+    const auto trace = called("twice", at);
     EXPECT_TRUE(user_->dblClick(child<ListBox>(name), line)) << name;
   }
-  void scroll(std::string_view name, int value) {
+  void scroll(std::string_view name, int value, Caller at = Caller::here()) {
+    const auto trace = called("scroll", at);
     EXPECT_TRUE(user_->scroll(child<toolkit::ScrollBar>(name), value)) << name;
   }
-  void push(std::string_view name) { EXPECT_TRUE(press(name)) << name; }
+  void push(std::string_view name, Caller at = Caller::here()) {
+    const auto trace = called("push", at);
+    EXPECT_TRUE(press(name)) << name;
+  }
   // Changes one zone of the first row of a list editor.
   void changeRow(std::string_view list, std::string_view zone, std::string_view keys,
-                 std::string_view ok) {
+                 std::string_view ok, Caller at = Caller::here()) {
+    const auto trace = called("changeRow", at);
     twice(list, 0);
     fill(zone, keys);
     push(ok);
   }
   // Saving is refused, and what it asks for is typed where it has put the focus.
-  void typeWhatSavingAsksFor(std::string_view keys) {
+  void typeWhatSavingAsksFor(std::string_view keys, Caller at = Caller::here()) {
+    const auto trace = called("typeWhatSavingAsksFor", at);
     push("Cmd_OK");
-    EXPECT_EQ(desktop_.takeBoxes().size(), 1U);
+    EXPECT_PRED_FORMAT2(boxCount, desktop_.takeBoxes(), 1U);
     EXPECT_TRUE(user_->type(keys));
   }
-  void newScale(std::string_view date) {
+  void newScale(std::string_view date, Caller at = Caller::here()) {
+    const auto trace = called("newScale", at);
     desktop_.answer(Answer::Yes);
     push("Cmd_NouveauBareme");
     desktop_.takeBoxes();
@@ -531,7 +550,7 @@ TEST_P(EveryField, ChangesItsOwnAttributeAndThoseCoupledToIt) {
   front(field.tab);
   field.deed(*this);
   save();
-  EXPECT_EQ(changedSince(before), field.changed);
+  EXPECT_PRED_FORMAT2(sameAttributes, changedSince(before), field.changed);
 }
 
 TEST_P(EveryField, IsAskedAboutOnLeaving) {
@@ -565,7 +584,7 @@ TEST_F(FullBodyTest, SavedUnchangedKeepsItsText) {
   put({});
   const std::string before = store_.record("ORGPRISECHARGE", "001").text();
   save();
-  EXPECT_EQ(store_.record("ORGPRISECHARGE", "001").text(), before);
+  EXPECT_PRED_FORMAT2(sameBody, store_.record("ORGPRISECHARGE", "001").text(), before);
 }
 
 // What is shown, but never entered in.
@@ -608,7 +627,7 @@ TEST_F(FullBodyTest, NoFieldIsLeftOutOfTheTable) {
   // Two are kept free for the address; no page shows the delay of payment.
   for (int number = 1; number <= attribut::Dernier; ++number) {
     EXPECT_EQ(attributes.contains(number), !keptFree(number) && number != attribut::DelaiPaiement)
-        << number;
+        << bodyAttribute(number);
   }
 }
 

@@ -66,7 +66,8 @@ class FixedList : public RulesPage, public testing::WithParamInterface<FixedComb
   }
   ComboBox& tested() { return combo(GetParam().name); }
   // The text is gone, and the user is back in the field.
-  void expectRefused() {
+  void expectRefused(Caller at = Caller::here()) {
+    const auto trace = called("expectRefused", at);
     expectBox(GetParam().message, Icon::Exclamation);
     EXPECT_EQ(tested().text(), "");
     EXPECT_EQ(tested().listIndex(), -1);

@@ -10,7 +10,10 @@ class Focus : public ControlTest {
     fillThreeBodies(store_);
     start();
   }
-  void expectBoxes(std::size_t count) { EXPECT_EQ(desktop_.takeBoxes().size(), count); }
+  void expectBoxes(std::size_t count, Caller at = Caller::here()) {
+    const auto trace = called("expectBoxes", at);
+    EXPECT_PRED_FORMAT2(boxCount, desktop_.takeBoxes(), count);
+  }
 };
 
 TEST_F(Focus, IsOnTheCodeAfterAnUnknownCode) {

@@ -266,8 +266,8 @@ TEST_F(Letter, LeavesTheBillingElementsUnreadWhenThereIsAHistory) {
 TEST_F(Letter, FindsTheBeneficiaryByTheFirstFiveCharactersOfTheKey) {
   store_.forgetCalls();
   print();
-  EXPECT_EQ(
-      store_.told(),
+  EXPECT_PRED_FORMAT2(
+      same, store_.told(),
       (Lines{"OpenFile NATUREVOIE", "ReadRecord NATUREVOIE IMP", "OpenFile CIVILAIDE",
              "ReadRecord CIVILAIDE 00001", "OpenFile RESPONSABLE", "ReadRecord RESPONSABLE 00001",
              "OpenFile TITRES", "ReadRecord TITRES 2", "ReadRecord NATUREVOIE ALL"}));
@@ -280,8 +280,9 @@ TEST_F(Letter, TheFilesStayOpenUntilTheRunOfLettersEnds) {
   EXPECT_TRUE(store_.calls(CallKind::OpenFile).empty());
   store_.releases().clear();
   agreements::fermerFichiersLettre(session_);
-  EXPECT_EQ(store_.releases(),
-            (Lines{"File CIVILAIDE", "File RESPONSABLE", "File TITRES", "File NATUREVOIE"}));
+  EXPECT_PRED_FORMAT2(
+      same, store_.releases(),
+      (Lines{"File CIVILAIDE", "File RESPONSABLE", "File TITRES", "File NATUREVOIE"}));
   print();
   EXPECT_EQ(store_.calls(CallKind::OpenFile).size(), 4U);
 }
@@ -298,21 +299,23 @@ TEST_F(Letter, TheSendersLinesStandWithoutHolesNineAtMost) {
       "04 65 71 75 85\xFE"
       "04 65 71 75 86\xFE"
       "contact@edv.example");
-  EXPECT_EQ(senderOf(print(), 8),
-            (Lines{"[b]ENTRAIDE", "[b]ETAGE 2", "[b]12 BIS impasse DU LAC", "[b]LE HAMEAU",
-                   "[b]74000 ANNECY", "[b]04 65 71 75 85", "[b]contact@edv.example", ""}));
+  EXPECT_PRED_FORMAT2(
+      same, senderOf(print(), 8),
+      (Lines{"[b]ENTRAIDE", "[b]ETAGE 2", "[b]12 BIS impasse DU LAC", "[b]LE HAMEAU",
+             "[b]74000 ANNECY", "[b]04 65 71 75 85", "[b]contact@edv.example", ""}));
   session_.accords.entite =
       store::DynamicArray(" ENTRAIDE \xFE\xFE \xFE\xFE\xFEPLACE\xFE\xFE\xFE ");
-  EXPECT_EQ(senderOf(print(), 3), (Lines{"[b]ENTRAIDE", "[b]PLACE", ""}));
+  EXPECT_PRED_FORMAT2(same, senderOf(print(), 3), (Lines{"[b]ENTRAIDE", "[b]PLACE", ""}));
 }
 
 TEST_F(Letter, TheAddresseesLinesStandWithoutHoles) {
   store_.put("CIVILAIDE", "00001", {"", "HERBOTIERE", "", "", "", "", "", "83000", ""});
-  EXPECT_EQ(addresseeOf(print()), (Lines{"[b]HERBOTIERE", "[b]83000", "", "", ""}));
+  EXPECT_PRED_FORMAT2(same, addresseeOf(print()), (Lines{"[b]HERBOTIERE", "[b]83000", "", "", ""}));
   store_.put("CIVILAIDE", "00001",
              {"", "HERBOTIERE", "BAT B", "", "ALL", "DU LAC", "LE HAMEAU", "", "ANNECY"});
-  EXPECT_EQ(addresseeOf(print()),
-            (Lines{"[b]HERBOTIERE", "[b]BAT B LE HAMEAU", "[b]allée DU LAC", "[b]ANNECY", ""}));
+  EXPECT_PRED_FORMAT2(
+      same, addresseeOf(print()),
+      (Lines{"[b]HERBOTIERE", "[b]BAT B LE HAMEAU", "[b]allée DU LAC", "[b]ANNECY", ""}));
 }
 
 TEST_F(Letter, AnAddressTooLongForThePaperGoesOnInItsColumn) {
@@ -320,8 +323,8 @@ TEST_F(Letter, AnAddressTooLongForThePaperGoesOnInItsColumn) {
              {"2", "DE LA ROCHEFOUCAULD-MONTMORENCY", "", "1254", "ALL",
               "DU GENERAL DE LA CROIX DE SAINT-ANDRE", "", "83000", "TOULON", "", "", "", "", "",
               "MARIE-ANTOINETTE"});
-  EXPECT_EQ(
-      addresseeOf(print()),
+  EXPECT_PRED_FORMAT2(
+      same, addresseeOf(print()),
       (Lines{"[b]Madame MARIE-ANTOINETTE DE LA", "[b]ROCHEFOUCAULD-MONTMORENCY",
              "[b]1254 allée DU GENERAL DE LA CROIX DE", "[b]SAINT-ANDRE", "[b]83000 TOULON"}));
   // Without a blank there is nowhere to break.
@@ -353,7 +356,7 @@ TEST_F(Letter, NoWordStandsBeyondTheEdgeOfThePaper) {
 TEST_F(Letter, AMissingCivilRecordLeavesTheAddresseeEmpty) {
   store_.erase("CIVILAIDE", "00001");
   const auto all = print();
-  EXPECT_EQ(addresseeOf(all), Lines(5));
+  EXPECT_PRED_FORMAT2(same, addresseeOf(all), Lines(5));
   EXPECT_EQ(lineAt(all, 10), "[u]Objet : Modification de votre participation.");
   EXPECT_EQ(lineAt(all, 12), "");
   EXPECT_EQ(lineAt(all, 19), "Nous vous prions d'agréer, l'expression de nos sentiments ");
@@ -364,8 +367,9 @@ TEST_F(Letter, AMissingTitleOrStreetKindIsLeftOut) {
   store_.erase("TITRES", "2");
   store_.erase("NATUREVOIE", "ALL");
   const auto all = print();
-  EXPECT_EQ(addresseeOf(all), (Lines{"[b]GINETTE HERBOTIERE", "[b]BATIMENT B",
-                                     "[b]60 DES LAVANDIERES", "[b]83000 TOULON", ""}));
+  EXPECT_PRED_FORMAT2(same, addresseeOf(all),
+                      (Lines{"[b]GINETTE HERBOTIERE", "[b]BATIMENT B", "[b]60 DES LAVANDIERES",
+                             "[b]83000 TOULON", ""}));
   EXPECT_EQ(lineAt(all, 12), "");
 }
 
@@ -381,7 +385,7 @@ TEST_F(Letter, AMissingCivilRecordLeavesThePersonResponsibleAsItIs) {
 TEST_F(Letter, AMissingEntityLeavesTheSenderEmpty) {
   session_.accords.entite = {};
   const auto all = print();
-  EXPECT_EQ(senderOf(all, 9), Lines(9));
+  EXPECT_PRED_FORMAT2(same, senderOf(all, 9), Lines(9));
   EXPECT_EQ(lineAt(all, 9), "le 05 janvier 2026");
   EXPECT_EQ(addresseeOf(all)[0], "[b]Madame GINETTE HERBOTIERE");
 }
@@ -398,7 +402,7 @@ TEST_F(Letter, APositionOutsideTheListLeavesTheAddresseeEmpty) {
   for (const std::int16_t position : {std::int16_t{-1}, std::int16_t{0}, std::int16_t{3}}) {
     session_.accords.indiceLettre = position;
     const auto all = print();
-    EXPECT_EQ(addresseeOf(all), Lines(5));
+    EXPECT_PRED_FORMAT2(same, addresseeOf(all), Lines(5));
     EXPECT_EQ(lineAt(all, 22), "Le Responsable");
   }
 }
@@ -431,9 +435,10 @@ TEST_F(Letter, IsPrintedWithoutAStoreThatAnswers) {
   for (const CallKind kind : {CallKind::OpenFile, CallKind::ReadRecord}) {
     store_.fail(kind);
     const auto all = print();
-    EXPECT_EQ(addresseeOf(all), Lines(5));
-    EXPECT_EQ(senderOf(all, 3), (Lines{"[b]AIDE A DOMICILE DU VAL CLAIR", "[b]83 DES TILLEULS",
-                                       "[b]01000 BOURG-EN-BRESSE"}));
+    EXPECT_PRED_FORMAT2(same, addresseeOf(all), Lines(5));
+    EXPECT_PRED_FORMAT2(same, senderOf(all, 3),
+                        (Lines{"[b]AIDE A DOMICILE DU VAL CLAIR", "[b]83 DES TILLEULS",
+                               "[b]01000 BOURG-EN-BRESSE"}));
     EXPECT_EQ(lineAt(all, 22), "Le Responsable");
     store_.stopFailing();
   }
@@ -505,17 +510,21 @@ TEST_F(Letter, FlowsAsParagraphsOnNarrowPaper) {
     for (int i = 0; i < 5; ++i) texts.push_back(lineAt(all, top, i));
     return texts;
   };
-  EXPECT_EQ(lines(13),
-            (Lines{"Un accord de prise en charge vous a été",
-                   "alloué du 19/02/2025 au 18/02/2028 par l'organisme", "CRAM.", "", ""}));
-  EXPECT_EQ(lines(15), (Lines{"Nous vous informons que, par suite de la",
-                              "modification des tarifs de remboursement de cet",
-                              "organisme, votre participation horaire est portée",
-                              "à [b]12,50 Euros, et ce à compter du [b]01/02/2026.", ""}));
-  EXPECT_EQ(lines(17), (Lines{"Soyez certain que nous mettons tout en",
-                              "oeuvre pour vous apporter entière satisfaction.", "", "", ""}));
-  EXPECT_EQ(lines(19), (Lines{"Nous vous prions d'agréer, Madame,",
-                              "l'expression de nos sentiments les plus dévoués.", "", "", ""}));
+  EXPECT_PRED_FORMAT2(
+      same, lines(13),
+      (Lines{"Un accord de prise en charge vous a été",
+             "alloué du 19/02/2025 au 18/02/2028 par l'organisme", "CRAM.", "", ""}));
+  EXPECT_PRED_FORMAT2(same, lines(15),
+                      (Lines{"Nous vous informons que, par suite de la",
+                             "modification des tarifs de remboursement de cet",
+                             "organisme, votre participation horaire est portée",
+                             "à [b]12,50 Euros, et ce à compter du [b]01/02/2026.", ""}));
+  EXPECT_PRED_FORMAT2(same, lines(17),
+                      (Lines{"Soyez certain que nous mettons tout en",
+                             "oeuvre pour vous apporter entière satisfaction.", "", "", ""}));
+  EXPECT_PRED_FORMAT2(same, lines(19),
+                      (Lines{"Nous vous prions d'agréer, Madame,",
+                             "l'expression de nos sentiments les plus dévoués.", "", "", ""}));
 }
 
 TEST_F(Letter, BreaksItsSubjectBehindItsHeading) {
@@ -533,8 +542,9 @@ TEST_F(Letter, BreaksNoWordOfTwoStyles) {
   for (int i = 0; i < 30; ++i) texts.push_back(lineAt(all, 15, i));
   const auto amount = std::find(texts.begin(), texts.end(), "[b]12,50");
   ASSERT_NE(amount, texts.end());
-  EXPECT_EQ(Lines(amount - 1, amount + 5), (Lines{"portée à", "[b]12,50", "[b]Euros, et", "ce à",
-                                                  "compter du", "[b]01/02/2026."}));
+  EXPECT_PRED_FORMAT2(
+      same, Lines(amount - 1, amount + 5),
+      (Lines{"portée à", "[b]12,50", "[b]Euros, et", "ce à", "compter du", "[b]01/02/2026."}));
 }
 
 TEST_F(Letter, FollowsAnotherOnTheNextPage) {

@@ -27,7 +27,7 @@ TEST_P(RateLocks, AControlDisabledBeforeStaysSo) {
   ASSERT_TRUE(rateOpen());
   EXPECT_FALSE(control_->surface().find(GetParam())->enabled());
   ASSERT_TRUE(press("Cmd_AnnulerTaux"));
-  EXPECT_EQ(enabledBelow(control_->surface()), before);
+  EXPECT_PRED_FORMAT2(same, enabledBelow(control_->surface()), before);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -50,7 +50,7 @@ TEST_P(DeductionLocks, AControlDisabledBeforeStaysSo) {
   ASSERT_TRUE(deductionOpen());
   EXPECT_FALSE(control_->surface().find(GetParam())->enabled());
   ASSERT_TRUE(press("Cmd_AnnulerAbat"));
-  EXPECT_EQ(enabledBelow(control_->surface()), before);
+  EXPECT_PRED_FORMAT2(same, enabledBelow(control_->surface()), before);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -69,7 +69,7 @@ TEST_P(ScaleLocks, AControlDisabledBeforeStaysSo) {
   ASSERT_TRUE(open(0, last ? "Lst_DebRevSeulOrgChg" : "Lst_BaremCoursOrgChg"));
   EXPECT_FALSE(control_->surface().find(GetParam())->enabled());
   ASSERT_TRUE(press("Cmd_AnnulerPart"));
-  EXPECT_EQ(enabledBelow(control_->surface()), before);
+  EXPECT_PRED_FORMAT2(same, enabledBelow(control_->surface()), before);
 }
 
 INSTANTIATE_TEST_SUITE_P(

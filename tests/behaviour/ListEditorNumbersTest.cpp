@@ -19,13 +19,15 @@ const std::vector<std::string> kNone{",", std::string(15, '9')};
 class DeductionNumbers : public Coverage {
  protected:
   // A body without deductions; one is being added.
-  void begin(const Row& row) {
+  void begin(const Row& row, Caller at = Caller::here()) {
+    const auto trace = called("begin", at);
     putDeductions({});
     show();
     ASSERT_TRUE(press("Cmd_AjoutAbat"));
     fillDeduction(row);
   }
-  void expectSaved(int number, const std::string& value) {
+  void expectSaved(int number, const std::string& value, Caller at = Caller::here()) {
+    const auto trace = called("expectSaved", at);
     ASSERT_TRUE(press("Cmd_OKAbat"));
     expectNoBox();
     save();

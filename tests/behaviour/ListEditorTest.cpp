@@ -118,7 +118,7 @@ class Random : public Desk {
     ASSERT_EQ(record().DCount(first), static_cast<int>(expected.size()));
   }
   void expectClosed() {
-    ASSERT_EQ(enabledBelow(surface_), closed_);
+    ASSERT_PRED_FORMAT2(same, enabledBelow(surface_), closed_);
     for (const toolkit::TextBox* zone :
          {&prise_.Txt_DateRembOrgChg, &prise_.Txt_TxRembOrgChg, &prise_.Txt_TxRembMajOrgChg,
           &prise_.Txt_PrestServOrgChg, &prise_.Txt_DebAbatHOrgChg, &prise_.Txt_FinAbatHOrgChg,
@@ -241,8 +241,9 @@ class RandomRates : public Random {
     while (true) {
       const std::string expected = refusal(rate, dated, edited);
       ASSERT_TRUE(user_.click(prise_.Cmd_OKTaux));
-      ASSERT_EQ(told(),
-                expected.empty() ? std::vector<std::string>{} : std::vector<std::string>{expected});
+      ASSERT_PRED_FORMAT2(
+          same, told(),
+          expected.empty() ? std::vector<std::string>{} : std::vector<std::string>{expected});
       ++outcomes_[expected];
       if (expected == kDateExistante) return;
       if (expected.empty()) {
@@ -302,7 +303,7 @@ class RandomRates : public Random {
       return;
     }
     if (row == last_ && gone_) {
-      ASSERT_EQ(told(), std::vector<std::string>{kSeulTaux});
+      ASSERT_PRED_FORMAT2(same, told(), std::vector<std::string>{kSeulTaux});
       return;
     }
     ASSERT_TRUE(prise_.Cmd_OKTaux.usable());
@@ -438,8 +439,9 @@ class RandomDeductions : public Random {
     for (int attempt = 0; attempt < 4; ++attempt) {
       const std::string expected = refusal(row);
       ASSERT_TRUE(user_.click(prise_.Cmd_OKAbat));
-      ASSERT_EQ(told(),
-                expected.empty() ? std::vector<std::string>{} : std::vector<std::string>{expected});
+      ASSERT_PRED_FORMAT2(
+          same, told(),
+          expected.empty() ? std::vector<std::string>{} : std::vector<std::string>{expected});
       ++outcomes_[expected];
       if (expected.empty()) {
         if (!row.start) row.start = 0;
@@ -460,8 +462,9 @@ class RandomDeductions : public Random {
   void cancel(int edited) {
     if (edited < 0) desktop_.answer(Answer::Yes);
     ASSERT_TRUE(user_.click(prise_.Cmd_AnnulerAbat));
-    ASSERT_EQ(told(),
-              edited < 0 ? std::vector<std::string>{kQuitterCreation} : std::vector<std::string>{});
+    ASSERT_PRED_FORMAT2(
+        same, told(),
+        edited < 0 ? std::vector<std::string>{kQuitterCreation} : std::vector<std::string>{});
   }
   void add() override {
     ASSERT_TRUE(user_.click(prise_.Cmd_AjoutAbat));
@@ -553,11 +556,11 @@ TEST_F(ListEditor, InsertsAndRemovesRows) {
   editor_->inserer(0, {"b", "2"});
   editor_->inserer(0, {"a", "1"});
   editor_->inserer(2, {"c", "3"});
-  EXPECT_EQ(editor_->toutes(), (Rows{{"a", "1"}, {"b", "2"}, {"c", "3"}}));
+  EXPECT_PRED_FORMAT2(same, editor_->toutes(), (Rows{{"a", "1"}, {"b", "2"}, {"c", "3"}}));
   EXPECT_THROW(editor_->inserer(4, {"d", "4"}), std::invalid_argument);
   editor_->choisir(2);
   editor_->retirer(1);
-  EXPECT_EQ(editor_->toutes(), (Rows{{"a", "1"}, {"c", "3"}}));
+  EXPECT_PRED_FORMAT2(same, editor_->toutes(), (Rows{{"a", "1"}, {"c", "3"}}));
   EXPECT_EQ(editor_->ligneChoisie(), -1);
   EXPECT_EQ(prise_.Bdv_AbatOrgChg.value(), 0);
   editor_->retirer(2);
@@ -595,7 +598,7 @@ TEST_F(ListEditor, ClosingOneThatIsNotOpenLeavesTheScreenAsItIs) {
   const auto before = enabledBelow(surface_);
   editor_->fermer();
   editor_->quitter();
-  EXPECT_EQ(enabledBelow(surface_), before);
+  EXPECT_PRED_FORMAT2(same, enabledBelow(surface_), before);
 }
 
 TEST_F(ListEditor, WhatWasDisabledBeforeStaysSo) {
@@ -608,7 +611,7 @@ TEST_F(ListEditor, WhatWasDisabledBeforeStaysSo) {
   EXPECT_TRUE(editor_->ouvrir(-1));
   EXPECT_NE(enabledBelow(surface_), before);
   editor_->quitter();
-  EXPECT_EQ(enabledBelow(surface_), before);
+  EXPECT_PRED_FORMAT2(same, enabledBelow(surface_), before);
 }
 
 TEST_F(ListEditor, TheRingOfListsIsQuietWhileARecordIsShown) {
@@ -629,7 +632,7 @@ TEST_F(ListEditor, TheRingEndsWithTheScrollBar) {
     change();
   };
   ASSERT_TRUE(user_.click(prise_.Lst_FinAbatHOrgChg, 1));
-  EXPECT_EQ(seen, (std::vector<int>{1, 1}));
+  EXPECT_PRED_FORMAT2(same, seen, (std::vector<int>{1, 1}));
   EXPECT_EQ(prise_.Bdv_AbatOrgChg.value(), 1);
 }
 

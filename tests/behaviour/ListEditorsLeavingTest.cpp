@@ -17,21 +17,24 @@ struct Zone {
 template <class Page>
 class Leaving : public Page {
  protected:
-  void expectQuestion() {
+  void expectQuestion(Caller at = Caller::here()) {
+    const auto trace = called("expectQuestion", at);
     this->desktop_.answer(Answer::Cancel);
     ASSERT_TRUE(this->press("Cmd_Sortir"));
     this->expectBox("Voulez-vous enregistrer les modifications apportées à cet article ?",
                     Icon::Question, toolkit::Buttons::YesNoCancel);
     EXPECT_FALSE(this->control_->W_Sortir());
   }
-  void expectNoQuestion() {
+  void expectNoQuestion(Caller at = Caller::here()) {
+    const auto trace = called("expectNoQuestion", at);
     ASSERT_TRUE(this->press("Cmd_Sortir"));
     this->expectNoBox();
     EXPECT_TRUE(this->control_->W_Sortir());
     this->control_->setW_Sortir(false);
   }
   void expectAsked(const char* what, const std::function<void()>& deed,
-                   const std::function<void()>& undo) {
+                   const std::function<void()>& undo, Caller at = Caller::here()) {
+    const auto trace = called("expectAsked", at);
     SCOPED_TRACE(what);
     expectNoQuestion();
     deed();
@@ -39,22 +42,29 @@ class Leaving : public Page {
     undo();
     expectNoQuestion();
   }
-  void fill(std::string_view name, std::string_view keys) {
+  void fill(std::string_view name, std::string_view keys, Caller at = Caller::here()) {
+    const auto trace = called("fill", at);
     EXPECT_TRUE(this->user_->fill(this->box(name), keys)) << name;
   }
-  void push(std::string_view name) { EXPECT_TRUE(this->press(name)) << name; }
-  void toggle(std::string_view name) {
+  void push(std::string_view name, Caller at = Caller::here()) {
+    const auto trace = called("push", at);
+    EXPECT_TRUE(this->press(name)) << name;
+  }
+  void toggle(std::string_view name, Caller at = Caller::here()) {
+    const auto trace = called("toggle", at);
     EXPECT_TRUE(this->user_->click(this->template child<CheckBox>(name))) << name;
   }
-  void choose(std::string_view name) {
+  void choose(std::string_view name, Caller at = Caller::here()) {
+    const auto trace = called("choose", at);
     EXPECT_TRUE(this->user_->click(this->option(name))) << name;
     this->desktop_.takeBoxes();
   }
   // Presses a button whose question is answered.
-  void answered(std::string_view name, Answer answer) {
+  void answered(std::string_view name, Answer answer, Caller at = Caller::here()) {
+    const auto trace = called("answered", at);
     this->desktop_.answer(answer);
     push(name);
-    EXPECT_EQ(this->desktop_.takeBoxes().size(), 1U);
+    EXPECT_PRED_FORMAT2(boxCount, this->desktop_.takeBoxes(), 1U);
   }
 };
 
@@ -64,13 +74,15 @@ class LeavingCoverage : public Leaving<Coverage> {
     putDeductions({{"0,00", "10,00", "50,00"}, {"10,00", "20,00", "25,50"}});
     show();
   }
-  void changeRate(const char* zone, const char* keys) {
+  void changeRate(const char* zone, const char* keys, Caller at = Caller::here()) {
+    const auto trace = called("changeRate", at);
     EXPECT_TRUE(openRate(0));
     fill(zone, keys);
     push("Cmd_OKTaux");
     expectNoBox();
   }
-  void changeDeduction(const char* zone, const char* keys) {
+  void changeDeduction(const char* zone, const char* keys, Caller at = Caller::here()) {
+    const auto trace = called("changeDeduction", at);
     EXPECT_TRUE(openDeduction(0));
     fill(zone, keys);
     push("Cmd_OKAbat");
@@ -173,7 +185,8 @@ TEST_F(LeavingCoverage, AsksAboutTheInvoiceOptions) {
 
 class LeavingScale : public Leaving<Scale> {
  protected:
-  void change(const char* zone, const char* keys) {
+  void change(const char* zone, const char* keys, Caller at = Caller::here()) {
+    const auto trace = called("change", at);
     EXPECT_TRUE(open(0));
     fill(zone, keys);
     push("Cmd_OKPart");

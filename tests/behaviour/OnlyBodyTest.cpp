@@ -180,7 +180,7 @@ TEST_F(OnlyBody, TheFirstOneCreatedIsLoaded) {
   control_->Init();
   beginCreation();
   press("Cmd_OK");
-  EXPECT_EQ(fresh.ids("ORGPRISECHARGE"), std::vector<std::string>{"001"});
+  EXPECT_PRED_FORMAT2(same, fresh.ids("ORGPRISECHARGE"), std::vector<std::string>{"001"});
   EXPECT_EQ(code().text(), "001");
   EXPECT_EQ(sigles().text(), "NEUF");
   EXPECT_EQ(state(), kExisting);

@@ -13,11 +13,13 @@
 
 #include "agreements/AgreementContext.h"
 #include "tests/support/MemoryStore.h"
+#include "tests/support/Same.h"
 #include "tests/support/TestDesktop.h"
 
 namespace behaviour {
 
 using testing_support::CallKind;
+using testing_support::same;
 
 // Passes everything on to a page, but refuses one call, or all from there on.
 class FailingPrinter : public toolkit::Printer {

@@ -9,6 +9,7 @@
 
 #include "forms/Frm_ImpressionA4.h"
 #include "forms/PrinterChoice.h"
+#include "tests/support/Same.h"
 #include "toolkit/ControlClosed.h"
 #include "toolkit/headless/HeadlessDesktop.h"
 #include "toolkit/headless/User.h"
@@ -17,6 +18,7 @@ namespace behaviour {
 namespace {
 
 using forms::choisirImprimanteA4;
+using testing_support::same;
 using toolkit::ComboBox;
 using toolkit::CommandButton;
 using toolkit::Control;
@@ -234,7 +236,7 @@ TEST_F(PrinterChoice, AnswersTheSystemsPositionAndSelectsThePrinter) {
             }),
             "2");
   EXPECT_EQ(desktop.currentPrinter(), 2);
-  EXPECT_EQ(desktop.selected, (std::vector<int>{0, 2}));
+  EXPECT_PRED_FORMAT2(same, desktop.selected, (std::vector<int>{0, 2}));
 }
 
 TEST_F(PrinterChoice, EnterAcceptsWhatIsChosen) {
@@ -290,7 +292,8 @@ TEST_F(PrinterChoice, TabWalksThroughTheListAndTheButtons) {
 TEST_F(PrinterChoice, HasAMnemonicForTheListAndForEachButton) {
   haveThree();
   choose([](OpenForm& form) {
-    EXPECT_EQ(form.window.surface().mnemonics(), (std::vector<char32_t>{U'N', U'O', U'A'}));
+    EXPECT_PRED_FORMAT2(same, form.window.surface().mnemonics(),
+                        (std::vector<char32_t>{U'N', U'O', U'A'}));
     form.cancel().setFocus();
     form.user.alt(U'n');
     EXPECT_TRUE(form.names().hasFocus());

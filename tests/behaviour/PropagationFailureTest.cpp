@@ -33,7 +33,8 @@ class World : public Propagation {
   using Propagation::restartOn;
 
   // Yes to everything, letters and listing.
-  void save() {
+  void save(Caller at = Caller::here()) {
+    const auto trace = called("save", at);
     for (int i = 0; i < 3; ++i) desktop_.answer(Answer::Yes);
     EXPECT_NO_THROW(EXPECT_TRUE(press("Cmd_OK")));
   }
@@ -41,7 +42,8 @@ class World : public Propagation {
     const auto writes = store_.calls(CallKind::DBWrite);
     return !writes.empty() && newScalesDay() == stored("01/02/2026");
   }
-  void expectWindowsClosed() {
+  void expectWindowsClosed(Caller at = Caller::here()) {
+    const auto trace = called("expectWindowsClosed", at);
     const std::vector<std::string> words = journal();
     for (const char* form : {"Frm_Anim", "Frm_ImpressionA4"}) {
       EXPECT_EQ(std::count(words.begin(), words.end(), "shown " + std::string(form)),
@@ -54,7 +56,8 @@ class World : public Propagation {
     return count;
   }
   // The agreements have been updated once, the lists are gone and the save is done.
-  void expectDone() {
+  void expectDone(Caller at = Caller::here()) {
+    const auto trace = called("expectDone", at);
     EXPECT_EQ(commands(), 1);
     EXPECT_TRUE(written());
     expectListsDeleted();
@@ -75,7 +78,8 @@ class World : public Propagation {
     }
     return texts;
   }
-  void expectSaved() {
+  void expectSaved(Caller at = Caller::here()) {
+    const auto trace = called("expectSaved", at);
     EXPECT_EQ(state(), kEmpty);
     EXPECT_EQ(code().text(), "");
     EXPECT_TRUE(code().hasFocus());
@@ -109,7 +113,7 @@ TEST(PropagationFailure, OfEachStoreCallIsPassedOver) {
     world.expectWindowsClosed();
     if (!world.written()) {
       EXPECT_EQ(world.state(), kExisting);
-      EXPECT_TRUE(world.desktop_.boxes().empty());
+      EXPECT_PRED_FORMAT1(noBoxes, world.desktop_.boxes());
       continue;
     }
     world.expectSaved();
@@ -160,7 +164,8 @@ class FailingDesktop : public World {
   }
 
  private:
-  void prepare() {
+  void prepare(Caller at = Caller::here()) {
+    const auto trace = called("prepare", at);
     restartOn(faulty_);
     enterScale();
     faulty_.failAt(0);
@@ -224,7 +229,8 @@ bool holdsAllButOne(const Texts& texts, const Texts& part) {
 
 // What is on paper when this call, by its name, has failed.
 void expectTheRest(const Texts& texts, std::string_view name, bool beforeTheLetters,
-                   Unfailing& whole) {
+                   Unfailing& whole, Caller at = Caller::here()) {
+  const auto trace = called("expectTheRest", at);
   const Texts all = whole.everything();
   if (choosesAPrinter(name)) {
     EXPECT_EQ(texts, beforeTheLetters ? whole.listing() : whole.letters());
@@ -248,7 +254,7 @@ TEST(PropagationFailure, OfEachCallOfPrintersAndFormsIsPassedOverAndTheRestIsPri
     FailingDesktop world(static_cast<int>(i) + 1);
     world.expectDone();
     world.expectWindowsClosed();
-    EXPECT_EQ(world.desktop_.boxes().size(), 3U);
+    EXPECT_PRED_FORMAT2(boxCount, world.desktop_.boxes(), 3U);
     expectTheRest(world.everything(), whole.calls()[i], whole.beforeTheLetters(i), whole);
   }
 }
@@ -308,7 +314,7 @@ TEST(PropagationFailure, OfTheCountBoxPrintsNoListing) {
   EXPECT_EQ(world.faulty_.calls(DesktopCall::MessageBox), 3);
   world.expectDone();
   world.expectWindowsClosed();
-  EXPECT_EQ(world.desktop_.boxes().size(), 2U);
+  EXPECT_PRED_FORMAT2(boxCount, world.desktop_.boxes(), 2U);
   EXPECT_EQ(world.everything(), whole.letters());
   EXPECT_EQ(world.pages().jobs().size(), 1U);
 }

@@ -11,7 +11,8 @@ using toolkit::Buttons;
 class PropagationQuestions : public Propagation {
  protected:
   // The user saves; no question comes, the body is written and the screen cleared.
-  void expectSavedUnasked() {
+  void expectSavedUnasked(Caller at = Caller::here()) {
+    const auto trace = called("expectSavedUnasked", at);
     store_.forgetCalls();
     desktop_.takeBoxes();
     EXPECT_TRUE(press("Cmd_OK"));
@@ -23,7 +24,8 @@ class PropagationQuestions : public Propagation {
   void withoutAgreements() {
     for (const std::string& key : store_.ids("ACCORD")) store_.erase("ACCORD", key);
   }
-  void expectSaved() {
+  void expectSaved(Caller at = Caller::here()) {
+    const auto trace = called("expectSaved", at);
     EXPECT_EQ(store_.calls(CallKind::DBWrite).size(), 1U);
     EXPECT_EQ(state(), kEmpty);
     EXPECT_EQ(code().text(), "");
@@ -37,7 +39,8 @@ class PropagationQuestions : public Propagation {
     return count;
   }
   // The host closes at that box: the body is written, and nothing follows.
-  void expectClosedAt(int closed) {
+  void expectClosedAt(int closed, Caller at = Caller::here()) {
+    const auto trace = called("expectClosedAt", at);
     enterScale();
     int boxes = 0;
     desktop_.onBox = [&boxes, closed](const Entry&) {
@@ -51,7 +54,9 @@ class PropagationQuestions : public Propagation {
     EXPECT_EQ(attribute("001", attribut::DatBaremCours), stored("01/02/2026"));
     expectUsable();
   }
-  void expectQuestions(std::string_view date, bool both, int beepsBefore = 0) {
+  void expectQuestions(std::string_view date, bool both, int beepsBefore = 0,
+                       Caller at = Caller::here()) {
+    const auto trace = called("expectQuestions", at);
     const auto boxes = desktop_.takeBoxes();
     ASSERT_EQ(boxes.size(), both ? 2U : 1U);
     EXPECT_EQ(boxes[0].text, questionBareme(date));
@@ -224,7 +229,7 @@ TEST_F(PropagationQuestions, OfACreationAreAboutTheNewCode) {
   desktop_.onBox = [this](const Entry&) { EXPECT_EQ(code().text(), "004"); };
   saveAnswering({Answer::Yes, Answer::Yes, Answer::No});
   const auto boxes = desktop_.takeBoxes();
-  ASSERT_EQ(boxes.size(), 3U);
+  ASSERT_PRED_FORMAT2(boxCount, boxes, 3U);
   EXPECT_EQ(boxes[0].text, questionBareme("01/02/2026"));
   const std::vector<std::string> run = callsOfRun();
   ASSERT_GT(run.size(), 2U);
@@ -241,7 +246,7 @@ TEST_F(PropagationQuestions, ComeWhenTheUserSavesOnLeaving) {
   for (const Answer answer : {Answer::Yes, Answer::Yes, Answer::No}) desktop_.answer(answer);
   ASSERT_TRUE(press("Cmd_Sortir"));
   const auto boxes = desktop_.takeBoxes();
-  ASSERT_EQ(boxes.size(), 3U);
+  ASSERT_PRED_FORMAT2(boxCount, boxes, 3U);
   EXPECT_EQ(boxes[1].text, questionBareme("01/02/2026"));
   EXPECT_EQ(boxes[2].text, kInformer);
   EXPECT_EQ(commands(), 1);
@@ -254,7 +259,7 @@ TEST_F(PropagationQuestions, DoNotComeWhenTheUserLeavesWithoutSaving) {
   enterScale();
   desktop_.answer(Answer::No);
   ASSERT_TRUE(press("Cmd_Sortir"));
-  EXPECT_EQ(desktop_.takeBoxes().size(), 1U);
+  EXPECT_PRED_FORMAT2(boxCount, desktop_.takeBoxes(), 1U);
   EXPECT_TRUE(control_->W_Sortir());
   expectNothingWritten();
 }

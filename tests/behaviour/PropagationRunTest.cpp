@@ -40,7 +40,9 @@ std::vector<std::string> joined(std::initializer_list<std::vector<std::string>> 
 class PropagationRun : public Propagation {
  protected:
   // Enters a scale, unless one has been, and saves it.
-  void run(Keys modified, Keys limit, const std::vector<Answer>& answers) {
+  void run(Keys modified, Keys limit, const std::vector<Answer>& answers,
+           Caller at = Caller::here()) {
+    const auto trace = called("run", at);
     serverAnswers(std::move(modified), std::move(limit));
     if (!control_->surface().find("Txt_DatBaremCours")->enabled()) enterScale();
     saveAnswering(answers);
@@ -52,7 +54,8 @@ class PropagationRun : public Propagation {
     }
     return last;
   }
-  void expectDone() {
+  void expectDone(Caller at = Caller::here()) {
+    const auto trace = called("expectDone", at);
     expectUsable();
     expectListsDeleted();
     EXPECT_EQ(state(), kEmpty);
@@ -78,15 +81,16 @@ class PropagationRun : public Propagation {
     });
   }
   // Letters are wanted where there is no printer: the run asks for none.
-  void expectNoPrinterAsked(int notUpdated) {
+  void expectNoPrinterAsked(int notUpdated, Caller at = Caller::here()) {
+    const auto trace = called("expectNoPrinterAsked", at);
     desktop_.setPrinters({}, -1);
     desktop_.onModal = nullptr;
     restartOn(faulty_);
     enterScale();
     faulty_.failAt(0);
     saveAnswering({Answer::Yes, Answer::Yes, Answer::No});
-    EXPECT_EQ(faulty_.told(), std::vector<std::string>{"show Frm_Anim"});
-    EXPECT_EQ(desktop_.boxes().size(), 3U);
+    EXPECT_PRED_FORMAT2(same, faulty_.told(), std::vector<std::string>{"show Frm_Anim"});
+    EXPECT_PRED_FORMAT2(boxCount, desktop_.boxes(), 3U);
     EXPECT_EQ(shown(questionListe(notUpdated)), 1);
     expectDone();
   }
@@ -99,22 +103,22 @@ class PropagationRun : public Propagation {
 
 TEST_F(PropagationRun, WithoutLettersCallsTheStoreInItsOrder) {
   run({"00001001", "00002001"}, {"00003001"}, {Answer::Yes, Answer::No, Answer::No});
-  EXPECT_EQ(callsOfRun(),
-            joined({opening(),
-                    {"ReadRecord TEMPO ACCORDSLIMITE001", "ReadRecord ACCORD 00003001"},
-                    ending()}));
+  EXPECT_PRED_FORMAT2(same, callsOfRun(),
+                      joined({opening(),
+                              {"ReadRecord TEMPO ACCORDSLIMITE001", "ReadRecord ACCORD 00003001"},
+                              ending()}));
   EXPECT_TRUE(pages().jobs().empty());
   expectDone();
 }
 
 TEST_F(PropagationRun, WithLettersCallsTheStoreInItsOrder) {
   run({"00001001", "00002001"}, {"00003001"}, {Answer::Yes, Answer::Yes, Answer::No});
-  EXPECT_EQ(callsOfRun(),
-            joined({opening(),
-                    {"ReadRecord TEMPO ACCORDSMODIFIES001", "ReadRecord TEMPO ACCORDSLIMITE001",
-                     "ReadRecord ACCORD 00001001", "ReadRecord ACCORD 00003001",
-                     "ReadRecord ACCORD 00002001"},
-                    ending()}));
+  EXPECT_PRED_FORMAT2(same, callsOfRun(),
+                      joined({opening(),
+                              {"ReadRecord TEMPO ACCORDSMODIFIES001",
+                               "ReadRecord TEMPO ACCORDSLIMITE001", "ReadRecord ACCORD 00001001",
+                               "ReadRecord ACCORD 00003001", "ReadRecord ACCORD 00002001"},
+                              ending()}));
   expectDone();
 }
 
@@ -150,27 +154,28 @@ TEST_F(PropagationRun, ReadsTheEntityThatIsChosen) {
 
 TEST_F(PropagationRun, IsBusyUntilTheUserIsAskedAndAfterwards) {
   run({"00001001"}, {"00003001"}, {Answer::Yes, Answer::Yes, Answer::Yes});
-  EXPECT_EQ(journal(), (std::vector<std::string>{"hourglass",
-                                                 "box",
-                                                 "box",  // of the save
-                                                 "hourglass",
-                                                 "normal",
-                                                 "shown Frm_ImpressionA4",
-                                                 "closed Frm_ImpressionA4",
-                                                 "hourglass",
-                                                 "shown Frm_Anim",
-                                                 "events",  // at work
-                                                 "normal",
-                                                 "box",
-                                                 "hourglass",
-                                                 "shown Frm_ImpressionA4",  // the listing
-                                                 "closed Frm_ImpressionA4",
-                                                 "normal",
-                                                 "closed Frm_Anim",  // the end
-                                                 "hourglass",
-                                                 "hourglass",
-                                                 "events",
-                                                 "normal"}));
+  EXPECT_PRED_FORMAT2(same, journal(),
+                      (std::vector<std::string>{"hourglass",
+                                                "box",
+                                                "box",  // of the save
+                                                "hourglass",
+                                                "normal",
+                                                "shown Frm_ImpressionA4",
+                                                "closed Frm_ImpressionA4",
+                                                "hourglass",
+                                                "shown Frm_Anim",
+                                                "events",  // at work
+                                                "normal",
+                                                "box",
+                                                "hourglass",
+                                                "shown Frm_ImpressionA4",  // the listing
+                                                "closed Frm_ImpressionA4",
+                                                "normal",
+                                                "closed Frm_Anim",  // the end
+                                                "hourglass",
+                                                "hourglass",
+                                                "events",
+                                                "normal"}));
   expectDone();
 }
 
@@ -187,7 +192,7 @@ TEST_F(PropagationRun, LetsTheUserReachNothingButTheBoxes) {
   desktop_.onEvents = [&] { EXPECT_FALSE(press("Cmd_Annuler")); };
   run({"00001001"}, {"00003001"}, {Answer::Yes, Answer::Yes, Answer::Yes});
   // Two questions, the printer of the letters, the count, the printer of the listing.
-  EXPECT_EQ(enabled, (std::vector<bool>{false, false, true, true, false}));
+  EXPECT_PRED_FORMAT2(same, enabled, (std::vector<bool>{false, false, true, true, false}));
   expectDone();
 }
 
@@ -214,15 +219,16 @@ TEST_F(PropagationRun, ShowsTheWaitingWindowBeforeTheFirstLetterUntilTheEnd) {
 
 TEST_F(PropagationRun, WithBothListsEmptyPrintsAndAsksNothing) {
   run({}, {}, {Answer::Yes, Answer::Yes});
-  EXPECT_EQ(callsOfRun(),
-            joined({opening(),
-                    {"ReadRecord TEMPO ACCORDSMODIFIES001", "ReadRecord TEMPO ACCORDSLIMITE001"},
-                    ending()}));
+  EXPECT_PRED_FORMAT2(
+      same, callsOfRun(),
+      joined({opening(),
+              {"ReadRecord TEMPO ACCORDSMODIFIES001", "ReadRecord TEMPO ACCORDSLIMITE001"},
+              ending()}));
   const std::vector<std::string> words = journal();
   EXPECT_EQ(std::count(words.begin(), words.end(), "shown Frm_ImpressionA4"), 0);
   EXPECT_EQ(std::count(words.begin(), words.end(), "shown Frm_Anim"), 1);
   EXPECT_EQ(std::count(words.begin(), words.end(), "closed Frm_Anim"), 1);
-  EXPECT_EQ(desktop_.boxes().size(), 2U);
+  EXPECT_PRED_FORMAT2(boxCount, desktop_.boxes(), 2U);
   EXPECT_TRUE(pages().jobs().empty());
   expectDone();
 }
@@ -273,11 +279,11 @@ TEST_F(PropagationRun, WithAListOfLettersThatCannotBeReadPrintsNoneAndOffersTheL
       store_.failAt(call, code);
     });
     saveAnswering({Answer::Yes, Answer::Yes, Answer::No});
-    EXPECT_EQ(callsOfRun(),
-              joined({opening(date),
-                      {"ReadRecord TEMPO ACCORDSMODIFIES001", "ReadRecord TEMPO ACCORDSLIMITE001",
-                       "ReadRecord ACCORD 00003001"},
-                      ending()}));
+    EXPECT_PRED_FORMAT2(same, callsOfRun(),
+                        joined({opening(date),
+                                {"ReadRecord TEMPO ACCORDSMODIFIES001",
+                                 "ReadRecord TEMPO ACCORDSLIMITE001", "ReadRecord ACCORD 00003001"},
+                                ending()}));
     const std::vector<std::string> words = journal();
     EXPECT_EQ(std::count(words.begin(), words.end(), "shown Frm_ImpressionA4"), 0);
     EXPECT_EQ(shown(questionListe(1)), 1);
@@ -295,11 +301,12 @@ TEST_F(PropagationRun, DeletesAnotherRunsListsAfterACommandThatFailsAndAsksNothi
     throw store::StoreError(store::kBadSentence, "the command is not known");
   });
   saveAnswering({Answer::Yes, Answer::Yes});
-  EXPECT_EQ(callsOfRun(),
-            joined({opening(),
-                    {"DeleteRecord TEMPO ACCORDSLIMITE001", "DeleteRecord TEMPO ACCORDSMODIFIES001",
-                     "ReadRecord TEMPO ACCORDSMODIFIES001", "ReadRecord TEMPO ACCORDSLIMITE001"},
-                    ending()}));
+  EXPECT_PRED_FORMAT2(
+      same, callsOfRun(),
+      joined({opening(),
+              {"DeleteRecord TEMPO ACCORDSLIMITE001", "DeleteRecord TEMPO ACCORDSMODIFIES001",
+               "ReadRecord TEMPO ACCORDSMODIFIES001", "ReadRecord TEMPO ACCORDSLIMITE001"},
+              ending()}));
   EXPECT_TRUE(pages().jobs().empty());
   expectDone();
 }
@@ -315,7 +322,7 @@ TEST_F(PropagationRun, ReadsNoListOfAnotherRunThatCannotBeDeleted) {
   saveAnswering({Answer::Yes, Answer::Yes});
   EXPECT_EQ(lastReadOfTempo(), "");
   EXPECT_TRUE(pages().jobs().empty());
-  EXPECT_EQ(desktop_.boxes().size(), 2U);
+  EXPECT_PRED_FORMAT2(boxCount, desktop_.boxes(), 2U);
   expectUsable();
   EXPECT_EQ(state(), kEmpty);
 }
@@ -324,7 +331,7 @@ TEST_F(PropagationRun, PrintsOneLetterAPageInOneJob) {
   run({"00001001", "00002001", "00003001"}, {}, {Answer::Yes, Answer::Yes});
   ASSERT_EQ(pages().jobs().size(), 1U);
   EXPECT_EQ(pages().jobs()[0].pages, 3);
-  EXPECT_EQ(lettersOnPages(), (std::vector<int>{1, 2, 3}));
+  EXPECT_PRED_FORMAT2(same, lettersOnPages(), (std::vector<int>{1, 2, 3}));
   for (int i = 1; i <= 3; ++i) {
     EXPECT_TRUE(wasPrinted("NOM" + std::to_string(i)));
     EXPECT_TRUE(wasPrinted(std::to_string(i) + ",11"));
@@ -345,7 +352,7 @@ TEST_F(PropagationRun, PrintsInCourierNewOfTwelvePoints) {
 
 TEST_F(PropagationRun, KeepsPositionsWhenMoreAreModified) {
   run({"00001001", "00002001", "00003001"}, {"00004001"}, {Answer::Yes, Answer::Yes, Answer::No});
-  EXPECT_EQ(lettersOnPages(), (std::vector<int>{1, 2, 3}));
+  EXPECT_PRED_FORMAT2(same, lettersOnPages(), (std::vector<int>{1, 2, 3}));
   EXPECT_EQ(pages().jobs().size(), 1U);
   EXPECT_EQ(shown(questionListe(1)), 1);
   for (const char* amount : {"1,11", "2,11", "3,11"}) EXPECT_TRUE(wasPrinted(amount));
@@ -354,7 +361,7 @@ TEST_F(PropagationRun, KeepsPositionsWhenMoreAreModified) {
 
 TEST_F(PropagationRun, KeepsPositionsWhenMoreAreLimited) {
   run({"00001001"}, {"00004001", "00005001", "00006001"}, {Answer::Yes, Answer::Yes, Answer::Yes});
-  EXPECT_EQ(lettersOnPages(), (std::vector<int>{1}));
+  EXPECT_PRED_FORMAT2(same, lettersOnPages(), (std::vector<int>{1}));
   EXPECT_TRUE(wasPrinted("1,11"));
   EXPECT_EQ(shown(questionListe(3)), 1);
   // The letter and the listing; the jobs ended in between hold nothing.
@@ -467,7 +474,7 @@ TEST_F(PropagationRun, StoppedAtTheDialogEndsThere) {
   EXPECT_EQ(lastReadOfTempo(), "ReadRecord TEMPO ACCORDSMODIFIES001");
   expectListsDeleted();
   EXPECT_TRUE(pages().jobs().empty());
-  EXPECT_EQ(desktop_.boxes().size(), 2U);
+  EXPECT_PRED_FORMAT2(boxCount, desktop_.boxes(), 2U);
   expectUsable();
 }
 
@@ -556,7 +563,7 @@ TEST_F(PropagationRun, OfTheHostWorksOnTheBodyInHand) {
   user_->fill(code(), "0");
   control_->Recup_Accord();
   EXPECT_EQ(store_.calls().front().told(), commandes("01/02/2026", "001"));
-  EXPECT_TRUE(desktop_.boxes().empty());
+  EXPECT_PRED_FORMAT1(noBoxes, desktop_.boxes());
   EXPECT_TRUE(pages().jobs().empty());
   expectListsDeleted();
   expectUsable();
@@ -599,7 +606,7 @@ TEST_F(PropagationRun, TheHostPrintsTheLastLetterAgain) {
   control_->Impression_ModifAccord();
   ASSERT_EQ(pages().jobs().size(), 2U);
   EXPECT_EQ(pages().jobs()[1].pages, 1);
-  EXPECT_EQ(lettersOnPages(), (std::vector<int>{1, 2, 1}));
+  EXPECT_PRED_FORMAT2(same, lettersOnPages(), (std::vector<int>{1, 2, 1}));
   // Another body, and none.
   lookUp("002");
   EXPECT_THROW(control_->Impression_ModifAccord(), control::NotReady);
@@ -676,7 +683,7 @@ TEST_F(PropagationDesk, ForgetsWhatTheRunBeforeHasRead) {
   serverAnswers({}, {});
   agreements::Recup_Accord(context_);
   EXPECT_TRUE(session_.accords.accordsNonModifies.empty());
-  EXPECT_EQ(desktop_.boxes().size(), 1U);
+  EXPECT_PRED_FORMAT2(boxCount, desktop_.boxes(), 1U);
 }
 
 TEST_F(PropagationDesk, NeverPrintsTheAgreementBeforeInPlaceOfOneThatCannotBeRead) {

@@ -94,19 +94,22 @@ void Propagation::agreement(std::string_view key, const Rows& history) {
   store_.put("ACCORD", key, record);
 }
 
-void Propagation::enterScale(std::string_view date) {
+void Propagation::enterScale(std::string_view date, Caller at) {
+  const auto trace = called("enterScale", at);
   beginScale(date);
   desktop_.clearJournal();
   store_.forgetCalls();
 }
 
-void Propagation::saveAnswering(const std::vector<Answer>& answers) {
+void Propagation::saveAnswering(const std::vector<Answer>& answers, Caller at) {
+  const auto trace = called("saveAnswering", at);
   for (const Answer answer : answers) desktop_.answer(answer);
   ASSERT_TRUE(press("Cmd_OK"));
   EXPECT_FALSE(desktop_.answersLeft());
 }
 
-void Propagation::printerWindow(bool confirms) {
+void Propagation::printerWindow(bool confirms, Caller at) {
+  const auto trace = called("printerWindow", at);
   desktop_.onModal = [confirms](toolkit::Window& window) {
     toolkit::headless::User user(window.surface());
     EXPECT_EQ(window.surface().name(), "Frm_ImpressionA4");
@@ -144,14 +147,19 @@ std::vector<std::string> Propagation::journal() {
   return words;
 }
 
-void Propagation::expectUsable() {
+void Propagation::expectUsable(Caller at) {
+  const auto trace = called("expectUsable", at);
   EXPECT_EQ(desktop_.pointer(), toolkit::Pointer::Normal);
   EXPECT_TRUE(control_->surface().enabled());
 }
 
-void Propagation::expectListsDeleted() { EXPECT_TRUE(store_.ids("TEMPO").empty()); }
+void Propagation::expectListsDeleted(Caller at) {
+  const auto trace = called("expectListsDeleted", at);
+  EXPECT_TRUE(store_.ids("TEMPO").empty());
+}
 
-void Propagation::restartOn(toolkit::Desktop& desktop) {
+void Propagation::restartOn(toolkit::Desktop& desktop, Caller at) {
+  const auto trace = called("restartOn", at);
   user_.reset();
   control_ = std::make_unique<control::Ctr_OrgPriseCharge>(desktop);
   user_ = std::make_unique<toolkit::headless::User>(control_->surface());

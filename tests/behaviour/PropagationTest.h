@@ -31,11 +31,11 @@ class Propagation : public Scale {
   // The agreement's history is given as texts, the dates as shown.
   void agreement(std::string_view key, const Rows& history);
   // The user enters a scale of that day.
-  void enterScale(std::string_view date = "01022026");
+  void enterScale(std::string_view date = "01022026", Caller at = Caller::here());
   // The user presses OK and answers the questions that come: the update, the letters, the listing.
-  void saveAnswering(const std::vector<Answer>& answers);
+  void saveAnswering(const std::vector<Answer>& answers, Caller at = Caller::here());
   // The user at the printers' window: OK or Escape.
-  void printerWindow(bool confirms);
+  void printerWindow(bool confirms, Caller at = Caller::here());
 
   toolkit::headless::HeadlessPrinter& pages() { return desktop_.page(0); }
   // Of all jobs of the page printer: how many pages hold a letter, and whose amounts stand there.
@@ -45,10 +45,10 @@ class Propagation : public Scale {
   std::vector<std::string> callsOfRun();
   // Forms shown and closed, boxes, pointers and pending events, each in a word.
   std::vector<std::string> journal();
-  void expectUsable();
-  void expectListsDeleted();
+  void expectUsable(Caller at = Caller::here());
+  void expectListsDeleted(Caller at = Caller::here());
   // The control works on this desktop from now on, which hands on to desktop_.
-  void restartOn(toolkit::Desktop& desktop);
+  void restartOn(toolkit::Desktop& desktop, Caller at = Caller::here());
 
   testing_support::FaultyDesktop faulty_{desktop_};
 };

@@ -29,7 +29,8 @@ class Rates : public Coverage {
   TextBox& increased() { return box("Txt_TxRembMajOrgChg"); }
   TextBox& service() { return box("Txt_PrestServOrgChg"); }
   // The check refuses what the zones hold: its box, its focus, edit mode and entries kept.
-  void expectRefusal(std::string_view message, TextBox& focus) {
+  void expectRefusal(std::string_view message, TextBox& focus, Caller at = Caller::here()) {
+    const auto trace = called("expectRefusal", at);
     ASSERT_TRUE(user_->go(button("Cmd_OKTaux")));
     const Row before{date().text(), normal().text(), increased().text(), service().text()};
     const Rows shown = rates();
@@ -37,14 +38,17 @@ class Rates : public Coverage {
     expectBox(message, Icon::Exclamation);
     EXPECT_TRUE(focus.hasFocus()) << message;
     EXPECT_TRUE(rateOpen());
-    EXPECT_EQ((Row{date().text(), normal().text(), increased().text(), service().text()}), before);
-    EXPECT_EQ(rates(), shown);
+    EXPECT_PRED_FORMAT2(
+        same, (Row{date().text(), normal().text(), increased().text(), service().text()}), before);
+    EXPECT_PRED_FORMAT2(same, rates(), shown);
   }
-  void begin(const Row& row) {
+  void begin(const Row& row, Caller at = Caller::here()) {
+    const auto trace = called("begin", at);
     ASSERT_TRUE(press("Cmd_AjoutTaux"));
     fillRate(row);
   }
-  void expectAccepted() {
+  void expectAccepted(Caller at = Caller::here()) {
+    const auto trace = called("expectAccepted", at);
     ASSERT_TRUE(press("Cmd_OKTaux"));
     expectNoBox();
     EXPECT_FALSE(rateOpen());
@@ -63,7 +67,7 @@ class Rates : public Coverage {
 // Showing -----------------------------------------------------------------------------------------
 
 TEST_F(Rates, AreShownMostRecentFirstWithNoneSelected) {
-  EXPECT_EQ(rates(), kTwo);
+  EXPECT_PRED_FORMAT2(same, rates(), kTwo);
   for (const char* name :
        {"Lst_DateRembOrgChg", "Lst_TxRembOrgChg", "Lst_TxRembMajOrgChg", "Lst_PrestServOrgChg"}) {
     EXPECT_EQ(list(name).listIndex(), -1) << name;
@@ -75,7 +79,8 @@ TEST_F(Rates, ShowABlankRowForABlankAndForAnEmptyValue) {
   store_.set("ORGPRISECHARGE", "001", attribut::TxRembMajOrgChg, " " + mark);
   store_.set("ORGPRISECHARGE", "001", attribut::PrestServOrgChg, mark + " ");
   show();
-  EXPECT_EQ(rates(), (Rows{{"01/01/2026", "20,00", "", ""}, {"01/01/2025", "18,00", "", ""}}));
+  EXPECT_PRED_FORMAT2(same, rates(),
+                      (Rows{{"01/01/2026", "20,00", "", ""}, {"01/01/2025", "18,00", "", ""}}));
   save();
   EXPECT_EQ(attribute("001", attribut::TxRembMajOrgChg), mark);
   EXPECT_EQ(attribute("001", attribut::PrestServOrgChg), mark);
@@ -105,7 +110,8 @@ class RatesEditMode : public EditMode<Rates> {
                      {"Cmd_OKTaux", false, true, true},
                      {"Cmd_AnnulerTaux", false, true, true},
                      {"Cmd_SuppTaux", false, true, false}}) {}
-  void expectListModeAgain() {
+  void expectListModeAgain(Caller at = Caller::here()) {
+    const auto trace = called("expectListModeAgain", at);
     expectLocks(&Lock::listMode);
     expectAsRemembered();
     for (TextBox* zone : {&date(), &normal(), &increased(), &service()}) {
@@ -154,7 +160,7 @@ TEST_F(RatesEditMode, EndsByCancellingAChange) {
   ASSERT_TRUE(press("Cmd_AnnulerTaux"));
   expectNoBox();
   expectListModeAgain();
-  EXPECT_EQ(rates(), kTwo);
+  EXPECT_PRED_FORMAT2(same, rates(), kTwo);
 }
 
 TEST_F(RatesEditMode, EndsByCancellingAnAdditionWithYes) {
@@ -164,7 +170,7 @@ TEST_F(RatesEditMode, EndsByCancellingAnAdditionWithYes) {
   EXPECT_EQ(desktop_.beeps(), 1);
   expectBox(kQuitterCreation, Icon::Question, Buttons::YesNo);
   expectListModeAgain();
-  EXPECT_EQ(rates(), kTwo);
+  EXPECT_PRED_FORMAT2(same, rates(), kTwo);
 }
 
 TEST_F(RatesEditMode, StaysWhenCancellingAnAdditionIsAnsweredNo) {
@@ -191,7 +197,7 @@ TEST_F(RatesEditMode, EndsByADuplicateDate) {
   addRate({"01012026", "21", "26", "16"});
   expectBox(kDateExistante, Icon::Exclamation);
   expectListModeAgain();
-  EXPECT_EQ(rates(), kTwo);
+  EXPECT_PRED_FORMAT2(same, rates(), kTwo);
 }
 
 TEST_F(RatesEditMode, GivesACreationItsBarBackAsItWas) {
@@ -226,7 +232,7 @@ TEST_F(RatesEditMode, EndsWhenTheHostClearsOrShows) {
       }
       EXPECT_EQ(state(), kExisting);
       expectAsRemembered();
-      EXPECT_EQ(rates(), kTwo);
+      EXPECT_PRED_FORMAT2(same, rates(), kTwo);
       EXPECT_EQ(normal().text(), "");
     }
   }
@@ -260,7 +266,7 @@ TEST_F(Rates, Check1WhileChangingKeepsTheRow) {
   user_->fill(date(), "");
   expectRefusal(kDateIllisible, date());
   ASSERT_TRUE(press("Cmd_AnnulerTaux"));
-  EXPECT_EQ(rates(), kTwo);
+  EXPECT_PRED_FORMAT2(same, rates(), kTwo);
 }
 
 TEST_F(Rates, Check2TheIncreasedRateBelowTheNormalOne) {
@@ -314,7 +320,7 @@ TEST_F(Rates, ABlankIsNotEmpty) {
   ASSERT_TRUE(user_->go(service()));
   ASSERT_TRUE(user_->paste(" "));
   expectAccepted();
-  EXPECT_EQ(rates()[0], (Row{"01/02/2026", "10,00", "15,00", ""}));
+  EXPECT_PRED_FORMAT2(same, rates()[0], (Row{"01/02/2026", "10,00", "15,00", ""}));
   save();
   EXPECT_EQ(store_.record("ORGPRISECHARGE", "001").get(attribut::PrestServOrgChg, 1), "");
 }
@@ -323,7 +329,7 @@ TEST_F(Rates, Check8ADuplicateDateComesBeforeItsOrder) {
   addRate({"01012025", "10", "15", "5"});
   expectBox(kDateExistante, Icon::Exclamation);
   EXPECT_FALSE(rateOpen());
-  EXPECT_EQ(rates(), kTwo);
+  EXPECT_PRED_FORMAT2(same, rates(), kTwo);
 }
 
 TEST_F(Rates, Check8DiscardsAChangeToo) {
@@ -332,7 +338,7 @@ TEST_F(Rates, Check8DiscardsAChangeToo) {
   ASSERT_TRUE(press("Cmd_OKTaux"));
   expectBox(kDateExistante, Icon::Exclamation);
   EXPECT_FALSE(rateOpen());
-  EXPECT_EQ(rates(), kTwo);
+  EXPECT_PRED_FORMAT2(same, rates(), kTwo);
   EXPECT_EQ(normal().text(), "");
 }
 
@@ -340,7 +346,7 @@ TEST_F(Rates, Check8LeavesOutTheRowBeingChanged) {
   ASSERT_TRUE(openRate(0));
   EXPECT_EQ(date().text(), "01/01/2026");
   expectAccepted();
-  EXPECT_EQ(rates(), kTwo);
+  EXPECT_PRED_FORMAT2(same, rates(), kTwo);
 }
 
 TEST_F(Rates, Check8LeavesOutNoRowWhileAdding) {
@@ -353,7 +359,8 @@ TEST_F(Rates, Check8ComparesTextsSoThatADayTypedDifferentlyPasses) {
   begin({"", "10", "15", "5"});
   date().setText("1/1/2026");
   expectAccepted();
-  EXPECT_EQ(rates(), (Rows{kTwo[0], {"01/01/2026", "10,00", "15,00", "5,00"}, kTwo[1]}));
+  EXPECT_PRED_FORMAT2(same, rates(),
+                      (Rows{kTwo[0], {"01/01/2026", "10,00", "15,00", "5,00"}, kTwo[1]}));
 }
 
 TEST_F(Rates, Check9AnAdditionBeforeTheMostRecentRow) {
@@ -377,7 +384,7 @@ TEST_F(Rates, Check9AcceptsADayEqualToTheRowBelowTypedDifferently) {
   ASSERT_TRUE(user_->go(normal()));
   date().setText("1/1/2025");
   expectAccepted();
-  EXPECT_EQ(rates(), (Rows{{"01/01/2025", "20,00", "25,00", "15,00"}, kTwo[1]}));
+  EXPECT_PRED_FORMAT2(same, rates(), (Rows{{"01/01/2025", "20,00", "25,00", "15,00"}, kTwo[1]}));
 }
 
 TEST_F(Rates, Check9AChangeOfALowerRowIsComparedWithTheRowBelowItToo) {
@@ -402,7 +409,7 @@ TEST_F(Rates, Check9LetsEveryRowThatMayBeChangedBeConfirmedAsItStands) {
   for (const int row : {0, 1, 2}) {
     ASSERT_TRUE(openRate(row));
     expectAccepted();
-    EXPECT_EQ(rates(), before) << row;
+    EXPECT_PRED_FORMAT2(same, rates(), before) << row;
   }
 }
 
@@ -411,7 +418,7 @@ TEST_F(Rates, Check9LetsARowOfAnUnorderedRecordBeConfirmedAsItStands) {
   show();
   ASSERT_TRUE(openRate(0));
   expectAccepted();
-  EXPECT_EQ(rates(), kTwo);
+  EXPECT_PRED_FORMAT2(same, rates(), kTwo);
 }
 
 TEST_F(Rates, AnEmptyListAcceptsAnyDate) {
@@ -419,7 +426,7 @@ TEST_F(Rates, AnEmptyListAcceptsAnyDate) {
   show();
   addRate({"01011900", "10", "15", "5"});
   expectNoBox();
-  EXPECT_EQ(rates(), (Rows{{"01/01/1900", "10,00", "15,00", "5,00"}}));
+  EXPECT_PRED_FORMAT2(same, rates(), (Rows{{"01/01/1900", "10,00", "15,00", "5,00"}}));
 }
 
 TEST_F(Rates, TheOnlyRowHasNoneBelow) {
@@ -434,7 +441,7 @@ TEST_F(Rates, TheOnlyRowHasNoneBelow) {
 TEST_F(Rates, EqualRatesAreAccepted) {
   begin({"01022026", "10", "10", "10"});
   expectAccepted();
-  EXPECT_EQ(rates()[0], (Row{"01/02/2026", "10,00", "10,00", "10,00"}));
+  EXPECT_PRED_FORMAT2(same, rates()[0], (Row{"01/02/2026", "10,00", "10,00", "10,00"}));
 }
 
 TEST_F(Rates, AreComparedInSinglePrecision) {
@@ -448,7 +455,8 @@ TEST_F(Rates, AreComparedInSinglePrecision) {
 
 TEST_F(Rates, AnAdditionIsShownFirstAndSaved) {
   addRate({"01022026", "21", "26,5", "16,25"});
-  EXPECT_EQ(rates(), (Rows{{"01/02/2026", "21,00", "26,50", "16,25"}, kTwo[0], kTwo[1]}));
+  EXPECT_PRED_FORMAT2(same, rates(),
+                      (Rows{{"01/02/2026", "21,00", "26,50", "16,25"}, kTwo[0], kTwo[1]}));
   EXPECT_EQ(list("Lst_DateRembOrgChg").listIndex(), -1);
   expectNothingWritten();
   save();
@@ -470,7 +478,8 @@ TEST_F(Rates, AChangeReplacesTheRow) {
     EXPECT_EQ(service().text(), "15");
     user_->fill(increased(), "30");
     expectAccepted();
-    EXPECT_EQ(rates(), (Rows{{"01/01/2026", "20,00", "30,00", "15,00"}, kTwo[1]})) << name;
+    EXPECT_PRED_FORMAT2(same, rates(), (Rows{{"01/01/2026", "20,00", "30,00", "15,00"}, kTwo[1]}))
+        << name;
   }
 }
 
@@ -478,7 +487,7 @@ TEST_F(Rates, WhatWasConfirmedIsLostWithTheBody) {
   addRate({"01022026", "21", "26", "16"});
   ASSERT_TRUE(press("Cmd_Annuler"));
   lookUp("001");
-  EXPECT_EQ(rates(), kTwo);
+  EXPECT_PRED_FORMAT2(same, rates(), kTwo);
 }
 
 TEST_F(Rates, AChangeAsksOnLeaving) {
@@ -545,7 +554,7 @@ TEST_F(Rates, ADeletionTakesTheLastRowThatOpened) {
   ASSERT_TRUE(openRate(0));
   desktop_.answer(Answer::Yes);
   ASSERT_TRUE(press("Cmd_SuppTaux"));
-  EXPECT_EQ(rates(), kTwo);
+  EXPECT_PRED_FORMAT2(same, rates(), kTwo);
   EXPECT_FALSE(openRate(1));
   EXPECT_TRUE(openRate(0));
 }
@@ -583,7 +592,7 @@ TEST_F(Rates, ADeletionBeepsAndAsks) {
   EXPECT_EQ(desktop_.beeps(), 1);
   expectBox(kSupprimerLigne, Icon::Question, Buttons::YesNo);
   EXPECT_TRUE(rateOpen());
-  EXPECT_EQ(rates(), kTwo);
+  EXPECT_PRED_FORMAT2(same, rates(), kTwo);
   EXPECT_EQ(normal().text(), "20");
 }
 
@@ -592,7 +601,7 @@ TEST_F(Rates, ADeletionTakesTheRowOutOfAllAttributes) {
   desktop_.answer(Answer::Yes);
   ASSERT_TRUE(press("Cmd_SuppTaux"));
   desktop_.takeBoxes();
-  EXPECT_EQ(rates(), (Rows{kTwo[1]}));
+  EXPECT_PRED_FORMAT2(same, rates(), (Rows{kTwo[1]}));
   for (const char* name :
        {"Lst_DateRembOrgChg", "Lst_TxRembOrgChg", "Lst_TxRembMajOrgChg", "Lst_PrestServOrgChg"}) {
     EXPECT_EQ(list(name).listIndex(), -1) << name;
@@ -675,7 +684,7 @@ TEST_F(Rates, ShowingAndDeletingResetTheScrollBar) {
   EXPECT_EQ(bar("Bdv_TauxOrgChg").value(), 0);
   EXPECT_EQ(list("Lst_TxRembOrgChg").listIndex(), -1);
   const Rows fourteen = many(14);
-  EXPECT_EQ(rates(), Rows(fourteen.begin() + 1, fourteen.end()));
+  EXPECT_PRED_FORMAT2(same, rates(), Rows(fourteen.begin() + 1, fourteen.end()));
 }
 
 TEST_F(Rates, TheRowBeingChangedIsRememberedWhileTheScrollBarMoves) {
@@ -688,7 +697,7 @@ TEST_F(Rates, TheRowBeingChangedIsRememberedWhileTheScrollBarMoves) {
   expectAccepted();
   Rows expected = many(14);
   expected[0][3] = "1,23";
-  EXPECT_EQ(rates(), expected);
+  EXPECT_PRED_FORMAT2(same, rates(), expected);
 }
 
 // Typing ------------------------------------------------------------------------------------------
@@ -833,7 +842,7 @@ TEST_F(Rates, CancelWorksWhileTheDateOrANumberCannotBeRead) {
     expectBox(kQuitterCreation, Icon::Question, Buttons::YesNo);
     EXPECT_FALSE(rateOpen());
   }
-  EXPECT_EQ(rates(), kTwo);
+  EXPECT_PRED_FORMAT2(same, rates(), kTwo);
 }
 
 TEST_F(Rates, APastedDateSplitsAtAnyCharacterThatIsNoDigit) {
@@ -911,12 +920,12 @@ TEST_F(Rates, HundredthsDoNotDriftThroughShowAndChange) {
     putRates({{"01/01/2026", shown, shown, shown}});
     const std::string before = store_.record("ORGPRISECHARGE", "001").text();
     show();
-    ASSERT_EQ(rates()[0], (Row{"01/01/2026", shown, shown, shown}));
+    ASSERT_PRED_FORMAT2(same, rates()[0], (Row{"01/01/2026", shown, shown, shown}));
     ASSERT_TRUE(openRate(0));
     for (TextBox* zone : {&normal(), &increased(), &service()}) ASSERT_TRUE(user_->go(*zone));
     expectAccepted();
     save();
-    ASSERT_EQ(store_.record("ORGPRISECHARGE", "001").text(), before) << shown;
+    ASSERT_PRED_FORMAT2(sameBody, store_.record("ORGPRISECHARGE", "001").text(), before) << shown;
   }
 }
 
@@ -965,7 +974,7 @@ TEST_F(RatesHost, MembersAreDeniedBelowLevelTwo) {
   EXPECT_THROW(control_->AjoutLists(at), control::AccessDenied);
   EXPECT_THROW(control_->EffaceEltLists(), control::AccessDenied);
   EXPECT_THROW(control_->Ecrire_Ong3(), control::AccessDenied);
-  EXPECT_EQ(rates(), kTwo);
+  EXPECT_PRED_FORMAT2(same, rates(), kTwo);
   expectAsRemembered();
 }
 
@@ -989,7 +998,7 @@ TEST_F(RatesHost, MasquerZonesTauxOpensTheSelectedRowWithEmptyZones) {
   fillRate({"01062025", "19", "24", "14"});
   ASSERT_TRUE(press("Cmd_OKTaux"));
   expectNoBox();
-  EXPECT_EQ(rates(), (Rows{kTwo[0], {"01/06/2025", "19,00", "24,00", "14,00"}}));
+  EXPECT_PRED_FORMAT2(same, rates(), (Rows{kTwo[0], {"01/06/2025", "19,00", "24,00", "14,00"}}));
 }
 
 TEST_F(RatesHost, MasquerZonesTauxWithoutASelectedRowIsNoAddition) {
@@ -999,7 +1008,7 @@ TEST_F(RatesHost, MasquerZonesTauxWithoutASelectedRowIsNoAddition) {
   ASSERT_TRUE(press("Cmd_OKTaux"));
   expectNoBox();
   EXPECT_TRUE(rateOpen());
-  EXPECT_EQ(rates(), kTwo);
+  EXPECT_PRED_FORMAT2(same, rates(), kTwo);
   ASSERT_TRUE(press("Cmd_SuppTaux"));
   expectNoBox();
   expectListModeAgain();
@@ -1047,7 +1056,7 @@ TEST_F(RatesHost, NoRowOpensInADisabledFrame) {
   const auto before = enabledBelow(control_->surface());
   control_->MasquerZonesTaux();
   control_->MasquerZonesAbat();
-  EXPECT_EQ(enabledBelow(control_->surface()), before);
+  EXPECT_PRED_FORMAT2(same, enabledBelow(control_->surface()), before);
 }
 
 TEST_F(RatesHost, DoubleClickTauxRembOpensTheSelectedRow) {
@@ -1065,15 +1074,16 @@ TEST_F(RatesHost, DoubleClickTauxRembOpensTheSelectedRow) {
 TEST_F(RatesHost, Tri2OrdersAndShowsTheHourglass) {
   putRates({kTwo[1], kTwo[0]});
   show();
-  EXPECT_EQ(rates(), (Rows{kTwo[1], kTwo[0]}));
+  EXPECT_PRED_FORMAT2(same, rates(), (Rows{kTwo[1], kTwo[0]}));
   control_->Tri2();
-  EXPECT_EQ(rates(), kTwo);
+  EXPECT_PRED_FORMAT2(same, rates(), kTwo);
   std::vector<toolkit::Pointer> pointers;
   for (const auto& entry : desktop_.journal()) {
     if (entry.what == toolkit::headless::Entry::What::Pointer) pointers.push_back(entry.pointer);
   }
-  EXPECT_EQ(pointers,
-            (std::vector<toolkit::Pointer>{toolkit::Pointer::Hourglass, toolkit::Pointer::Normal}));
+  EXPECT_PRED_FORMAT2(
+      same, pointers,
+      (std::vector<toolkit::Pointer>{toolkit::Pointer::Hourglass, toolkit::Pointer::Normal}));
 }
 
 TEST_F(RatesHost, Tri2FollowsTheRowThatIsOpen) {
@@ -1084,7 +1094,7 @@ TEST_F(RatesHost, Tri2FollowsTheRowThatIsOpen) {
   EXPECT_EQ(date().text(), "01/01/2025");
   user_->fill(increased(), "23");
   expectAccepted();
-  EXPECT_EQ(rates(), (Rows{kTwo[0], {"01/01/2025", "18,00", "23,00", "12,00"}}));
+  EXPECT_PRED_FORMAT2(same, rates(), (Rows{kTwo[0], {"01/01/2025", "18,00", "23,00", "12,00"}}));
 }
 
 TEST_F(RatesHost, AjoutListsPutsTheZonesIntoTheLists) {
@@ -1093,10 +1103,10 @@ TEST_F(RatesHost, AjoutListsPutsTheZonesIntoTheLists) {
   control_->AjoutLists(at);
   EXPECT_EQ(at, 1);
   const Row row{"01/02/2026", "21,00", "26,00", "16,00"};
-  EXPECT_EQ(rates(), (Rows{kTwo[0], row, kTwo[1]}));
+  EXPECT_PRED_FORMAT2(same, rates(), (Rows{kTwo[0], row, kTwo[1]}));
   at = 3;
   control_->AjoutLists(at);
-  EXPECT_EQ(rates(), (Rows{kTwo[0], row, kTwo[1], row}));
+  EXPECT_PRED_FORMAT2(same, rates(), (Rows{kTwo[0], row, kTwo[1], row}));
   for (const int past : {-1, 5}) {
     at = static_cast<std::int16_t>(past);
     EXPECT_THROW(control_->AjoutLists(at), std::invalid_argument) << past;
@@ -1111,15 +1121,15 @@ TEST_F(RatesHost, AjoutListsRefusesARowWithoutADate) {
   EXPECT_THROW(control_->AjoutLists(at), std::invalid_argument);
   date().setText("  ");
   EXPECT_THROW(control_->AjoutLists(at), std::invalid_argument);
-  EXPECT_EQ(rates(), kTwo);
+  EXPECT_PRED_FORMAT2(same, rates(), kTwo);
 }
 
 TEST_F(RatesHost, EffaceEltListsTakesTheSelectedRowOutOfTheLists) {
   control_->EffaceEltLists();
-  EXPECT_EQ(rates(), kTwo);
+  EXPECT_PRED_FORMAT2(same, rates(), kTwo);
   user_->click(list("Lst_DateRembOrgChg"), 0);
   control_->EffaceEltLists();
-  EXPECT_EQ(rates(), (Rows{kTwo[1]}));
+  EXPECT_PRED_FORMAT2(same, rates(), (Rows{kTwo[1]}));
   EXPECT_EQ(list("Lst_DateRembOrgChg").listIndex(), -1);
   save();
   EXPECT_EQ(attribute("001", attribut::DateRembOrgChg), "20821");
@@ -1142,7 +1152,8 @@ class RatesState : public Desk {
  protected:
   RatesState() { hand(kTwo, {}); }
   screen::EtatTaux& taux() { return session_.taux; }
-  void add(std::string_view date, std::string_view normal = "20") {
+  void add(std::string_view date, std::string_view normal = "20", Caller at = Caller::here()) {
+    const auto trace = called("add", at);
     ASSERT_TRUE(user_.click(prise_.Cmd_AjoutTaux));
     user_.fill(prise_.Txt_DateRembOrgChg, date);
     user_.fill(prise_.Txt_TxRembOrgChg, normal);
@@ -1207,13 +1218,13 @@ TEST_F(RatesState, W_DerTauxModifCountsAdditionsCancelsAndDeletions) {
     user_.click(prise_.Cmd_SuppTaux);
     EXPECT_EQ(taux().W_DerTauxModif, left);
   }
-  EXPECT_EQ(rates(), (Rows{kTwo[1]}));
+  EXPECT_PRED_FORMAT2(same, rates(), (Rows{kTwo[1]}));
 }
 
 // A duplicate date discards the entry, but not the row that the addition opened.
 TEST_F(RatesState, W_DerTauxModifStaysAfterADuplicateDate) {
   add("01012026");
-  EXPECT_EQ(rates(), kTwo);
+  EXPECT_PRED_FORMAT2(same, rates(), kTwo);
   EXPECT_EQ(taux().W_DerTauxModif, 1);
 }
 
@@ -1290,7 +1301,7 @@ TEST_F(RatesState, W_TauxModifieStaysWhenTheChangeIsTakenBack) {
   open(0);
   user_.fill(prise_.Txt_TxRembOrgChg, "20");
   user_.click(prise_.Cmd_OKTaux);
-  EXPECT_EQ(rates(), kTwo);
+  EXPECT_PRED_FORMAT2(same, rates(), kTwo);
   EXPECT_TRUE(taux().W_TauxModifie);
 }
 
@@ -1317,7 +1328,7 @@ TEST_F(RatesState, ABlankIsHeldAsABlankUntilThePageIsWritten) {
   user_.click(prise_.Cmd_OKTaux);
   EXPECT_EQ(record().get(attribut::TxRembMajOrgChg, 1), " ");
   EXPECT_EQ(record().get(attribut::PrestServOrgChg, 1), " ");
-  EXPECT_EQ(rates()[0], (Row{"01/02/2026", "0,00", "", ""}));
+  EXPECT_PRED_FORMAT2(same, rates()[0], (Row{"01/02/2026", "0,00", "", ""}));
   page_.Ecrire_Ong3();
   EXPECT_EQ(record().get(attribut::TxRembMajOrgChg, 1), "");
   EXPECT_EQ(record().get(attribut::PrestServOrgChg, 1), "");
@@ -1344,10 +1355,11 @@ TEST_F(RatesState, Tri2AgainstAPlainReference) {
     }
     hand(rows, {});
     page_.taux().Tri2();
-    ASSERT_EQ(rates(), expected);
+    ASSERT_PRED_FORMAT2(same, rates(), expected);
     store::DynamicArray written;
     putRows(written, attribut::DateRembOrgChg, 4, expected);
-    for (int attribute = 25; attribute <= 28; ++attribute) {
+    for (int attribute = attribut::DateRembOrgChg; attribute <= attribut::PrestServOrgChg;
+         ++attribute) {
       ASSERT_EQ(record().get(attribute), written.get(attribute));
     }
   }

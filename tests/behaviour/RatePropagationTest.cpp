@@ -56,7 +56,8 @@ class RatePropagation : public Coverage {
     return rows;
   }
   // The host carries the rates; the keys written.
-  std::vector<std::string> carry() {
+  std::vector<std::string> carry(Caller at = Caller::here()) {
+    const auto trace = called("carry", at);
     store_.forgetCalls();
     desktop_.clearJournal();
     control_->Recup_AccordTauxRemb();
@@ -89,7 +90,7 @@ class RatePropagation : public Coverage {
 };
 
 TEST_F(RatePropagation, SelectsWhatEndsAfterTheLatestRate) {
-  EXPECT_EQ(carry(), std::vector<std::string>{"00001001"});
+  EXPECT_PRED_FORMAT2(same, carry(), std::vector<std::string>{"00001001"});
   EXPECT_EQ(sentence(), sentenceFrom("01/01/2026"));
   const store::DynamicArray request(store_.calls().front().text);
   EXPECT_EQ(request.get(2), "ACCORD");
@@ -141,14 +142,15 @@ TEST_F(RatePropagation, WhichAgreementsItConcerns) {
   agreement("A3", {}, "31/12/2026", "002");
   agreement("A4", {}, "31/12/2026", "001", "O");
   agreement("A5", {}, "31/12/2026", "001", "N");
-  EXPECT_EQ(carry(), (std::vector<std::string>{"00001001", "A2", "A5"}));
+  EXPECT_PRED_FORMAT2(same, carry(), (std::vector<std::string>{"00001001", "A2", "A5"}));
 }
 
 TEST_F(RatePropagation, PutsTheNewPeriodOverWhatFollowsItsDate) {
   const std::string rate = rates()[0][1];
   carry();
-  EXPECT_EQ(history(),
-            (History{{rate, "01/01/2026", "1", "4,00"}, {"17,00", "01/01/2025", "1", "4,00"}}));
+  EXPECT_PRED_FORMAT2(
+      same, history(),
+      (History{{rate, "01/01/2026", "1", "4,00"}, {"17,00", "01/01/2025", "1", "4,00"}}));
 }
 
 TEST_F(RatePropagation, TakesRowAndParticipationFromThePeriodThatItCuts) {
@@ -157,18 +159,20 @@ TEST_F(RatePropagation, TakesRowAndParticipationFromThePeriodThatItCuts) {
                          {"17,00", "01/01/2025", "1", "4,00"}});
   const std::string rate = rates()[0][1];
   carry();
-  EXPECT_EQ(history(),
-            (History{{rate, "01/01/2026", "2", "5,00"}, {"17,00", "01/01/2025", "1", "4,00"}}));
+  EXPECT_PRED_FORMAT2(
+      same, history(),
+      (History{{rate, "01/01/2026", "2", "5,00"}, {"17,00", "01/01/2025", "1", "4,00"}}));
 }
 
 TEST_F(RatePropagation, AnUntouchedRowRemovesNoPeriod) {
   addRate({"01/03/2026", "30,00", "35,00", "20,00"});
   addRate({"01/05/2026", "40,00", "45,00", "20,00"});
   carry();
-  EXPECT_EQ(history(), (History{{"40,00", "01/05/2026", "2", "5,00"},
-                                {"30,00", "01/03/2026", "2", "5,00"},
-                                {"18,00", "01/02/2026", "2", "5,00"},
-                                {"17,00", "01/01/2025", "1", "4,00"}}));
+  EXPECT_PRED_FORMAT2(same, history(),
+                      (History{{"40,00", "01/05/2026", "2", "5,00"},
+                               {"30,00", "01/03/2026", "2", "5,00"},
+                               {"18,00", "01/02/2026", "2", "5,00"},
+                               {"17,00", "01/01/2025", "1", "4,00"}}));
 }
 
 TEST_F(RatePropagation, AnUntouchedRowAfterAChangedOneKeepsItsRate) {
@@ -178,9 +182,10 @@ TEST_F(RatePropagation, AnUntouchedRowAfterAChangedOneKeepsItsRate) {
   addRate({"01/12/2025", "20,00", "25,00", "15,00"});
   ASSERT_EQ(rates()[0][0], "01/02/2026");
   carry();
-  EXPECT_EQ(history(), (History{{"21,00", "01/02/2026", "2", "5,00"},
-                                {"20,00", "01/12/2025", "1", "4,00"},
-                                {"17,00", "01/01/2025", "1", "4,00"}}));
+  EXPECT_PRED_FORMAT2(same, history(),
+                      (History{{"21,00", "01/02/2026", "2", "5,00"},
+                               {"20,00", "01/12/2025", "1", "4,00"},
+                               {"17,00", "01/01/2025", "1", "4,00"}}));
 }
 
 TEST_F(RatePropagation, InsertsSeveralPeriodsMostRecentFirst) {
@@ -192,10 +197,11 @@ TEST_F(RatePropagation, InsertsSeveralPeriodsMostRecentFirst) {
   const Rows shown = rates();
   ASSERT_EQ(shown[2][1], "19,00");
   carry();
-  EXPECT_EQ(history(), (History{{"40,00", "01/05/2026", "2", "5,00"},
-                                {"30,00", "01/03/2026", "2", "5,00"},
-                                {shown[2][1], "01/01/2026", "1", "4,00"},
-                                {"17,00", "01/01/2025", "1", "4,00"}}));
+  EXPECT_PRED_FORMAT2(same, history(),
+                      (History{{"40,00", "01/05/2026", "2", "5,00"},
+                               {"30,00", "01/03/2026", "2", "5,00"},
+                               {shown[2][1], "01/01/2026", "1", "4,00"},
+                               {"17,00", "01/01/2025", "1", "4,00"}}));
 }
 
 TEST_F(RatePropagation, OfAnAgreementThatStartsLaterKeepsWhatItStartsWith) {
@@ -203,29 +209,31 @@ TEST_F(RatePropagation, OfAnAgreementThatStartsLaterKeepsWhatItStartsWith) {
             {{"19,00", "01/08/2026", "3", "6,00"}, {"18,00", "01/06/2026", "2", "5,00"}});
   const std::string rate = rates()[0][1];
   carry();
-  EXPECT_EQ(history(), (History{{rate, "01/01/2026", "2", "5,00"}}));
+  EXPECT_PRED_FORMAT2(same, history(), (History{{rate, "01/01/2026", "2", "5,00"}}));
 }
 
 TEST_F(RatePropagation, BeginsAHistoryThatWasEmpty) {
   agreement("00001001", {});
   const std::string rate = rates()[0][1];
   carry();
-  EXPECT_EQ(history(), (History{{rate, "01/01/2026", "", ""}}));
+  EXPECT_PRED_FORMAT2(same, history(), (History{{rate, "01/01/2026", "", ""}}));
 }
 
 TEST_F(RatePropagation, KeepsAPeriodTheDayBefore) {
   agreement("00001001", {{"18,00", "31/12/2025", "2", "5,00"}});
   const std::string rate = rates()[0][1];
   carry();
-  EXPECT_EQ(history(),
-            (History{{rate, "01/01/2026", "2", "5,00"}, {"18,00", "31/12/2025", "2", "5,00"}}));
+  EXPECT_PRED_FORMAT2(
+      same, history(),
+      (History{{rate, "01/01/2026", "2", "5,00"}, {"18,00", "31/12/2025", "2", "5,00"}}));
 }
 
 TEST_F(RatePropagation, KeepsTheListsAlignedWhereSomeAreShorter) {
   agreement("00001001", {{"", "01/02/2026", "2", "5,00"}, {"", "01/01/2025", "", "4,00"}});
   const std::string rate = rates()[0][1];
   carry();
-  EXPECT_EQ(history(), (History{{rate, "01/01/2026", "", "4,00"}, {"", "01/01/2025", "", "4,00"}}));
+  EXPECT_PRED_FORMAT2(same, history(),
+                      (History{{rate, "01/01/2026", "", "4,00"}, {"", "01/01/2025", "", "4,00"}}));
 }
 
 TEST_F(RatePropagation, TwiceIsAsOnce) {
@@ -233,7 +241,7 @@ TEST_F(RatePropagation, TwiceIsAsOnce) {
   carry();
   const History once = history();
   carry();
-  EXPECT_EQ(history(), once);
+  EXPECT_PRED_FORMAT2(same, history(), once);
 }
 
 TEST_F(RatePropagation, LeavesTheRestOfTheAgreementAlone) {
@@ -250,8 +258,9 @@ TEST_F(RatePropagation, LeavesTheRestOfTheAgreementAlone) {
 TEST_F(RatePropagation, ShowsTheWaitingWindowAndLetsEventsRunForEachAgreement) {
   agreement("00002001", {});
   carry();
-  EXPECT_EQ(forms(), (std::vector<std::string>{"shown Frm_Anim", "events", "events", "events",
-                                               "closed Frm_Anim"}));
+  EXPECT_PRED_FORMAT2(same, forms(),
+                      (std::vector<std::string>{"shown Frm_Anim", "events", "events", "events",
+                                                "closed Frm_Anim"}));
 }
 
 TEST_F(RatePropagation, ReadsEachAgreementBeforeEventsRun) {
@@ -300,7 +309,7 @@ TEST_F(RatePropagation, IsNotAskedForByASave) {
   addRate({"01/03/2026", "30,00", "35,00", "20,00"});
   const History before = history();
   save();
-  EXPECT_EQ(history(), before);
+  EXPECT_PRED_FORMAT2(same, history(), before);
 }
 
 TEST_F(RatePropagation, EndsWithASelectionThatFails) {
@@ -321,7 +330,7 @@ TEST_F(RatePropagation, DoesTheOthersWhenOneFailsAndTellsInTheEnd) {
     store_.forgetCalls();
     store_.failAt(call);
     EXPECT_THROW(control_->Recup_AccordTauxRemb(), store::StoreError);
-    EXPECT_EQ(history("00002001"), before) << call;
+    EXPECT_PRED_FORMAT2(same, history("00002001"), before) << call;
     EXPECT_FALSE(history("00003001").empty());
     EXPECT_TRUE(control_->surface().enabled());
     EXPECT_EQ(desktop_.pointer(), toolkit::Pointer::Normal);
@@ -333,7 +342,7 @@ TEST_F(RatePropagation, DoesTheOthersWhenOneFailsAndTellsInTheEnd) {
 
 TEST_F(RatePropagation, DoesNotBringBackAnAgreementThatHasGone) {
   store_.answer(sentenceFrom("01/01/2026"), {{"00001001"}, {"99999001"}});
-  EXPECT_EQ(carry(), std::vector<std::string>{"00001001"});
+  EXPECT_PRED_FORMAT2(same, carry(), std::vector<std::string>{"00001001"});
   EXPECT_FALSE(store_.has("ACCORD", "99999001"));
 }
 
@@ -345,7 +354,7 @@ TEST_F(RatePropagation, EndsWhereTheHostClosesIt) {
   };
   store_.forgetCalls();
   EXPECT_THROW(control_->Recup_AccordTauxRemb(), toolkit::ControlClosed);
-  EXPECT_EQ(written(), std::vector<std::string>{"00001001"});
+  EXPECT_PRED_FORMAT2(same, written(), std::vector<std::string>{"00001001"});
   EXPECT_EQ(forms().back(), "closed Frm_Anim");
   EXPECT_TRUE(control_->surface().enabled());
 }
@@ -367,7 +376,10 @@ class RatePropagationFailure : public RatePropagation {
     user_.reset();
     control_.reset();
   }
-  void expectBothUpdated() { EXPECT_EQ(carry(), (Lines{"00001001", "00002001"})); }
+  void expectBothUpdated(Caller at = Caller::here()) {
+    const auto trace = called("expectBothUpdated", at);
+    EXPECT_PRED_FORMAT2(same, carry(), (Lines{"00001001", "00002001"}));
+  }
 
   testing_support::FaultyDesktop faulty_{desktop_};
 };
@@ -375,14 +387,15 @@ class RatePropagationFailure : public RatePropagation {
 TEST_F(RatePropagationFailure, OfTheWaitingWindowUpdatesAllTheSame) {
   faulty_.failAt(1);
   expectBothUpdated();
-  EXPECT_EQ(faulty_.told(), Lines{"show Frm_Anim"});
-  EXPECT_EQ(forms(), (Lines{"events", "events", "events"}));
+  EXPECT_PRED_FORMAT2(same, faulty_.told(), Lines{"show Frm_Anim"});
+  EXPECT_PRED_FORMAT2(same, forms(), (Lines{"events", "events", "events"}));
 }
 
 TEST_F(RatePropagationFailure, OfTheFirstEventsUpdatesAllTheSame) {
   faulty_.failAt(DesktopCall::DoEvents, 1);
   expectBothUpdated();
-  EXPECT_EQ(forms(), (Lines{"shown Frm_Anim", "events", "events", "closed Frm_Anim"}));
+  EXPECT_PRED_FORMAT2(same, forms(),
+                      (Lines{"shown Frm_Anim", "events", "events", "closed Frm_Anim"}));
 }
 
 TEST_F(RatePropagationFailure, OfClosingTheWaitingWindowUpdatesAllTheSame) {
@@ -400,7 +413,7 @@ TEST_F(RatePropagationFailure, OfAnAgreementsEventsLeavesTheOthersUpdatedAndIsTo
     // The first ones come with the waiting window.
     faulty_.failAt(DesktopCall::DoEvents, static_cast<int>(failing) + 2);
     EXPECT_THROW(control_->Recup_AccordTauxRemb(), store::StoreError);
-    EXPECT_EQ(written(), Lines{keys[1 - failing]});
+    EXPECT_PRED_FORMAT2(same, written(), Lines{keys[1 - failing]});
     EXPECT_EQ(forms().back(), "closed Frm_Anim");
     EXPECT_EQ(desktop_.pointer(), toolkit::Pointer::Normal);
     EXPECT_TRUE(control_->surface().enabled());
@@ -474,7 +487,7 @@ TEST_F(RatePropagation, MergesAsAPlainModelDoes) {
     // The last one was read with the body: it is carried only when it stands alone.
     std::vector<Period> carried = fresh;
     if (carried.size() > 1) carried.pop_back();
-    EXPECT_EQ(history(), told(merged(old, carried))) << round;
+    EXPECT_PRED_FORMAT2(same, history(), told(merged(old, carried))) << round;
   }
 }
 

@@ -19,8 +19,11 @@ class RenewalDocuments : public RulesPage {
     table(codes, labels);
     control_->Init();
   }
-  void showWith(const Lines& codes) { show("001", {{attribut::PieceRenouOrgChg, values(codes)}}); }
-  void expectStored(const Lines& codes) {
+  void showWith(const Lines& codes, Caller at = Caller::here()) {
+    show("001", {{attribut::PieceRenouOrgChg, values(codes)}}, at);
+  }
+  void expectStored(const Lines& codes, Caller at = Caller::here()) {
+    const auto trace = called("expectStored", at);
     expectSaved("001", {{attribut::PieceRenouOrgChg, values(codes)}});
   }
 
@@ -30,13 +33,15 @@ class RenewalDocuments : public RulesPage {
 };
 
 TEST_F(RenewalDocuments, AreOfferedInTheOrderOfTheirTable) {
-  EXPECT_EQ(linesOf(possible()), (Lines{"Avis d'imposition", "Relevé d'identité",
-                                        "Livret de famille", "Carte nationale", "Attestation"}));
+  EXPECT_PRED_FORMAT2(same, linesOf(possible()),
+                      (Lines{"Avis d'imposition", "Relevé d'identité", "Livret de famille",
+                             "Carte nationale", "Attestation"}));
 }
 
 TEST_F(RenewalDocuments, AreShownInTheOrderOfTheRecord) {
   showWith({"AT", "AI", "LD"});
-  EXPECT_EQ(requiredLines(), (Lines{"Attestation", "Avis d'imposition", "Livret de famille"}));
+  EXPECT_PRED_FORMAT2(same, requiredLines(),
+                      (Lines{"Attestation", "Avis d'imposition", "Livret de famille"}));
   EXPECT_EQ(possible().listCount(), 5);
   expectSaved("001", {});
 }
@@ -46,7 +51,7 @@ TEST_F(RenewalDocuments, ADoubleClickAddsItsLineAlone) {
   user_->click(possible(), 0);
   user_->click(possible(), 1, true);
   EXPECT_TRUE(user_->dblClick(possible(), 3));
-  EXPECT_EQ(requiredLines(), (Lines{"Carte nationale"}));
+  EXPECT_PRED_FORMAT2(same, requiredLines(), (Lines{"Carte nationale"}));
   EXPECT_EQ(possible().selectedCount(), 0);
   EXPECT_EQ(possible().listCount(), 5);
   expectStored({"CN"});
@@ -58,7 +63,7 @@ TEST_F(RenewalDocuments, ADoubleClickBesideTheLinesDoesNothing) {
   EXPECT_FALSE(user_->dblClickBeside(possible()));
   user_->click(required(), 0);
   EXPECT_FALSE(user_->dblClickBeside(required()));
-  EXPECT_EQ(requiredLines(), Lines{"Attestation"});
+  EXPECT_PRED_FORMAT2(same, requiredLines(), Lines{"Attestation"});
   expectSaved("001", {});
 }
 
@@ -69,7 +74,7 @@ TEST_F(RenewalDocuments, StayInTheirListsInConsultation) {
   press("Cmd_DroiteRenouv");
   EXPECT_TRUE(user_->dblClick(required(), 0));
   press("Cmd_GaucheRenouv");
-  EXPECT_EQ(requiredLines(), Lines{"Attestation"});
+  EXPECT_PRED_FORMAT2(same, requiredLines(), Lines{"Attestation"});
 }
 
 TEST_F(RenewalDocuments, TheButtonAddsAllSelectedLinesFromFirstToLast) {
@@ -78,8 +83,9 @@ TEST_F(RenewalDocuments, TheButtonAddsAllSelectedLinesFromFirstToLast) {
   user_->click(possible(), 0, true);
   user_->click(possible(), 2, true);
   ASSERT_TRUE(press("Cmd_DroiteRenouv"));
-  EXPECT_EQ(requiredLines(),
-            (Lines{"Attestation", "Avis d'imposition", "Livret de famille", "Carte nationale"}));
+  EXPECT_PRED_FORMAT2(
+      same, requiredLines(),
+      (Lines{"Attestation", "Avis d'imposition", "Livret de famille", "Carte nationale"}));
   EXPECT_EQ(possible().selectedCount(), 0);
   expectStored({"AT", "AI", "LD", "CN"});
 }
@@ -89,7 +95,8 @@ TEST_F(RenewalDocuments, ShiftSelectsARun) {
   user_->click(possible(), 1);
   user_->click(possible(), 3, false, true);
   press("Cmd_DroiteRenouv");
-  EXPECT_EQ(requiredLines(), (Lines{"Relevé d'identité", "Livret de famille", "Carte nationale"}));
+  EXPECT_PRED_FORMAT2(same, requiredLines(),
+                      (Lines{"Relevé d'identité", "Livret de famille", "Carte nationale"}));
 }
 
 TEST_F(RenewalDocuments, WhatIsRequiredAlreadyIsOnlyDeselected) {
@@ -97,8 +104,9 @@ TEST_F(RenewalDocuments, WhatIsRequiredAlreadyIsOnlyDeselected) {
   user_->click(possible(), 0);
   user_->click(possible(), 4, false, true);
   press("Cmd_DroiteRenouv");
-  EXPECT_EQ(requiredLines(), (Lines{"Livret de famille", "Avis d'imposition", "Relevé d'identité",
-                                    "Carte nationale", "Attestation"}));
+  EXPECT_PRED_FORMAT2(same, requiredLines(),
+                      (Lines{"Livret de famille", "Avis d'imposition", "Relevé d'identité",
+                             "Carte nationale", "Attestation"}));
   EXPECT_EQ(possible().selectedCount(), 0);
   EXPECT_TRUE(user_->dblClick(possible(), 2));
   EXPECT_EQ(required().listCount(), 5);
@@ -116,7 +124,7 @@ TEST_F(RenewalDocuments, ADoubleClickRemovesItsLineAlone) {
   showWith({"AI", "RI", "LD"});
   user_->click(required(), 0);
   EXPECT_TRUE(user_->dblClick(required(), 1));
-  EXPECT_EQ(requiredLines(), (Lines{"Avis d'imposition", "Livret de famille"}));
+  EXPECT_PRED_FORMAT2(same, requiredLines(), (Lines{"Avis d'imposition", "Livret de famille"}));
   EXPECT_EQ(required().selectedCount(), 0);
   expectStored({"AI", "LD"});
 }
@@ -127,7 +135,7 @@ TEST_F(RenewalDocuments, TheButtonRemovesAllSelectedLinesNeighboursToo) {
   user_->click(required(), 1, false, true);
   user_->click(required(), 4, true);
   ASSERT_TRUE(press("Cmd_GaucheRenouv"));
-  EXPECT_EQ(requiredLines(), (Lines{"Livret de famille", "Carte nationale"}));
+  EXPECT_PRED_FORMAT2(same, requiredLines(), (Lines{"Livret de famille", "Carte nationale"}));
   expectStored({"LD", "CN"});
 }
 
@@ -157,19 +165,19 @@ TEST_F(RenewalDocuments, ADisabledListIsLeftAlone) {
   press("Cmd_GaucheRenouv");
   EXPECT_FALSE(user_->dblClick(possible(), 2));
   EXPECT_FALSE(user_->dblClick(required(), 0));
-  EXPECT_EQ(requiredLines(), (Lines{"Avis d'imposition"}));
+  EXPECT_PRED_FORMAT2(same, requiredLines(), (Lines{"Avis d'imposition"}));
   EXPECT_TRUE(possible().selected(1));
   possible().setEnabled(true);
   press("Cmd_DroiteRenouv");
-  EXPECT_EQ(requiredLines(), (Lines{"Avis d'imposition", "Relevé d'identité"}));
+  EXPECT_PRED_FORMAT2(same, requiredLines(), (Lines{"Avis d'imposition", "Relevé d'identité"}));
   required().setEnabled(true);
   press("Cmd_GaucheRenouv");
-  EXPECT_EQ(requiredLines(), (Lines{"Relevé d'identité"}));
+  EXPECT_PRED_FORMAT2(same, requiredLines(), (Lines{"Relevé d'identité"}));
 }
 
 TEST_F(RenewalDocuments, OneThatIsGoneFromTheTableGoesAtTheNextSave) {
   showWith({"AI", "ANC", "CN"});
-  EXPECT_EQ(requiredLines(), (Lines{"Avis d'imposition", "Carte nationale"}));
+  EXPECT_PRED_FORMAT2(same, requiredLines(), (Lines{"Avis d'imposition", "Carte nationale"}));
   expectNoBox();
   expectStored({"AI", "CN"});
 }
@@ -184,7 +192,7 @@ TEST_F(RenewalDocuments, OneThatIsGoneIsNoChangeOfTheUsers) {
 
 TEST_F(RenewalDocuments, EmptyValuesInTheRecordAreSkipped) {
   showWith({"", "AI", "", "RI", ""});
-  EXPECT_EQ(requiredLines(), (Lines{"Avis d'imposition", "Relevé d'identité"}));
+  EXPECT_PRED_FORMAT2(same, requiredLines(), (Lines{"Avis d'imposition", "Relevé d'identité"}));
   expectStored({"AI", "RI"});
 }
 
@@ -203,7 +211,7 @@ TEST_F(RenewalDocuments, ACodeWithoutALabelIsNotShownAndGoes) {
   restartWith({"AI", "RI", "LD"}, {"Avis d'imposition"});
   EXPECT_EQ(possible().listCount(), 1);
   showWith({"RI", "AI", "LD"});
-  EXPECT_EQ(requiredLines(), (Lines{"Avis d'imposition"}));
+  EXPECT_PRED_FORMAT2(same, requiredLines(), (Lines{"Avis d'imposition"}));
   expectStored({"AI"});
 }
 
@@ -211,7 +219,7 @@ TEST_F(RenewalDocuments, AnEmptyLabelDoesNotHideTheOnesAfterIt) {
   restartWith({"AI", "RI", "LD"}, {"Avis d'imposition", "", "Livret de famille"});
   EXPECT_EQ(possible().listCount(), 3);
   showWith({"LD"});
-  EXPECT_EQ(requiredLines(), (Lines{"Livret de famille"}));
+  EXPECT_PRED_FORMAT2(same, requiredLines(), (Lines{"Livret de famille"}));
   expectSaved("001", {});
   show("001");
   user_->dblClick(possible(), 0);
@@ -229,8 +237,8 @@ TEST_F(RenewalDocuments, OneWithoutAnyNameIsNotStored) {
 
 TEST_F(RenewalDocuments, OneThatTheRecordNamesTwiceStaysTwice) {
   showWith({"AI", "LD", "AI"});
-  EXPECT_EQ(requiredLines(),
-            (Lines{"Avis d'imposition", "Livret de famille", "Avis d'imposition"}));
+  EXPECT_PRED_FORMAT2(same, requiredLines(),
+                      (Lines{"Avis d'imposition", "Livret de famille", "Avis d'imposition"}));
   expectSaved("001", {});
 }
 
@@ -239,12 +247,12 @@ TEST_F(RenewalDocuments, TwoUnderOneLabelAreNotMixedUp) {
   showWith({"R2"});
   expectSaved("001", {});
   showWith({"AI", "R2", "R1"});
-  EXPECT_EQ(requiredLines(), (Lines{"Avis d'imposition", "Relevé", "Relevé"}));
+  EXPECT_PRED_FORMAT2(same, requiredLines(), (Lines{"Avis d'imposition", "Relevé", "Relevé"}));
   expectSaved("001", {});
   showWith({});
   user_->dblClick(possible(), 1);
   user_->dblClick(possible(), 0);
-  EXPECT_EQ(requiredLines(), (Lines{"Relevé"}));
+  EXPECT_PRED_FORMAT2(same, requiredLines(), (Lines{"Relevé"}));
   expectStored({"R2"});
 }
 
@@ -272,7 +280,7 @@ TEST_F(RenewalDocuments, KeysWorkTheButtonsToo) {
   user_->click(possible(), 2);
   ASSERT_TRUE(user_->go(button("Cmd_DroiteRenouv")));
   user_->press(toolkit::Key::Space);
-  EXPECT_EQ(requiredLines(), (Lines{"Livret de famille"}));
+  EXPECT_PRED_FORMAT2(same, requiredLines(), (Lines{"Livret de famille"}));
 }
 
 }  // namespace

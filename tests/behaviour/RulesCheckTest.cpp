@@ -16,13 +16,15 @@ class RulesCheck : public RulesPageWithAccounts {
  protected:
   RulesCheck() { start(); }
 
-  void saveFromAnotherTab() {
+  void saveFromAnotherTab(Caller at = Caller::here()) {
+    const auto trace = called("saveFromAnotherTab", at);
     ASSERT_TRUE(user_->click(tabs(), 5));
     ASSERT_TRUE(press("Cmd_OK"));
   }
   // Refused with this box, the page in front and the field ready for the user; nothing else has
   // happened.
-  void expectRefused(std::string_view message, std::string_view field) {
+  void expectRefused(std::string_view message, std::string_view field, Caller at = Caller::here()) {
+    const auto trace = called("expectRefused", at);
     expectBox(message, Icon::Exclamation);
     EXPECT_EQ(tabs().tab(), kRulesTab);
     EXPECT_TRUE(control_->surface().find(field)->hasFocus()) << field;
@@ -136,7 +138,7 @@ TEST_F(RulesCheck, ARequiredAccountLeadsOnToTheMissingEntity) {
   store_.forgetCalls();
   press("Cmd_OK");
   const auto boxes = desktop_.takeBoxes();
-  ASSERT_EQ(boxes.size(), 2U);
+  ASSERT_PRED_FORMAT2(boxCount, boxes, 2U);
   EXPECT_EQ(boxes[0].text, kDebit);
   EXPECT_EQ(boxes[1].text,
             "Vous devez d'abord sélectionner une entité juridique dans l'onglet Activités "
@@ -180,7 +182,7 @@ TEST_F(RulesCheck, SavingWhileLeavingAsksForThemAndStays) {
   desktop_.answer(Answer::Yes);
   press("Cmd_Sortir");
   const auto boxes = desktop_.takeBoxes();
-  ASSERT_EQ(boxes.size(), 2U);
+  ASSERT_PRED_FORMAT2(boxCount, boxes, 2U);
   EXPECT_EQ(boxes[1].text, kDebit);
   EXPECT_EQ(tabs().tab(), kRulesTab);
   EXPECT_TRUE(box("Txt_DebitOrgChg").hasFocus());
@@ -339,9 +341,10 @@ TEST_F(RulesHost, RefillingTheDocumentsRepeatsNoneAndKeepsTheChosen) {
   show("001", {{attribut::PieceRenouOrgChg, "RI"}});
   control_->Remplir_PiecesPoss();
   control_->Remplir_PiecesPoss();
-  EXPECT_EQ(linesOf(list("Lst_PiecePossibleOrgChg")),
-            (std::vector<std::string>{"Avis d'imposition", "Relevé d'identité"}));
-  EXPECT_EQ(linesOf(list("Lst_PieceRenouOrgChg")), (std::vector<std::string>{"Relevé d'identité"}));
+  EXPECT_PRED_FORMAT2(same, linesOf(list("Lst_PiecePossibleOrgChg")),
+                      (std::vector<std::string>{"Avis d'imposition", "Relevé d'identité"}));
+  EXPECT_PRED_FORMAT2(same, linesOf(list("Lst_PieceRenouOrgChg")),
+                      (std::vector<std::string>{"Relevé d'identité"}));
   expectSaved("001", {});
 }
 
@@ -349,7 +352,8 @@ TEST_F(RulesHost, RefillingTheCategoriesRepeatsNoneAndKeepsTheOneShown) {
   show("001", {{attribut::StatsOrgChg, "MU"}});
   control_->Remplir_StatOrgChg();
   control_->Remplir_StatOrgChg();
-  EXPECT_EQ(linesOf(statistics()), (std::vector<std::string>{"Conseil départemental", "Mutuelle"}));
+  EXPECT_PRED_FORMAT2(same, linesOf(statistics()),
+                      (std::vector<std::string>{"Conseil départemental", "Mutuelle"}));
   EXPECT_EQ(statistics().text(), "Mutuelle");
   expectSaved("001", {});
 }

@@ -14,7 +14,8 @@ class TypeOptions : public RulesPage {
     start();
   }
   // A body of that type that covers one activity of that kind, or none for "".
-  void showBody(const std::string& type, const std::string& activity) {
+  void showBody(const std::string& type, const std::string& activity, Caller at = Caller::here()) {
+    const auto trace = called("showBody", at);
     show("001", {{attribut::TypeOrgChg, type},
                  {attribut::CodActSelect, activity.empty() ? "" : "010" + activity + "09"}});
   }
@@ -195,14 +196,16 @@ class AccountsOf : public RulesPageWithAccounts {
                                                    "Cbo_CpteProdAide"};
     return names;
   }
-  void expectOpen(bool open) {
+  void expectOpen(bool open, Caller at = Caller::here()) {
+    const auto trace = called("expectOpen", at);
     for (const auto& group : {labels(), numbers(), names()}) {
       for (const char* name : group) {
         EXPECT_EQ(control_->surface().find(name)->enabled(), open) << name;
       }
     }
   }
-  void expectEmpty() {
+  void expectEmpty(Caller at = Caller::here()) {
+    const auto trace = called("expectEmpty", at);
     for (const char* name : numbers()) EXPECT_EQ(box(name).text(), "") << name;
     for (const char* name : names()) {
       EXPECT_EQ(combo(name).text(), "") << name;
@@ -281,7 +284,8 @@ class AccountsNotManaged : public RulesPage {
  protected:
   AccountsNotManaged() { start(); }
 
-  void expectClosed() {
+  void expectClosed(Caller at = Caller::here()) {
+    const auto trace = called("expectClosed", at);
     for (const char* name :
          {"Etq_DebitOrgChg", "Txt_DebitOrgChg", "Cbo_DebitOrgChg", "Etq_CreditOrgChg",
           "Txt_CreditOrgChg", "Cbo_CreditOrgChg", "Txt_CpteProdAide", "Cbo_CpteProdAide"}) {

@@ -380,8 +380,8 @@ TEST_F(NewBody, StartsWithTheFirstLinesAndNothingElse) {
   }
   EXPECT_FALSE(check("Cac_FactAnticip").enabled());
   EXPECT_EQ(list("Lst_PieceRenouOrgChg").listCount(), 0);
-  EXPECT_EQ(linesOf(list("Lst_PiecePossibleOrgChg")),
-            (std::vector<std::string>{"Avis d'imposition", "Relevé d'identité"}));
+  EXPECT_PRED_FORMAT2(same, linesOf(list("Lst_PiecePossibleOrgChg")),
+                      (std::vector<std::string>{"Avis d'imposition", "Relevé d'identité"}));
   for (const char* name : {"Cdr_AttribOrgChg", "Cdr_PlafondOrg", "Cdr_GestionExclu"}) {
     EXPECT_TRUE(frame(name).enabled()) << name;
   }
@@ -402,7 +402,8 @@ TEST_F(NewBody, IsStoredWithItsDefaults) {
       {attribut::DemAccordOrgChg, "0"},  {attribut::IncidCompta, "0"},
       {attribut::LettresInfo, ""},       {attribut::CpteProdAide, ""},
       {attribut::FactAnticip, "0"}};
-  for (const auto& [number, text] : stored) EXPECT_EQ(attribute("004", number), text) << number;
+  for (const auto& [number, text] : stored)
+    EXPECT_EQ(attribute("004", number), text) << bodyAttribute(number);
 }
 
 }  // namespace

@@ -201,14 +201,14 @@ class SampleBodies : public ControlTest, public testing::WithParamInterface<Para
   DynamicArray normal(const std::string& id) { return Normal{store_, accounting()}(record(id)); }
   std::string refusalOf(const std::string& id) { return refusal(store_, record(id), accounting()); }
 
-  void expectRecord(const std::string& id, const DynamicArray& expected) {
-    const DynamicArray stored = record(id);
-    for (int i = 1; i <= std::max(stored.DCount(), expected.DCount()); ++i) {
-      EXPECT_EQ(stored.get(i), expected.get(i)) << "attribute " << i;
-    }
-    EXPECT_EQ(stored.text(), expected.text());
+  void expectRecord(const std::string& id, const DynamicArray& expected,
+                    Caller at = Caller::here()) {
+    const auto trace = called("expectRecord", at);
+    EXPECT_PRED_FORMAT2(sameBody, record(id).text(), expected.text());
   }
-  void expectRefused(const std::string& id, const std::string& message) {
+  void expectRefused(const std::string& id, const std::string& message,
+                     Caller at = Caller::here()) {
+    const auto trace = called("expectRefused", at);
     const DynamicArray before = record(id);
     const Snapshot screen = snapshotOf(control_->surface());
     press("Cmd_OK");
@@ -218,7 +218,9 @@ class SampleBodies : public ControlTest, public testing::WithParamInterface<Para
     EXPECT_EQ(difference(screen, snapshotOf(control_->surface()), kShownByARefusal), "");
     press("Cmd_Annuler");
   }
-  void expectSaved(const std::string& id, const DynamicArray& expected) {
+  void expectSaved(const std::string& id, const DynamicArray& expected,
+                   Caller at = Caller::here()) {
+    const auto trace = called("expectSaved", at);
     press("Cmd_OK");
     expectNoBox();
     EXPECT_EQ(state(), kEmpty);
@@ -321,13 +323,14 @@ TEST(SampleBodiesRules, ThreeBodiesAreRefusedAndTheOthersAreNot) {
     const std::string message = refusal(store, store.record(attribut::kFile, id), true);
     if (!message.empty()) messages.push_back(message);
   }
-  EXPECT_EQ(messages,
-            (std::vector<std::string>{
-                "La taille cumulée des paramètres sélectionnés est de 131 caractères alors que la "
-                "largeur de la page ne peut être supérieure à 130",
-                "Il n'y a pas enchaînement dans les tranches de revenus des personnes seules.",
-                "La date du barème en cours doit être supérieure à la date de barème "
-                "précédent."}));
+  EXPECT_PRED_FORMAT2(
+      same, messages,
+      (std::vector<std::string>{
+          "La taille cumulée des paramètres sélectionnés est de 131 caractères alors que la "
+          "largeur de la page ne peut être supérieure à 130",
+          "Il n'y a pas enchaînement dans les tranches de revenus des personnes seules.",
+          "La date du barème en cours doit être supérieure à la date de barème "
+          "précédent."}));
 }
 
 }  // namespace

@@ -33,7 +33,8 @@ void Scale::putScale(std::string_view code, const Rows& rows, std::string_view p
   store_.put("ORGPRISECHARGE", code, record);
 }
 
-void Scale::show(std::string_view code) {
+void Scale::show(std::string_view code, Caller at) {
+  const auto trace = called("show", at);
   control_->Vider_Donnees();
   lookUp(code);
   EXPECT_TRUE(user_->click(tabs(), 3));
@@ -58,11 +59,13 @@ Row Scale::zones() {
   return texts;
 }
 
-void Scale::fillZones(const Row& row) {
+void Scale::fillZones(const Row& row, Caller at) {
+  const auto trace = called("fillZones", at);
   for (std::size_t i = 0; i < row.size(); ++i) user_->fill(box(kScaleZones[i]), row[i]);
 }
 
-void Scale::add(const Row& row) {
+void Scale::add(const Row& row, Caller at) {
+  const auto trace = called("add", at);
   ASSERT_TRUE(press("Cmd_AjoutPart"));
   fillZones(row);
   ASSERT_TRUE(press("Cmd_OKPart"));
@@ -73,7 +76,8 @@ bool Scale::open(int row, std::string_view name) {
   return rowOpen();
 }
 
-void Scale::beginScale(std::string_view date) {
+void Scale::beginScale(std::string_view date, Caller at) {
+  const auto trace = called("beginScale", at);
   desktop_.answer(Answer::Yes);
   ASSERT_TRUE(press("Cmd_NouveauBareme"));
   desktop_.takeBoxes();
@@ -86,7 +90,8 @@ bool Scale::asksAboutAgreements() {
          option("Opt_TypePrincipalOrgChg").value();
 }
 
-void Scale::save() {
+void Scale::save(Caller at) {
+  const auto trace = called("save", at);
   const bool asks = asksAboutAgreements();
   const std::string date = store::completeDate(current().text(), 2026);
   if (asks) desktop_.answer(Answer::No);

@@ -9,7 +9,7 @@
 
 namespace behaviour {
 
-inline constexpr int kFirstScaleAttribute = 32;
+inline constexpr int kFirstScaleAttribute = attribut::DebRevSeulOrgChg;
 inline constexpr std::size_t kScaleColumns = 6;
 
 // The lists of the scale, from the start for single persons to the current participation.
@@ -33,7 +33,7 @@ class Scale : public ControlTest {
   void putScale(std::string_view code, const Rows& rows, std::string_view previous,
                 std::string_view current);
   // Looks the body up anew; what was changed is lost.
-  void show(std::string_view code = "001");
+  void show(std::string_view code = "001", Caller at = Caller::here());
 
   TextBox& current() { return box("Txt_DatBaremCours"); }
   TextBox& previous() { return box("Txt_DatBaremPrec"); }
@@ -43,16 +43,16 @@ class Scale : public ControlTest {
   std::vector<int> selected();  // the selected row of each list
   Row zones();
   // Into the zones of the open row, from the first on.
-  void fillZones(const Row& row);
-  void add(const Row& row);
+  void fillZones(const Row& row, Caller at = Caller::here());
+  void add(const Row& row, Caller at = Caller::here());
   bool open(int row, std::string_view list = "Lst_DebRevSeulOrgChg");
   bool rowOpen() { return button("Cmd_OKPart").usable(); }
   // Presses the new-scale button, answers Yes, types the date.
-  void beginScale(std::string_view date = "");
+  void beginScale(std::string_view date = "", Caller at = Caller::here());
   // Will saving ask whether the agreements are to follow?
   bool asksAboutAgreements();
   // Saves the body with Cmd_OK, which must accept it. A new scale stays out of the agreements.
-  void save();
+  void save(Caller at = Caller::here());
 };
 
 }  // namespace behaviour

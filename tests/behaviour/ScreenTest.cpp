@@ -58,16 +58,18 @@ TEST_F(ScreenTest, HasItsSixTabs) {
 }
 
 TEST_F(ScreenTest, HoldsTheFixedLists) {
-  EXPECT_EQ(linesOf(screen_.regles.Cbo_RenouvOrgChg),
-            (std::vector<std::string>{"Pas de gestion renouvellement", "Renouvellement à - 1 mois",
-                                      "Renouvellement à - 2 mois", "Renouvellement à - 3 mois",
-                                      "Renouvellement à - 4 mois", "Renouvellement à - 5 mois",
-                                      "Renouvellement à - 6 mois"}));
-  EXPECT_EQ(linesOf(screen_.regles.Cbo_PeriodFactOrgChg),
-            (std::vector<std::string>{"Mensuelle", "Trimestrielle", "A fin de prise en charge"}));
-  EXPECT_EQ(linesOf(screen_.bordereau.Lst_ParamTriPos),
-            (std::vector<std::string>{"Secteur", "Numéro de dossier", "Nom - prénom",
-                                      "Nom patronymique", "Période", "Ville"}));
+  EXPECT_PRED_FORMAT2(
+      same, linesOf(screen_.regles.Cbo_RenouvOrgChg),
+      (std::vector<std::string>{"Pas de gestion renouvellement", "Renouvellement à - 1 mois",
+                                "Renouvellement à - 2 mois", "Renouvellement à - 3 mois",
+                                "Renouvellement à - 4 mois", "Renouvellement à - 5 mois",
+                                "Renouvellement à - 6 mois"}));
+  EXPECT_PRED_FORMAT2(
+      same, linesOf(screen_.regles.Cbo_PeriodFactOrgChg),
+      (std::vector<std::string>{"Mensuelle", "Trimestrielle", "A fin de prise en charge"}));
+  EXPECT_PRED_FORMAT2(same, linesOf(screen_.bordereau.Lst_ParamTriPos),
+                      (std::vector<std::string>{"Secteur", "Numéro de dossier", "Nom - prénom",
+                                                "Nom patronymique", "Période", "Ville"}));
 }
 
 TEST_F(ScreenTest, HoldsEveryChildControl) {
@@ -778,14 +780,16 @@ struct Letter {
 class KeyboardOnAPage : public ScreenTest {
  protected:
   // The tab stops of the page, from the tabs on.
-  std::vector<std::string> walk(int tab) {
+  std::vector<std::string> walk(int tab, Caller at = Caller::here()) {
+    const auto trace = called("walk", at);
     screen_.Ong_OrgPriseChg.setTab(tab);
     EXPECT_TRUE(user_.go(screen_.Ong_OrgPriseChg));
     std::vector<std::string> order;
     while (user_.tab()) order.push_back(surface_.focus()->name());
     return order;
   }
-  void expectLetters(int tab, const std::vector<Letter>& letters) {
+  void expectLetters(int tab, const std::vector<Letter>& letters, Caller at = Caller::here()) {
+    const auto trace = called("expectLetters", at);
     screen_.Ong_OrgPriseChg.setTab(tab);
     for (const auto& [letter, leadsTo] : letters) {
       EXPECT_TRUE(user_.go(screen_.Ong_OrgPriseChg));
@@ -797,8 +801,8 @@ class KeyboardOnAPage : public ScreenTest {
 };
 
 TEST_F(KeyboardOnAPage, OfTheManagementRules) {
-  EXPECT_EQ(
-      walk(screen::kRegles),
+  EXPECT_PRED_FORMAT2(
+      same, walk(screen::kRegles),
       (std::vector<std::string>{
           "Opt_TypePrincipalOrgChg", "Opt_PlafGlobalOrgChg", "Cac_DemAccordOrgChg",
           "Cac_FactAnticip", "Cbo_RenouvOrgChg", "Lst_PiecePossibleOrgChg", "Cmd_DroiteRenouv",
@@ -816,19 +820,20 @@ TEST_F(KeyboardOnAPage, OfTheManagementRules) {
 }
 
 TEST_F(KeyboardOnAPage, OfTheCoverage) {
-  EXPECT_EQ(walk(screen::kPriseEnCharge),
-            (std::vector<std::string>{"Opt_HeureOrgChg",         "Lst_DateRembOrgChg",
-                                      "Txt_DateRembOrgChg",      "Txt_TxRembOrgChg",
-                                      "Txt_TxRembMajOrgChg",     "Txt_PrestServOrgChg",
-                                      "Cmd_AjoutTaux",           "Cmd_OKTaux",
-                                      "Cmd_AnnulerTaux",         "Cmd_SuppTaux",
-                                      "Lst_DebAbatHOrgChg",      "Txt_DebAbatHOrgChg",
-                                      "Txt_FinAbatHOrgChg",      "Txt_PourcentAbatOrgChg",
-                                      "Cmd_AjoutAbat",           "Cmd_OKAbat",
-                                      "Cmd_AnnulerAbat",         "Cmd_SuppAbat",
-                                      "Txt_DesFacture",          "Cac_AjusTarif",
-                                      "Cac_CoutGlobal",          "Txt_CodeCptPrestationService",
-                                      "Cbo_CptPrestationService"}));
+  EXPECT_PRED_FORMAT2(
+      same, walk(screen::kPriseEnCharge),
+      (std::vector<std::string>{"Opt_HeureOrgChg",         "Lst_DateRembOrgChg",
+                                "Txt_DateRembOrgChg",      "Txt_TxRembOrgChg",
+                                "Txt_TxRembMajOrgChg",     "Txt_PrestServOrgChg",
+                                "Cmd_AjoutTaux",           "Cmd_OKTaux",
+                                "Cmd_AnnulerTaux",         "Cmd_SuppTaux",
+                                "Lst_DebAbatHOrgChg",      "Txt_DebAbatHOrgChg",
+                                "Txt_FinAbatHOrgChg",      "Txt_PourcentAbatOrgChg",
+                                "Cmd_AjoutAbat",           "Cmd_OKAbat",
+                                "Cmd_AnnulerAbat",         "Cmd_SuppAbat",
+                                "Txt_DesFacture",          "Cac_AjusTarif",
+                                "Cac_CoutGlobal",          "Txt_CodeCptPrestationService",
+                                "Cbo_CptPrestationService"}));
   expectLetters(screen::kPriseEnCharge, {{'H', "Opt_HeureOrgChg"},
                                          {'T', "Opt_MontantOrgChg"},
                                          {'X', "Lst_DateRembOrgChg"},
@@ -840,13 +845,13 @@ TEST_F(KeyboardOnAPage, OfTheCoverage) {
 }
 
 TEST_F(KeyboardOnAPage, OfTheParticipation) {
-  EXPECT_EQ(walk(screen::kParticipation),
-            (std::vector<std::string>{
-                "Opt_Quotient", "Opt_GestPartPourc", "Cac_Abonnement", "Txt_DatBaremPrec",
-                "Txt_DatBaremCours", "Lst_DebRevSeulOrgChg", "Lst_BaremCoursOrgChg",
-                "Txt_DebRevSeulOrgChg", "Txt_FinRevSeulOrgChg", "Txt_DebRevMenOrgChg",
-                "Txt_FinRevMenOrgChg", "Txt_BaremCoursOrgChg", "Cmd_AjoutPart", "Cmd_OKPart",
-                "Cmd_AnnulerPart", "Cmd_SuppPart", "Cmd_NouveauBareme"}));
+  EXPECT_PRED_FORMAT2(same, walk(screen::kParticipation),
+                      (std::vector<std::string>{
+                          "Opt_Quotient", "Opt_GestPartPourc", "Cac_Abonnement", "Txt_DatBaremPrec",
+                          "Txt_DatBaremCours", "Lst_DebRevSeulOrgChg", "Lst_BaremCoursOrgChg",
+                          "Txt_DebRevSeulOrgChg", "Txt_FinRevSeulOrgChg", "Txt_DebRevMenOrgChg",
+                          "Txt_FinRevMenOrgChg", "Txt_BaremCoursOrgChg", "Cmd_AjoutPart",
+                          "Cmd_OKPart", "Cmd_AnnulerPart", "Cmd_SuppPart", "Cmd_NouveauBareme"}));
   expectLetters(screen::kParticipation, {{'Q', "Opt_Quotient"},
                                          {'D', "Opt_Ressource"},
                                          {'T', "Opt_GestPartMont"},
@@ -856,12 +861,13 @@ TEST_F(KeyboardOnAPage, OfTheParticipation) {
 }
 
 TEST_F(KeyboardOnAPage, OfTheSlipParameters) {
-  EXPECT_EQ(walk(screen::kBordereau),
-            (std::vector<std::string>{
-                "Lst_ParamPossOrgChg", "Cmd_DroiteBord", "Cmd_GaucheBord", "Lst_ParamSelecOrgChg",
-                "Cmd_HautBord", "Cmd_BasBord", "Lst_ParamTriPos", "Cmd_DroiteTri", "Cmd_GaucheTri",
-                "Lst_ParamTriSelect", "Opt_IndBordOrgChg", "Txt_NbExEmplOrgChg",
-                "Txt_CodeThesaurus", "Txt_IdentMagnetOrgChg"}));
+  EXPECT_PRED_FORMAT2(
+      same, walk(screen::kBordereau),
+      (std::vector<std::string>{"Lst_ParamPossOrgChg", "Cmd_DroiteBord", "Cmd_GaucheBord",
+                                "Lst_ParamSelecOrgChg", "Cmd_HautBord", "Cmd_BasBord",
+                                "Lst_ParamTriPos", "Cmd_DroiteTri", "Cmd_GaucheTri",
+                                "Lst_ParamTriSelect", "Opt_IndBordOrgChg", "Txt_NbExEmplOrgChg",
+                                "Txt_CodeThesaurus", "Txt_IdentMagnetOrgChg"}));
   expectLetters(screen::kBordereau, {{'L', "Lst_ParamPossOrgChg"},
                                      {'C', "Lst_ParamSelecOrgChg"},
                                      {'M', "Cmd_HautBord"},
@@ -873,9 +879,10 @@ TEST_F(KeyboardOnAPage, OfTheSlipParameters) {
 }
 
 TEST_F(KeyboardOnAPage, OfTheCoveredActivities) {
-  EXPECT_EQ(walk(screen::kActivites),
-            (std::vector<std::string>{"Txt_Entite", "Cbo_Entite", "Lst_Activite", "Cmd_PasseDroit",
-                                      "Cmd_PasseGauche", "Lst_ActSelect", "Opt_Totalite"}));
+  EXPECT_PRED_FORMAT2(
+      same, walk(screen::kActivites),
+      (std::vector<std::string>{"Txt_Entite", "Cbo_Entite", "Lst_Activite", "Cmd_PasseDroit",
+                                "Cmd_PasseGauche", "Lst_ActSelect", "Opt_Totalite"}));
   expectLetters(screen::kActivites, {{'J', "Txt_Entite"},
                                      {'L', "Lst_Activite"},
                                      {'C', "Lst_ActSelect"},
@@ -900,26 +907,27 @@ TEST_F(Keyboard, TabFollowsTheReadingOrder) {
   lookUp("001");
   std::vector<std::string> order = {control_->surface().focus()->name()};
   while (user_->tab()) order.push_back(control_->surface().focus()->name());
-  EXPECT_EQ(order, (std::vector<std::string>{"Txt_CodOrgChg",
-                                             "Cbo_SigleOrgChg",
-                                             "Cmd_Supprimer",
-                                             "Cmd_OK",
-                                             "Cmd_Annuler",
-                                             "Cmd_Sortir",
-                                             "Ong_OrgPriseChg",
-                                             "Txt_RaisonOrgChg",
-                                             "Txt_Complement",
-                                             "Txt_NumVoie",
-                                             "Cbo_NatureVoie",
-                                             "Txt_NomVoie",
-                                             "Txt_Localite",
-                                             "Txt_CodePostal",
-                                             "Txt_Ville",
-                                             "Txt_Telephone",
-                                             "Txt_Fax",
-                                             "Txt_Email",
-                                             "Txt_InterlocDossOrgChg",
-                                             "Txt_InterlocFactOrgChg"}));
+  EXPECT_PRED_FORMAT2(same, order,
+                      (std::vector<std::string>{"Txt_CodOrgChg",
+                                                "Cbo_SigleOrgChg",
+                                                "Cmd_Supprimer",
+                                                "Cmd_OK",
+                                                "Cmd_Annuler",
+                                                "Cmd_Sortir",
+                                                "Ong_OrgPriseChg",
+                                                "Txt_RaisonOrgChg",
+                                                "Txt_Complement",
+                                                "Txt_NumVoie",
+                                                "Cbo_NatureVoie",
+                                                "Txt_NomVoie",
+                                                "Txt_Localite",
+                                                "Txt_CodePostal",
+                                                "Txt_Ville",
+                                                "Txt_Telephone",
+                                                "Txt_Fax",
+                                                "Txt_Email",
+                                                "Txt_InterlocDossOrgChg",
+                                                "Txt_InterlocFactOrgChg"}));
 }
 
 TEST_F(Keyboard, LabelsLeadToTheirFields) {
@@ -944,7 +952,8 @@ TEST_F(Keyboard, LabelsLeadToTheirFields) {
 // Letters that controls share: in each mode, only one of them is usable.
 class SharedLetters : public Keyboard {
  protected:
-  void expectUnique(const char* mode) {
+  void expectUnique(const char* mode, Caller at = Caller::here()) {
+    const auto trace = called("expectUnique", at);
     std::map<char32_t, std::string> letters;
     const std::function<void(Container&)> walk = [&](Container& container) {
       for (Control* child : container.children()) {
@@ -966,7 +975,8 @@ class SharedLetters : public Keyboard {
       }
     }
   }
-  void expectLeadsTo(char32_t letter, const char* name) {
+  void expectLeadsTo(char32_t letter, const char* name, Caller at = Caller::here()) {
+    const auto trace = called("expectLeadsTo", at);
     bool pressed = false;
     auto& aimed = button(name);
     const auto before = std::exchange(aimed.onClick, [&pressed] { pressed = true; });
@@ -1105,8 +1115,8 @@ TEST_F(Address, StaysWithinItsOwnAttributes) {
 
 TEST_F(Address, TheFirstSettingOffersTheKindsOfStreet) {
   initialise(true, true, false);
-  EXPECT_EQ(linesOf(screen_.coordonnees.adresse.Cbo_NatureVoie),
-            (std::vector<std::string>{"Avenue", "Rue"}));
+  EXPECT_PRED_FORMAT2(same, linesOf(screen_.coordonnees.adresse.Cbo_NatureVoie),
+                      (std::vector<std::string>{"Avenue", "Rue"}));
   initialise(false, true, false);
   EXPECT_EQ(screen_.coordonnees.adresse.Cbo_NatureVoie.listCount(), 0);
 }

@@ -22,6 +22,7 @@ namespace {
 class SessionLife : public testing::Test {
  protected:
   SessionLife() {
+    desktop_.follow([this] { return &user_; });
     fillThreeBodies(store_);
     session_.TheDatabase = store_.connect();
     session_.DroitsUtilisateur = std::make_shared<TestRights>(
@@ -36,9 +37,13 @@ class SessionLife : public testing::Test {
     screen_.bar.Txt_CodOrgChg.setText(code);
     lookup_.Txt_CodOrgChg_Change();
   }
-  void press(toolkit::CommandButton& button) { ASSERT_TRUE(user_.click(button)) << button.name(); }
+  void press(toolkit::CommandButton& button, Caller at = Caller::here()) {
+    const auto trace = called("press", at);
+    ASSERT_TRUE(user_.click(button)) << button.name();
+  }
   // The one stored rate is deleted, two are added, and a new scale is begun.
-  void change() {
+  void change(Caller at = Caller::here()) {
+    const auto trace = called("change", at);
     screen_.Ong_OrgPriseChg.setTab(screen::kPriseEnCharge);
     screen::PriseEnCharge& page = screen_.priseEnCharge;
     desktop_.answer(Answer::Yes);
@@ -59,7 +64,8 @@ class SessionLife : public testing::Test {
     desktop_.clearJournal();
     expectKept();
   }
-  void expectKept() {
+  void expectKept(Caller at = Caller::here()) {
+    const auto trace = called("expectKept", at);
     EXPECT_FALSE(session_.taux.W_AjoutTaux);
     EXPECT_EQ(session_.taux.W_DerTauxModif, 2);
     EXPECT_TRUE(session_.taux.W_TauxModifSupp);
@@ -67,7 +73,8 @@ class SessionLife : public testing::Test {
     EXPECT_TRUE(session_.NouveauBareme);
     EXPECT_EQ(screen_.participation.Cmd_NouveauBareme.caption(), screen::kAnnulerBareme);
   }
-  void expectReset() {
+  void expectReset(Caller at = Caller::here()) {
+    const auto trace = called("expectReset", at);
     EXPECT_FALSE(session_.taux.W_AjoutTaux);
     EXPECT_EQ(session_.taux.W_DerTauxModif, 0);
     EXPECT_FALSE(session_.taux.W_TauxModifSupp);
@@ -117,7 +124,7 @@ TEST_F(SessionLife, StartsAnewWithEachBodyLookedUp) {
 TEST_F(SessionLife, EndsWithACodeThatIsUnknown) {
   change();
   lookUp("777");
-  EXPECT_EQ(desktop_.takeBoxes().size(), 1U);
+  EXPECT_PRED_FORMAT2(boxCount, desktop_.takeBoxes(), 1U);
   expectReset();
 }
 
@@ -156,7 +163,7 @@ TEST_F(SessionLife, EndsWithTheSave) {
   change();
   desktop_.answer(Answer::No);
   save_.Cmd_OK_Click();
-  EXPECT_EQ(desktop_.takeBoxes().size(), 1U);  // about the new scale
+  EXPECT_PRED_FORMAT2(boxCount, desktop_.takeBoxes(), 1U);  // about the new scale
   EXPECT_EQ(session_.codeEnMain, "");
   expectReset();
 }
@@ -166,7 +173,7 @@ TEST_F(SessionLife, GoesOnWhenTheSaveIsRefusedOrFails) {
   const std::string name = screen_.coordonnees.Txt_RaisonOrgChg.text();
   screen_.coordonnees.Txt_RaisonOrgChg.setText("");
   save_.Cmd_OK_Click();
-  EXPECT_EQ(desktop_.takeBoxes().size(), 1U);
+  EXPECT_PRED_FORMAT2(boxCount, desktop_.takeBoxes(), 1U);
   expectKept();
   screen_.coordonnees.Txt_RaisonOrgChg.setText(name);
   store_.fail(CallKind::DBWrite);
@@ -194,13 +201,13 @@ TEST_F(SessionLife, OfACheckThatFailsLeavesNoPageRefused) {
   const std::string before = session_.RecOrgChg->fields().text();
   store_.fail(CallKind::ExecuteSentence, "ACCORD");
   save_.Cmd_OK_Click();
-  EXPECT_TRUE(desktop_.takeBoxes().empty());
+  EXPECT_PRED_FORMAT1(noBoxes, desktop_.takeBoxes());
   EXPECT_FALSE(view_.pageRefusee());
   EXPECT_FALSE(session_.modeVerif);
-  EXPECT_EQ(session_.RecOrgChg->fields().text(), before);
+  EXPECT_PRED_FORMAT2(sameBody, session_.RecOrgChg->fields().text(), before);
   store_.stopFailing();
   save_.Cmd_OK_Click();
-  EXPECT_TRUE(desktop_.takeBoxes().empty());
+  EXPECT_PRED_FORMAT1(noBoxes, desktop_.takeBoxes());
   EXPECT_EQ(store_.record("ORGPRISECHARGE", "001").get(attribut::GestPartBenef), "%");
 }
 

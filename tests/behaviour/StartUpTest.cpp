@@ -22,7 +22,7 @@ TEST_F(StartUp, SettersOpenNothing) {
 TEST_F(StartUp, TheRightsSetterAsksForTheEntryAtOnce) {
   auto rights = std::make_shared<TestRights>(level_, store_.sharedReleases());
   control_->setDroitsUtilisateur(rights);
-  EXPECT_EQ(rights->asked, std::vector<std::string>{"CONSULTATIONORGCHARGE"});
+  EXPECT_PRED_FORMAT2(same, rights->asked, std::vector<std::string>{"CONSULTATIONORGCHARGE"});
 }
 
 TEST_F(StartUp, MakesItsStoreCallsInOrder) {
@@ -35,8 +35,8 @@ TEST_F(StartUp, MakesItsStoreCallsInOrder) {
     request.set(3, columns);
     return "ExecuteSentence " + request.text();
   };
-  EXPECT_EQ(
-      store_.told(),
+  EXPECT_PRED_FORMAT2(
+      same, store_.told(),
       (std::vector<std::string>{
           "OpenFile ORGPRISECHARGE", "OpenFile PARAMBORDORGCHG", "OpenFile COMPTEUR",
           "OpenFile TABLES", "OpenFile ACTIVITES", "OpenFile ASSOCIATION", "OpenFile PLANCOMPTABLE",
@@ -161,7 +161,8 @@ TEST_F(StartUp, BeforeInitTheUserCanOnlyLeave) {
 // Start-up failing at each list, and when all are filled.
 class FailedStartUp : public StartUp {
  protected:
-  void expectInitFailing(const std::function<void()>& fault) {
+  void expectInitFailing(const std::function<void()>& fault, Caller at = Caller::here()) {
+    const auto trace = called("expectInitFailing", at);
     for (const char* file : {"NATUREVOIE", "PARAMBORDORGCHG", "ORGPRISECHARGE"}) {
       SCOPED_TRACE(file);
       store_.fail(CallKind::ExecuteSentence, file);
@@ -307,12 +308,13 @@ TEST_F(StartUp, ReleasesInItsOrder) {
   lookUp("001");
   store_.releases().clear();
   control_->UserControl_Terminate();
-  EXPECT_EQ(store_.releases(),
-            (std::vector<std::string>{
-                "Client", "File ACCORD", "Record TABLES PIECESRENOUV", "Record TABLES STATORGCHG",
-                "Record ORGPRISECHARGE 001", "Record COMPTEUR 999", "File COMPTEUR", "File TABLES",
-                "File PARAMBORDORGCHG", "File ORGPRISECHARGE", "File ASSOCIATION", "File ACTIVITES",
-                "File PLANCOMPTABLE", "File PERIODESPAIE", "Database", "RightsEntry", "Rights"}));
+  EXPECT_PRED_FORMAT2(
+      same, store_.releases(),
+      (std::vector<std::string>{
+          "Client", "File ACCORD", "Record TABLES PIECESRENOUV", "Record TABLES STATORGCHG",
+          "Record ORGPRISECHARGE 001", "Record COMPTEUR 999", "File COMPTEUR", "File TABLES",
+          "File PARAMBORDORGCHG", "File ORGPRISECHARGE", "File ASSOCIATION", "File ACTIVITES",
+          "File PLANCOMPTABLE", "File PERIODESPAIE", "Database", "RightsEntry", "Rights"}));
   store_.releases().clear();
   control_.reset();
   EXPECT_TRUE(store_.releases().empty());
@@ -323,12 +325,13 @@ TEST_F(StartUp, ReleasesInItsOrderDuringACreation) {
   beginCreation();
   store_.releases().clear();
   control_->UserControl_Terminate();
-  EXPECT_EQ(store_.releases(),
-            (std::vector<std::string>{
-                "Client", "File ACCORD", "Record TABLES PIECESRENOUV", "Record TABLES STATORGCHG",
-                "Record COMPTEUR 999", "File COMPTEUR", "File TABLES", "File PARAMBORDORGCHG",
-                "File ORGPRISECHARGE", "File ASSOCIATION", "File ACTIVITES", "File PLANCOMPTABLE",
-                "File PERIODESPAIE", "Database", "RightsEntry", "Rights"}));
+  EXPECT_PRED_FORMAT2(
+      same, store_.releases(),
+      (std::vector<std::string>{"Client", "File ACCORD", "Record TABLES PIECESRENOUV",
+                                "Record TABLES STATORGCHG", "Record COMPTEUR 999", "File COMPTEUR",
+                                "File TABLES", "File PARAMBORDORGCHG", "File ORGPRISECHARGE",
+                                "File ASSOCIATION", "File ACTIVITES", "File PLANCOMPTABLE",
+                                "File PERIODESPAIE", "Database", "RightsEntry", "Rights"}));
   expectNothingWritten();
 }
 
@@ -338,12 +341,13 @@ TEST_F(FailedStartUp, ReleasesWhatItHasOpenedInTheSameOrder) {
   EXPECT_THROW(control_->Init(), store::StoreError);
   store_.releases().clear();
   control_->UserControl_Terminate();
-  EXPECT_EQ(store_.releases(),
-            (std::vector<std::string>{"Client", "File ACCORD", "Record TABLES PIECESRENOUV",
-                                      "Record TABLES STATORGCHG", "File COMPTEUR", "File TABLES",
-                                      "File PARAMBORDORGCHG", "File ORGPRISECHARGE",
-                                      "File ASSOCIATION", "File ACTIVITES", "File PLANCOMPTABLE",
-                                      "File PERIODESPAIE", "Database", "RightsEntry", "Rights"}));
+  EXPECT_PRED_FORMAT2(
+      same, store_.releases(),
+      (std::vector<std::string>{"Client", "File ACCORD", "Record TABLES PIECESRENOUV",
+                                "Record TABLES STATORGCHG", "File COMPTEUR", "File TABLES",
+                                "File PARAMBORDORGCHG", "File ORGPRISECHARGE", "File ASSOCIATION",
+                                "File ACTIVITES", "File PLANCOMPTABLE", "File PERIODESPAIE",
+                                "Database", "RightsEntry", "Rights"}));
 }
 
 TEST_F(FailedStartUp, ReleasesTheFilesItHasOpened) {
@@ -352,9 +356,10 @@ TEST_F(FailedStartUp, ReleasesTheFilesItHasOpened) {
   EXPECT_THROW(control_->Init(), store::StoreError);
   store_.releases().clear();
   control_->UserControl_Terminate();
-  EXPECT_EQ(store_.releases(),
-            (std::vector<std::string>{"Client", "File COMPTEUR", "File PARAMBORDORGCHG",
-                                      "File ORGPRISECHARGE", "Database", "RightsEntry", "Rights"}));
+  EXPECT_PRED_FORMAT2(
+      same, store_.releases(),
+      (std::vector<std::string>{"Client", "File COMPTEUR", "File PARAMBORDORGCHG",
+                                "File ORGPRISECHARGE", "Database", "RightsEntry", "Rights"}));
 }
 
 TEST_F(StartUp, TheDestructorReleasesToo) {

@@ -78,11 +78,11 @@ TEST(StoreFailure, SavingABodyIsTrapped) {
   withEachCallFailing(prepare, pressOk, [](FailingWorld& world, int) {
     const std::string before = world.store_.record("ORGPRISECHARGE", "001").text();
     EXPECT_NO_THROW(pressOk(world));
-    EXPECT_TRUE(world.desktop_.boxes().empty());
+    EXPECT_PRED_FORMAT1(noBoxes, world.desktop_.boxes());
     const bool written = world.attribute("001", attribut::RaisonOrgChg) == "Nouveau nom";
     EXPECT_EQ(world.desktop_.beeps(), written ? 0 : 1);
     if (!written) {
-      EXPECT_EQ(world.store_.record("ORGPRISECHARGE", "001").text(), before);
+      EXPECT_PRED_FORMAT2(sameBody, world.store_.record("ORGPRISECHARGE", "001").text(), before);
       EXPECT_EQ(world.box("Txt_RaisonOrgChg").text(), "Nouveau nom");
       EXPECT_EQ(world.state(), kExisting);
     }
@@ -97,7 +97,7 @@ TEST(StoreFailure, SavingANewBodyIsTrappedAndNeverCreatesItTwice) {
   const Step prepare = [](FailingWorld& world) { world.beginCreation(); };
   withEachCallFailing(prepare, pressOk, [](FailingWorld& world, int) {
     EXPECT_NO_THROW(pressOk(world));
-    EXPECT_TRUE(world.desktop_.boxes().empty());
+    EXPECT_PRED_FORMAT1(noBoxes, world.desktop_.boxes());
     const bool written = world.bodiesNamed("NEUF") == 1;
     EXPECT_EQ(world.desktop_.beeps(), written ? 0 : 1);
     if (!written) {
@@ -120,7 +120,7 @@ TEST(StoreFailure, LookingUpByCodeIsTrapped) {
   withEachCallFailing([](FailingWorld&) {}, [](FailingWorld& world) { world.lookUp("001"); },
                       [](FailingWorld& world, int) {
                         EXPECT_NO_THROW(world.lookUp("001"));
-                        EXPECT_TRUE(world.desktop_.boxes().empty());
+                        EXPECT_PRED_FORMAT1(noBoxes, world.desktop_.boxes());
                         EXPECT_EQ(world.desktop_.beeps(), 1);
                         EXPECT_EQ(world.code().text(), "001");
                         EXPECT_EQ(world.state(), kEmpty);
@@ -135,7 +135,7 @@ TEST(StoreFailure, SearchingByAcronymIsTrapped) {
   withEachCallFailing([](FailingWorld&) {}, act,
                       [&](FailingWorld& world, int) {
                         EXPECT_NO_THROW(act(world));
-                        EXPECT_TRUE(world.desktop_.boxes().empty());
+                        EXPECT_PRED_FORMAT1(noBoxes, world.desktop_.boxes());
                         EXPECT_EQ(world.desktop_.beeps(), 1);
                         EXPECT_EQ(world.sigles().text(), "CA");
                         EXPECT_EQ(world.sigles().listCount(), 3);
@@ -291,7 +291,7 @@ TEST(StoreFailureOnAllPages, LookingUpShowsTheWholeBodyOrNothing) {
   int shown = 0;
   withEachCallFailing(fillAllPages, act, [&](FailingWorld& world, int) {
     EXPECT_NO_THROW(act(world));
-    EXPECT_TRUE(world.desktop_.boxes().empty());
+    EXPECT_PRED_FORMAT1(noBoxes, world.desktop_.boxes());
     EXPECT_EQ(world.code().text(), "001");
     EXPECT_EQ(world.desktop_.beeps(), world.state() == kExisting ? 0 : 1);
     if (world.state() == kExisting) {
@@ -301,7 +301,7 @@ TEST(StoreFailureOnAllPages, LookingUpShowsTheWholeBodyOrNothing) {
                             "Cbo_CptPrestationService"}),
                 "");
       world.press("Cmd_Sortir");
-      EXPECT_TRUE(world.desktop_.boxes().empty());
+      EXPECT_PRED_FORMAT1(noBoxes, world.desktop_.boxes());
       EXPECT_TRUE(world.control_->W_Sortir());
     } else {
       EXPECT_EQ(world.state(), kEmpty);
@@ -333,7 +333,7 @@ void expectShownWholeOrNotAtAll(const std::function<void(control::Ctr_OrgPriseCh
     }
     EXPECT_EQ(world.code().text(), "001");
     world.press("Cmd_OK");
-    EXPECT_EQ(world.store_.record("ORGPRISECHARGE", "001").text(), before);
+    EXPECT_PRED_FORMAT2(sameBody, world.store_.record("ORGPRISECHARGE", "001").text(), before);
   });
   EXPECT_GT(cleared, 0);
 }
@@ -354,8 +354,8 @@ TEST(StoreFailureOnAllPages, ABodyShownWithoutTheLabelOfAnAccountIsSavedWhole) {
     act(world);
     if (world.state() != kExisting) return;
     pressOk(world);
-    EXPECT_TRUE(world.desktop_.boxes().empty());
-    EXPECT_EQ(world.store_.record("ORGPRISECHARGE", "001").text(), before);
+    EXPECT_PRED_FORMAT1(noBoxes, world.desktop_.boxes());
+    EXPECT_PRED_FORMAT2(sameBody, world.store_.record("ORGPRISECHARGE", "001").text(), before);
   });
 }
 
@@ -394,7 +394,7 @@ TEST(StoreFailureOnAllPages, SearchingForAnAccountIsTrappedAndWorksTheNextTime) 
     SCOPED_TRACE(search.name);
     withEachCallFailing(showAllPages, search.act, [&](FailingWorld& world, int) {
       EXPECT_NO_THROW(search.act(world));
-      EXPECT_TRUE(world.desktop_.boxes().empty());
+      EXPECT_PRED_FORMAT1(noBoxes, world.desktop_.boxes());
       EXPECT_EQ(world.state(), kExisting);
       EXPECT_TRUE(world.store_.calls(CallKind::DBWrite).empty());
       world.store_.stopFailing();
@@ -403,7 +403,7 @@ TEST(StoreFailureOnAllPages, SearchingForAnAccountIsTrappedAndWorksTheNextTime) 
       EXPECT_EQ(world.box("Txt_DebitOrgChg").text(), search.numero);
       EXPECT_EQ(world.child<ComboBox>("Cbo_DebitOrgChg").text(),
                 "COMPTE " + std::string(search.numero).substr(0, 3));
-      EXPECT_TRUE(world.desktop_.boxes().empty());
+      EXPECT_PRED_FORMAT1(noBoxes, world.desktop_.boxes());
     });
   }
 }
@@ -429,7 +429,7 @@ TEST(StoreFailureOnAllPages, ChoosingAnEntityIsTrappedAndWorksTheNextTime) {
   for (const Step& act : {byCode, byName, byList}) {
     withEachCallFailing(showAllPages, act, [&](FailingWorld& world, int) {
       EXPECT_NO_THROW(act(world));
-      EXPECT_TRUE(world.desktop_.boxes().empty());
+      EXPECT_PRED_FORMAT1(noBoxes, world.desktop_.boxes());
       EXPECT_EQ(world.state(), kExisting);
       EXPECT_TRUE(world.store_.calls(CallKind::DBWrite).empty());
       world.store_.stopFailing();
@@ -437,7 +437,7 @@ TEST(StoreFailureOnAllPages, ChoosingAnEntityIsTrappedAndWorksTheNextTime) {
       EXPECT_EQ(world.box("Txt_Entite").text(), "020");
       EXPECT_EQ(world.child<ComboBox>("Cbo_Entite").text(), "AUTRE VAL");
       EXPECT_EQ(world.child<ListBox>("Lst_Activite").listCount(), 1);
-      EXPECT_TRUE(world.desktop_.boxes().empty());
+      EXPECT_PRED_FORMAT1(noBoxes, world.desktop_.boxes());
     });
   }
 }
@@ -447,10 +447,10 @@ TEST(StoreFailureOnAllPages, SavingIsTrappedAndKeepsWhatWasTypedOnAllPages) {
     const std::string before = world.store_.record("ORGPRISECHARGE", "001").text();
     const Snapshot typed = screenOf(world);
     EXPECT_NO_THROW(pressOk(world));
-    EXPECT_TRUE(world.desktop_.boxes().empty());
+    EXPECT_PRED_FORMAT1(noBoxes, world.desktop_.boxes());
     const bool written = world.attribute("001", attribut::RaisonOrgChg) == "Nouveau nom";
     if (!written) {
-      EXPECT_EQ(world.store_.record("ORGPRISECHARGE", "001").text(), before);
+      EXPECT_PRED_FORMAT2(sameBody, world.store_.record("ORGPRISECHARGE", "001").text(), before);
       EXPECT_EQ(difference(typed, screenOf(world)), "");
     }
     world.store_.stopFailing();
@@ -474,7 +474,7 @@ TEST(StoreFailureOnAllPages, SavingANewBodyIsTrappedAndKeepsWhatWasTypedOnAllPag
   withEachCallFailing(prepare, pressOk, [](FailingWorld& world, int) {
     const Snapshot typed = screenOf(world);
     EXPECT_NO_THROW(pressOk(world));
-    EXPECT_TRUE(world.desktop_.boxes().empty());
+    EXPECT_PRED_FORMAT1(noBoxes, world.desktop_.boxes());
     const bool written = world.bodiesNamed("NEUF") == 1;
     if (!written) {
       EXPECT_EQ(world.store_.ids("ORGPRISECHARGE").size(), 3U);
@@ -500,7 +500,7 @@ TEST(StoreFailureOnAllPages, LeavingEndsWithTheErrorAndWorksTheNextTime) {
     const Snapshot typed = screenOf(world);
     EXPECT_THROW(act(world), store::StoreError);
     EXPECT_FALSE(world.control_->W_Sortir());
-    EXPECT_EQ(world.store_.record("ORGPRISECHARGE", "001").text(), before);
+    EXPECT_PRED_FORMAT2(sameBody, world.store_.record("ORGPRISECHARGE", "001").text(), before);
     EXPECT_EQ(difference(typed, screenOf(world)), "");
     world.store_.stopFailing();
     if (!world.desktop_.answersLeft()) world.desktop_.answer(Answer::Yes);
@@ -517,7 +517,7 @@ TEST(StoreFailureOnAllPages, AFailedSaveIsNoChangeOfTheRecordInHand) {
     world.store_.stopFailing();
     world.control_->Afficher_Donnees();
     world.press("Cmd_Sortir");
-    EXPECT_TRUE(world.desktop_.boxes().empty());
+    EXPECT_PRED_FORMAT1(noBoxes, world.desktop_.boxes());
     EXPECT_TRUE(world.control_->W_Sortir());
   });
 }

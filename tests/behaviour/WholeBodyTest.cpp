@@ -81,23 +81,34 @@ class EnteredBody : public ControlTest {
     shownBelow(tabs(), shown);
     return shown;
   }
-  void front(int tab) { ASSERT_TRUE(user_->click(tabs(), tab)); }
-  void fill(std::string_view name, std::string_view keys) {
+  void front(int tab, Caller at = Caller::here()) {
+    const auto trace = called("front", at);
+    ASSERT_TRUE(user_->click(tabs(), tab));
+  }
+  void fill(std::string_view name, std::string_view keys, Caller at = Caller::here()) {
+    const auto trace = called("fill", at);
     ASSERT_TRUE(user_->fill(*control_->surface().find(name), keys)) << name;
   }
-  void set(std::string_view name) {
+  void set(std::string_view name, Caller at = Caller::here()) {
+    const auto trace = called("set", at);
     ASSERT_TRUE(user_->click(child<toolkit::OptionButton>(name))) << name;
   }
-  void toggle(std::string_view name) { ASSERT_TRUE(user_->click(child<CheckBox>(name))) << name; }
-  void choose(std::string_view name, int line) {
+  void toggle(std::string_view name, Caller at = Caller::here()) {
+    const auto trace = called("toggle", at);
+    ASSERT_TRUE(user_->click(child<CheckBox>(name))) << name;
+  }
+  void choose(std::string_view name, int line, Caller at = Caller::here()) {
+    const auto trace = called("choose", at);
     ASSERT_TRUE(user_->choose(child<ComboBox>(name), line)) << name;
   }
-  void twice(std::string_view name, int line) {
+  void twice(std::string_view name, int line, Caller at = Caller::here()) {
+    const auto trace = called("twice", at);
     ASSERT_TRUE(user_->dblClick(child<ListBox>(name), line)) << name;
   }
 
   // Every field of the six pages, the entity first: accounts are asked for under it.
-  void enterAll() {
+  void enterAll(Caller at = Caller::here()) {
+    const auto trace = called("enterAll", at);
     ASSERT_TRUE(press("Cmd_Ajouter"));
     ASSERT_TRUE(user_->type("ENTIER"));
     enterCoordonnees();
@@ -108,7 +119,8 @@ class EnteredBody : public ControlTest {
     enterBordereau();
     expectNoBox();
   }
-  void enterCoordonnees() {
+  void enterCoordonnees(Caller at = Caller::here()) {
+    const auto trace = called("enterCoordonnees", at);
     front(0);
     const std::pair<const char*, const char*> texts[] = {{"Txt_RaisonOrgChg", "Organisme entier"},
                                                          {"Txt_Complement", "Étage 2"},
@@ -125,13 +137,15 @@ class EnteredBody : public ControlTest {
     for (const auto& [name, keys] : texts) fill(name, keys);
     choose("Cbo_NatureVoie", 1);
   }
-  void enterActivites() {
+  void enterActivites(Caller at = Caller::here()) {
+    const auto trace = called("enterActivites", at);
     front(5);
     fill("Txt_Entite", "010");
     twice("Lst_Activite", 0);
     twice("Lst_Activite", 1);
   }
-  void enterRegles() {
+  void enterRegles(Caller at = Caller::here()) {
+    const auto trace = called("enterRegles", at);
     front(1);
     set("Opt_TypePrincipalOrgChg");
     set("Opt_PlafMensOrgChg");
@@ -150,12 +164,15 @@ class EnteredBody : public ControlTest {
     set("Opt_DimJF");
   }
   void enterRow(const char* add, const char* ok,
-                const std::vector<std::pair<const char*, std::string>>& zones) {
+                const std::vector<std::pair<const char*, std::string>>& zones,
+                Caller at = Caller::here()) {
+    const auto trace = called("enterRow", at);
     ASSERT_TRUE(press(add));
     for (const auto& [zone, keys] : zones) fill(zone, keys);
     ASSERT_TRUE(press(ok));
   }
-  void enterPriseEnCharge() {
+  void enterPriseEnCharge(Caller at = Caller::here()) {
+    const auto trace = called("enterPriseEnCharge", at);
     front(2);
     set("Opt_HeureOrgChg");
     for (const char* date : {"01/01/2024", "1.1.25", "010126"}) {
@@ -176,7 +193,8 @@ class EnteredBody : public ControlTest {
     toggle("Cac_CoutGlobal");
     fill("Txt_CodeCptPrestationService", "7060000001");
   }
-  void enterParticipation() {
+  void enterParticipation(Caller at = Caller::here()) {
+    const auto trace = called("enterParticipation", at);
     front(3);
     set("Opt_Quotient");
     set("Opt_GestPartPourc");
@@ -195,7 +213,8 @@ class EnteredBody : public ControlTest {
                 {"Txt_BaremCoursOrgChg", "1,25"}});
     }
   }
-  void enterBordereau() {
+  void enterBordereau(Caller at = Caller::here()) {
+    const auto trace = called("enterBordereau", at);
     front(4);
     set("Opt_RecapBordOrgChg");
     twice("Lst_ParamPossOrgChg", 1);
@@ -285,11 +304,12 @@ TEST_F(EnteredBody, HasEveryAttributeOfItsPages) {
   for (int number = 1; number <= attribut::Dernier; ++number) {
     if (number >= attribut::DebRevSeulOrgChg && number <= attribut::BaremCoursOrgChg &&
         number != attribut::BaremPrecOrgChg) {
-      EXPECT_EQ(record.DCount(number), 13) << number;
+      EXPECT_EQ(record.DCount(number), 13) << bodyAttribute(number);
       continue;
     }
     const auto found = expected.find(number);
-    EXPECT_EQ(record.get(number), found == expected.end() ? "" : found->second) << number;
+    EXPECT_EQ(record.get(number), found == expected.end() ? "" : found->second)
+        << bodyAttribute(number);
   }
   for (int value = 1; value <= 13; ++value) {
     EXPECT_EQ(record.get(attribut::DebRevSeulOrgChg, value), std::to_string((value - 1) * 10000));
@@ -306,7 +326,7 @@ TEST_F(EnteredBody, SavedAgainUnchangedKeepsItsText) {
   lookUp("042");
   ASSERT_TRUE(press("Cmd_OK"));
   expectNoBox();
-  EXPECT_EQ(store_.record("ORGPRISECHARGE", "042").text(), text);
+  EXPECT_PRED_FORMAT2(sameBody, store_.record("ORGPRISECHARGE", "042").text(), text);
   EXPECT_EQ(store_.calls(CallKind::DBWrite).size(), 3U);  // the counter, and the body twice
 }
 

@@ -59,6 +59,10 @@ std::string nameOf(std::string_view file, int attribute) {
   return "without a name";
 }
 
+std::string numbered(std::string_view file, int attribute) {
+  return std::to_string(attribute) + " " + nameOf(file, attribute);
+}
+
 testing::AssertionResult sameRecord(std::string_view file, const char* actualText,
                                     const char* expectedText, std::string_view actual,
                                     std::string_view expected) {
@@ -115,14 +119,30 @@ testing::AssertionResult sameAgreement(const char* actualText, const char* expec
   return sameRecord("ACCORD", actualText, expectedText, actual, expected);
 }
 
+std::string bodyAttribute(int number) { return numbered("ORGPRISECHARGE", number); }
+
+testing::AssertionResult sameAttributes(const char* actualText, const char* expectedText,
+                                        const std::map<int, std::string>& actual,
+                                        const std::map<int, std::string>& expected) {
+  if (actual == expected) return testing::AssertionSuccess();
+  const auto named = [](const std::map<int, std::string>& attributes) {
+    Lines lines;
+    for (const auto& [number, text] : attributes) {
+      lines.push_back(bodyAttribute(number) + ": " + text);
+    }
+    return lines;
+  };
+  return same(actualText, expectedText, named(actual), named(expected));
+}
+
 std::string attributesThatDiffer(std::string_view file, const store::DynamicArray& actual,
                                  const store::DynamicArray& expected) {
   std::string told;
   const int count = std::max(actual.DCount(), expected.DCount());
   for (int i = 1; i <= count; ++i) {
     if (actual.get(i) == expected.get(i)) continue;
-    told += "\n  " + std::to_string(i) + " " + nameOf(file, i) + ": " + inQuotes(actual.get(i)) +
-            " instead of " + inQuotes(expected.get(i));
+    told += "\n  " + numbered(file, i) + ": " + inQuotes(actual.get(i)) + " instead of " +
+            inQuotes(expected.get(i));
   }
   if (told.empty()) {
     told = "\n  " + std::to_string(actual.DCount()) + " attributes instead of " +

@@ -71,6 +71,12 @@ const toolkit::SSTab* tabsOf(const toolkit::Container& container) {
   return nullptr;
 }
 
+std::string listed(const std::vector<toolkit::headless::Entry>& boxes) {
+  std::string told;
+  for (const toolkit::headless::Entry& box : boxes) told += "\n  " + testing::PrintToString(box);
+  return told;
+}
+
 }  // namespace
 
 std::string whereaboutsOf(const toolkit::Surface& surface) {
@@ -100,12 +106,15 @@ void TestDesktop::follow(std::function<const toolkit::headless::User*()> user) {
 
 testing::AssertionResult noBoxes(const char*, const std::vector<toolkit::headless::Entry>& boxes) {
   if (boxes.empty()) return testing::AssertionSuccess();
-  testing::AssertionResult result = testing::AssertionFailure();
-  result << "Nothing should have been shown:";
-  for (const toolkit::headless::Entry& box : boxes) {
-    result << "\n  " << testing::PrintToString(box);
-  }
-  return result;
+  return testing::AssertionFailure() << "Nothing should have been shown:" << listed(boxes);
+}
+
+testing::AssertionResult boxCount(const char*, const char*,
+                                  const std::vector<toolkit::headless::Entry>& boxes,
+                                  std::size_t count) {
+  if (boxes.size() == count) return testing::AssertionSuccess();
+  return testing::AssertionFailure() << boxes.size() << " boxes instead of " << count
+                                     << (boxes.empty() ? "" : ":") << listed(boxes);
 }
 
 }  // namespace testing_support

@@ -36,6 +36,11 @@ std::string whereaboutsOf(const toolkit::Surface& surface);
 testing::AssertionResult noBoxes(const char* expression,
                                  const std::vector<toolkit::headless::Entry>& boxes);
 
+// As many as that: EXPECT_PRED_FORMAT2(boxCount, desktop_.takeBoxes(), 1U)
+testing::AssertionResult boxCount(const char* expression, const char* countText,
+                                  const std::vector<toolkit::headless::Entry>& boxes,
+                                  std::size_t count);
+
 // The helper that was called there shows up in what fails within it:
 //   const auto trace = called("lookUp", at);
 inline testing::ScopedTrace called(const char* helper, toolkit::headless::Caller at) {

@@ -6,12 +6,14 @@
 
 #include "store/Layouts.h"
 #include "tests/support/MemoryStore.h"
+#include "tests/support/Same.h"
 
 namespace {
 
 using testing_support::CallKind;
 using testing_support::MemoryStore;
 using Why = store::NoCode::Why;
+using testing_support::same;
 
 class Counter : public testing::Test {
  protected:
@@ -112,8 +114,9 @@ TEST_F(Counter, ReadsTheRecordAgainEachTime) {
 TEST_F(Counter, IsWrittenBeforeTheCodeIsGivenBack) {
   holds("010");
   next();
-  EXPECT_EQ(memory.told(), (std::vector<std::string>{"OpenFile COMPTEUR", "ReadRecord COMPTEUR 999",
-                                                     "DBWrite COMPTEUR 999"}));
+  EXPECT_PRED_FORMAT2(same, memory.told(),
+                      (std::vector<std::string>{"OpenFile COMPTEUR", "ReadRecord COMPTEUR 999",
+                                                "DBWrite COMPTEUR 999"}));
 }
 
 TEST_F(Counter, GivesNoCodeWhenItCannotBeWritten) {

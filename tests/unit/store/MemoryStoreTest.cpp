@@ -4,11 +4,13 @@
 
 #include "store/Layouts.h"
 #include "store/Request.h"
+#include "tests/support/Same.h"
 
 namespace {
 
 using testing_support::CallKind;
 using testing_support::MemoryStore;
+using testing_support::same;
 using Told = std::vector<std::string>;
 
 class MemoryStoreTest : public testing::Test {
@@ -69,9 +71,10 @@ TEST_F(MemoryStoreTest, KeepsAJournalOfAllCalls) {
   EXPECT_EQ(file->DeleteRecord("004"), 0);
   EXPECT_EQ(file->DeleteRecord("004"), 0);
   database->ExecuteSentence("SET-DEC ,");
-  EXPECT_EQ(memory.told(), (Told{"OpenFile ORGPRISECHARGE", "ReadRecord ORGPRISECHARGE 004",
-                                 "DBWrite ORGPRISECHARGE 004", "DeleteRecord ORGPRISECHARGE 004",
-                                 "DeleteRecord ORGPRISECHARGE 004", "ExecuteSentence SET-DEC ,"}));
+  EXPECT_PRED_FORMAT2(same, memory.told(),
+                      (Told{"OpenFile ORGPRISECHARGE", "ReadRecord ORGPRISECHARGE 004",
+                            "DBWrite ORGPRISECHARGE 004", "DeleteRecord ORGPRISECHARGE 004",
+                            "DeleteRecord ORGPRISECHARGE 004", "ExecuteSentence SET-DEC ,"}));
   EXPECT_EQ(memory.calls(CallKind::DBWrite).front().text, "NEW");
 }
 
@@ -107,8 +110,8 @@ TEST_F(MemoryStoreTest, TellsWhenItsObjectsGo) {
   memory.releases().push_back("rights");
   file.reset();
   database.reset();
-  EXPECT_EQ(memory.releases(),
-            (Told{"Record TABLES STATORGCHG", "rights", "File TABLES", "Database"}));
+  EXPECT_PRED_FORMAT2(same, memory.releases(),
+                      (Told{"Record TABLES STATORGCHG", "rights", "File TABLES", "Database"}));
 }
 
 }  // namespace

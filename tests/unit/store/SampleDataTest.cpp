@@ -14,11 +14,13 @@
 #include "store/Conversions.h"
 #include "store/DynamicArray.h"
 #include "store/Layouts.h"
+#include "tests/support/Same.h"
 #include "text/Utf8.h"
 
 namespace {
 
 using store::DynamicArray;
+using testing_support::same;
 using Records = std::map<std::string, DynamicArray>;
 using Values = std::vector<std::string>;
 using Codes = std::set<std::string>;
@@ -261,11 +263,11 @@ TEST_F(SampleData, RatesThatAreNoneAreHeldAsOneBlankOrAsNothing) {
   EXPECT_EQ(alone.get(TxRembMajOrgChg), " ");
   EXPECT_EQ(alone.get(PrestServOrgChg), " ");
   for (const int attribute : {TxRembMajOrgChg, PrestServOrgChg}) {
-    EXPECT_EQ(bodiesWhere([&](const auto& body) {
-                const Values rates = values(body, attribute);
-                return std::count(rates.begin(), rates.end(), " ") > 0;
-              }),
-              (Codes{"122", "123"}));
+    EXPECT_PRED_FORMAT2(same, bodiesWhere([&](const auto& body) {
+                          const Values rates = values(body, attribute);
+                          return std::count(rates.begin(), rates.end(), " ") > 0;
+                        }),
+                        (Codes{"122", "123"}));
     const Values mixed = values(bodies().at("123"), attribute);
     EXPECT_EQ(std::count(mixed.begin(), mixed.end(), " "), 4);
     EXPECT_EQ(std::count(mixed.begin(), mixed.end(), ""), 4);
@@ -314,12 +316,12 @@ TEST_F(SampleData, ScalesAreInAmountOrInPercentAndDatedAfterThePreviousOneButFor
     EXPECT_FALSE(body.get(DatBaremCours).empty()) << code;
     EXPECT_GT(body.DCount(DebRevSeulOrgChg), 0) << code;
   }
-  EXPECT_EQ(managements, (Codes{"M", "%"}));
-  EXPECT_EQ(bodiesWhere([](const auto& body) {
-              return store::wholeNumber(body.get(DatBaremCours)) <=
-                     store::wholeNumber(body.get(DatBaremPrec));
-            }),
-            Codes{"129"});
+  EXPECT_PRED_FORMAT2(same, managements, (Codes{"M", "%"}));
+  EXPECT_PRED_FORMAT2(same, bodiesWhere([](const auto& body) {
+                        return store::wholeNumber(body.get(DatBaremCours)) <=
+                               store::wholeNumber(body.get(DatBaremPrec));
+                      }),
+                      Codes{"129"});
   EXPECT_EQ(bodies().at("129").get(DatBaremCours), bodies().at("129").get(DatBaremPrec));
 }
 
@@ -331,13 +333,14 @@ TEST_F(SampleData, BracketsChainAsTheyAreShownButThoseOfOneBody) {
     }
     return false;
   };
-  EXPECT_EQ(bodiesWhere([&](const auto& body) {
-              return isBroken(body, DebRevSeulOrgChg, FinRevSeulOrgChg);
-            }),
-            Codes{"128"});
-  EXPECT_EQ(bodiesWhere(
-                [&](const auto& body) { return isBroken(body, DebRevMenOrgChg, FinRevMenOrgChg); }),
-            Codes());
+  EXPECT_PRED_FORMAT2(same, bodiesWhere([&](const auto& body) {
+                        return isBroken(body, DebRevSeulOrgChg, FinRevSeulOrgChg);
+                      }),
+                      Codes{"128"});
+  EXPECT_PRED_FORMAT2(same, bodiesWhere([&](const auto& body) {
+                        return isBroken(body, DebRevMenOrgChg, FinRevMenOrgChg);
+                      }),
+                      Codes());
   const DynamicArray& body = bodies().at("128");
   EXPECT_EQ(shown(body, FinRevSeulOrgChg, 2), "1051,00");
   EXPECT_EQ(shown(body, DebRevSeulOrgChg, 3), "1052,00");
@@ -371,11 +374,11 @@ TEST_F(SampleData, ScalesHaveOneTwelveOrThirteenBracketsAndOneHasNoPreviousScale
 
 TEST_F(SampleData, OneCurrentParticipationIsEmpty) {
   using namespace store::orgprisecharge;
-  EXPECT_EQ(bodiesWhere([](const auto& body) {
-              const Values current = values(body, BaremCoursOrgChg);
-              return std::count(current.begin(), current.end(), "") > 0;
-            }),
-            Codes{"130"});
+  EXPECT_PRED_FORMAT2(same, bodiesWhere([](const auto& body) {
+                        const Values current = values(body, BaremCoursOrgChg);
+                        return std::count(current.begin(), current.end(), "") > 0;
+                      }),
+                      Codes{"130"});
   EXPECT_EQ(values(bodies().at("130"), BaremCoursOrgChg), (Values{"190", "", "570", "760"}));
 }
 
@@ -440,11 +443,11 @@ TEST_F(SampleData, TwoBodiesAskForDocumentsThatTheTableNoLongerHoldsAmidOthers) 
   const auto isKnown = [&](const std::string& piece) {
     return !store::labelOfCode(table, piece).empty();
   };
-  EXPECT_EQ(bodiesWhere([&](const auto& body) {
-              const Values pieces = values(body, PieceRenouOrgChg);
-              return !std::all_of(pieces.begin(), pieces.end(), isKnown);
-            }),
-            (Codes{"113", "114"}));
+  EXPECT_PRED_FORMAT2(same, bodiesWhere([&](const auto& body) {
+                        const Values pieces = values(body, PieceRenouOrgChg);
+                        return !std::all_of(pieces.begin(), pieces.end(), isKnown);
+                      }),
+                      (Codes{"113", "114"}));
   for (const char* const code : {"113", "114"}) {
     const Values pieces = values(bodies().at(code), PieceRenouOrgChg);
     EXPECT_TRUE(isKnown(pieces.front()) && isKnown(pieces.back())) << code;
@@ -455,10 +458,10 @@ TEST_F(SampleData, TwoBodiesAskForDocumentsThatTheTableNoLongerHoldsAmidOthers) 
 TEST_F(SampleData, OneBodyIsOfAStatisticsCategoryThatTheTableNoLongerHolds) {
   using namespace store::orgprisecharge;
   const DynamicArray& table = file("TABLES").at("STATORGCHG");
-  EXPECT_EQ(bodiesWhere([&](const auto& body) {
-              return store::labelOfCode(table, body.get(StatsOrgChg)).empty();
-            }),
-            Codes{"114"});
+  EXPECT_PRED_FORMAT2(same, bodiesWhere([&](const auto& body) {
+                        return store::labelOfCode(table, body.get(StatsOrgChg)).empty();
+                      }),
+                      Codes{"114"});
   EXPECT_EQ(one(bodies().at("114"), StatsOrgChg), "08");
 }
 
@@ -473,7 +476,7 @@ TEST_F(SampleData, AccountsAreInTheChartOfTheBodysEntityButForOneBody) {
     return isUnknown(body, DebitOrgChg) || isUnknown(body, CreditOrgChg) ||
            isUnknown(body, CpteProdAide) || isUnknown(body, CptPrestationService);
   });
-  EXPECT_EQ(unknown, Codes{"120"});
+  EXPECT_PRED_FORMAT2(same, unknown, Codes{"120"});
   for (const int attribute : {DebitOrgChg, CreditOrgChg, CpteProdAide, CptPrestationService}) {
     EXPECT_TRUE(isUnknown(bodies().at("120"), attribute)) << attribute;
   }
@@ -484,9 +487,9 @@ TEST_F(SampleData, AccountsBeginAlikeBearTheSameLabelAndOneLabelHoldsADoubleQuot
   const Records& chart = file(store::plancomptable::kFile);
   for (const char* const entity : {"010", "020", "030", "040"}) {
     EXPECT_EQ(accountsOf(entity, "41").size(), std::string(entity) == "010" ? 12U : 9U) << entity;
-    EXPECT_EQ(accountsOf(entity, "512"), Codes{"5120000000"}) << entity;
+    EXPECT_PRED_FORMAT2(same, accountsOf(entity, "512"), Codes{"5120000000"}) << entity;
   }
-  EXPECT_EQ(accountsOf("050", "41"), Codes{"4110000000"});
+  EXPECT_PRED_FORMAT2(same, accountsOf("050", "41"), Codes{"4110000000"});
   EXPECT_EQ(one(chart.at("0104112200000"), store::plancomptable::Libelle),
             "CLIENTS - BENEFICIAIRES");
   EXPECT_EQ(one(chart.at("0104112300000"), store::plancomptable::Libelle),
@@ -496,7 +499,7 @@ TEST_F(SampleData, AccountsBeginAlikeBearTheSameLabelAndOneLabelHoldsADoubleQuot
   for (const auto& [key, account] : chart) {
     if (one(account, 1).find('"') != std::string::npos) quoted.insert(key);
   }
-  EXPECT_EQ(quoted, Codes{"0104112100000"});
+  EXPECT_PRED_FORMAT2(same, quoted, Codes{"0104112100000"});
   EXPECT_EQ(one(bodies().at("113"), DebitOrgChg), "4112100000");
 }
 
@@ -512,7 +515,7 @@ TEST_F(SampleData, CoveredActivitiesAreOfTheEntityOneTypeAndOneService) {
       EXPECT_EQ(activity->get(Service), first.get(Service)) << code;
     }
   }
-  EXPECT_EQ(types, (Codes{"", "I", "M", "P", "S"}));
+  EXPECT_PRED_FORMAT2(same, types, (Codes{"", "I", "M", "P", "S"}));
 }
 
 TEST_F(SampleData, EveryBodyPassesTheChecksOfItsCoveredActivities) {
@@ -538,16 +541,17 @@ TEST_F(SampleData, BodiesWithoutAccountingAreOfAgencyActivitiesOrComplementaryOf
              isPrincipal(body) == principal;
     });
   };
-  EXPECT_EQ(without("M", true), (Codes{"010", "096"}));
-  EXPECT_EQ(without("P", false), (Codes{"101", "103", "108", "110"}));
+  EXPECT_PRED_FORMAT2(same, without("M", true), (Codes{"010", "096"}));
+  EXPECT_PRED_FORMAT2(same, without("P", false), (Codes{"101", "103", "108", "110"}));
 }
 
 TEST_F(SampleData, AgencyActivitiesAreInAmountAndWithinReachOfComplementaryBodies) {
   using namespace store::orgprisecharge;
   const Codes inAmount = bodiesWhere(
       [](const auto& body) { return typeCovered(body) == "M" && body.get(AttribOrgChg) == "M"; });
-  EXPECT_EQ(inAmount,
-            (Codes{"004", "010", "014", "025", "026", "072", "074", "078", "092", "096"}));
+  EXPECT_PRED_FORMAT2(
+      same, inAmount,
+      (Codes{"004", "010", "014", "025", "026", "072", "074", "078", "092", "096"}));
   EXPECT_FALSE(isPrincipal(bodies().at("101")));
   EXPECT_TRUE(typesOf(bodies().at("101").get(Entite)).contains("M"));
 }
@@ -563,18 +567,19 @@ TEST_F(SampleData, OneBodyInAmountWithProviderActivitiesHasNoAgreementThatHoldsI
 
 TEST_F(SampleData, BodiesCoverNoActivityOfAnEntityOfOneTypeAndOfOneWithoutActivities) {
   using namespace store::orgprisecharge;
-  EXPECT_EQ(bodiesWhere([](const auto& body) { return body.get(CodActSelect).empty(); }),
-            (Codes{"119", "120"}));
+  EXPECT_PRED_FORMAT2(same,
+                      bodiesWhere([](const auto& body) { return body.get(CodActSelect).empty(); }),
+                      (Codes{"119", "120"}));
   EXPECT_EQ(one(bodies().at("119"), Entite), "040");
   EXPECT_EQ(one(bodies().at("120"), Entite), "050");
 }
 
 TEST_F(SampleData, OneBodyKeepsTheCodeOfAnActivityThatNoLongerExists) {
   using namespace store::orgprisecharge;
-  EXPECT_EQ(bodiesWhere([](const auto& body) {
-              return covered(body).size() != values(body, CodActSelect).size();
-            }),
-            Codes{"121"});
+  EXPECT_PRED_FORMAT2(same, bodiesWhere([](const auto& body) {
+                        return covered(body).size() != values(body, CodActSelect).size();
+                      }),
+                      Codes{"121"});
   EXPECT_EQ(values(bodies().at("121"), CodActSelect), (Values{"010P01", "010P99", "010P02"}));
   EXPECT_EQ(covered(bodies().at("121")).size(), 2U);
 }
@@ -586,14 +591,15 @@ TEST_F(SampleData, SlipsFitTheirPageButForOneAndStandAtItsBounds) {
     EXPECT_TRUE(isAmong(body, TypeBordOrgChg, "IRM")) << code;
     EXPECT_TRUE(body.get(TypeBordOrgChg) != "M" || isPrincipal(body)) << code;
   }
-  EXPECT_EQ(bodiesWhere([](const auto& body) {
-              return body.get(TypeBordOrgChg) == "M" && body.DCount(DebAbatHOrgChg) > 0;
-            }),
-            Codes{"127"});
+  EXPECT_PRED_FORMAT2(same, bodiesWhere([](const auto& body) {
+                        return body.get(TypeBordOrgChg) == "M" && body.DCount(DebAbatHOrgChg) > 0;
+                      }),
+                      Codes{"127"});
   EXPECT_EQ(slipWidth(bodies().at("029")), 129);
   EXPECT_EQ(slipWidth(bodies().at("062")), 130);
   EXPECT_EQ(slipWidth(bodies().at("117")), 131);
-  EXPECT_EQ(bodiesWhere([](const auto& body) { return slipWidth(body) > 130; }), Codes{"117"});
+  EXPECT_PRED_FORMAT2(same, bodiesWhere([](const auto& body) { return slipWidth(body) > 130; }),
+                      Codes{"117"});
 }
 
 TEST_F(SampleData, TwoSlipsHaveTheSameColumnsInOppositeOrdersAndOneASingleColumn) {
@@ -602,15 +608,18 @@ TEST_F(SampleData, TwoSlipsHaveTheSameColumnsInOppositeOrdersAndOneASingleColumn
   std::reverse(turned.begin(), turned.end());
   EXPECT_EQ(values(bodies().at("113"), ParamSelecOrgChg), turned);
   EXPECT_EQ(turned, (Values{"10", "11", "19", "21", "26"}));
-  EXPECT_EQ(bodiesWhere([](const auto& body) { return body.DCount(ParamSelecOrgChg) == 1; }),
-            Codes{"118"});
+  EXPECT_PRED_FORMAT2(
+      same, bodiesWhere([](const auto& body) { return body.DCount(ParamSelecOrgChg) == 1; }),
+      Codes{"118"});
 }
 
 TEST_F(SampleData, CopiesAreOneToNineButForOneBody) {
   using store::orgprisecharge::NbExemplOrgChg;
   const auto copies = [](const auto& body) { return store::wholeNumber(body.get(NbExemplOrgChg)); };
-  EXPECT_EQ(bodiesWhere([&](const auto& body) { return copies(body) < 1; }), Codes());
-  EXPECT_EQ(bodiesWhere([&](const auto& body) { return copies(body) > 9; }), Codes{"118"});
+  EXPECT_PRED_FORMAT2(same, bodiesWhere([&](const auto& body) { return copies(body) < 1; }),
+                      Codes());
+  EXPECT_PRED_FORMAT2(same, bodiesWhere([&](const auto& body) { return copies(body) > 9; }),
+                      Codes{"118"});
   EXPECT_EQ(copies(bodies().at("118")), 12);
 }
 
@@ -648,7 +657,7 @@ TEST_F(SampleData, AgreementsAreActiveEndedOrClosed) {
   for (const auto& code : bodiesNamedBy(kFile)) {
     if (!bodiesOf["active"].contains(code)) withoutActive.insert(code);
   }
-  EXPECT_EQ(withoutActive, (Codes{"115", "116"}));
+  EXPECT_PRED_FORMAT2(same, withoutActive, (Codes{"115", "116"}));
   for (const auto& code : withoutActive) {
     EXPECT_TRUE(bodiesOf["ended"].contains(code)) << code;
     EXPECT_TRUE(bodiesOf["closed"].contains(code)) << code;
@@ -674,9 +683,9 @@ TEST_F(SampleData, AgreementsEndOnTheFirstDayOfThePayPeriodAndOnTheDayBefore) {
     return days;
   };
   EXPECT_EQ(store::textOfDay(firstDayOfPayPeriod()), "01/01/2026");
-  EXPECT_EQ(lastDays("114"), std::set{firstDayOfPayPeriod()});
-  EXPECT_EQ(lastDays("115"), std::set{firstDayOfPayPeriod() - 1});
-  EXPECT_EQ(lastDays("116"), std::set{firstDayOfPayPeriod() - 1});
+  EXPECT_PRED_FORMAT2(same, lastDays("114"), std::set{firstDayOfPayPeriod()});
+  EXPECT_PRED_FORMAT2(same, lastDays("115"), std::set{firstDayOfPayPeriod() - 1});
+  EXPECT_PRED_FORMAT2(same, lastDays("116"), std::set{firstDayOfPayPeriod() - 1});
 }
 
 // --- What a scale of 01/02/2026 meets
@@ -753,9 +762,11 @@ TEST_F(SampleUpdate, MostBeneficiariesHaveAnIncomeAndAKindOfHousehold) {
 TEST_F(SampleUpdate, OneBodysAgreementsAnswerANewScaleInEveryWay) {
   expectAsked("125");
   const Answer answer = answerOf("125");
-  EXPECT_EQ(answer.modified, (Codes{"00961001", "01045001", "01046001", "01047001", "01048001",
-                                    "01049001", "01050001", "01055001"}));
-  EXPECT_EQ(answer.limit, (Codes{"01051001", "01052001", "01053001", "01054001", "01055002"}));
+  EXPECT_PRED_FORMAT2(same, answer.modified,
+                      (Codes{"00961001", "01045001", "01046001", "01047001", "01048001", "01049001",
+                             "01050001", "01055001"}));
+  EXPECT_PRED_FORMAT2(same, answer.limit,
+                      (Codes{"01051001", "01052001", "01053001", "01054001", "01055002"}));
   EXPECT_EQ(incomeOf("01051").first, "");
   EXPECT_FALSE(file("ELTSFACTAIDE").contains("01052"));
   EXPECT_FALSE(incomeOf("01053").first.empty());
@@ -824,19 +835,21 @@ TEST_F(SampleData, SomeBodiesCanBeDeletedAndOthersAreHeldByOneFileOnly) {
   for (const auto& [code, body] : bodies()) {
     if (!agreed.contains(code) && !asked.contains(code)) free.insert(one(body, 1));
   }
-  EXPECT_EQ(free, (Codes{"CD05", "CD09", "CD23", "CD48", "CTG973", "FONDSOL", "MUTRIVES",
-                         "CRARPENT", "CRENLUM", "CRSOURCE", "CRPONTS", "CRMOULIN", "CRCARRIER",
-                         "CRCHAUME", "CRTONNEAU", "CRPOTIER", "CRFAIENCE", "CRCIRE", "CRSABOT"}));
+  EXPECT_PRED_FORMAT2(
+      same, free,
+      (Codes{"CD05", "CD09", "CD23", "CD48", "CTG973", "FONDSOL", "MUTRIVES", "CRARPENT", "CRENLUM",
+             "CRSOURCE", "CRPONTS", "CRMOULIN", "CRCARRIER", "CRCHAUME", "CRTONNEAU", "CRPOTIER",
+             "CRFAIENCE", "CRCIRE", "CRSABOT"}));
   EXPECT_TRUE(agreed.contains("001") && !asked.contains("001"));
   EXPECT_TRUE(asked.contains("015") && !agreed.contains("015"));
 }
 
 TEST_F(SampleData, EntitiesHaveActivitiesOfSeveralTypesOfOneTypeOrNone) {
   for (const char* const entity : {"010", "020", "030"}) {
-    EXPECT_EQ(typesOf(entity), (Codes{"I", "M", "P", "S"})) << entity;
+    EXPECT_PRED_FORMAT2(same, typesOf(entity), (Codes{"I", "M", "P", "S"})) << entity;
   }
-  EXPECT_EQ(typesOf("040"), Codes{"P"});
-  EXPECT_EQ(typesOf("050"), Codes());
+  EXPECT_PRED_FORMAT2(same, typesOf("040"), Codes{"P"});
+  EXPECT_PRED_FORMAT2(same, typesOf("050"), Codes());
   EXPECT_EQ(file(store::association::kFile).size(), 5U);
 }
 
@@ -848,7 +861,8 @@ TEST_F(SampleData, OneEntityHasProviderActivitiesOfTwoServices) {
         one(activity, Service));
   }
   for (const auto& [place, names] : services) {
-    EXPECT_EQ(names, place == "020P" ? (Codes{"REPAS", "SAAD"}) : Codes{*names.begin()}) << place;
+    const Codes expected = place == "020P" ? Codes{"REPAS", "SAAD"} : Codes{*names.begin()};
+    EXPECT_PRED_FORMAT2(same, names, expected) << place;
   }
   EXPECT_EQ(one(*covered(bodies().at("118")).front(), Service), "REPAS");
   EXPECT_EQ(one(*covered(bodies().at("062")).front(), Service), "SAAD");
