@@ -67,7 +67,7 @@ bool LateBound::is(IUnknown* other) const {
   ComPtr<IUnknown> own;
   ComPtr<IUnknown> its;
   return other != nullptr && SUCCEEDED(object_.As(&own)) &&
-         SUCCEEDED(other->QueryInterface(IID_PPV_ARGS(&its))) && own == its;
+         SUCCEEDED(other->QueryInterface(IID_PPV_ARGS(&its))) && own.Get() == its.Get();
 }
 
 DISPID LateBound::idOf(const wchar_t* name) {

@@ -163,6 +163,10 @@ std::optional<std::uint32_t> lowBitsOf(const VARIANT& value) {
   if (number.vt == VT_UI8) {  // the upper half does not fit in what the others become
     return static_cast<std::uint32_t>(number.ullVal);
   }
+  if (number.vt == VT_CY) {  // whose conversion to whole numbers is one off below zero
+    constexpr LONGLONG kUnit = 10000;
+    return static_cast<std::uint32_t>(number.cyVal.int64 / kUnit);
+  }
   try {
     return static_cast<std::uint32_t>(converted(number, VT_I8).get().llVal);
   } catch (const Error&) {

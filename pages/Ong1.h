@@ -4,7 +4,7 @@
 #include <array>
 
 #include "pages/AddressPort.h"
-#include "pages/Page.h"
+#include "pages/Onglet.h"
 #include "pages/ShownAttribute.h"
 
 namespace pages {

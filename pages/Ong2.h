@@ -4,7 +4,7 @@
 #include <string_view>
 
 #include "pages/AccountPair.h"
-#include "pages/Page.h"
+#include "pages/Onglet.h"
 #include "screen/Handlers.h"
 
 namespace pages {

@@ -4,7 +4,7 @@
 
 #include "pages/AccountPair.h"
 #include "pages/DeductionEditor.h"
-#include "pages/Page.h"
+#include "pages/Onglet.h"
 #include "pages/RateEditor.h"
 #include "pages/ShownAttribute.h"
 #include "screen/Handlers.h"

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "pages/Page.h"
+#include "pages/Onglet.h"
 #include "pages/ShownAttribute.h"
 #include "screen/Handlers.h"
 #include "store/DynamicArray.h"

@@ -101,8 +101,9 @@ float singlePrecision(std::string_view text) {
 std::optional<long long> storedHundredths(std::string_view stored) {
   const std::string_view text = text::trim(stored);
   long long value = 0;
-  const char* const end = text.data() + text.size();
-  const auto [stop, error] = std::from_chars(text.data(), end, value);
+  const char* const start = text.data();
+  const char* const end = start + text.size();
+  const auto [stop, error] = std::from_chars(start, end, value);
   if (error == std::errc() && stop == end) return value;
   if (text.empty() || !isDigit(text.back())) return std::nullopt;
   const auto number = decimal(text);

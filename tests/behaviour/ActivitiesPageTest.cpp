@@ -849,7 +849,7 @@ TEST_F(ActivitiesPage, AgencyActivitiesTakeAllHoursOfAPrincipalBody) {
   showCovered({});
   user_->click(option("Opt_Semaine"));
   moveRight({"Garde"});
-  EXPECT_PRED_FORMAT2(same, hoursShown(), "Totalite -");
+  EXPECT_EQ(hoursShown(), "Totalite -");
   EXPECT_EQ(saved(attribut::GestionExclu), "0");
 }
 
@@ -857,9 +857,9 @@ TEST_F(ActivitiesPage, AgencyActivitiesTakeAllHoursEvenFromSundays) {
   showCovered({});
   user_->click(option("Opt_DimJF"));
   moveRight({"Garde"});
-  EXPECT_PRED_FORMAT2(same, hoursShown(), "Totalite -");
+  EXPECT_EQ(hoursShown(), "Totalite -");
   user_->click(option("Opt_DimJF"));
-  EXPECT_PRED_FORMAT2(same, hoursShown(), "DimJF -");
+  EXPECT_EQ(hoursShown(), "DimJF -");
   EXPECT_FALSE(user_->click(option("Opt_Semaine")));
 }
 
@@ -867,54 +867,54 @@ TEST_F(ActivitiesPage, OtherActivitiesLeaveTheHoursAsTheyAre) {
   for (const char* label : {"Aide", "Soins", "Téléassistance", "Inconnue", "Sans type"}) {
     show({{attribut::CodActSelect, ""}, {attribut::GestionExclu, "2"}});
     moveRight({label});
-    EXPECT_PRED_FORMAT2(same, hoursShown(), "Semaine") << label;
+    EXPECT_EQ(hoursShown(), "Semaine") << label;
   }
 }
 
 TEST_F(ActivitiesPage, MovingRightAppliesTheHoursRuleEvenWhenItMovesNothing) {
   showCovered({"010M01"});
-  EXPECT_PRED_FORMAT2(same, hoursShown(), "Totalite -");
+  EXPECT_EQ(hoursShown(), "Totalite -");
   user_->click(option("Opt_DimJF"));
   moveRight({"Aide"});
-  EXPECT_PRED_FORMAT2(same, hoursShown(), "Totalite -");
+  EXPECT_EQ(hoursShown(), "Totalite -");
 }
 
 TEST_F(ActivitiesPage, RemovingTheLastAgencyActivityOpensTheWeekAgain) {
   showCovered({"010M01", "010M02"});
-  EXPECT_PRED_FORMAT2(same, hoursShown(), "Totalite -");
+  EXPECT_EQ(hoursShown(), "Totalite -");
   moveLeft({"Garde"});
-  EXPECT_PRED_FORMAT2(same, hoursShown(), "Totalite -");
+  EXPECT_EQ(hoursShown(), "Totalite -");
   moveLeft({"Nuit"});
-  EXPECT_PRED_FORMAT2(same, hoursShown(), "Totalite");
+  EXPECT_EQ(hoursShown(), "Totalite");
 }
 
 TEST_F(ActivitiesPage, AnotherEntityOpensTheWeekAgain) {
   showCovered({"010M01"});
   user_->fill(entity(), "");
-  EXPECT_PRED_FORMAT2(same, hoursShown(), "Totalite -");
+  EXPECT_EQ(hoursShown(), "Totalite -");
   user_->fill(entity(), "020");
-  EXPECT_PRED_FORMAT2(same, hoursShown(), "Totalite");
+  EXPECT_EQ(hoursShown(), "Totalite");
 }
 
 TEST_F(ActivitiesPage, OfAComplementaryBodyTheHoursAreClosedWhateverIsMoved) {
   show({{attribut::TypeOrgChg, "C"}, {attribut::CodActSelect, ""}});
   EXPECT_FALSE(hours().enabled());
   moveRight({"Garde"});
-  EXPECT_PRED_FORMAT2(same, hoursShown(), "Totalite");
+  EXPECT_EQ(hoursShown(), "Totalite");
   EXPECT_FALSE(hours().enabled());
   EXPECT_FALSE(user_->click(option("Opt_DimJF")));
 }
 
 TEST_F(ActivitiesPage, TheHoursRuleFollowsTheTypeOfBody) {
   show({{attribut::TypeOrgChg, "C"}, {attribut::CodActSelect, "010M01"}});
-  EXPECT_PRED_FORMAT2(same, hoursShown(), "Totalite");
+  EXPECT_EQ(hoursShown(), "Totalite");
   user_->click(tabs(), kRegles);
   user_->click(option("Opt_TypePrincipalOrgChg"));
   EXPECT_TRUE(hours().enabled());
-  EXPECT_PRED_FORMAT2(same, hoursShown(), "Totalite -");
+  EXPECT_EQ(hoursShown(), "Totalite -");
   user_->click(option("Opt_TypeComplOrgChg"));
   EXPECT_FALSE(hours().enabled());
-  EXPECT_PRED_FORMAT2(same, hoursShown(), "Totalite");
+  EXPECT_EQ(hoursShown(), "Totalite");
 }
 
 // --- Shown and written
@@ -948,7 +948,7 @@ TEST_F(ActivitiesPage, HoursAreShownByTypeOfBodyAndAttribute) {
   for (const Case& c : cases) {
     SCOPED_TRACE(std::string(c.type) + " " + c.stored);
     show({{attribut::TypeOrgChg, c.type}, {attribut::GestionExclu, c.stored}});
-    EXPECT_PRED_FORMAT2(same, hoursShown(), c.shown);
+    EXPECT_EQ(hoursShown(), c.shown);
     EXPECT_EQ(hours().enabled(), c.open);
     EXPECT_EQ(saved(attribut::GestionExclu), c.written);
   }
@@ -956,7 +956,7 @@ TEST_F(ActivitiesPage, HoursAreShownByTypeOfBodyAndAttribute) {
 
 TEST_F(ActivitiesPage, StoredHoursOfTheWeekStayWithAgencyActivities) {
   show({{attribut::CodActSelect, "010M01"}, {attribut::GestionExclu, "2"}});
-  EXPECT_PRED_FORMAT2(same, hoursShown(), "Semaine -");
+  EXPECT_EQ(hoursShown(), "Semaine -");
   EXPECT_EQ(saved(attribut::GestionExclu), "2");
 }
 
@@ -1108,7 +1108,7 @@ TEST_F(ActivitiesPage, NothingIsLeftOfTheBodyBefore) {
   user_->click(tabs(), kActivites);
   EXPECT_EQ(entity().text(), "");
   EXPECT_EQ(names().listCount(), 0);
-  EXPECT_PRED_FORMAT2(same, hoursShown(), "Totalite");
+  EXPECT_EQ(hoursShown(), "Totalite");
   EXPECT_TRUE(hours().enabled());
   expectNoEntity();
 }
@@ -1144,7 +1144,7 @@ TEST_F(ActivitiesPage, ACreationStartsWithAllHoursAndNoEntity) {
   press("Cmd_Ajouter");
   user_->click(tabs(), kActivites);
   EXPECT_EQ(entity().text(), "");
-  EXPECT_PRED_FORMAT2(same, hoursShown(), "Totalite");
+  EXPECT_EQ(hoursShown(), "Totalite");
   EXPECT_TRUE(hours().enabled());
   expectNoEntity();
 }

@@ -220,7 +220,7 @@ TEST_F(Automation, TheSameDatabaseAssignedAgainChangesNothing) {
   load(L"001");
   user().fill(L"Txt_RaisonOrgChg", L"Autre nom");
   const auto calls = control().state().calls.size();
-  for (const WORD how : {DISPATCH_PROPERTYPUT, DISPATCH_PROPERTYPUTREF}) {
+  for (const WORD how : {WORD{DISPATCH_PROPERTYPUT}, WORD{DISPATCH_PROPERTYPUTREF}}) {
     control().put(L"TheDatabase", Value(database.Get()), how);
     EXPECT_EQ(user().text(L"Txt_RaisonOrgChg"), L"Autre nom");
   }

@@ -220,8 +220,8 @@ TEST_F(HostStore, ReadsNullAsAnEmptyTextOrAnswer) {
 
 TEST_F(HostStore, NamesObjectAndMemberOfAnAnswerOfTheWrongType) {
   const auto wrong = answersWith([](VARIANT& answer) {
-    answer.vt = VT_ARRAY | VT_UI1;
-    answer.parray = SafeArrayCreateVector(VT_UI1, 0, 1);
+    answer.vt = VT_ARRAY | VT_I4;
+    answer.parray = SafeArrayCreateVector(VT_I4, 0, 1);
   });
   const auto failureOf = [](const std::function<void()>& call) -> std::string {
     try {

@@ -1,4 +1,4 @@
-#include "pages/Page.h"
+#include "pages/Onglet.h"
 
 #include "screen/Messages.h"
 
