@@ -1,8 +1,11 @@
 #include "tests/windows/container/BoxWatcher.h"
 
+#include <commctrl.h>
+
 #include <utility>
 
 #include "tests/windows/container/FormWatcher.h"
+#include "tests/windows/container/Typist.h"
 
 namespace container {
 
@@ -55,10 +58,32 @@ BOOL CALLBACK readPart(HWND part, LPARAM where) {
   return TRUE;
 }
 
+std::wstring tabInFront(HWND owner) {
+  const HWND tabs = owner == nullptr ? nullptr : childOf(owner, L"Ong_OrgPriseChg");
+  if (tabs == nullptr) return L"";
+  wchar_t caption[64] = {};
+  TCITEMW item = {};
+  item.mask = TCIF_TEXT;
+  item.pszText = caption;
+  item.cchTextMax = 64;
+  const auto tab = static_cast<WPARAM>(SendMessageW(tabs, TCM_GETCURSEL, 0, 0));
+  SendMessageW(tabs, TCM_GETITEMW, tab, reinterpret_cast<LPARAM>(&item));
+  return caption;
+}
+
+// "«text», exclamation, OK, tab "Prise en charge""
+std::string told(const Box& box) {
+  std::wstring all =
+      L"«" + box.text + L"», " + (box.icon.empty() ? L"no icon" : box.icon) + L", " + box.buttons;
+  if (!box.tab.empty()) all += L", tab \"" + box.tab + L"\"";
+  return narrow(all);
+}
+
 Box read(HWND window) {
   Box box;
   box.title = textOf(window);
   box.owner = GetWindow(window, GW_OWNER);
+  box.tab = tabInFront(box.owner);
   EnumChildWindows(window, &readPart, reinterpret_cast<LPARAM>(&box));
   return box;
 }
@@ -141,19 +166,22 @@ void BoxWatcher::meet(HWND window) {
     return;
   }
   if (expected_.empty()) {
-    errors_ += "unexpected box: " + narrow(box.text) + "\n";
+    errors_ += "unexpected box: " + told(box) + "\n";
     press(window, lastAnswer(box));
     return;
   }
   const Expected expected = std::move(expected_.front());
   expected_.pop_front();
-  const std::wstring shown = box.title + L"|" + box.text + L"|" + box.icon + L"|" + box.buttons;
-  const std::wstring wanted =
-      L"Message VALDRIS|" + expected.text + L"|" + expected.icon + L"|" + expected.buttons;
-  if (shown != wanted)
-    errors_ += "box: " + narrow(shown) + "\n  instead of: " + narrow(wanted) + "\n";
+  Box wanted = box;
+  wanted.text = expected.text;
+  wanted.icon = expected.icon;
+  wanted.buttons = expected.buttons;
+  if (told(box) != told(wanted))
+    errors_ += "box: " + told(box) + "\n  instead of: " + told(wanted) + "\n";
+  if (box.title != L"Message VALDRIS")
+    errors_ += "the box is titled " + narrow(box.title) + ": " + told(box) + "\n";
   if (owner_ != nullptr && box.owner != owner_)
-    errors_ += "the box is not owned by the host's window: " + narrow(box.text) + "\n";
+    errors_ += "the box is not owned by the host's window: " + told(box) + "\n";
   if (expected.instead)
     expected.instead(window);
   else

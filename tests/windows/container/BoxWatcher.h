@@ -16,6 +16,7 @@ struct Box {
   std::wstring text;
   std::wstring icon;     // "exclamation", "question", "information", "error", "" for none
   std::wstring buttons;  // their answers: "OK", "YESNO", "YESNOCANCEL", "OKCANCEL"
+  std::wstring tab;      // the tab in front as it opened; "" when the owner has none
   HWND owner = nullptr;
 };
 
