@@ -22,7 +22,7 @@ TEST_P(AccountLabel, EnterInTheLabelSearchesWhatIsTypedInCapitals) {
                       (std::vector<std::string>{"AIDE A DOMICILE", "AIDE A DOMICILE"}));
   EXPECT_EQ(shown(), "|aide a");
   EXPECT_EQ(libelle().listIndex(), -1);
-  EXPECT_TRUE(libelle().hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, libelle());
   EXPECT_TRUE(libelle().listOpen());
   EXPECT_EQ(desktop_.beeps(), 0);
   expectNoBox();
@@ -68,7 +68,7 @@ TEST_P(AccountLabel, KeysOfCode123AndAboveAreRefusedInTheLabel) {
   for (const char32_t key : {U'z', U'A', U'0', U' ', U'"', U'\b'}) {
     EXPECT_EQ(libelle().userKeyPress(key), key);
   }
-  EXPECT_TRUE(libelle().hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, libelle());
   expectNoBox();
   expectNoSearch();
 }
@@ -88,7 +88,7 @@ TEST_P(AccountLabel, NoAccountOfThatLabelIsToldWithABeepAsTyped) {
   EXPECT_EQ(desktop_.journal().at(1).what, toolkit::headless::Entry::What::Beep);
   EXPECT_EQ(shown(), "|");
   EXPECT_TRUE(lines().empty());
-  EXPECT_TRUE(libelle().hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, libelle());
   expectAtRest();
 }
 
@@ -98,7 +98,7 @@ TEST_P(AccountLabel, NoAccountOfThatLabelKeepsTheFocusFromLeaving) {
   EXPECT_FALSE(press("Cmd_OK"));
   expectBox(std::string(kAucunLibelle) + "zinc", Icon::Exclamation);
   EXPECT_EQ(libelle().text(), "");
-  EXPECT_TRUE(libelle().hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, libelle());
   expectNothingWritten();
   elsewhere();
   expectNoBox();
@@ -111,7 +111,7 @@ TEST_P(AccountLabel, LeavingALabelWithoutANumberSearchesIt) {
   expectSearch("SSELECT PLANCOMPTABLE AVEC 1 = \"AIDE]\" AND AVEC @ID = \"010]\" PAR 1");
   EXPECT_EQ(lines().size(), 2U);
   EXPECT_EQ(shown(), "|aide");
-  EXPECT_TRUE(libelle().hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, libelle());
   EXPECT_TRUE(libelle().listOpen());
   EXPECT_EQ(state(), kExisting);
   expectNoBox();
@@ -318,11 +318,11 @@ TEST_P(AccountLabel, AFailedSearchByLabelLosesNothing) {
   EXPECT_NO_THROW(user_->press(Key::Enter));
   EXPECT_EQ(libelle().text(), "aide");
   EXPECT_PRED_FORMAT2(same, lines(), kSoixanteDix);
-  EXPECT_TRUE(libelle().hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, libelle());
   expectAtRest();
   EXPECT_NO_THROW(elsewhere());
   EXPECT_EQ(libelle().text(), "aide");
-  EXPECT_TRUE(code().hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, code());
   expectAtRest();
   expectNoBox();
   EXPECT_EQ(desktop_.beeps(), 0);
@@ -344,7 +344,7 @@ TEST_P(AccountLabel, AnAccountOfTheListThatIsGoneIsTold) {
   user_->choose(libelle(), 2);
   expectBox(kInconnu, Icon::Exclamation);
   EXPECT_EQ(shown(), "|");
-  EXPECT_TRUE(numero().hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, numero());
 }
 
 TEST_P(AccountLabel, AControlTakenDownUnderTheBoxOfASearchIsAtRest) {

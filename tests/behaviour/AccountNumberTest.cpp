@@ -42,7 +42,7 @@ TEST_P(AccountNumber, EnterSearchesTheAccountsWhoseNumberBeginsSo) {
   EXPECT_PRED_FORMAT2(same, lines(), kSoixanteDix);
   EXPECT_EQ(shown(), "70|");
   EXPECT_EQ(libelle().listIndex(), -1);
-  EXPECT_TRUE(libelle().hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, libelle());
   EXPECT_TRUE(libelle().listOpen());
   expectNoBox();
 }
@@ -70,7 +70,7 @@ TEST_P(AccountNumber, LeavingTheNumberSearchesToo) {
   expectSearch("SSELECT PLANCOMPTABLE AVEC @ID = \"01070]\" PAR 1");
   EXPECT_PRED_FORMAT2(same, lines(), kSoixanteDix);
   EXPECT_EQ(shown(), "70|");
-  EXPECT_TRUE(libelle().hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, libelle());
   EXPECT_TRUE(libelle().listOpen());
   expectNoBox();
 }
@@ -80,7 +80,7 @@ TEST_P(AccountNumber, LeftWithSeveralFoundLeadsToTheirListAndDropsTheClick) {
   typeNumber("70");
   EXPECT_FALSE(press("Cmd_Annuler"));
   EXPECT_EQ(state(), kExisting);
-  EXPECT_TRUE(libelle().hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, libelle());
   EXPECT_TRUE(libelle().listOpen());
   ASSERT_TRUE(user_->choose(libelle(), 2));
   EXPECT_EQ(shown(), "7060000000|PRESTATIONS DE SERVICES");
@@ -165,7 +165,7 @@ TEST_P(AccountNumber, ASingleAccountFoundOnLeavingIsChosenAtOnce) {
   typeNumber("74");
   elsewhere();
   EXPECT_EQ(shown(), "7410000000|SUBVENTIONS");
-  EXPECT_TRUE(code().hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, code());
   expectNoBox();
 }
 
@@ -174,7 +174,7 @@ TEST_P(AccountNumber, NoAccountOfThatNumberIsTold) {
   typeNumber("79\r");
   expectBox(kAucunNumero, Icon::Exclamation);
   EXPECT_EQ(shown(), "|");
-  EXPECT_TRUE(numero().hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, numero());
   EXPECT_EQ(desktop_.beeps(), 0);
   expectAtRest();
 }
@@ -185,12 +185,12 @@ TEST_P(AccountNumber, NoAccountOfThatNumberKeepsTheFocusFromLeaving) {
   EXPECT_FALSE(press("Cmd_OK"));
   expectBox(kAucunNumero, Icon::Exclamation);
   EXPECT_EQ(numero().text(), "");
-  EXPECT_TRUE(numero().hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, numero());
   expectNothingWritten();
   EXPECT_FALSE(user_->type("79") && user_->click(tabs(), 0));
   expectBox(kAucunNumero, Icon::Exclamation);
   EXPECT_EQ(tabs().tab(), GetParam().tab);
-  EXPECT_TRUE(numero().hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, numero());
 }
 
 TEST_P(AccountNumber, TheBoxOfASearchStandsOnAControlAtRest) {
@@ -240,7 +240,7 @@ TEST_P(AccountNumber, TheTenthDigitShowsTheLabel) {
   user_->type("0");
   EXPECT_PRED_FORMAT2(same, chartReads(), std::vector<std::string>{"0107410000000"});
   EXPECT_EQ(shown(), "7410000000|SUBVENTIONS");
-  EXPECT_TRUE(numero().hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, numero());
   expectNoSearch();
   expectNoBox();
 }
@@ -257,7 +257,7 @@ TEST_P(AccountNumber, AnUnknownNumberIsToldAndEmptied) {
   typeNumber("7419999999");
   expectBox(kInconnu, Icon::Exclamation);
   EXPECT_EQ(shown(), "|");
-  EXPECT_TRUE(numero().hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, numero());
   EXPECT_EQ(tabs().tab(), GetParam().tab);
 }
 
@@ -352,11 +352,11 @@ TEST_P(AccountNumber, AFailedSearchByNumberLosesNothing) {
   store_.fail(CallKind::ExecuteSentence);
   EXPECT_NO_THROW(user_->press(Key::Enter));
   EXPECT_EQ(numero().text(), "70");
-  EXPECT_TRUE(numero().hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, numero());
   expectAtRest();
   EXPECT_NO_THROW(elsewhere());
   EXPECT_EQ(numero().text(), "70");
-  EXPECT_TRUE(code().hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, code());
   expectAtRest();
   expectNoBox();
   store_.stopFailing();

@@ -159,7 +159,7 @@ class AccountGuard : public AccountTest, public testing::WithParamInterface<Gard
     const auto trace = called("expectSentToTheEntity", at);
     expectBox(GetParam().message, Icon::Exclamation);
     EXPECT_EQ(tabs().tab(), 5);
-    EXPECT_TRUE(box("Txt_Entite").hasFocus());
+    EXPECT_PRED_FORMAT1(hasFocus, box("Txt_Entite"));
   }
 };
 
@@ -214,7 +214,7 @@ TEST_P(AccountGuard, LetsPassOnceTheEntityIsChosen) {
   user_->click(tabs(), GetParam().tab);
   EXPECT_TRUE(user_->go(field()));
   expectNoBox();
-  EXPECT_TRUE(field().hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, field());
   EXPECT_EQ(tabs().tab(), GetParam().tab);
 }
 
@@ -292,7 +292,7 @@ TEST_F(Accounts, TheAidProductIsOfClass7) {
   typeNumber(kProduitAide, "6");
   expectBox(kClasse7, Icon::Exclamation);
   EXPECT_EQ(shown(kProduitAide), "|");
-  EXPECT_TRUE(numero(kProduitAide).hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, numero(kProduitAide));
   EXPECT_EQ(tabs().tab(), 1);
   user_->type("7");
   EXPECT_EQ(numero(kProduitAide).text(), "7");
@@ -335,7 +335,7 @@ TEST_F(Accounts, AnAidProductOfAnotherClassCannotBeChosenByItsLabel) {
   user_->choose(libelle(kProduitAide), 0);
   expectBox(kClasse7, Icon::Exclamation);
   EXPECT_EQ(shown(kProduitAide), "|");
-  EXPECT_TRUE(numero(kProduitAide).hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, numero(kProduitAide));
 }
 
 TEST_F(Accounts, TheOtherAccountsAreOfAnyClass) {
@@ -477,7 +477,7 @@ TEST_F(Accounts, AreLookedUpSilentlyInTheChartOfAnotherEntity) {
   EXPECT_PRED_FORMAT2(
       same, chartReads(),
       (std::vector<std::string>{"0207060000000", "0207410000000", "0207060000000"}));
-  EXPECT_TRUE(box("Txt_Entite").hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, box("Txt_Entite"));
 }
 
 TEST_F(Accounts, AreNotLookedUpAgainInTheSameChart) {
@@ -566,7 +566,7 @@ TEST_F(Accounts, AMissingAccountOfANewBodyWithoutAnEntityLeadsToTheEntity) {
   EXPECT_EQ(boxes[0].text, "Le compte comptable DEBIT est obligatoire.");
   EXPECT_EQ(boxes[1].text, kDebitSansEntite);
   EXPECT_EQ(tabs().tab(), 5);
-  EXPECT_TRUE(box("Txt_Entite").hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, box("Txt_Entite"));
   expectNothingWritten();
 }
 
@@ -585,13 +585,13 @@ TEST_F(Accounts, ANumberOfSeveralHoldsTheSaveOnceAndIsRequiredThen) {
   typeNumber(kDebit, "70");
   EXPECT_FALSE(press("Cmd_OK"));
   expectNoBox();
-  EXPECT_TRUE(libelle(kDebit).hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, libelle(kDebit));
   EXPECT_TRUE(libelle(kDebit).listOpen());
   EXPECT_PRED_FORMAT2(same, lines(kDebit), kSoixanteDix);
   EXPECT_TRUE(press("Cmd_OK"));
   expectBox("Le compte comptable DEBIT est obligatoire.", Icon::Exclamation);
   EXPECT_EQ(tabs().tab(), 1);
-  EXPECT_TRUE(numero(kDebit).hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, numero(kDebit));
   EXPECT_EQ(shown(kDebit), "|");
   expectNothingWritten();
 }

@@ -133,7 +133,7 @@ class Guarded : public ActiveAgreements, public testing::WithParamInterface<Guar
     expectNothingWritten();
     EXPECT_EQ(attribute("001", GetParam().attribute), GetParam().before);
     EXPECT_EQ(tabs().tab(), 5);
-    EXPECT_TRUE(control_->surface().find(focus)->hasFocus());
+    EXPECT_PRED_FORMAT1(hasFocus, *control_->surface().find(focus));
     EXPECT_EQ(state(), kExisting);
     EXPECT_TRUE(option(GetParam().choice).value());
     EXPECT_FALSE(control_->W_Sortir());

@@ -62,7 +62,7 @@ class ActivitiesCheck : public ControlTest {
     press("Cmd_OK");
     expectBox(text, Icon::Exclamation);
     EXPECT_EQ(tabs().tab(), tab);
-    EXPECT_TRUE(focus.hasFocus());
+    EXPECT_PRED_FORMAT1(hasFocus, focus);
     EXPECT_EQ(state(), kExisting);
     expectNothingWritten();
   }

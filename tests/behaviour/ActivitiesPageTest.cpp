@@ -277,7 +277,7 @@ TEST_F(ActivitiesPage, AnUnknownCodeIsRefused) {
   user_->fill(entity(), "777");
   expectBox(kEntiteInconnue, Icon::Exclamation);
   EXPECT_EQ(entity().text(), "");
-  EXPECT_TRUE(entity().hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, entity());
   EXPECT_EQ(tabs().tab(), kActivites);
   expectNoEntityBut({"010P01"});
 }
@@ -408,7 +408,7 @@ TEST_F(ActivitiesPage, NoNameFoundIsToldWithTheTextAsTyped) {
   user_->type("\r");
   expectBox("Aucune entité juridique commençant par zebre", Icon::Exclamation);
   EXPECT_EQ(names().text(), "zebre");
-  EXPECT_TRUE(names().hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, names());
   EXPECT_EQ(entity().text(), "010");
   expectCovered({"010P01"}, {"P"}, {"Aide ménagère        Prestataire"});
 }
@@ -556,7 +556,7 @@ TEST_F(ActivitiesPage, AnEntityThatHasGoneSinceItWasListedIsRefused) {
   names().userChoose(0);
   expectBox(kEntiteInconnue, Icon::Exclamation);
   EXPECT_EQ(entity().text(), "");
-  EXPECT_TRUE(entity().hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, entity());
   expectNoEntity();
 }
 

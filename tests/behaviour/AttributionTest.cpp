@@ -185,7 +185,7 @@ TEST_P(AttributionInAmount, StandsOrIsRefused) {
     EXPECT_FALSE(managedInAmount());
   }
   EXPECT_EQ(tabs().tab(), 2);
-  EXPECT_TRUE(option("Opt_MontantOrgChg").hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, option("Opt_MontantOrgChg"));
 }
 
 TEST_P(AttributionInAmount, IsTheSameFromNoChoiceAtAll) {

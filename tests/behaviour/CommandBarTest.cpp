@@ -111,7 +111,7 @@ TEST_F(Cancel, OfABodyAsksNothingAndWritesNothing) {
   EXPECT_TRUE(store_.calls().empty());
   EXPECT_EQ(code().text(), "");
   EXPECT_EQ(box("Txt_RaisonOrgChg").text(), "");
-  EXPECT_TRUE(code().hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, code());
   EXPECT_EQ(attribute("001", attribut::RaisonOrgChg), "Domus Mutuelle");
 }
 
@@ -183,13 +183,13 @@ TEST_F(Cancel, OfARefusedCreationAnsweredNoKeepsTextsAndFocus) {
   beginCreation("NEUF", "");
   user_->fill(box("Txt_Ville"), "Lyon");
   press("Cmd_OK");
-  EXPECT_TRUE(box("Txt_RaisonOrgChg").hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, box("Txt_RaisonOrgChg"));
   desktop_.answer(Answer::No);
   press("Cmd_Annuler");
   EXPECT_EQ(state(), kCreating);
   EXPECT_EQ(box("Txt_SigleOrgChg").text(), "NEUF");
   EXPECT_EQ(box("Txt_Ville").text(), "Lyon");
-  EXPECT_TRUE(button("Cmd_Annuler").hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, button("Cmd_Annuler"));
   expectNothingWritten();
 }
 
@@ -203,7 +203,7 @@ TEST_F(Cancel, OfACreationBeepsAndAsks) {
   EXPECT_EQ(desktop_.journal()[0].what, toolkit::headless::Entry::What::Beep);
   expectBox(kQuitterCreation, Icon::Question, Buttons::YesNo);
   EXPECT_EQ(box("Txt_RaisonOrgChg").text(), "");
-  EXPECT_TRUE(code().hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, code());
   expectNothingWritten();
 }
 
@@ -442,7 +442,7 @@ TEST_F(LeavingByCode, YesRunsTheChecks) {
   ASSERT_PRED_FORMAT2(boxCount, boxes, 2U);
   EXPECT_EQ(boxes[1].text, "La raison sociale de l'organisme de prise en charge est obligatoire.");
   EXPECT_FALSE(control_->W_Sortir());
-  EXPECT_TRUE(box("Txt_RaisonOrgChg").hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, box("Txt_RaisonOrgChg"));
   expectNothingWritten();
   user_->type("Retour");
   press("Cmd_OK");

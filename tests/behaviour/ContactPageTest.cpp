@@ -50,7 +50,7 @@ TEST_F(ContactPage, WithBothFieldsEmptyOnlyTheAcronymIsAskedFor) {
   press("Cmd_OK");
   expectBox("Le sigle de l'organisme de prise en charge est obligatoire.", Icon::Exclamation);
   EXPECT_EQ(tabs().tab(), 0);
-  EXPECT_TRUE(box("Txt_SigleOrgChg").hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, box("Txt_SigleOrgChg"));
 }
 
 TEST_F(ContactPage, BlanksAreNotEmpty) {
@@ -81,7 +81,7 @@ TEST_F(ContactPage, AnExistingBodysAcronymAppearsWhenItIsMissing) {
   expectBox("Le sigle de l'organisme de prise en charge est obligatoire.", Icon::Exclamation);
   EXPECT_TRUE(box("Txt_SigleOrgChg").usable());
   EXPECT_FALSE(sigles().visible());
-  EXPECT_TRUE(box("Txt_SigleOrgChg").hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, box("Txt_SigleOrgChg"));
   user_->type("cram");
   press("Cmd_OK");
   EXPECT_EQ(attribute("002", attribut::SigleOrgChg), "CRAM");

@@ -152,6 +152,7 @@ void ControlTest::completeCreation(Caller at) {
   addRate();
   ASSERT_TRUE(user_->click(tabs(), kBordereau));
   ASSERT_TRUE(user_->dblClick(child<ListBox>("Lst_ParamPossOrgChg"), 0));
+  ASSERT_GT(list("Lst_ParamSelecOrgChg").listCount(), 0) << "no slip parameter has been chosen";
 }
 
 std::string ControlTest::state() {
@@ -175,11 +176,16 @@ std::string ControlTest::state() {
 void ControlTest::expectBox(std::string_view text, Icon icon, toolkit::Buttons buttons, Caller at) {
   const auto trace = called("expectBox", at);
   const auto boxes = desktop_.takeBoxes();
-  ASSERT_EQ(boxes.size(), 1U) << testing::PrintToString(boxes) << "\ninstead of «" << text << "»";
-  EXPECT_EQ(boxes[0].text, text) << boxes[0].where;
+  ASSERT_PRED_FORMAT2(boxCount, boxes, 1U) << "\nexpected: «" << text << "»";
+  toolkit::headless::Entry expected = boxes[0];
+  expected.text = text;
+  expected.icon = icon;
+  expected.buttons = buttons;
+  const std::string shown = testing::PrintToString(boxes[0]);
+  if (shown != testing::PrintToString(expected)) {
+    ADD_FAILURE() << shown << "\ninstead of " << testing::PrintToString(expected);
+  }
   EXPECT_EQ(boxes[0].title, "Message VALDRIS");
-  EXPECT_EQ(boxes[0].icon, icon);
-  EXPECT_EQ(boxes[0].buttons, buttons);
 }
 
 void ControlTest::expectNoBox(Caller at) {

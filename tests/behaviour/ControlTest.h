@@ -12,6 +12,7 @@
 
 #include "control/Ctr_OrgPriseCharge.h"
 #include "store/Layouts.h"
+#include "tests/support/Focus.h"
 #include "tests/support/MemoryStore.h"
 #include "tests/support/Same.h"
 #include "tests/support/TestDesktop.h"
@@ -25,6 +26,7 @@ using testing_support::bodyAttribute;
 using testing_support::boxCount;
 using testing_support::called;
 using testing_support::CallKind;
+using testing_support::hasFocus;
 using testing_support::noBoxes;
 using testing_support::same;
 using testing_support::sameAttributes;

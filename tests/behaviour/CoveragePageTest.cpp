@@ -322,7 +322,7 @@ TEST_F(CoveragePage, Rule1AnAgencysPrincipalBodyManagesThePartInAmount) {
   expectBox(kGestionMontant, Icon::Exclamation);
   EXPECT_EQ(tabs().tab(), 3);
   EXPECT_TRUE(option("Opt_GestPartMont").value());
-  EXPECT_TRUE(option("Opt_GestPartMont").hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, option("Opt_GestPartMont"));
   EXPECT_FALSE(control_->Verif_Ong3());
   expectBox(kAttribution, Icon::Exclamation);
 }
@@ -346,7 +346,7 @@ TEST_F(CoveragePage, Rule2HoursOrAmountMustBeChosenBeforeARate) {
   ASSERT_TRUE(press("Cmd_OK"));
   expectBox(kAttribution, Icon::Exclamation);
   EXPECT_EQ(tabs().tab(), 2);
-  EXPECT_TRUE(hours().hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, hours());
   EXPECT_FALSE(hours().value());
   expectNothingWritten();
   EXPECT_EQ(state(), kExisting);

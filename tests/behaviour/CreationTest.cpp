@@ -16,7 +16,7 @@ TEST_F(Creation, StartsOnTheFirstPageWithTheFocusOnTheAcronym) {
   press("Cmd_Ajouter");
   EXPECT_EQ(tabs().tab(), 0);
   EXPECT_EQ(state(), kCreating);
-  EXPECT_TRUE(box("Txt_SigleOrgChg").hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, box("Txt_SigleOrgChg"));
   EXPECT_TRUE(store_.calls().empty());
 }
 
@@ -153,7 +153,7 @@ TEST_F(Creation, EndsEmptyWithTheListRefilledAndTheFocusOnTheCode) {
   EXPECT_EQ(code().text(), "");
   EXPECT_EQ(box("Txt_RaisonOrgChg").text(), "");
   EXPECT_EQ(sigles().listCount(), 4);
-  EXPECT_TRUE(code().hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, code());
   lookUp("004");
   EXPECT_EQ(box("Txt_RaisonOrgChg").text(), "Organisme neuf");
 }

@@ -45,7 +45,7 @@ class Deductions : public Coverage {
     const Rows shown = deductions();
     ASSERT_TRUE(press("Cmd_OKAbat"));
     expectBox(message, icon);
-    EXPECT_TRUE(focus.hasFocus()) << message;
+    EXPECT_PRED_FORMAT1(hasFocus, focus) << message;
     EXPECT_TRUE(deductionOpen());
     EXPECT_PRED_FORMAT2(same, (Row{start().text(), end().text(), percentage().text()}), before);
     EXPECT_PRED_FORMAT2(same, deductions(), shown);
@@ -62,7 +62,7 @@ class Deductions : public Coverage {
     ASSERT_TRUE(press("Cmd_OKAbat"));
     expectBox(kChevauchement, Icon::Exclamation);
     EXPECT_TRUE(deductionOpen());
-    EXPECT_TRUE(start().hasFocus());
+    EXPECT_PRED_FORMAT1(hasFocus, start());
     EXPECT_PRED_FORMAT2(same, (Row{start().text(), end().text(), percentage().text()}),
                         (Row{"", "", ""}));
     EXPECT_PRED_FORMAT2(same, deductions(), shown);
@@ -111,7 +111,7 @@ class DeductionsEditMode : public EditMode<Deductions> {
     expectAsRemembered();
     EXPECT_PRED_FORMAT2(same, (Row{start().text(), end().text(), percentage().text()}),
                         (Row{"", "", ""}));
-    EXPECT_TRUE(button("Cmd_AjoutAbat").hasFocus());
+    EXPECT_PRED_FORMAT1(hasFocus, button("Cmd_AjoutAbat"));
     EXPECT_EQ(state(), kExisting);
   }
 };
@@ -125,7 +125,7 @@ TEST_F(DeductionsEditMode, LocksOneByOneWhileARowIsChanged) {
 TEST_F(DeductionsEditMode, LocksOneByOneWhileARowIsAdded) {
   ASSERT_TRUE(press("Cmd_AjoutAbat"));
   expectLocks(&Lock::adding);
-  EXPECT_TRUE(start().hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, start());
 }
 
 TEST_F(DeductionsEditMode, TheUserReachesNothingElse) {

@@ -71,7 +71,7 @@ class FixedList : public RulesPage, public testing::WithParamInterface<FixedComb
     expectBox(GetParam().message, Icon::Exclamation);
     EXPECT_EQ(tested().text(), "");
     EXPECT_EQ(tested().listIndex(), -1);
-    EXPECT_TRUE(tested().hasFocus());
+    EXPECT_PRED_FORMAT1(hasFocus, tested());
     EXPECT_EQ(tabs().tab(), kRulesTab);
     expectNothingWritten();
     EXPECT_EQ(state(), kExisting);
@@ -132,7 +132,7 @@ TEST_P(FixedList, EnterLeavesTextAndFocus) {
   user_->press(toolkit::Key::Enter);
   expectNoBox();
   EXPECT_EQ(tested().text(), GetParam().almost);
-  EXPECT_TRUE(tested().hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, tested());
 }
 
 TEST_P(FixedList, TakesALineTypedInFull) {
@@ -195,7 +195,7 @@ TEST_F(StatisticsList, DropsAnotherTextSilentlyWithTheClickThatLeftIt) {
     EXPECT_FALSE(check("Cac_LettresInfo").value());
     EXPECT_EQ(statistics().text(), "");
     EXPECT_EQ(statistics().listIndex(), -1);
-    EXPECT_TRUE(statistics().hasFocus());
+    EXPECT_PRED_FORMAT1(hasFocus, statistics());
   }
   EXPECT_TRUE(user_->click(check("Cac_LettresInfo")));
   EXPECT_TRUE(check("Cac_LettresInfo").value());

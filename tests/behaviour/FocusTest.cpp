@@ -19,36 +19,36 @@ class Focus : public ControlTest {
 TEST_F(Focus, IsOnTheCodeAfterAnUnknownCode) {
   lookUp("777");
   expectBoxes(1);
-  EXPECT_TRUE(code().hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, code());
 }
 
 TEST_F(Focus, StaysOnTheAcronymWhoseBodyIsGone) {
   store_.erase("ORGPRISECHARGE", "002");
   user_->choose(sigles(), 1);
   expectBoxes(1);
-  EXPECT_TRUE(sigles().hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, sigles());
 }
 
 TEST_F(Focus, StaysOnTheAcronymWhenNothingIsFound) {
   user_->fill(sigles(), "ZZ");
   user_->press(toolkit::Key::Enter);
   expectBoxes(1);
-  EXPECT_TRUE(sigles().hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, sigles());
 }
 
 TEST_F(Focus, StaysWhereAKeyIsRefused) {
   user_->go(code());
   user_->type("é");
   expectBoxes(1);
-  EXPECT_TRUE(code().hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, code());
   user_->go(sigles());
   user_->type("é");
   expectBoxes(1);
-  EXPECT_TRUE(sigles().hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, sigles());
   press("Cmd_Ajouter");
   user_->type("é");
   expectBoxes(1);
-  EXPECT_TRUE(box("Txt_SigleOrgChg").hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, box("Txt_SigleOrgChg"));
 }
 
 TEST_F(Focus, IsOnTheCodeAfterADeletion) {
@@ -56,7 +56,7 @@ TEST_F(Focus, IsOnTheCodeAfterADeletion) {
   desktop_.answer(Answer::Yes);
   press("Cmd_Supprimer");
   expectBoxes(1);
-  EXPECT_TRUE(code().hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, code());
 }
 
 TEST_F(Focus, StaysOnTheButtonOfADeletionAnsweredNo) {
@@ -64,7 +64,7 @@ TEST_F(Focus, StaysOnTheButtonOfADeletionAnsweredNo) {
   desktop_.answer(Answer::No);
   press("Cmd_Supprimer");
   expectBoxes(1);
-  EXPECT_TRUE(button("Cmd_Supprimer").hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, button("Cmd_Supprimer"));
 }
 
 TEST_F(Focus, StaysOnTheButtonOfADeletionRefusedByAnAgreement) {
@@ -73,7 +73,7 @@ TEST_F(Focus, StaysOnTheButtonOfADeletionRefusedByAnAgreement) {
   desktop_.answer(Answer::Yes);
   press("Cmd_Supprimer");
   expectBoxes(2);
-  EXPECT_TRUE(button("Cmd_Supprimer").hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, button("Cmd_Supprimer"));
 }
 
 TEST_F(Focus, StaysOnTheButtonOfADeletionRefusedByARequest) {
@@ -82,7 +82,7 @@ TEST_F(Focus, StaysOnTheButtonOfADeletionRefusedByARequest) {
   desktop_.answer(Answer::Yes);
   press("Cmd_Supprimer");
   expectBoxes(2);
-  EXPECT_TRUE(button("Cmd_Supprimer").hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, button("Cmd_Supprimer"));
 }
 
 TEST_F(Focus, StaysOnTheButtonOfLeavingWhateverTheAnswer) {
@@ -92,7 +92,7 @@ TEST_F(Focus, StaysOnTheButtonOfLeavingWhateverTheAnswer) {
     desktop_.answer(answer);
     press("Cmd_Sortir");
     expectBoxes(1);
-    EXPECT_TRUE(button("Cmd_Sortir").hasFocus());
+    EXPECT_PRED_FORMAT1(hasFocus, button("Cmd_Sortir"));
   }
 }
 
@@ -102,7 +102,7 @@ TEST_F(Focus, IsOnTheRefusedFieldWhenLeavingCannotSave) {
   desktop_.answer(Answer::Yes);
   press("Cmd_Sortir");
   expectBoxes(2);
-  EXPECT_TRUE(box("Txt_RaisonOrgChg").hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, box("Txt_RaisonOrgChg"));
 }
 
 TEST_F(Focus, IsOnTheCodeAfterACancelledCreation) {
@@ -110,7 +110,7 @@ TEST_F(Focus, IsOnTheCodeAfterACancelledCreation) {
   desktop_.answer(Answer::Yes);
   press("Cmd_Annuler");
   expectBoxes(1);
-  EXPECT_TRUE(code().hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, code());
 }
 
 }  // namespace

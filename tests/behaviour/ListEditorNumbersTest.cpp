@@ -61,7 +61,7 @@ TEST_F(DeductionNumbers, WhatIsNoneIsNotConfirmed) {
       ASSERT_TRUE(user_->fill(box(name), keys));
       EXPECT_FALSE(press("Cmd_OKAbat"));
       expectNoBox();
-      EXPECT_TRUE(box(name).hasFocus());
+      EXPECT_PRED_FORMAT1(hasFocus, box(name));
       EXPECT_EQ(box(name).text(), keys);
       EXPECT_TRUE(deductions().empty());
     }

@@ -93,7 +93,7 @@ TEST_F(Listing, OfOneAgreementIsOnePage) {
   expected.push_back({0, kFirst,
                       "00042 HERBOTIERE GINETTE                01/01/2025 31/12/2027  12,50"
                       "           3"});
-  EXPECT_EQ(onPage(job), expected);
+  EXPECT_PRED_FORMAT2(same, onPage(job), expected);
 }
 
 TEST_F(Listing, TheColumnsStandUnderTheirHeader) {
@@ -234,7 +234,7 @@ TEST_F(Listing, OnePageAndALineGoOnUnderTheOtherHeader) {
   std::vector<Printed> second = heading(false);
   second.push_back(
       {0, kFirst, "00049" + std::string(35, ' ') + "01/01/2025 31/12/2027  12,50           3"});
-  EXPECT_EQ(onPage(job, 2), second);
+  EXPECT_PRED_FORMAT2(same, onPage(job, 2), second);
 }
 
 TEST_F(Listing, OfTwoHundredAgreementsHasAHeadingOnEachPage) {
@@ -246,7 +246,7 @@ TEST_F(Listing, OfTwoHundredAgreementsHasAHeadingOnEachPage) {
     SCOPED_TRACE(page);
     const auto all = onPage(job, page);
     const std::vector<Printed> head(all.begin(), all.begin() + 5);
-    EXPECT_EQ(head, heading(page == 1));
+    EXPECT_PRED_FORMAT2(same, head, heading(page == 1));
     const int lines = page < 5 ? kLinesAPage : 200 - 4 * kLinesAPage;
     for (int i = 0; i < lines; ++i) {
       const Printed& printed = all[5 + static_cast<std::size_t>(i)];

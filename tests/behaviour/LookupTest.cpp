@@ -93,7 +93,7 @@ TEST_F(Lookup, ShowingABodyIsQuiet) {
     EXPECT_EQ(call.file, "ACTIVITES") << call.text;
   }
   expectNoBox();
-  EXPECT_TRUE(code().hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, code());
 }
 
 TEST_F(Lookup, AnAcronymInSmallLettersIsShownAsItIsStored) {

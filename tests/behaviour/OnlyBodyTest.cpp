@@ -20,7 +20,7 @@ TEST_F(OnlyBody, IsLoadedAtStart) {
   EXPECT_EQ(state(), kExisting);
   EXPECT_EQ(sigles().text(), "CAF");
   EXPECT_EQ(sigles().listCount(), 1);
-  EXPECT_TRUE(code().hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, code());
 }
 
 TEST_F(OnlyBody, IsNotLoadedWithoutAnAcronym) {
@@ -38,7 +38,7 @@ TEST_F(OnlyBody, IsLoadedAgainAfterItsSave) {
   EXPECT_EQ(box("Txt_RaisonOrgChg").text(), "Nouveau nom");
   EXPECT_EQ(sigles().text(), "CAF");
   EXPECT_EQ(state(), kExisting);
-  EXPECT_TRUE(code().hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, code());
 }
 
 TEST_F(OnlyBody, IsLoadedBySomeOtherSaveWithoutBeingChecked) {
@@ -135,7 +135,7 @@ TEST_F(OnlyBody, ThatCannotBeReadDoesNotEndInit) {
   expectNoBox();
   EXPECT_EQ(state(), kEmpty);
   EXPECT_EQ(code().text(), "003");
-  EXPECT_TRUE(code().hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, code());
   store_.stopFailing();
   lookUp("003");
   EXPECT_EQ(state(), kExisting);
@@ -150,7 +150,7 @@ TEST_F(OnlyBody, ThatCannotBeReadAgainAfterItsSaveLeavesItsCode) {
   EXPECT_EQ(state(), kEmpty);
   EXPECT_EQ(code().text(), "003");
   EXPECT_EQ(box("Txt_RaisonOrgChg").text(), "");
-  EXPECT_TRUE(code().hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, code());
 }
 
 TEST_F(OnlyBody, IsDeletedThoughTheListCannotBeReadAgain) {
@@ -161,7 +161,7 @@ TEST_F(OnlyBody, IsDeletedThoughTheListCannotBeReadAgain) {
   EXPECT_EQ(sigles().listCount(), 0);
   EXPECT_EQ(code().text(), "");
   EXPECT_EQ(state(), kEmpty);
-  EXPECT_TRUE(code().hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, code());
 }
 
 TEST_F(OnlyBody, DoesNotBreakIntoACreation) {

@@ -89,7 +89,7 @@ struct Printed {
 };
 
 inline std::ostream& operator<<(std::ostream& out, const Printed& printed) {
-  return out << "\n(" << printed.x << ", " << printed.y << ") \"" << printed.text << "\"";
+  return out << "(" << printed.x << ", " << printed.y << ") \"" << printed.text << "\"";
 }
 
 class PrintTest : public testing::Test {

@@ -9,6 +9,7 @@
 
 #include "forms/Frm_ImpressionA4.h"
 #include "forms/PrinterChoice.h"
+#include "tests/support/Focus.h"
 #include "tests/support/Same.h"
 #include "toolkit/ControlClosed.h"
 #include "toolkit/headless/HeadlessDesktop.h"
@@ -18,6 +19,7 @@ namespace behaviour {
 namespace {
 
 using forms::choisirImprimanteA4;
+using testing_support::hasFocus;
 using testing_support::same;
 using toolkit::ComboBox;
 using toolkit::CommandButton;
@@ -150,7 +152,7 @@ TEST_F(PrinterChoice, IsAModalWindowWithItsTexts) {
     EXPECT_EQ(form.caption("Cmd_Annuler"), "Annuler");
     EXPECT_EQ(form.names().style(), ComboBox::Style::ListOnly);
     EXPECT_FALSE(form.positions().visible());
-    EXPECT_TRUE(form.names().hasFocus());
+    EXPECT_PRED_FORMAT1(hasFocus, form.names());
   });
   ASSERT_EQ(desktop.journal().size(), 2U);
   EXPECT_EQ(desktop.journal()[0].what, Entry::What::Shown);
@@ -280,12 +282,12 @@ TEST_F(PrinterChoice, TabWalksThroughTheListAndTheButtons) {
   haveThree();
   choose([](OpenForm& form) {
     form.user.tab();
-    EXPECT_TRUE(form.ok().hasFocus());
+    EXPECT_PRED_FORMAT1(hasFocus, form.ok());
     form.user.tab();
-    EXPECT_TRUE(form.cancel().hasFocus());
+    EXPECT_PRED_FORMAT1(hasFocus, form.cancel());
     form.user.tab(true);
     form.user.tab(true);
-    EXPECT_TRUE(form.names().hasFocus());
+    EXPECT_PRED_FORMAT1(hasFocus, form.names());
   });
 }
 
@@ -296,7 +298,7 @@ TEST_F(PrinterChoice, HasAMnemonicForTheListAndForEachButton) {
                         (std::vector<char32_t>{U'N', U'O', U'A'}));
     form.cancel().setFocus();
     form.user.alt(U'n');
-    EXPECT_TRUE(form.names().hasFocus());
+    EXPECT_PRED_FORMAT1(hasFocus, form.names());
   });
   EXPECT_EQ(choose([](OpenForm& form) { form.user.alt(U'o'); }), "2");
 }

@@ -82,7 +82,7 @@ class World : public Propagation {
     const auto trace = called("expectSaved", at);
     EXPECT_EQ(state(), kEmpty);
     EXPECT_EQ(code().text(), "");
-    EXPECT_TRUE(code().hasFocus());
+    EXPECT_PRED_FORMAT1(hasFocus, code());
   }
 
  private:

@@ -29,7 +29,7 @@ class PropagationQuestions : public Propagation {
     EXPECT_EQ(store_.calls(CallKind::DBWrite).size(), 1U);
     EXPECT_EQ(state(), kEmpty);
     EXPECT_EQ(code().text(), "");
-    EXPECT_TRUE(code().hasFocus());
+    EXPECT_PRED_FORMAT1(hasFocus, code());
     EXPECT_EQ(caption("Cmd_NouveauBareme"), "Nouveau barè&me");
     expectUsable();
   }

@@ -59,7 +59,7 @@ class PropagationRun : public Propagation {
     expectUsable();
     expectListsDeleted();
     EXPECT_EQ(state(), kEmpty);
-    EXPECT_TRUE(code().hasFocus());
+    EXPECT_PRED_FORMAT1(hasFocus, code());
   }
   // One for each letter: the page that it stands on.
   std::vector<int> lettersOnPages() {

@@ -36,7 +36,7 @@ class Rates : public Coverage {
     const Rows shown = rates();
     ASSERT_TRUE(press("Cmd_OKTaux"));
     expectBox(message, Icon::Exclamation);
-    EXPECT_TRUE(focus.hasFocus()) << message;
+    EXPECT_PRED_FORMAT1(hasFocus, focus) << message;
     EXPECT_TRUE(rateOpen());
     EXPECT_PRED_FORMAT2(
         same, (Row{date().text(), normal().text(), increased().text(), service().text()}), before);
@@ -117,7 +117,7 @@ class RatesEditMode : public EditMode<Rates> {
     for (TextBox* zone : {&date(), &normal(), &increased(), &service()}) {
       EXPECT_EQ(zone->text(), "") << zone->name();
     }
-    EXPECT_TRUE(button("Cmd_AjoutTaux").hasFocus());
+    EXPECT_PRED_FORMAT1(hasFocus, button("Cmd_AjoutTaux"));
     EXPECT_EQ(state(), kExisting);
   }
 };
@@ -131,7 +131,7 @@ TEST_F(RatesEditMode, LocksOneByOneWhileARowIsChanged) {
 TEST_F(RatesEditMode, LocksOneByOneWhileARowIsAdded) {
   ASSERT_TRUE(press("Cmd_AjoutTaux"));
   expectLocks(&Lock::adding);
-  EXPECT_TRUE(date().hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, date());
   EXPECT_EQ(date().text(), "");
 }
 
@@ -708,7 +708,7 @@ TEST_F(Rates, TheDateZoneTurnsAnyOtherKeyIntoASeparator) {
   EXPECT_EQ(date().text(), "1/2/2026");
   user_->type("\b\b\b\b26 é");
   EXPECT_EQ(date().text(), "1/2/26//");
-  EXPECT_TRUE(date().hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, date());
 }
 
 TEST_F(Rates, TheDateZoneDropsEnter) {
@@ -728,7 +728,7 @@ TEST_F(Rates, TheDateIsCompletedWhenItsZoneIsLeft) {
     ASSERT_TRUE(user_->fill(date(), keys));
     ASSERT_TRUE(user_->tab()) << keys;
     EXPECT_EQ(date().text(), shown) << keys;
-    EXPECT_TRUE(normal().hasFocus());
+    EXPECT_PRED_FORMAT1(hasFocus, normal());
   }
   expectNoBox();
 }
@@ -739,7 +739,7 @@ TEST_F(Rates, AnUnreadableDateTakesTheFocusBack) {
     ASSERT_TRUE(user_->fill(date(), keys));
     EXPECT_FALSE(user_->go(normal())) << keys;
     expectBox(kDateIllisible, Icon::Exclamation);
-    EXPECT_TRUE(date().hasFocus());
+    EXPECT_PRED_FORMAT1(hasFocus, date());
     EXPECT_FALSE(press("Cmd_OKTaux"));
     expectBox(kDateIllisible, Icon::Exclamation);
     EXPECT_TRUE(rateOpen());

@@ -27,7 +27,7 @@ class RulesCheck : public RulesPageWithAccounts {
     const auto trace = called("expectRefused", at);
     expectBox(message, Icon::Exclamation);
     EXPECT_EQ(tabs().tab(), kRulesTab);
-    EXPECT_TRUE(control_->surface().find(field)->hasFocus()) << field;
+    EXPECT_PRED_FORMAT1(hasFocus, *control_->surface().find(field)) << field;
     EXPECT_TRUE(control_->surface().find(field)->usable()) << field;
     expectNothingWritten();
     EXPECT_EQ(state(), kExisting);
@@ -144,7 +144,7 @@ TEST_F(RulesCheck, ARequiredAccountLeadsOnToTheMissingEntity) {
             "Vous devez d'abord sélectionner une entité juridique dans l'onglet Activités "
             "couvertes afin de savoir à quel plan comptable associer le compte à débiter.");
   EXPECT_EQ(tabs().tab(), 5);
-  EXPECT_TRUE(box("Txt_Entite").hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, box("Txt_Entite"));
   expectNothingWritten();
 }
 
@@ -154,7 +154,7 @@ TEST_F(RulesCheck, ACreationIsAskedForTheSame) {
   press("Cmd_OK");
   expectBox(kDebit, Icon::Exclamation);
   EXPECT_EQ(tabs().tab(), kRulesTab);
-  EXPECT_TRUE(box("Txt_DebitOrgChg").hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, box("Txt_DebitOrgChg"));
   EXPECT_EQ(state(), kCreating);
   expectNothingWritten();
   ASSERT_TRUE(user_->type("4110000001"));
@@ -185,7 +185,7 @@ TEST_F(RulesCheck, SavingWhileLeavingAsksForThemAndStays) {
   ASSERT_PRED_FORMAT2(boxCount, boxes, 2U);
   EXPECT_EQ(boxes[1].text, kDebit);
   EXPECT_EQ(tabs().tab(), kRulesTab);
-  EXPECT_TRUE(box("Txt_DebitOrgChg").hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, box("Txt_DebitOrgChg"));
   EXPECT_FALSE(control_->W_Sortir());
   expectNothingWritten();
 }
@@ -217,7 +217,7 @@ TEST_F(RulesWithoutAccounts, StillRequirePeriodAndRenewal) {
   user_->choose(period(), 0);
   press("Cmd_OK");
   expectBox(kRenewal, Icon::Exclamation);
-  EXPECT_TRUE(renewal().hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, renewal());
 }
 
 class RulesHost : public RulesPage {
@@ -234,7 +234,7 @@ TEST_F(RulesHost, CheckTellsItsResult) {
   EXPECT_FALSE(control_->Verif_Ong2());
   expectBox(kPeriod, Icon::Exclamation);
   EXPECT_EQ(tabs().tab(), kRulesTab);
-  EXPECT_TRUE(period().hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, period());
   user_->choose(period(), 0);
   EXPECT_TRUE(control_->Verif_Ong2());
 }

@@ -119,7 +119,7 @@ TEST_F(TypeOptions, AreChosenByTheArrowsToo) {
   ASSERT_TRUE(user_->go(option("Opt_TypePrincipalOrgChg")));
   user_->press(toolkit::Key::Down);
   EXPECT_TRUE(option("Opt_TypeComplOrgChg").value());
-  EXPECT_TRUE(option("Opt_TypeComplOrgChg").hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, option("Opt_TypeComplOrgChg"));
   EXPECT_FALSE(check("Cac_FactAnticip").value());
   EXPECT_EQ(frame("Cdr_ParticipBenef").caption(), "Participation organisme");
   user_->press(toolkit::Key::Up);

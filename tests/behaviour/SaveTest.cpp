@@ -34,7 +34,7 @@ TEST_F(Save, EndsEmptyWithTheListRefilledAndTheFocusOnTheCode) {
   EXPECT_EQ(code().text(), "");
   EXPECT_EQ(sigles().text(), "");
   EXPECT_EQ(sigles().listCount(), 4);
-  EXPECT_TRUE(code().hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, code());
 }
 
 TEST_F(Save, ClearsTheScreenBeforeTheListIsReadAgain) {
@@ -145,7 +145,7 @@ TEST_F(Save, AFocusAskedForWhileDisabledIsGivenAtTheEnd) {
   desktop_.onEvents = [&] { early = box("Txt_SigleOrgChg").hasFocus(); };
   press("Cmd_OK");
   EXPECT_FALSE(early);
-  EXPECT_TRUE(box("Txt_SigleOrgChg").hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, box("Txt_SigleOrgChg"));
 }
 
 TEST_F(Save, ARefusedPageKeepsTheFocusOnItsField) {
@@ -156,7 +156,7 @@ TEST_F(Save, ARefusedPageKeepsTheFocusOnItsField) {
   expectBox("La raison sociale de l'organisme de prise en charge est obligatoire.",
             Icon::Exclamation);
   EXPECT_EQ(tabs().tab(), 0);
-  EXPECT_TRUE(box("Txt_RaisonOrgChg").hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, box("Txt_RaisonOrgChg"));
   EXPECT_EQ(state(), kExisting);
   EXPECT_EQ(code().text(), "001");
   expectNothingWritten();

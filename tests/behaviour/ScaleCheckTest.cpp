@@ -49,7 +49,7 @@ class ScaleRowChecks : public Scale {
     fillZones(typed);
     ASSERT_TRUE(press("Cmd_OKPart"));
     expectBox(message, Icon::Exclamation);
-    EXPECT_TRUE(box(focus).hasFocus()) << message;
+    EXPECT_PRED_FORMAT1(hasFocus, box(focus)) << message;
     EXPECT_TRUE(rowOpen());
     EXPECT_TRUE(rows().empty());
     for (std::size_t i = 0; i < typed.size(); ++i) {
@@ -182,7 +182,7 @@ class ScaleChecks : public Scale {
     ASSERT_TRUE(press("Cmd_OK"));
     expectBox(message, icon);
     EXPECT_EQ(tabs().tab(), 3) << message;
-    EXPECT_TRUE(control_->surface().find(focus)->hasFocus()) << message;
+    EXPECT_PRED_FORMAT1(hasFocus, *control_->surface().find(focus)) << message;
     expectNothingWritten();
     EXPECT_EQ(state(), kExisting);
     EXPECT_FALSE(control_->Verif_Ong4());

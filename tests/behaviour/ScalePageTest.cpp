@@ -318,6 +318,23 @@ TEST_F(ScaleLists, TheScrollBarSelectsItsRowInAll) {
   }
 }
 
+TEST_F(ScaleLists, TheWheelOverAnyListScrollsAll) {
+  putScale("001", many(20), "", "01/01/2026");
+  show();
+  int top = 1;
+  for (const char* name : kScaleLists) {
+    ASSERT_TRUE(user_->scroll(list(name), top));
+    Lines shown;
+    Lines expected;
+    for (const char* each : kScaleLists) {
+      shown.push_back(each + (" from row " + std::to_string(list(each).topIndex())));
+      expected.push_back(each + (" from row " + std::to_string(top)));
+    }
+    EXPECT_PRED_FORMAT2(same, shown, expected) << "scrolled: " << name;
+    ++top;
+  }
+}
+
 TEST_F(ScaleLists, TheThirteenthRowShowsTheScrollBarAndWidensTheLastColumn) {
   for (const int count : {0, 1, 12, 13, 60}) {
     putScale("001", many(count), "", "01/01/2026");
@@ -410,7 +427,7 @@ TEST_F(ScaleEditMode, LocksOneByOneWhileARowIsAdded) {
   ASSERT_TRUE(enabled("Cmd_AjoutPart"));
   ASSERT_TRUE(press("Cmd_AjoutPart"));
   expectLocks(&Lock::adding);
-  EXPECT_TRUE(box("Txt_DebRevSeulOrgChg").hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, box("Txt_DebRevSeulOrgChg"));
   EXPECT_PRED_FORMAT2(same, zones(), Row(5));
 }
 
@@ -423,7 +440,7 @@ TEST_F(ScaleEditMode, UnderANewScaleTheDateIsLockedAndOpenedAgain) {
   EXPECT_FALSE(enabled("Cmd_NouveauBareme"));
   ASSERT_TRUE(press("Cmd_OKPart"));
   expectListModeAgain();
-  EXPECT_TRUE(button("Cmd_AjoutPart").hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, button("Cmd_AjoutPart"));
 }
 
 TEST_F(ScaleEditMode, TheUserReachesNothingElse) {
@@ -449,7 +466,7 @@ TEST_F(ScaleEditMode, EndsByOKOfAnAdditionWithTheFocusOnItsButton) {
   remember();
   add({"0", "100", "0", "200", "1"});
   expectListModeAgain();
-  EXPECT_TRUE(button("Cmd_AjoutPart").hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, button("Cmd_AjoutPart"));
 }
 
 TEST_F(ScaleEditMode, EndsByCancellingAChangeWithoutAQuestion) {
@@ -472,7 +489,7 @@ TEST_F(ScaleEditMode, EndsByCancellingAnAdditionWithYes) {
   EXPECT_EQ(desktop_.beeps(), 1);
   expectBox(kQuitterCreation, Icon::Question, Buttons::YesNo);
   expectListModeAgain();
-  EXPECT_TRUE(button("Cmd_AjoutPart").hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, button("Cmd_AjoutPart"));
   EXPECT_TRUE(rows().empty());
 }
 
@@ -579,7 +596,7 @@ TEST_F(ScaleRows, ADoubleClickInAnyListOpensItsRowReadyToBeTypedOver) {
   for (const char* name : kScaleLists) {
     ASSERT_TRUE(open(1, name)) << name;
     EXPECT_PRED_FORMAT2(same, zones(), (Row{"500", "900", "800", "1400", "2,75"}));
-    EXPECT_TRUE(box("Txt_DebRevSeulOrgChg").hasFocus());
+    EXPECT_PRED_FORMAT1(hasFocus, box("Txt_DebRevSeulOrgChg"));
     ASSERT_TRUE(press("Cmd_AnnulerPart"));
   }
 }
@@ -765,7 +782,7 @@ TEST_F(ScaleAdding, IsOpenUntilAFirstScaleHasBeenSaved) {
   EXPECT_TRUE(enabled("Cmd_AjoutPart"));
   ASSERT_TRUE(press("Cmd_OK"));
   expectBox("La date du barème en cours est obligatoire.", Icon::Exclamation);
-  EXPECT_TRUE(current().hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, current());
   ASSERT_TRUE(user_->type("01022026"));
   save();
   EXPECT_EQ(attribute("002", attribut::DatBaremCours), stored("01/02/2026"));
@@ -793,7 +810,7 @@ TEST_F(ScaleAdding, IsOpenUnderANewScaleAndClosedWhenItIsCancelled) {
   EXPECT_TRUE(enabled("Cmd_AjoutPart"));
   add({"2000", "3000", "3000", "4000", "6"});
   EXPECT_TRUE(enabled("Cmd_AjoutPart"));
-  EXPECT_TRUE(button("Cmd_AjoutPart").hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, button("Cmd_AjoutPart"));
   ASSERT_TRUE(press("Cmd_NouveauBareme"));
   EXPECT_FALSE(enabled("Cmd_AjoutPart"));
 }
@@ -805,7 +822,7 @@ TEST_F(ScaleAdding, OpensWhenTheLastRowIsDeleted) {
   ASSERT_TRUE(press("Cmd_SuppPart"));
   EXPECT_TRUE(rows().empty());
   EXPECT_TRUE(enabled("Cmd_AjoutPart"));
-  EXPECT_TRUE(button("Cmd_AjoutPart").hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, button("Cmd_AjoutPart"));
 }
 
 // New scale ---------------------------------------------------------------------------------------
@@ -852,7 +869,7 @@ TEST_F(NewScale, TheCurrentScaleBecomesThePreviousOneAndStaysAsStartingValues) {
   EXPECT_EQ(previous().text(), "01/01/2026");
   EXPECT_EQ(current().text(), "");
   EXPECT_TRUE(current().enabled());
-  EXPECT_TRUE(current().hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, current());
   Rows expected = kThree;
   for (Row& row : expected) row[4] = row[5];
   EXPECT_PRED_FORMAT2(same, rows(), expected);
@@ -866,7 +883,7 @@ TEST_F(NewScale, OfARowOnlyTheCurrentParticipationIsEntered) {
   for (const char* name : kClosedByANewScale) EXPECT_FALSE(open(1, name)) << name;
   ASSERT_TRUE(open(1, "Lst_BaremCoursOrgChg"));
   EXPECT_PRED_FORMAT2(same, zones(), (Row{"500", "900", "800", "1400", "2,75"}));
-  EXPECT_TRUE(box("Txt_BaremCoursOrgChg").hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, box("Txt_BaremCoursOrgChg"));
   for (const int zone : {0, 1, 2, 3}) EXPECT_FALSE(box(kScaleZones[zone]).enabled()) << zone;
   ASSERT_TRUE(user_->fill(box("Txt_BaremCoursOrgChg"), "3"));
   ASSERT_TRUE(press("Cmd_OKPart"));

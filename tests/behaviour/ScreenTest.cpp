@@ -619,6 +619,38 @@ TEST_F(ScreenTest, FramesAndFieldsEndInColumns) {
              "Cmd_HautBord", "Cmd_BasBord", "Bdh_NbExemp", "Txt_IdentMagnetOrgChg"});
 }
 
+TEST_F(ScreenTest, FramesStandLevelWithThoseBesideThem) {
+  const auto sameTop = [&](std::initializer_list<const char*> names) {
+    const Control& first = *surface_.find(*names.begin());
+    for (const char* name : names) {
+      EXPECT_EQ(surface_.find(name)->place().top, first.place().top) << name;
+    }
+  };
+  const auto sameFoot = [&](std::initializer_list<const char*> names) {
+    const Control& first = *surface_.find(*names.begin());
+    for (const char* name : names) EXPECT_EQ(bottom(*surface_.find(name)), bottom(first)) << name;
+  };
+  const auto level = [&](std::initializer_list<const char*> names) {
+    sameTop(names);
+    sameFoot(names);
+  };
+  level({"Cdr_TypeOrg", "Cdr_PlafondOrg", "Cdr_DemandesAccord"});
+  level({"Cdr_TauxOrgChg", "Cdr_AbatOrgChg"});
+  level({"Cdr_Bareme", "Cdr_GestionParticipBenef"});
+  sameTop({"Cdr_Tri", "Cdr_TypeBordereau"});
+  sameFoot({"Cdr_Tri", "Cdr_Exemplaire"});
+}
+
+TEST_F(ScreenTest, FramesStandAsFarBelowEachOtherAsBeside) {
+  const std::pair<const char*, const char*> columns[] = {{"Cdr_TypeOrg", "Cdr_RenouvOrgChg"},
+                                                         {"Cdr_AttribOrgChg", "Cdr_TauxOrgChg"},
+                                                         {"Cdr_MiseEnForme", "Cdr_Tri"},
+                                                         {"Cdr_TypeBordereau", "Cdr_Exemplaire"}};
+  for (const auto& [upper, lower] : columns) {
+    EXPECT_EQ(surface_.find(lower)->place().top - bottom(*surface_.find(upper)), 120) << lower;
+  }
+}
+
 TEST_F(ScreenTest, ThePagesAreUsedToTheirFoot) {
   for (const int tab :
        {screen::kRegles, screen::kPriseEnCharge, screen::kBordereau, screen::kActivites}) {
@@ -1032,7 +1064,7 @@ TEST_F(Keyboard, TheAcronymsMnemonicLeadsToTheFieldThatIsSeen) {
   press("Cmd_Ajouter");
   user_->go(box("Txt_Ville"));
   EXPECT_TRUE(user_->alt('I'));
-  EXPECT_TRUE(box("Txt_SigleOrgChg").hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, box("Txt_SigleOrgChg"));
 }
 
 TEST_F(Keyboard, AWholeCreationNeedsNoMouse) {
@@ -1046,7 +1078,7 @@ TEST_F(Keyboard, AWholeCreationNeedsNoMouse) {
   user_->alt('B');
   user_->alt('L');
   auto& possible = child<ListBox>("Lst_ParamPossOrgChg");
-  ASSERT_TRUE(possible.hasFocus());
+  ASSERT_PRED_FORMAT1(hasFocus, possible);
   possible.userSelect(0, {0});  // by the list's own keys
   user_->tab();
   user_->press(toolkit::Key::Space);
@@ -1055,7 +1087,7 @@ TEST_F(Keyboard, AWholeCreationNeedsNoMouse) {
   user_->alt('A');
   user_->type("01/01/2026\t22,5\t24\t20");
   user_->alt('O');
-  ASSERT_TRUE(button("Cmd_AjoutTaux").hasFocus());
+  ASSERT_PRED_FORMAT1(hasFocus, button("Cmd_AjoutTaux"));
   user_->alt('O');
   expectNoBox();
   EXPECT_EQ(attribute("004", attribut::SigleOrgChg), "NEUF");

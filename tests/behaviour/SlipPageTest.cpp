@@ -114,7 +114,7 @@ class SlipPage : public ControlTest {
     const auto trace = called("expectRefused", at);
     expectBox(text, Icon::Exclamation);
     EXPECT_EQ(tabs().tab(), tab);
-    EXPECT_TRUE(focus.hasFocus());
+    EXPECT_PRED_FORMAT1(hasFocus, focus);
     EXPECT_EQ(state(), kExisting);
     expectNothingWritten();
   }

@@ -95,7 +95,7 @@ TEST_F(StartUp, FillingTheListsAgainDoublesNothing) {
 TEST_F(StartUp, EndsEmptyWithTheFocusOnTheCode) {
   start();
   EXPECT_EQ(state(), kEmpty);
-  EXPECT_TRUE(code().hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, code());
   EXPECT_EQ(tabs().tab(), 0);
   EXPECT_FALSE(control_->W_Sortir());
 }

@@ -36,8 +36,12 @@ Lines beyond(Lines first, const Lines& second) {
   return first;
 }
 
-testing::AssertionResult heading(const char* actual, const char* expected) {
-  return testing::AssertionFailure() << actual << " is not " << expected;
+testing::AssertionResult heading(std::string_view actual, std::string_view expected) {
+  const auto shortened = [](std::string_view code) {
+    constexpr std::size_t kMost = 80;
+    return std::string(code.substr(0, kMost)) + (code.size() > kMost ? "..." : "");
+  };
+  return testing::AssertionFailure() << shortened(actual) << " is not " << shortened(expected);
 }
 
 Lines joined(const std::vector<Lines>& rows) {
@@ -137,13 +141,16 @@ testing::AssertionResult sameAttributes(const char* actualText, const char* expe
 
 std::string attributesThatDiffer(std::string_view file, const store::DynamicArray& actual,
                                  const store::DynamicArray& expected) {
+  constexpr int kMost = 5;
   std::string told;
+  int differ = 0;
   const int count = std::max(actual.DCount(), expected.DCount());
   for (int i = 1; i <= count; ++i) {
-    if (actual.get(i) == expected.get(i)) continue;
+    if (actual.get(i) == expected.get(i) || ++differ > kMost) continue;
     told += "\n  " + numbered(file, i) + ": " + inQuotes(actual.get(i)) + " instead of " +
             inQuotes(expected.get(i));
   }
+  if (differ > kMost) told += "\n  and " + std::to_string(differ - kMost) + " more";
   if (told.empty()) {
     told = "\n  " + std::to_string(actual.DCount()) + " attributes instead of " +
            std::to_string(expected.DCount()) + ", all of them the same";

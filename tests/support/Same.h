@@ -49,7 +49,7 @@ testing::AssertionResult same(const char* actualText, const char* expectedText,
 }
 
 // Two records of ORGPRISECHARGE, by their full texts: the attributes that differ, by number and
-// name.
+// name, the first of many.
 testing::AssertionResult sameBody(const char* actualText, const char* expectedText,
                                   std::string_view actual, std::string_view expected);
 // Of ACCORD.

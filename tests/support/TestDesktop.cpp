@@ -4,7 +4,7 @@
 
 #include "toolkit/SSTab.h"
 
-namespace toolkit::headless {
+namespace toolkit {
 namespace {
 
 const char* nameOf(Icon icon) {
@@ -35,6 +35,11 @@ const char* nameOf(Buttons buttons) {
 
 }  // namespace
 
+void PrintTo(Icon icon, std::ostream* out) { *out << nameOf(icon); }
+void PrintTo(Buttons buttons, std::ostream* out) { *out << nameOf(buttons); }
+
+namespace headless {
+
 void PrintTo(const Entry& entry, std::ostream* out) {
   switch (entry.what) {
     case Entry::What::Box:
@@ -59,7 +64,8 @@ void PrintTo(const Entry& entry, std::ostream* out) {
   }
 }
 
-}  // namespace toolkit::headless
+}  // namespace headless
+}  // namespace toolkit
 
 namespace testing_support {
 namespace {

@@ -12,9 +12,16 @@
 #include "toolkit/headless/HeadlessDesktop.h"
 #include "toolkit/headless/User.h"
 
+namespace toolkit {
+
+void PrintTo(Icon icon, std::ostream* out);
+void PrintTo(Buttons buttons, std::ostream* out);
+
+}  // namespace toolkit
+
 namespace toolkit::headless {
 
-// "«text», question, Yes/No, tab "Prise en charge", focus Txt_CodOrgChg"
+// "box «text», question, Yes/No, tab "Prise en charge", focus Txt_CodOrgChg"
 void PrintTo(const Entry& entry, std::ostream* out);
 
 }  // namespace toolkit::headless

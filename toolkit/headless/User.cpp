@@ -205,4 +205,11 @@ bool User::dblClickBeside(ListBox& list, Caller at) {
   return list.userDblClick(-1);
 }
 
+bool User::scroll(ListBox& list, int line, Caller at) {
+  caller_ = at;
+  if (!takesInput(surface_, list)) return false;
+  list.userScroll(line);
+  return true;
+}
+
 }  // namespace toolkit::headless

@@ -47,6 +47,8 @@ class User {
   // Opens it, unless it is open, and chooses.
   bool choose(ComboBox& combo, int line, Caller at = Caller::here());
   bool scroll(ScrollBar& bar, int value, Caller at = Caller::here());
+  // Turns the wheel until that line is the first that is seen.
+  bool scroll(ListBox& list, int line, Caller at = Caller::here());
 
   const Surface& surface() const { return surface_; }
   // Who has called the last verb.

@@ -81,6 +81,17 @@ TEST(Same, TellsTheAttributesThatDifferByNumberAndName) {
                "a is not b\n  1 OrgChgAcc: \"001\" instead of \"002\"");
 }
 
+TEST(Same, TellsFiveOfManyAttributes) {
+  const std::string told =
+      sameBody("a", "b", record({"x", "x", "x", "x", "x", "x", "x"}), "").message();
+  EXPECT_TRUE(told.ends_with("\n  5 AdrNatureVoie: \"x\" instead of \"\"\n  and 2 more")) << told;
+}
+
+TEST(Same, ShortensWhatTheTestCompares) {
+  EXPECT_EQ(std::string(sameBody(std::string(90, 'a').c_str(), "b", "x", "").message()),
+            std::string(80, 'a') + "... is not b\n  1 SigleOrgChg: \"x\" instead of \"\"");
+}
+
 TEST(Same, TellsOfAttributesThatAreAllEmpty) {
   EXPECT_STREQ(sameBody("a", "b", record({"CAF", ""}), "CAF").message(),
                "a is not b\n  2 attributes instead of 1, all of them the same");

@@ -50,21 +50,21 @@ TEST_F(ActionRules, WhileAHandlerRunsFurtherInputIsDropped) {
   button.onClick = [this] {
     EXPECT_TRUE(surface.busy());
     doEverything();
-    EXPECT_TRUE(button.hasFocus());
+    EXPECT_PRED_FORMAT1(hasFocus, button);
     events.emplace_back("end");
   };
   user().click(button);
   expectNothingDone();
   EXPECT_EQ(taken(), Events{"end"});
   EXPECT_FALSE(surface.busy());
-  EXPECT_TRUE(button.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, button);
 }
 
 TEST_F(ActionRules, WhileALostFocusHandlerRunsFurtherInputIsDropped) {
   box.onLostFocus = [this] { user().click(other); };
   user().go(box);
   user().click(check);
-  EXPECT_TRUE(check.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, check);
   EXPECT_TRUE(check.value());
   EXPECT_EQ(taken(), Events{});
 }
@@ -76,7 +76,7 @@ TEST_F(ActionRules, WhileTheFocusMovesOnFurtherInputIsDropped) {
     user().click(check);
   };
   user().click(button);
-  EXPECT_TRUE(other.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, other);
   EXPECT_FALSE(check.value());
 }
 

@@ -28,7 +28,7 @@ TEST_F(ButtonRules, AClickOnACommandButtonFiresClickAndTakesTheFocus) {
   user().go(box);
   user().click(button);
   EXPECT_EQ(taken(), Events{"button"});
-  EXPECT_TRUE(button.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, button);
 }
 
 TEST_F(ButtonRules, ADisabledButtonCannotBeClicked) {
@@ -54,7 +54,7 @@ TEST_F(ButtonRules, AClickIsDroppedWhenALostFocusHandlerKeepsTheFocus) {
   EXPECT_EQ(taken(), Events{});
   EXPECT_FALSE(check.value());
   EXPECT_FALSE(first.value());
-  EXPECT_TRUE(box.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, box);
 }
 
 TEST_F(ButtonRules, AClickIsDroppedWhenALostFocusHandlerDisablesTheButton) {
@@ -110,7 +110,7 @@ TEST_F(ButtonRules, FocusAloneSetsNoOption) {
   user().tab();
   user().tab();
   user().tab();
-  EXPECT_TRUE(first.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, first);
   EXPECT_FALSE(first.value());
   EXPECT_EQ(taken(), Events{});
 }

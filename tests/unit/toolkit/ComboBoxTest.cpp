@@ -163,7 +163,7 @@ TEST_F(ComboBoxRules, OpeningTheListFiresDropDownAlone) {
   noteEvents(combo);
   user().open(combo);
   EXPECT_EQ(taken(), Events{"drop down"});
-  EXPECT_TRUE(combo.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, combo);
 }
 
 TEST_F(ComboBoxRules, AComboRefilledInItsOwnClickHoldsWhatTheHandlerLeft) {
@@ -261,7 +261,7 @@ TEST_F(ComboBoxRules, AChoiceIsDroppedWhenALostFocusHandlerKeepsTheFocus) {
   other.onLostFocus = [this] { other.setFocus(); };
   user().go(other);
   user().open(combo);
-  EXPECT_TRUE(other.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, other);
   EXPECT_EQ(taken(), Events{});
 }
 

@@ -55,7 +55,7 @@ TEST_F(FocusRules, CodeMovesTheFocusWithTheSameEvents) {
   user().go(first);
   taken();
   second.setFocus();
-  EXPECT_TRUE(second.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, second);
   EXPECT_EQ(taken(), (Events{"first lost", "second got"}));
   user().type("x");
   EXPECT_EQ(second.text(), "x");
@@ -85,7 +85,7 @@ TEST_F(FocusRules, WhenLostFocusSendsItBackTheClickIsDropped) {
   user().go(first);
   taken();
   user().click(button);
-  EXPECT_TRUE(first.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, first);
   EXPECT_EQ(taken(), (Events{"first lost", "first got"}));
   user().alt(U'b');
   EXPECT_EQ(taken(), (Events{"first lost", "first got"}));
@@ -99,7 +99,7 @@ TEST_F(FocusRules, WhenLostFocusSendsItElsewhereTheClickIsDropped) {
   user().go(first);
   taken();
   user().click(button);
-  EXPECT_TRUE(inside.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, inside);
   EXPECT_EQ(taken(), (Events{"first lost", "inside got"}));
 }
 
@@ -112,7 +112,7 @@ TEST_F(FocusRules, TheLastRequestWithinLostFocusWins) {
   user().go(first);
   taken();
   user().tab();
-  EXPECT_TRUE(last.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, last);
   EXPECT_EQ(taken(), Events{"last got"});
 }
 
@@ -143,7 +143,7 @@ TEST_F(FocusRules, ATargetThatLostFocusDisablesLeavesTheFocusWhereItWas) {
   user().go(first);
   taken();
   user().click(button);
-  EXPECT_TRUE(first.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, first);
   EXPECT_EQ(taken(), (Events{"first lost", "first got"}));
 }
 
@@ -164,7 +164,7 @@ TEST_F(FocusRules, AClickIsDroppedWhenGotFocusSendsTheFocusElsewhere) {
   user().go(first);
   taken();
   user().click(button);
-  EXPECT_TRUE(last.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, last);
   EXPECT_EQ(taken(), (Events{"first lost", "button lost", "last got"}));
 }
 
@@ -175,7 +175,7 @@ TEST_F(FocusRules, DisablingTheSurfaceFiresNeitherEvent) {
   user().go(second);
   user().tab();
   user().type("x");
-  EXPECT_TRUE(first.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, first);
   EXPECT_EQ(first.text(), "");
   surface.setEnabled(true);
   EXPECT_EQ(taken(), Events{});
@@ -196,7 +196,7 @@ TEST_F(FocusRules, DisablingTheControlWithTheFocusFiresNoLostFocusAndMovesItOn) 
   user().go(first);
   taken();
   first.setEnabled(false);
-  EXPECT_TRUE(second.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, second);
   EXPECT_EQ(taken(), Events{"second got"});
   user().type("x");
   EXPECT_EQ(second.text(), "x");
@@ -230,7 +230,7 @@ TEST_F(FocusRules, WithinAHandlerTheFocusStaysInNameUntilItEnds) {
   };
   user().click(button);
   EXPECT_EQ(taken(), (Events{"button got", "in name", "tabs got"}));
-  EXPECT_TRUE(tabs.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, tabs);
 }
 
 TEST_F(FocusRules, AHandlerThatDisablesAndEnablesItsControlAgainMovesNothing) {
@@ -239,7 +239,7 @@ TEST_F(FocusRules, AHandlerThatDisablesAndEnablesItsControlAgainMovesNothing) {
     button.setEnabled(true);
   };
   user().click(button);
-  EXPECT_TRUE(button.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, button);
   EXPECT_EQ(taken(), Events{"button got"});
 }
 
@@ -249,7 +249,7 @@ TEST_F(FocusRules, AHandlerThatDisablesItsControlMayGiveTheFocusItself) {
     first.setFocus();
   };
   user().click(button);
-  EXPECT_TRUE(first.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, first);
   EXPECT_EQ(taken(), (Events{"button got", "first got"}));
 }
 
@@ -258,7 +258,7 @@ TEST_F(FocusRules, WhileTheSurfaceIsDisabledTheFocusWaitsToMoveOn) {
   taken();
   surface.setEnabled(false);
   first.setEnabled(false);
-  EXPECT_TRUE(first.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, first);
   surface.setEnabled(true);
   EXPECT_EQ(taken(), Events{"second got"});
 }
@@ -268,7 +268,7 @@ TEST_F(FocusRules, AControlWhoseGotFocusDisablesItPassesTheFocusOn) {
   user().go(first);
   taken();
   first.setEnabled(false);
-  EXPECT_TRUE(inside.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, inside);
   EXPECT_EQ(taken(), Events{"inside got"});
 }
 
@@ -279,7 +279,7 @@ TEST_F(FocusRules, WithNowhereToGoTheFocusStaysInName) {
     control->setEnabled(false);
   }
   first.setEnabled(false);
-  EXPECT_TRUE(first.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, first);
   user().type("x");
   EXPECT_EQ(first.text(), "");
   EXPECT_EQ(taken(), Events{});
@@ -297,7 +297,7 @@ TEST_F(FocusRules, GivingTheFocusToADisabledOrHiddenControlDoesNothing) {
   inside.setFocus();
   behind.setFocus();
   user().go(second);
-  EXPECT_TRUE(first.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, first);
   EXPECT_EQ(taken(), Events{});
 }
 
@@ -307,7 +307,7 @@ TEST_F(FocusRules, LabelsAndFramesTakeNoFocus) {
   frame.setFocus();
   EXPECT_FALSE(surface.moveFocus(&frame));
   EXPECT_FALSE(surface.moveFocus(nullptr));
-  EXPECT_TRUE(first.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, first);
   EXPECT_EQ(taken(), Events{});
 }
 
@@ -317,10 +317,10 @@ TEST_F(FocusRules, FocusAskedForWhileTheSurfaceIsDisabledIsGivenWhenItIsEnabled)
   surface.setEnabled(false);
   last.setFocus();
   second.setFocus();
-  EXPECT_TRUE(first.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, first);
   EXPECT_EQ(taken(), Events{});
   surface.setEnabled(true);
-  EXPECT_TRUE(second.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, second);
   EXPECT_EQ(taken(), (Events{"first lost", "second got"}));
 }
 
@@ -332,7 +332,7 @@ TEST_F(FocusRules, ADisabledControlIsNotRememberedWhileTheSurfaceIsDisabled) {
   second.setFocus();
   second.setEnabled(true);
   surface.setEnabled(true);
-  EXPECT_TRUE(first.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, first);
   EXPECT_EQ(taken(), Events{});
 }
 
@@ -343,7 +343,7 @@ TEST_F(FocusRules, ARememberedControlThatIsDisabledMeanwhileIsNotGivenTheFocus) 
   second.setFocus();
   second.setEnabled(false);
   surface.setEnabled(true);
-  EXPECT_TRUE(first.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, first);
   EXPECT_EQ(taken(), Events{});
 }
 
@@ -357,7 +357,7 @@ TEST_F(FocusRules, ALostFocusHandlerMayDisableTheSurfaceWhileItWorks) {
   user().go(first);
   taken();
   user().click(button);
-  EXPECT_TRUE(last.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, last);
   EXPECT_EQ(taken(), (Events{"first lost", "last got"}));
 }
 
@@ -369,10 +369,10 @@ TEST_F(FocusRules, AMoveThatFindsTheSurfaceDisabledEndsWhenItIsEnabled) {
   user().go(first);
   taken();
   user().click(button);
-  EXPECT_TRUE(first.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, first);
   EXPECT_EQ(taken(), Events{"first lost"});
   surface.setEnabled(true);
-  EXPECT_TRUE(button.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, button);
   EXPECT_EQ(taken(), Events{"button got"});
 }
 
@@ -390,11 +390,11 @@ TEST_F(FocusRules, AControlTakesInputOnlyWhenEverythingAroundItIsEnabledAndVisib
   tabs.page(0).setEnabled(false);
   EXPECT_TRUE(paged.enabled());
   user().go(paged);
-  EXPECT_TRUE(first.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, first);
   EXPECT_EQ(taken(), Events{});
   tabs.page(0).setEnabled(true);
   user().go(paged);
-  EXPECT_TRUE(paged.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, paged);
 }
 
 }  // namespace

@@ -42,12 +42,12 @@ TEST_F(KeyRules, TabWalksInTheOrderOfCreationAndStopsOnceInAGroupOfOptions) {
   user().go(name);
   for (const Control* next : std::vector<Control*>{&combo, &red, &check, &ok, &open, &cancel}) {
     user().tab();
-    EXPECT_EQ(surface.focus(), next);
+    EXPECT_PRED_FORMAT1(hasFocus, *next);
   }
   EXPECT_FALSE(uses(kTab));
   for (const Control* next : std::vector<Control*>{&open, &ok, &check, &red, &combo, &name}) {
     user().tab(true);
-    EXPECT_EQ(surface.focus(), next);
+    EXPECT_PRED_FORMAT1(hasFocus, *next);
   }
   EXPECT_FALSE(uses(kBackTab));
 }
@@ -57,11 +57,11 @@ TEST_F(KeyRules, TabStopsAtTheOptionThatIsSet) {
   taken();
   user().go(combo);
   user().tab();
-  EXPECT_TRUE(green.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, green);
   user().tab();
-  EXPECT_TRUE(check.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, check);
   user().tab(true);
-  EXPECT_TRUE(green.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, green);
 }
 
 TEST_F(KeyRules, TabPassesByWhatTakesNoInputOrIsNoTabStop) {
@@ -70,15 +70,15 @@ TEST_F(KeyRules, TabPassesByWhatTakesNoInputOrIsNoTabStop) {
   check.setVisible(false);
   user().go(name);
   user().tab();
-  EXPECT_TRUE(ok.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, ok);
 }
 
 TEST_F(KeyRules, TabEntersTheSurfaceAtItsFirstOrLastStop) {
   user();
   EXPECT_TRUE(surface.enter(false));
-  EXPECT_TRUE(name.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, name);
   EXPECT_TRUE(surface.enter(true));
-  EXPECT_TRUE(cancel.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, cancel);
 }
 
 TEST_F(KeyRules, EnterClicksTheFocusedButton) {
@@ -103,7 +103,7 @@ TEST_F(KeyRules, EnterClicksTheDefaultButtonWhereNothingElseUsesIt) {
   EXPECT_TRUE(uses(kEnter));
   user().press(kEnter);
   EXPECT_EQ(taken(), Events{"cancel"});
-  EXPECT_TRUE(cancel.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, cancel);
   ok.setFocus();
   user().press(kEnter);
   EXPECT_EQ(taken(), Events{"ok"});
@@ -141,14 +141,14 @@ TEST_F(KeyRules, ArrowsSetTheOptionsOfAGroupInTurn) {
   user().go(name);
   red.setFocus();
   user().press({Key::Down});
-  EXPECT_TRUE(green.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, green);
   EXPECT_TRUE(green.value());
   user().press({Key::Right});
   user().press({Key::Right});
   EXPECT_TRUE(red.value());
   user().press({Key::Up});
   EXPECT_TRUE(blue.value());
-  EXPECT_TRUE(blue.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, blue);
   EXPECT_EQ(taken(), (Events{"green", "blue", "red", "blue"}));
 }
 
@@ -173,7 +173,7 @@ TEST_F(KeyRules, EscapeClicksTheCancelButtonAndLeavesTheFocusWhereItIs) {
   taken();
   user().press(kEscape);
   EXPECT_EQ(taken(), Events{"cancel"});
-  EXPECT_TRUE(name.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, name);
 }
 
 TEST_F(KeyRules, EscapeIsLeftWithoutACancelButtonThatTakesInput) {
@@ -192,13 +192,13 @@ TEST_F(KeyRules, EscapeIsLeftWithoutACancelButtonThatTakesInput) {
 TEST_F(KeyRules, ALabelsMnemonicGoesToTheControlAfterIt) {
   user().go(combo);
   user().alt(U'n');
-  EXPECT_TRUE(name.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, name);
 }
 
 TEST_F(KeyRules, AFramesMnemonicGoesToItsFirstControlAndSetsNothing) {
   user().go(name);
   user().alt(U'g');
-  EXPECT_TRUE(red.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, red);
   EXPECT_FALSE(red.value());
   EXPECT_EQ(taken(), Events{});
 }
@@ -208,11 +208,11 @@ TEST_F(KeyRules, AFramesMnemonicGoesToTheOptionThatIsSet) {
   taken();
   user().go(name);
   user().alt(U'g');
-  EXPECT_TRUE(blue.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, blue);
   blue.setEnabled(false);
   user().go(name);
   user().alt(U'g');
-  EXPECT_TRUE(red.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, red);
   EXPECT_EQ(taken(), Events{});
 }
 
@@ -242,7 +242,7 @@ TEST_F(KeyRules, AMnemonicPassesByWhatTakesNoInput) {
   EXPECT_EQ(taken(), Events{"open"});
   name.setVisible(false);
   user().alt(U'n');
-  EXPECT_TRUE(open.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, open);
 }
 
 TEST_F(KeyRules, AMnemonicMindsNoCaseAndNeedsAltAlone) {

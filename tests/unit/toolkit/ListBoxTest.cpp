@@ -36,7 +36,7 @@ TEST_F(ListBoxRules, ClickFiresWhenTheUserSelectsAnotherLine) {
   user().click(list, 1);
   EXPECT_EQ(taken(), Events{"click 1"});
   EXPECT_EQ(list.listIndex(), 1);
-  EXPECT_TRUE(list.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, list);
 }
 
 TEST_F(ListBoxRules, ClickDoesNotFireWhenTheUserSelectsTheSelectedLine) {
@@ -206,7 +206,7 @@ TEST_F(ListBoxRules, AClickIsDroppedWhenALostFocusHandlerKeepsTheFocus) {
   user().go(other);
   user().click(list, 1);
   user().dblClick(list, 2);
-  EXPECT_TRUE(other.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, other);
   EXPECT_EQ(list.listIndex(), -1);
   EXPECT_EQ(taken(), Events{});
 }

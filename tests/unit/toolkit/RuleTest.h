@@ -9,10 +9,13 @@
 #include <utility>
 #include <vector>
 
+#include "tests/support/Focus.h"
 #include "tests/unit/toolkit/Layout.h"
 #include "tests/unit/toolkit/UserDriver.h"
 
 namespace toolkit::test {
+
+using testing_support::hasFocus;
 
 using Events = std::vector<std::string>;
 

@@ -30,7 +30,7 @@ TEST_F(SSTabRules, TheUserBringsAPageForwardAndTheFocusGoesToTheTabs) {
   user().go(one);
   user().click(tabs, 1);
   EXPECT_EQ(tabs.tab(), 1);
-  EXPECT_TRUE(tabs.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, tabs);
   EXPECT_TRUE(two.shown());
   EXPECT_FALSE(one.shown());
   EXPECT_EQ(taken(), Events{"page 1"});
@@ -43,7 +43,7 @@ TEST_F(SSTabRules, TheTabIsDroppedWhenALostFocusHandlerKeepsTheFocus) {
   user().alt(U't');
   user().press({Key::PageDown, 0, false, true, false});
   EXPECT_EQ(tabs.tab(), 0);
-  EXPECT_TRUE(one.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, one);
   EXPECT_EQ(taken(), Events{});
 }
 
@@ -53,7 +53,7 @@ TEST_F(SSTabRules, ASingleTabCanBeDisabled) {
   user().click(tabs, 1);
   user().alt(U't');
   EXPECT_EQ(tabs.tab(), 0);
-  EXPECT_TRUE(above.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, above);
   user().click(tabs, 2);
   EXPECT_EQ(tabs.tab(), 2);
 }
@@ -73,7 +73,7 @@ TEST_F(SSTabRules, CodeBringsADisabledPageForwardWhichTakesNoInput) {
 TEST_F(SSTabRules, APageBroughtForwardByCodeMovesNoFocus) {
   user().go(above);
   tabs.setTab(2);
-  EXPECT_TRUE(above.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, above);
   EXPECT_EQ(taken(), Events{"page 2"});
   tabs.setTab(2);
   EXPECT_EQ(taken(), Events{});
@@ -82,9 +82,9 @@ TEST_F(SSTabRules, APageBroughtForwardByCodeMovesNoFocus) {
 TEST_F(SSTabRules, PagesNotInFrontTakeNoInput) {
   user().go(above);
   user().go(two);
-  EXPECT_TRUE(above.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, above);
   two.setFocus();
-  EXPECT_TRUE(above.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, above);
   EXPECT_TRUE(two.enabled());
   EXPECT_TRUE(two.visible());
 }
@@ -93,7 +93,7 @@ TEST_F(SSTabRules, FocusGoesToAFieldOfAPageOnceItIsInFront) {
   user().go(above);
   tabs.setTab(1);
   two.setFocus();
-  EXPECT_TRUE(two.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, two);
   user().type("x");
   EXPECT_EQ(two.text(), "x");
 }
@@ -102,7 +102,7 @@ TEST_F(SSTabRules, AMnemonicBringsItsPageForward) {
   user().go(one);
   user().alt(U'h');
   EXPECT_EQ(tabs.tab(), 2);
-  EXPECT_TRUE(tabs.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, tabs);
 }
 
 TEST_F(SSTabRules, CtrlPageDownAndUpWalkOverTheEnabledPagesAndWrapAround) {
@@ -110,7 +110,7 @@ TEST_F(SSTabRules, CtrlPageDownAndUpWalkOverTheEnabledPagesAndWrapAround) {
   user().go(one);
   user().press({Key::PageDown, 0, false, true, false});
   EXPECT_EQ(tabs.tab(), 2);
-  EXPECT_TRUE(tabs.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, tabs);
   user().press({Key::PageDown, 0, false, true, false});
   EXPECT_EQ(tabs.tab(), 0);
   user().press({Key::PageUp, 0, false, true, false});
@@ -135,7 +135,7 @@ TEST_F(SSTabRules, ArrowsWalkOverTheEnabledPagesAndStopAtTheEnds) {
   tabs.setTabEnabled(1, false);
   user().go(above);
   user().tab();
-  ASSERT_TRUE(tabs.hasFocus());
+  ASSERT_PRED_FORMAT1(hasFocus, tabs);
   user().press({Key::Right});
   EXPECT_EQ(tabs.tab(), 2);
   user().press({Key::Right});
@@ -158,7 +158,7 @@ TEST_F(SSTabRules, HidingTheFocusBehindAnotherPageFiresNoLostFocus) {
   taken();
   tabs.setTab(1);
   EXPECT_EQ(taken(), (Events{"page 1", "Txt_Two got"}));
-  EXPECT_TRUE(two.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, two);
 }
 
 }  // namespace

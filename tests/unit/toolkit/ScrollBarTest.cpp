@@ -79,21 +79,21 @@ TEST_F(ScrollBarRules, ADisabledBarDoesNotScroll) {
 
 TEST_F(ScrollBarRules, ScrollingTakesTheFocusAndIsDroppedWhenItDoesNotArrive) {
   user().scroll(bar, 4);
-  EXPECT_TRUE(bar.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, bar);
   box.onLostFocus = [this] { box.setFocus(); };
   user().go(box);
   user().scroll(bar, 8);
   EXPECT_EQ(bar.value(), 4);
-  EXPECT_TRUE(box.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, box);
 }
 
 TEST_F(ScrollBarRules, TabPassesABarByUnlessToldOtherwise) {
   user().go(box);
   user().tab();
-  EXPECT_TRUE(after.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, after);
   bar.setTabStop(true);
   user().tab(true);
-  EXPECT_TRUE(bar.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, bar);
 }
 
 }  // namespace

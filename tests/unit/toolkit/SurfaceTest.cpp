@@ -5,12 +5,15 @@
 
 #include <stdexcept>
 
+#include "tests/support/Focus.h"
 #include "toolkit/Buttons.h"
 #include "toolkit/ControlClosed.h"
 #include "toolkit/TextBox.h"
 
 namespace toolkit {
 namespace {
+
+using testing_support::hasFocus;
 
 struct Form {
   Surface surface{"Form"};
@@ -37,7 +40,7 @@ TEST(SurfaceErrors, AnErrorInLostFocusLeavesTheFocusWhereItWas) {
     fail();
   };
   EXPECT_THROW(form.surface.moveFocus(&form.button), std::runtime_error);
-  EXPECT_TRUE(form.first.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, form.first);
   form.first.onLostFocus = nullptr;
   EXPECT_TRUE(form.surface.moveFocus(&form.button));
 }
@@ -46,7 +49,7 @@ TEST(SurfaceErrors, AnErrorInGotFocusLeavesTheFocusWhereItWent) {
   Form form;
   form.second.onGotFocus = fail;
   EXPECT_THROW(form.surface.moveFocus(&form.second), std::runtime_error);
-  EXPECT_TRUE(form.second.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, form.second);
   EXPECT_FALSE(form.surface.busy());
 }
 
@@ -57,7 +60,7 @@ TEST(SurfaceErrors, TheFocusStillMovesOnWhenAHandlerFailed) {
     fail();
   };
   EXPECT_THROW(form.button.userClick(), std::runtime_error);
-  EXPECT_TRUE(form.first.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, form.first);
 }
 
 TEST(SurfaceErrors, ASecondErrorWhileTheFocusMovesOnIsSwallowed) {
@@ -77,7 +80,7 @@ TEST(SurfaceErrors, AnErrorWhileTheFocusMovesOnReachesTheCaller) {
   form.button.onClick = [&] { form.button.setEnabled(false); };
   EXPECT_THROW(form.button.userClick(), ControlClosed);
   EXPECT_FALSE(form.surface.busy());
-  EXPECT_TRUE(form.first.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, form.first);
 }
 
 TEST(Surface, MoveFocusIsTrueOnlyIfItArrived) {
@@ -105,7 +108,7 @@ TEST(Surface, KeySaysWhetherTheStrokeIsUsed) {
   form.surface.moveFocus(&form.button);
   EXPECT_FALSE(form.surface.key({Key::Tab}));
   EXPECT_TRUE(form.surface.key({Key::Tab, 0, true}));
-  EXPECT_TRUE(form.second.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, form.second);
   EXPECT_TRUE(form.surface.key({Key::Enter}));
   EXPECT_FALSE(form.surface.key({Key::Character, U'x'}));
   EXPECT_FALSE(form.surface.key({Key::Home}));

@@ -145,7 +145,7 @@ TEST_F(TextBoxRules, TabIsNoKeyPress) {
   user().go(box);
   user().type("\t");
   EXPECT_EQ(taken(), Events{});
-  EXPECT_TRUE(other.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, other);
 }
 
 TEST_F(TextBoxRules, AKeyPressHandlerThatMovesTheFocusKeepsTheKeyOut) {
@@ -155,7 +155,7 @@ TEST_F(TextBoxRules, AKeyPressHandlerThatMovesTheFocusKeepsTheKeyOut) {
   };
   user().go(box);
   user().type("a");
-  EXPECT_TRUE(other.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, other);
   EXPECT_EQ(box.text(), "");
   EXPECT_EQ(other.text(), "");
 }

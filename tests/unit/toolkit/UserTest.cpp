@@ -2,13 +2,18 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/Focus.h"
+
 namespace toolkit::headless {
 namespace {
+
+using testing_support::hasFocus;
 
 struct Form {
   Surface surface{"Form"};
   TextBox box{&surface, "Txt"};
   ComboBox combo{&surface, "Cbo"};
+  ListBox list{&surface, "Lst"};
   ComboBox fixed{&surface, "Cbo_Fixed", ComboBox::Style::ListOnly};
   CommandButton button{&surface, "Cmd", "&Go"};
   SSTab tabs{&surface, "Ong", {"One", "Two"}};
@@ -54,6 +59,7 @@ TEST(User, EveryVerbSaysWhenItWasDropped) {
   EXPECT_FALSE(form.user.alt(U'g'));
   EXPECT_FALSE(form.user.tab());
   EXPECT_FALSE(form.user.open(form.combo));
+  EXPECT_FALSE(form.user.scroll(form.list, 1));
   form.surface.setEnabled(true);
   EXPECT_TRUE(form.user.click(form.button));
   EXPECT_FALSE(form.user.type("x"));
@@ -74,7 +80,7 @@ TEST(User, TypesTabsAndEntersOnItsWay) {
   EXPECT_TRUE(form.user.type("a\tb\r"));
   EXPECT_EQ(form.box.text(), "a");
   EXPECT_EQ(form.combo.text(), "b");
-  EXPECT_TRUE(form.combo.hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, form.combo);
 }
 
 TEST(User, GoingOnTypingInAComboAppends) {
