@@ -83,7 +83,7 @@ TEST_F(Acronym, SeveralFoundAreListedOpenUnderWhatWasTyped) {
   EXPECT_EQ(sigles().text(), "c");
   EXPECT_EQ(sigles().listIndex(), -1);
   EXPECT_TRUE(sigles().listOpen());
-  EXPECT_TRUE(sigles().hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, sigles());
   EXPECT_EQ(code().text(), "");
   const Lines asked = store_.told();
   store_.forgetCalls();

@@ -213,7 +213,7 @@ TEST_F(ActivitiesPage, AnIncompleteCodeIsRefusedOnLeaving) {
   EXPECT_FALSE(press("Cmd_Annuler"));
   expectBox(kEntiteInconnue, Icon::Exclamation);
   EXPECT_EQ(entity().text(), "");
-  EXPECT_TRUE(entity().hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, entity());
   EXPECT_EQ(tabs().tab(), kActivites);
   EXPECT_EQ(state(), kExisting);
   expectNoEntityBut({"010P01"});
@@ -344,7 +344,7 @@ TEST_F(ActivitiesPage, ACodeThatCouldNotBeReadIsReadAgainOnLeaving) {
   store_.stopFailing();
   EXPECT_FALSE(user_->go(option("Opt_Totalite")));
   expectBox(kEntiteInconnue, Icon::Exclamation);
-  EXPECT_TRUE(entity().hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, entity());
 }
 
 TEST_F(ActivitiesPage, AStoreThatCannotListTheActivitiesLeavesTheCodeAndNoEntity) {
@@ -391,7 +391,7 @@ TEST_F(ActivitiesPage, FoundNamesComeInTheOrderOfTheStoreAndOneIsChosen) {
   EXPECT_PRED_FORMAT2(same, linesOf(names()), (Lines{"AIDE AUX FOYERS", "AIDE DU VAL"}));
   EXPECT_EQ(names().text(), "AIDE");
   EXPECT_TRUE(names().listOpen());
-  EXPECT_TRUE(names().hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, names());
   ASSERT_EQ(store_.calls().size(), 1U);
   user_->type("\r");
   ASSERT_EQ(store_.calls().size(), 2U);

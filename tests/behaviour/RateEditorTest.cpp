@@ -807,7 +807,7 @@ TEST_F(Rates, WhatIsNoNumberIsNotConfirmedEither) {
   ASSERT_TRUE(press("Cmd_OKTaux"));
   expectNoBox();
   EXPECT_TRUE(rateOpen());
-  EXPECT_TRUE(increased().hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, increased());
   EXPECT_EQ(increased().text(), "1,2,3");
 }
 

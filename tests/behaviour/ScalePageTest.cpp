@@ -679,7 +679,7 @@ TEST_F(ScaleRows, NumbersAsUsersTypeThem) {
       EXPECT_FALSE(user_->go(other)) << none;
       EXPECT_FALSE(press("Cmd_OKPart"));
       EXPECT_EQ(zone.text(), none);
-      EXPECT_TRUE(zone.hasFocus()) << zone.name();
+      EXPECT_PRED_FORMAT1(hasFocus, zone) << zone.name();
     }
     ASSERT_TRUE(user_->fill(zone, ""));
   }
@@ -916,7 +916,7 @@ TEST_F(NewScale, ARowAddedUnderItCanBeCorrectedWhole) {
   add({"-5", "0", "-5", "0", "1"});
   ASSERT_TRUE(open(4, "Lst_BaremCoursOrgChg"));
   EXPECT_PRED_FORMAT2(same, zones(), (Row{"2000", "3000", "3000", "4000", "6"}));
-  EXPECT_TRUE(box("Txt_DebRevSeulOrgChg").hasFocus());
+  EXPECT_PRED_FORMAT1(hasFocus, box("Txt_DebRevSeulOrgChg"));
   fillZones({"2000", "2500", "3000", "3500", "5"});
   ASSERT_TRUE(press("Cmd_OKPart"));
   EXPECT_PRED_FORMAT2(same, rows()[4],
