@@ -4,6 +4,7 @@
 
 #include "com/Module.h"
 #include "toolkit/win32/Border.h"
+#include "toolkit/win32/ObjectTable.h"
 
 namespace ocx {
 
@@ -13,6 +14,11 @@ constexpr const wchar_t* kClass = L"TessalineCall";
 constexpr UINT kCall = WM_APP;
 constexpr UINT_PTR kTimer = 1;
 constexpr UINT kRetryMilliseconds = 20;
+
+toolkit::win32::ObjectTable<HWND, PostedCall>& calls() {
+  static toolkit::win32::ObjectTable<HWND, PostedCall> table;
+  return table;
+}
 
 [[noreturn]] void refused(const char* what) {
   throw std::system_error(static_cast<int>(GetLastError()), std::system_category(), what);
@@ -30,9 +36,7 @@ LRESULT PostedCall::received(HWND window, UINT message, WPARAM first, LPARAM sec
     return DefWindowProcW(window, message, first, second);
   }
   KillTimer(window, kTimer);
-  if (auto* call = reinterpret_cast<PostedCall*>(GetWindowLongPtrW(window, GWLP_USERDATA))) {
-    call->attempt();
-  }
+  if (PostedCall* const call = calls().find(window)) call->attempt();
   return 0;
 }
 
@@ -60,7 +64,7 @@ void PostedCall::post() {
     if (window_ == nullptr) {
       refused("CreateWindowEx");
     }
-    SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+    calls().add(window_, this);
   }
   if (!waiting_) {
     waiting_ = PostMessageW(window_, kCall, 0, 0) != 0;
@@ -69,7 +73,7 @@ void PostedCall::post() {
 
 PostedCall::~PostedCall() {
   if (window_ != nullptr) {
-    SetWindowLongPtrW(window_, GWLP_USERDATA, 0);
+    calls().remove(window_);
     DestroyWindow(window_);
   }
 }

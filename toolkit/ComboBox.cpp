@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "toolkit/FieldText.h"
+#include "toolkit/Keys.h"
 
 namespace toolkit {
 
@@ -17,12 +18,10 @@ void ComboBox::addItem(std::string_view text, long data) {
 
 void ComboBox::setItems(std::vector<ListItem> items) {
   items_.assign(std::move(items));
+  pointed_ = -1;
   const bool hadText = choose(-1);
   changed(Aspect::Items);
-  if (items_.count() == 0 && listOpen_) {
-    listOpen_ = false;
-    changed(Aspect::ListOpen);
-  }
+  if (items_.count() == 0) closeList(false);
   if (hadText) fire(onChange);
 }
 
@@ -30,6 +29,7 @@ void ComboBox::clear() { setItems({}); }
 
 void ComboBox::removeItem(int line) {
   items_.erase(line);
+  pointed_ = -1;
   if (line == listIndex_) {
     listIndex_ = -1;
     if (style_ == Style::ListOnly) text_.clear();
@@ -77,15 +77,9 @@ void ComboBox::setMaxLength(int characters) {
   changed(Aspect::Style);
 }
 
-void ComboBox::openList() {
-  if (items_.count() == 0) return;
-  setFocus();
-  listOpen_ = true;
-  changed(Aspect::ListOpen);
-}
-
 char32_t ComboBox::keyPressed(char32_t key) {
   if (isMark(key)) return 0;
+  if (key == kEnter) closeList(false);
   if (onKeyPress && isKeyPress(key)) onKeyPress(key);
   return isMark(key) ? 0 : key;
 }
@@ -104,6 +98,8 @@ bool ComboBox::userEdit(std::string_view text) {
     const bool differs = accepted != text_;
     const bool asGiven = accepted == text;
     text_ = std::move(accepted);
+    pointed_ = -1;
+    browsing_ = false;
     if (differs) listIndex_ = -1;
     if (!asGiven) changed(Aspect::Text);
     if (differs) fire(onChange);
@@ -115,20 +111,66 @@ bool ComboBox::userEdit(std::string_view text) {
 bool ComboBox::userChoose(int line) {
   const bool done = items_.has(line) && userDoes(FocusFirst::Yes, [&] {
                       if (!items_.has(line)) return;
-                      listOpen_ = false;
                       choose(line);
+                      closeList(false);
                       changed(Aspect::Selection);
                       fire(onClick);
                     });
-  if (!done) changed(Aspect::Selection);
+  if (!done) {
+    closeList(false);
+    changed(Aspect::Selection);
+  }
   return done;
 }
 
 bool ComboBox::userDropDown() {
-  return userDoes(FocusFirst::Yes, [this] {
+  const bool done = userDoes(FocusFirst::Yes, [this] {
+    if (opened_) return;
     fire(onDropDown);
-    listOpen_ = usable() && hasFocus();
+    if (hasFocus()) open(true);
   });
+  if (!done) changed(Aspect::Value);
+  return done;
+}
+
+void ComboBox::openList() {
+  if (items_.count() == 0) return;
+  setFocus();
+  open(false);
+}
+
+void ComboBox::open(bool browsing) {
+  if (opened_ || !usable()) return;
+  opened_ = true;
+  browsing_ = browsing;
+  changed(Aspect::Value);
+}
+
+bool ComboBox::userPoint(int line) {
+  return opened_ && items_.has(line) && userDoes(FocusFirst::No, [this, line] { pointed_ = line; });
+}
+
+bool ComboBox::userCloseUp(bool confirmed) {
+  return opened_ && userDoes(FocusFirst::No, [this, confirmed] { closeList(confirmed); });
+}
+
+// Whoever points at a line means that line; whoever typed a text, or had it searched, means that.
+bool ComboBox::listTakesEnter() const {
+  return style_ == Style::ListOnly || pointed_ >= 0 || browsing_;
+}
+
+void ComboBox::closeList(bool confirmed) {
+  if (!opened_) return;
+  const int line = confirmed ? pointed_ : -1;
+  const bool chosen = items_.has(line);
+  opened_ = false;
+  pointed_ = -1;
+  browsing_ = false;
+  if (chosen) choose(line);
+  changed(Aspect::Value);
+  if (!chosen) return;
+  changed(Aspect::Selection);
+  fire(onClick);
 }
 
 }  // namespace toolkit

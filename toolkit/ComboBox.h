@@ -40,28 +40,38 @@ class ComboBox : public Control {
   int maxLength() const { return maxLength_; }
   void setMaxLength(int characters);
 
-  bool listOpen() const { return listOpen_; }
-  // By code: gives it the focus (see setFocus) and opens its list, unless there is no line. Fires
-  // no DropDown; text and choice stay.
-  void openList();
-
   std::function<void(char32_t& key)> onKeyPress;  // as of a text box; none when ListOnly
   Handler onChange;    // the user types, or code assigns another text; not when a line is chosen
   Handler onClick;     // a line is chosen by the user (the same one again counts) or by code
   Handler onDropDown;  // the user is about to open the list
 
+  // The list. While it is open nothing is chosen: the user points at lines, and confirms one or
+  // none. It is closed, as if cancelled, when the focus goes elsewhere or no line is left.
+  bool opened() const { return opened_; }
+  int pointedLine() const { return pointed_; }  // -1 until the user points at one
+  // By code: gives it the focus (see setFocus) and opens its list, unless it has no line or takes
+  // no input. Fires no DropDown; text and choice stay, and Enter still means what stands in the
+  // field.
+  void openList();
+  // Its window has closed the list by itself: nothing is chosen.
+  void closedUp() { closeList(false); }
+
   char32_t userKeyPress(char32_t key);   // as of a text box
   bool userEdit(std::string_view text);  // as of a text box; never of a ListOnly combo
   // Each moves the focus there first; false when it was dropped, or there is no such line.
-  bool userChoose(int line);
-  bool userDropDown();
-  // The list is closed again, with or without a choice.
-  void listClosed() { listOpen_ = false; }
+  bool userChoose(int line);  // closes the list
+  bool userDropDown();        // opens it, unless DropDown takes focus or input away
+  // In the open list; false when it is closed, or this was dropped.
+  bool userPoint(int line);
+  bool userCloseUp(bool confirmed);  // the line pointed at is chosen, or all is as it was
 
  private:
   char32_t keyPressed(char32_t key) override;
   bool takesKeyPresses() const override { return style_ == Style::Editable; }
-  void focusGone() override { listClosed(); }
+  bool hasOpenList() const override { return opened_; }
+  bool listTakesEnter() const override;
+  void closeList(bool confirmed) override;
+  void open(bool browsing);
   // Gives back whether there was a text.
   bool choose(int line);
 
@@ -70,7 +80,9 @@ class ComboBox : public Control {
   std::string text_;
   int listIndex_ = -1;
   int maxLength_ = 0;
-  bool listOpen_ = false;
+  bool opened_ = false;
+  int pointed_ = -1;
+  bool browsing_ = false;  // the user has opened the list, and typed nothing since
 };
 
 }  // namespace toolkit

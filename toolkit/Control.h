@@ -54,23 +54,11 @@ enum class Kind {
 //   Text       the text of a text or combo box
 //   Items      the lines of a list or combo box
 //   Selection  chosen line or lines; caret and selection of a text box
-//   Value      of an option, check box or scroll bar; page in front; first line in view of a list
+//   Value      of an option, check box or scroll bar; page in front; first line in view of a list;
+//              list of a combo box open or closed
 //   Range      of a scroll bar, its large change included
 //   Style      font, colour, alignment, limit of characters
-//   ListOpen   code wants the list of a combo box open, or closed
-enum class Aspect {
-  Text,
-  Items,
-  Selection,
-  Value,
-  Range,
-  Caption,
-  Enabled,
-  Visible,
-  Place,
-  Style,
-  ListOpen
-};
+enum class Aspect { Text, Items, Selection, Value, Range, Caption, Enabled, Visible, Place, Style };
 
 // Mirrors one control on a window. Outlives nothing: it is detached before its window goes.
 class Peer {
@@ -162,8 +150,12 @@ class Control {
   virtual void pressed() {}
   virtual char32_t keyPressed(char32_t) { return 0; }
   virtual bool takesKeyPresses() const { return false; }
-  // Another control has the focus now.
-  virtual void focusGone() {}
+  // A list of its own that is open has the first say in Enter (unless what was typed is meant),
+  // Escape and Tab. Closing it chooses the line pointed at, or leaves all as it was; within an
+  // action.
+  virtual bool hasOpenList() const { return false; }
+  virtual bool listTakesEnter() const { return false; }
+  virtual void closeList(bool /*confirmed*/) {}
 
  private:
   friend class Container;

@@ -165,6 +165,7 @@ bool Surface::transfer(Control* target) {
 
 Control* Surface::leave(const Control* target) {
   if (!focus_ || left_ || !focus_->usable()) return nullptr;
+  focus_->closeList(false);
   const Scoped<bool> leaving(leaving_, true);
   const Scoped<const Control*> goal(goal_, target);
   diverted_ = nullptr;
@@ -173,8 +174,8 @@ Control* Surface::leave(const Control* target) {
 }
 
 void Surface::arrive(Control* target) {
-  Control* const before = std::exchange(focus_, target);
-  if (before && before != target) before->focusGone();
+  if (focus_ && focus_ != target) focus_->closeList(false);
+  focus_ = target;
   left_ = false;
   if (onFocusMoved) onFocusMoved();
   fire(target->onGotFocus);
@@ -276,9 +277,17 @@ Control* Surface::find(std::string_view name) {
 bool Surface::key(const KeyStroke& stroke) {
   Action action(*this, Action::By::User);
   if (!action.accepted()) return false;
+  const bool tab = stroke.key == Key::Tab && !stroke.control && !stroke.alt;
+  if (tab && !confirmOpenList()) return true;
   const Deed deed = deedOf(stroke);
   perform(deed);
   return deed.what != Deed::What::None;
+}
+
+bool Surface::confirmOpenList() {
+  const Control* const before = focus_;
+  if (focus_ && focus_->hasOpenList()) focus_->closeList(true);
+  return focus_ == before;
 }
 
 bool Surface::wouldUse(const KeyStroke& stroke) const {
@@ -313,6 +322,7 @@ Surface::Deed Surface::deedOf(const KeyStroke& stroke) const {
       }
       return {};
     case Key::Escape:
+      if (focused && focused->hasOpenList()) return {Deed::What::CancelList, focus_};
       if (cancelable()) return {Deed::What::Cancel, cancelButton_};
       return {};
     case Key::Left:
@@ -328,6 +338,9 @@ Surface::Deed Surface::deedOf(const KeyStroke& stroke) const {
 
 Surface::Deed Surface::deedOfEnter() const {
   if (focus_ && focus_->usable()) {
+    if (focus_->hasOpenList() && focus_->listTakesEnter()) {
+      return {Deed::What::ConfirmList, focus_};
+    }
     if (focus_->takesKeyPresses() || opensOnEnter(*focus_)) return {Deed::What::Enter, focus_};
     if (focus_->kind() == Kind::CommandButton) return {Deed::What::Click, focus_};
   }
@@ -457,6 +470,10 @@ void Surface::perform(const Deed& deed) {
       break;
     case Deed::What::Enter:
       deed.control->keyPressed(kEnter);
+      break;
+    case Deed::What::ConfirmList:
+    case Deed::What::CancelList:
+      deed.control->closeList(deed.what == Deed::What::ConfirmList);
       break;
     case Deed::What::Page: {
       auto& tabs = static_cast<SSTab&>(*deed.control);

@@ -57,21 +57,23 @@ class Surface : public Container {
   // One stroke, looked at before the focused window sees it. True: used up. False: it is left to
   // the focused window (characters, arrows in an edit) or, when that has no use for it (Tab past
   // the ends, Escape without a cancel button), to the host.
-  //   Tab, Shift+Tab        next, previous in tab order; left at the ends
+  //   Tab, Shift+Tab        next, previous in tab order; left at the ends. An open list is closed
+  //                         first, and the line pointed at chosen
   //   Alt+letter            mnemonic, next in tab order from the focus when several share it: a
   //                         label's goes to the control after it; a button is clicked; an option
   //                         is set; a check box toggled; a tab brought forward; a frame's goes to
   //                         its first control, of options to the one that is set
   //   Ctrl+PageUp/PageDown, Ctrl+Tab    previous, next enabled page, wrapping around; the focus
   //                         goes to the tabs first
-  //   Enter                 key press 13 of a text or combo box; click of a focused button;
+  //   Enter                 of an open list: closes it, and the line pointed at is chosen;
+  //                         key press 13 of a text or combo box; click of a focused button;
   //                         double-click of a list with a chosen line; else, click of the default
   //                         button when there is one that takes input
   //   Space                 click of a focused button, option or check box
   //   arrows                in a group of options (those of one container); pages, when the tabs
   //                         have the focus
-  //   Escape                clicks the cancel button when there is one that takes input; the focus
-  //                         stays where it is
+  //   Escape                closes an open list, nothing being chosen; else, clicks the cancel
+  //                         button when there is one that takes input; the focus stays where it is
   // Tab stops once in a group of options: at the one that is set, or at its first.
   bool key(const KeyStroke& stroke);
   // Would key() use the stroke? Fires nothing.
@@ -130,7 +132,7 @@ class Surface : public Container {
 
   // What a stroke would do.
   struct Deed {
-    enum class What { None, Focus, Click, Cancel, Enter, Page, Nothing };
+    enum class What { None, Focus, Click, Cancel, Enter, Page, ConfirmList, CancelList, Nothing };
     What what = What::None;
     Control* control = nullptr;
     int page = 0;
@@ -153,6 +155,8 @@ class Surface : public Container {
   void finish();                  // what waits for the end of an action
   void repairFocus();             // away from a control that takes no input any more
   void forget(Control* control);  // it, or what holds it, is being destroyed
+  // Before a Tab. False: the choice has moved the focus.
+  bool confirmOpenList();
 
   std::vector<Control*> walk() const;      // all below, in order of creation, containers first
   std::vector<Control*> tabOrder() const;  // all focusable tab stops that take input

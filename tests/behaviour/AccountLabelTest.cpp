@@ -23,7 +23,7 @@ TEST_P(AccountLabel, EnterInTheLabelSearchesWhatIsTypedInCapitals) {
   EXPECT_EQ(shown(), "|aide a");
   EXPECT_EQ(libelle().listIndex(), -1);
   EXPECT_PRED_FORMAT1(hasFocus, libelle());
-  EXPECT_TRUE(libelle().listOpen());
+  EXPECT_TRUE(libelle().opened());
   EXPECT_EQ(desktop_.beeps(), 0);
   expectNoBox();
 }
@@ -35,7 +35,7 @@ TEST_P(AccountLabel, EnterAfterSeveralWereFoundSearchesTheSameAgain) {
   user_->press(Key::Enter);
   expectSearch("SSELECT PLANCOMPTABLE AVEC 1 = \"AIDE]\" AND AVEC @ID = \"010]\" PAR 1");
   EXPECT_EQ(shown(), "|aide");
-  EXPECT_TRUE(libelle().listOpen());
+  EXPECT_TRUE(libelle().opened());
 }
 
 TEST_P(AccountLabel, AccentedLettersThatWerePastedAreSearchedInCapitals) {
@@ -53,7 +53,7 @@ TEST_P(AccountLabel, ASingleLabelFoundIsLeftToChoose) {
   typeLabel("SUB\r");
   EXPECT_PRED_FORMAT2(same, lines(), std::vector<std::string>{"SUBVENTIONS"});
   EXPECT_EQ(shown(), "|");
-  EXPECT_FALSE(libelle().listOpen());
+  EXPECT_FALSE(libelle().opened());
   down();
   EXPECT_EQ(shown(), "7410000000|SUBVENTIONS");
 }
@@ -112,7 +112,7 @@ TEST_P(AccountLabel, LeavingALabelWithoutANumberSearchesIt) {
   EXPECT_EQ(lines().size(), 2U);
   EXPECT_EQ(shown(), "|aide");
   EXPECT_PRED_FORMAT1(hasFocus, libelle());
-  EXPECT_TRUE(libelle().listOpen());
+  EXPECT_TRUE(libelle().opened());
   EXPECT_EQ(state(), kExisting);
   expectNoBox();
 }

@@ -43,7 +43,7 @@ TEST_P(AccountNumber, EnterSearchesTheAccountsWhoseNumberBeginsSo) {
   EXPECT_EQ(shown(), "70|");
   EXPECT_EQ(libelle().listIndex(), -1);
   EXPECT_PRED_FORMAT1(hasFocus, libelle());
-  EXPECT_TRUE(libelle().listOpen());
+  EXPECT_TRUE(libelle().opened());
   expectNoBox();
 }
 
@@ -55,7 +55,7 @@ TEST_P(AccountNumber, EnterAfterSeveralWereFoundSearchesTheSameAgain) {
   expectSearch("SSELECT PLANCOMPTABLE AVEC @ID = \"01070]\" PAR 1");
   EXPECT_PRED_FORMAT2(same, lines(), kSoixanteDix);
   EXPECT_EQ(shown(), "70|");
-  EXPECT_TRUE(libelle().listOpen());
+  EXPECT_TRUE(libelle().opened());
   forget();
   goToNumber();
   user_->press(Key::Enter);
@@ -71,7 +71,7 @@ TEST_P(AccountNumber, LeavingTheNumberSearchesToo) {
   EXPECT_PRED_FORMAT2(same, lines(), kSoixanteDix);
   EXPECT_EQ(shown(), "70|");
   EXPECT_PRED_FORMAT1(hasFocus, libelle());
-  EXPECT_TRUE(libelle().listOpen());
+  EXPECT_TRUE(libelle().opened());
   expectNoBox();
 }
 
@@ -81,10 +81,10 @@ TEST_P(AccountNumber, LeftWithSeveralFoundLeadsToTheirListAndDropsTheClick) {
   EXPECT_FALSE(press("Cmd_Annuler"));
   EXPECT_EQ(state(), kExisting);
   EXPECT_PRED_FORMAT1(hasFocus, libelle());
-  EXPECT_TRUE(libelle().listOpen());
+  EXPECT_TRUE(libelle().opened());
   ASSERT_TRUE(user_->choose(libelle(), 2));
   EXPECT_EQ(shown(), "7060000000|PRESTATIONS DE SERVICES");
-  EXPECT_FALSE(libelle().listOpen());
+  EXPECT_FALSE(libelle().opened());
   EXPECT_TRUE(press("Cmd_Annuler"));
   EXPECT_EQ(state(), kEmpty);
   expectNoBox();
@@ -96,10 +96,10 @@ TEST_P(AccountNumber, LeftWithoutAChoiceAmongSeveralGoesAndLetsTheUserGo) {
   EXPECT_FALSE(user_->go(code()));
   elsewhere();
   EXPECT_EQ(shown(), "|");
-  EXPECT_FALSE(libelle().listOpen());
+  EXPECT_FALSE(libelle().opened());
   typeNumber("70\r");
   EXPECT_FALSE(user_->go(code()));
-  EXPECT_TRUE(libelle().listOpen());
+  EXPECT_TRUE(libelle().opened());
   elsewhere();
   EXPECT_EQ(shown(), "|");
   expectNoBox();
@@ -110,7 +110,7 @@ TEST_P(AccountNumber, OfSeveralFoundIsCorrectedInItsOwnField) {
   typeNumber("7\r");
   goToNumber();
   EXPECT_EQ(shown(), "7|");
-  EXPECT_FALSE(libelle().listOpen());
+  EXPECT_FALSE(libelle().opened());
   numero().userSelect(1, 0);
   user_->type("4\r");
   EXPECT_EQ(shown(), "7410000000|SUBVENTIONS");
@@ -123,7 +123,7 @@ TEST_P(AccountNumber, TypingAnotherNumberClosesTheListOfThoseFound) {
   typeNumber("7");
   EXPECT_EQ(shown(), "7|");
   EXPECT_TRUE(lines().empty());
-  EXPECT_FALSE(libelle().listOpen());
+  EXPECT_FALSE(libelle().opened());
 }
 
 TEST_P(AccountNumber, AStoredNumberOfAnotherLengthIsSearchedOnlyWhenItWasChanged) {
@@ -363,7 +363,7 @@ TEST_P(AccountNumber, AFailedSearchByNumberLosesNothing) {
   goToNumber();
   user_->press(Key::Enter);
   EXPECT_PRED_FORMAT2(same, lines(), kSoixanteDix);
-  EXPECT_TRUE(libelle().listOpen());
+  EXPECT_TRUE(libelle().opened());
 }
 
 }  // namespace

@@ -586,7 +586,7 @@ TEST_F(Accounts, ANumberOfSeveralHoldsTheSaveOnceAndIsRequiredThen) {
   EXPECT_FALSE(press("Cmd_OK"));
   expectNoBox();
   EXPECT_PRED_FORMAT1(hasFocus, libelle(kDebit));
-  EXPECT_TRUE(libelle(kDebit).listOpen());
+  EXPECT_TRUE(libelle(kDebit).opened());
   EXPECT_PRED_FORMAT2(same, lines(kDebit), kSoixanteDix);
   EXPECT_TRUE(press("Cmd_OK"));
   expectBox("Le compte comptable DEBIT est obligatoire.", Icon::Exclamation);

@@ -82,7 +82,7 @@ TEST_F(Acronym, SeveralFoundAreListedOpenUnderWhatWasTyped) {
   EXPECT_PRED_FORMAT2(same, linesOf(sigles()), (Lines{"CAF", "CRAM"}));
   EXPECT_EQ(sigles().text(), "c");
   EXPECT_EQ(sigles().listIndex(), -1);
-  EXPECT_TRUE(sigles().listOpen());
+  EXPECT_TRUE(sigles().opened());
   EXPECT_PRED_FORMAT1(hasFocus, sigles());
   EXPECT_EQ(code().text(), "");
   const Lines asked = store_.told();
@@ -92,23 +92,23 @@ TEST_F(Acronym, SeveralFoundAreListedOpenUnderWhatWasTyped) {
   EXPECT_EQ(sigles().text(), "c");
   user_->choose(sigles(), 1);
   EXPECT_EQ(code().text(), "002");
-  EXPECT_FALSE(sigles().listOpen());
+  EXPECT_FALSE(sigles().opened());
 }
 
 TEST_F(Acronym, EnterWithoutATextListsAll) {
   search("D");
   search("");
   EXPECT_PRED_FORMAT2(same, linesOf(sigles()), (Lines{"CAF", "CRAM", "DOMUS"}));
-  EXPECT_TRUE(sigles().listOpen());
+  EXPECT_TRUE(sigles().opened());
   user_->choose(sigles(), 1);
   EXPECT_EQ(code().text(), "002");
 }
 
 TEST_F(Acronym, TheOpenListIsClosedWhenTheComboIsLeft) {
   search("c");
-  ASSERT_TRUE(sigles().listOpen());
+  ASSERT_TRUE(sigles().opened());
   user_->go(code());
-  EXPECT_FALSE(sigles().listOpen());
+  EXPECT_FALSE(sigles().opened());
 }
 
 TEST_F(Acronym, AQuoteIsSentAsItIs) {

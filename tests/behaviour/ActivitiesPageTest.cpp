@@ -390,7 +390,7 @@ TEST_F(ActivitiesPage, FoundNamesComeInTheOrderOfTheStoreAndOneIsChosen) {
   user_->type("\r");
   EXPECT_PRED_FORMAT2(same, linesOf(names()), (Lines{"AIDE AUX FOYERS", "AIDE DU VAL"}));
   EXPECT_EQ(names().text(), "AIDE");
-  EXPECT_TRUE(names().listOpen());
+  EXPECT_TRUE(names().opened());
   EXPECT_PRED_FORMAT1(hasFocus, names());
   ASSERT_EQ(store_.calls().size(), 1U);
   user_->type("\r");
@@ -721,6 +721,31 @@ TEST_F(ActivitiesPage, AnActivityOfAnotherTypeIsSkippedWithoutAWord) {
   moveRight({"Garde"});
   expectNoBox();
   expectCovered({"010P01"}, {"P"}, {"Aide ménagère        Prestataire"});
+}
+
+TEST_F(ActivitiesPage, EscapeInTheOpenListOfEntitiesKeepsEntityAndActivities) {
+  show();
+  ASSERT_TRUE(user_->open(names()));
+  user_->press(toolkit::Key::Down);
+  user_->press(toolkit::Key::Down);
+  EXPECT_EQ(entity().text(), "010");
+  user_->press(toolkit::Key::Escape);
+  EXPECT_EQ(names().text(), "AIDE DU VAL");
+  EXPECT_EQ(entity().text(), "010");
+  EXPECT_EQ(linesOf(codes()), Lines{"010P01"});
+  expectNoBox();
+}
+
+TEST_F(ActivitiesPage, EnterOrTabInTheOpenListChoosesTheEntityPointedAt) {
+  for (const toolkit::Key key : {toolkit::Key::Enter, toolkit::Key::Tab}) {
+    show();
+    ASSERT_TRUE(user_->open(names()));
+    user_->press(toolkit::Key::Down);
+    user_->press(key);
+    EXPECT_EQ(names().text(), names().list(0));
+    EXPECT_NE(entity().text(), "010");
+    expectNoBox();
+  }
 }
 
 TEST_F(ActivitiesPage, LinesThatAMoveSkipsAreDeselectedToo) {

@@ -88,7 +88,19 @@ bool User::typeInto(ComboBox& combo, char32_t key) {
 
 bool User::press(const KeyStroke& stroke, Caller at) {
   caller_ = at;
-  return surface_.key(stroke);
+  Control* focus = surface_.focus();
+  if (surface_.key(stroke)) return true;
+  if (!focus || focus->kind() != Kind::ComboBox || !takesInput(surface_, *focus)) return false;
+  return pressIn(static_cast<ComboBox&>(*focus), stroke);
+}
+
+// What a combo box's window does with the keys that the surface leaves to it.
+bool User::pressIn(ComboBox& combo, const KeyStroke& stroke) {
+  if (stroke.key != Key::Up && stroke.key != Key::Down) return false;
+  if (stroke.alt) return combo.opened() ? combo.userCloseUp(true) : combo.userDropDown();
+  const int from = combo.pointedLine() >= 0 ? combo.pointedLine() : combo.listIndex();
+  const int line = stroke.key == Key::Down ? from + 1 : from - 1;
+  return combo.opened() ? combo.userPoint(line) : combo.userChoose(line);
 }
 
 bool User::press(Key key, Caller at) {
@@ -186,20 +198,6 @@ bool User::dblClick(ListBox& list, int line, Caller at) {
   return list.userDblClick(line);
 }
 
-bool User::open(ComboBox& combo, Caller at) {
-  caller_ = at;
-  return combo.userDropDown();
-}
-
-bool User::choose(ComboBox& combo, int line, Caller at) {
-  return (combo.listOpen() || open(combo, at)) && combo.userChoose(line);
-}
-
-bool User::scroll(ScrollBar& bar, int value, Caller at) {
-  caller_ = at;
-  return bar.userScroll(value);
-}
-
 bool User::dblClickBeside(ListBox& list, Caller at) {
   caller_ = at;
   return list.userDblClick(-1);
@@ -210,6 +208,28 @@ bool User::scroll(ListBox& list, int line, Caller at) {
   if (!takesInput(surface_, list)) return false;
   list.userScroll(line);
   return true;
+}
+
+bool User::open(ComboBox& combo, Caller at) {
+  caller_ = at;
+  if (combo.opened()) combo.userCloseUp(false);
+  return combo.userDropDown();
+}
+
+bool User::choose(ComboBox& combo, int line, Caller at) {
+  caller_ = at;
+  return (combo.opened() || (open(combo, at) && combo.opened())) && combo.userChoose(line);
+}
+
+bool User::scroll(ScrollBar& bar, int value, Caller at) {
+  caller_ = at;
+  return bar.userScroll(value);
+}
+
+// An open list scrolls, which chooses nothing.
+bool User::wheel(ComboBox& combo, Caller at) {
+  caller_ = at;
+  return combo.opened() && takesInput(surface_, combo);
 }
 
 }  // namespace toolkit::headless

@@ -25,6 +25,8 @@ class User {
   // Types into the control that has the focus, key by key, at the caret; '\b' and '\r' are
   // Backspace and Enter, '\t' moves on.
   bool type(std::string_view keys, Caller at = Caller::here());
+  // Up and Down in a combo box choose the line beside; while its list is open they only point at
+  // it. With Alt they open and close the list (closing confirms).
   bool press(const KeyStroke& stroke, Caller at = Caller::here());
   bool press(Key key, Caller at = Caller::here());
   bool tab(bool backwards = false, Caller at = Caller::here());
@@ -41,14 +43,17 @@ class User {
   bool click(ListBox& list, int line, bool control = false, bool shift = false,
              Caller at = Caller::here());
   bool dblClick(ListBox& list, int line, Caller at = Caller::here());
-  bool open(ComboBox& combo, Caller at = Caller::here());
   // On the empty part below the lines.
   bool dblClickBeside(ListBox& list, Caller at = Caller::here());
+  // Opens its list; one that is open already is closed first, nothing being chosen.
+  bool open(ComboBox& combo, Caller at = Caller::here());
   // Opens it, unless it is open, and chooses.
   bool choose(ComboBox& combo, int line, Caller at = Caller::here());
   bool scroll(ScrollBar& bar, int value, Caller at = Caller::here());
   // Turns the wheel until that line is the first that is seen.
   bool scroll(ListBox& list, int line, Caller at = Caller::here());
+  // Turns the mouse wheel over it, towards the user. False: it is left to the surface around it.
+  bool wheel(ComboBox& combo, Caller at = Caller::here());
 
   const Surface& surface() const { return surface_; }
   // Who has called the last verb.
@@ -58,6 +63,7 @@ class User {
   bool typeKey(char32_t key);
   bool typeInto(TextBox& box, char32_t key);
   bool typeInto(ComboBox& combo, char32_t key);
+  bool pressIn(ComboBox& combo, const KeyStroke& stroke);
   bool select(ListBox& list, int line, bool control, bool shift);
 
   Surface& surface_;

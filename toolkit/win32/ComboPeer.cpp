@@ -1,5 +1,7 @@
 #include "toolkit/win32/ComboPeer.h"
 
+#include <utility>
+
 #include "toolkit/win32/Typing.h"
 #include "toolkit/win32/WideText.h"
 
@@ -13,6 +15,22 @@ constexpr UINT kOpenList = WM_APP + 5;
 bool opensList(UINT message, WPARAM wParam) {
   return (message == WM_KEYDOWN && wParam == VK_F4) ||
          (message == WM_SYSKEYDOWN && (wParam == VK_DOWN || wParam == VK_UP));
+}
+
+class Opening {
+ public:
+  explicit Opening(bool& flag) : flag_(flag) { flag_ = true; }
+  Opening(const Opening&) = delete;
+  Opening& operator=(const Opening&) = delete;
+  ~Opening() { flag_ = false; }
+
+ private:
+  bool& flag_;
+};
+
+bool changesLines(UINT message) {
+  return message == CB_ADDSTRING || message == CB_INSERTSTRING || message == CB_DELETESTRING ||
+         message == CB_RESETCONTENT || message == CB_DIR;
 }
 
 }  // namespace
@@ -72,8 +90,8 @@ void ComboPeer::copy(Aspect what) {
     case Aspect::Selection:
       if (!itemsChanged_) copyChoice();
       break;
-    case Aspect::ListOpen:
-      copyListOpen();
+    case Aspect::Value:
+      copyOpened();
       break;
     case Aspect::Style:
       if (editable()) pass(CB_LIMITTEXT, static_cast<WPARAM>(combo_.maxLength()));
@@ -84,10 +102,16 @@ void ComboPeer::copy(Aspect what) {
 }
 
 void ComboPeer::flush() {
-  if (!itemsChanged_ || copying()) return;
-  itemsChanged_ = false;
-  fill();
+  if (copying()) return;
+  if (!holdsTheLines()) itemsChanged_ = true;
+  if (!itemsChanged_ && !choiceChanged_) return;
+  choiceChanged_ = false;
+  if (std::exchange(itemsChanged_, false)) fill();
   copyChoice();
+}
+
+void ComboPeer::lost(HWND window) {
+  if (window == edit_) edit_ = nullptr;
 }
 
 void ComboPeer::fill() {
@@ -116,61 +140,138 @@ void ComboPeer::copyChoice() {
     pass(CB_SETCURSEL, static_cast<WPARAM>(combo_.listIndex()));
   }
   if (editable()) setWindowText(text);
+  known_ = windowLine();
 }
 
-// The list opens once what the user has done has ended: its lines and the focus are there by then.
-void ComboPeer::copyListOpen() {
-  if (combo_.listOpen()) {
+// The list ------------------------------------------------------------------------------------
+
+// By code, the list opens once what the user has done has ended: its lines and the focus are there
+// by then.
+void ComboPeer::copyOpened() {
+  if (opening_) return;
+  if (combo_.opened() && !dropped()) {
     PostMessageW(window(), kOpenList, 0, 0);
-  } else if (dropped()) {
+    return;
+  }
+  if (!combo_.opened() && dropped()) {
+    flush();
     const Copying quiet(*this);
     pass(CB_SHOWDROPDOWN, FALSE);
   }
+  settle();
 }
 
 void ComboPeer::showList() {
-  if (!combo_.listOpen()) return;
+  if (!combo_.opened() || dropped()) return;
   if (!combo_.hasFocus() || GetFocus() != focusWindow()) {
-    combo_.listClosed();
+    combo_.closedUp();
     return;
   }
-  const Copying quiet(*this);
-  pass(CB_SHOWDROPDOWN, TRUE);
-  // The system has highlighted the line that resembles the text, as if it were chosen.
-  if (static_cast<int>(pass(CB_GETCURSEL)) != combo_.listIndex()) {
-    pass(CB_SETCURSEL, static_cast<WPARAM>(combo_.listIndex()));
+  {
+    const Copying quiet(*this);
+    pass(CB_SHOWDROPDOWN, TRUE);
+    // The system has highlighted the line that resembles the text, as if it were pointed at.
+    if (windowLine() != combo_.listIndex()) {
+      pass(CB_SETCURSEL, static_cast<WPARAM>(combo_.listIndex()));
+    }
   }
-  if (!editable()) return;
-  const std::wstring text = wide(combo_.text());
-  setWindowText(text);
-  const auto end = static_cast<LPARAM>(text.size());
+  settle();
+}
+
+void ComboPeer::settle() {
+  confirmed_ = false;
+  told_ = false;
+  if (itemsChanged_) return;
+  const bool kept = !editable() || windowText() == wide(combo_.text());
+  copyChoice();
+  if (kept || !edit_) return;
+  const auto end = static_cast<LPARAM>(windowText().size());
   pass(edit_, EM_SETSEL, static_cast<WPARAM>(end), end);
 }
 
-void ComboPeer::commanded(WORD code) {
-  if (code == CBN_CLOSEUP) combo_.listClosed();
-  if (copying()) return;
-  if (code == CBN_EDITCHANGE) {
-    std::string typed = narrow(windowText());
-    if (typed == combo_.text()) return;
-    host().note(*this, Host::Merge::Yes,
-                [this, typed = std::move(typed)] { combo_.userEdit(typed); });
-  } else if (code == CBN_SELCHANGE) {
-    const auto line = static_cast<int>(pass(CB_GETCURSEL));
-    if (line < 0) return;
-    host().note(*this, Host::Merge::No, [this, line] { combo_.userChoose(line); });
-  } else if (code == CBN_DROPDOWN && !asked_) {
-    host().note(*this, Host::Merge::No, [this] { combo_.userDropDown(); });
+LRESULT ComboPeer::open(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  {
+    const Opening asked(opening_);
+    combo_.userDropDown();
   }
+  if (!attached()) return 0;
+  flush();
+  if (!combo_.opened()) return 0;
+  LRESULT result = 0;
+  {
+    const Opening follows(opening_);
+    result = pass(window, message, wParam, lParam);
+  }
+  if (!attached()) return result;
+  if (!dropped()) combo_.closedUp();
+  settle();
+  return result;
 }
 
-bool ComboPeer::dropped() const { return SendMessageW(window(), CB_GETDROPPEDSTATE, 0, 0) != 0; }
+// What the arrows and the mouse have pointed at in the open list.
+void ComboPeer::reportSilent() {
+  if (!combo_.opened()) return;
+  const int line = windowLine();
+  if (line == known_) return;
+  known_ = line;
+  combo_.userPoint(line);
+}
 
-bool ComboPeer::opens() {
-  const bool accepted = combo_.userDropDown();
-  if (!attached()) return false;
-  flush();
-  return accepted && combo_.usable() && combo_.hasFocus();
+// The window may write into its field after it has told that its list is closed.
+void ComboPeer::closedUp() {
+  combo_.closedUp();
+  choiceChanged_ = true;
+  InvalidateRect(window(), nullptr, FALSE);
+}
+
+void ComboPeer::lineChosen() {
+  const int line = windowLine();
+  if (line < 0) return;
+  told_ = true;
+  const auto merge = combo_.opened() ? Host::Merge::Yes : Host::Merge::No;
+  host().note(*this, merge, [this, line] { combo_.userChoose(line); });
+}
+
+// Arrows in an open list choose nothing. A click on a line first says that it is meant, then closes
+// the list and tells of the line, in either order.
+void ComboPeer::commanded(WORD code) {
+  if (copying()) return;
+  if (!itemsChanged_ && !holdsTheLines()) {
+    copy(Aspect::Items);
+    return;
+  }
+  switch (code) {
+    case CBN_EDITCHANGE: {
+      known_ = windowLine();
+      std::string typed = narrow(windowText());
+      if (typed == combo_.text()) return;
+      host().note(*this, Host::Merge::Yes,
+                  [this, typed = std::move(typed)] { combo_.userEdit(typed); });
+      return;
+    }
+    case CBN_DROPDOWN:
+      if (!opening_) host().note(*this, Host::Merge::No, [this] { combo_.userDropDown(); });
+      return;
+    case CBN_SELENDOK:
+      confirmed_ = combo_.opened();
+      return;
+    case CBN_SELCHANGE:
+      if (!combo_.opened() || confirmed_) lineChosen();
+      return;
+    case CBN_CLOSEUP:
+      if (!combo_.opened() || opening_ || told_) return;
+      if (!confirmed_ || !host().takesInput()) {
+        closedUp();
+      } else {
+        host().note(*this, Host::Merge::Yes, [this] {
+          reportSilent();
+          combo_.userCloseUp(true);
+        });
+      }
+      return;
+    default:
+      return;
+  }
 }
 
 LRESULT ComboPeer::message(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -184,33 +285,32 @@ LRESULT ComboPeer::message(HWND window, UINT message, WPARAM wParam, LPARAM lPar
     if (attached() && host().takesInput()) pasteCleaned(window);
     return 0;
   }
+  // A closed list leaves the wheel to what is around it.
+  if (message == WM_MOUSEWHEEL && !dropped()) {
+    return DefWindowProcW(window, message, wParam, lParam);
+  }
   if (message == CB_SHOWDROPDOWN && wParam && !copying()) {
     host().deliver();
     if (!attached()) return 0;
     flush();
     if (dropped() || !host().takesInput()) return 0;
-    if (!host().surface().moveFocus(&combo_) || !attached() || !opens()) return 0;
-    asked_ = true;
-    const LRESULT result = pass(window, message, wParam, lParam);
-    asked_ = false;
-    return result;
+    if (!host().surface().moveFocus(&combo_) || !attached()) return 0;
+    return open(window, message, wParam, lParam);
   }
-  return window == edit_ ? lineMessage(window, message, wParam, lParam)
-                         : ControlPeer::message(window, message, wParam, lParam);
+  const LRESULT result = window == edit_ ? lineMessage(window, message, wParam, lParam)
+                                         : ControlPeer::message(window, message, wParam, lParam);
+  if (attached() && window == this->window() && changesLines(message)) copy(Aspect::Items);
+  return result;
 }
 
 LRESULT ComboPeer::leftKey(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   if (message == WM_KEYDOWN && (wParam == VK_RETURN || wParam == VK_ESCAPE || wParam == VK_TAB)) {
     return 0;
   }
-  if (!opensList(message, wParam) || dropped()) {
-    return ControlPeer::leftKey(window, message, wParam, lParam);
-  }
-  if (!opens()) return 0;
-  asked_ = true;
-  const LRESULT result = pass(window, message, wParam, lParam);
-  asked_ = false;
-  return result;
+  if (!opensList(message, wParam)) return ControlPeer::leftKey(window, message, wParam, lParam);
+  if (!combo_.opened()) return open(window, message, wParam, lParam);
+  combo_.userCloseUp(true);
+  return 0;
 }
 
 LRESULT ComboPeer::character(HWND window, WPARAM wParam, LPARAM lParam) {
@@ -230,23 +330,7 @@ LRESULT ComboPeer::character(HWND window, WPARAM wParam, LPARAM lParam) {
 LRESULT ComboPeer::pressed(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   const bool left = message == WM_LBUTTONDOWN || message == WM_LBUTTONDBLCLK;
   if (!left || window == edit_ || dropped()) return pass(window, message, wParam, lParam);
-  if (!opens()) return 0;
-  asked_ = true;
-  const LRESULT result = pass(window, message, wParam, lParam);
-  asked_ = false;
-  return result;
-}
-
-bool ComboPeer::ownsKey(WPARAM virtualKey) const {
-  return (virtualKey == VK_RETURN || virtualKey == VK_ESCAPE) && dropped();
-}
-
-// What the arrows have chosen in the open list has been told already. Where nothing is, Enter is
-// the text's: it searches again.
-void ComboPeer::ownedKey(WPARAM virtualKey) {
-  const bool chosen = static_cast<int>(pass(CB_GETCURSEL)) >= 0;
-  pass(CB_SHOWDROPDOWN, FALSE);
-  if (virtualKey == VK_RETURN && !chosen && attached()) host().key(WM_KEYDOWN, virtualKey);
+  return open(window, message, wParam, lParam);
 }
 
 LRESULT ComboPeer::dialogCode() const { return DLGC_WANTCHARS | DLGC_WANTARROWS; }

@@ -23,26 +23,36 @@ class ComboPeer final : public LinePeer {
   LRESULT leftKey(HWND window, UINT message, WPARAM wParam, LPARAM lParam) override;
   LRESULT character(HWND window, WPARAM wParam, LPARAM lParam) override;
   LRESULT pressed(HWND window, UINT message, WPARAM wParam, LPARAM lParam) override;
-  bool ownsKey(WPARAM virtualKey) const override;
-  void ownedKey(WPARAM virtualKey) override;
   LRESULT dialogCode() const override;
+  void reportSilent() override;
   void flush() override;
+  void lost(HWND window) override;
 
  private:
-  bool dropped() const;
+  bool dropped() { return pass(CB_GETDROPPEDSTATE) != 0; }
+  int windowLine() { return static_cast<int>(pass(CB_GETCURSEL)); }
+  bool holdsTheLines() { return pass(CB_GETCOUNT) == combo_.listCount(); }
   bool editable() const { return combo_.style() == ComboBox::Style::Editable; }
-  // Asks the object before the list opens. False: it must not.
-  bool opens();
+  // Asks the object whether the list may open, then lets the window open it by this message.
+  LRESULT open(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+  // The window's list has just been opened or closed: what stands in the field is the object's.
+  void settle();
+  void copyOpened();
+  void closedUp();
+  void lineChosen();
   void fitField(int height);
   void fill();
   void copyChoice();
-  void copyListOpen();
   void showList();
 
   ComboBox& combo_;
   HWND edit_ = nullptr;
   bool itemsChanged_ = true;
-  bool asked_ = false;  // the object has been told that the list opens
+  bool choiceChanged_ = false;
+  bool opening_ = false;    // the object has been asked, and the window is about to follow
+  int known_ = -1;          // the window's line when the object last heard of it
+  bool confirmed_ = false;  // the window says that a line of its open list is meant
+  bool told_ = false;       // which one has been noted
   wchar_t highSurrogate_ = 0;
 };
 

@@ -4,6 +4,8 @@
 #include <system_error>
 
 #include "toolkit/win32/Border.h"
+#include "toolkit/win32/GivenMemory.h"
+#include "toolkit/win32/ObjectTable.h"
 #include "toolkit/win32/WideText.h"
 
 namespace toolkit::win32 {
@@ -24,6 +26,19 @@ bool isPress(UINT message) {
 bool isOtherInput(UINT message) {
   return message == WM_MOUSEWHEEL || message == WM_CONTEXTMENU || message == WM_PASTE ||
          message == WM_CUT || message == WM_CLEAR || message == WM_UNDO;
+}
+
+// From here up to the registered messages, each class of windows has messages of its own.
+bool isOfItsClass(UINT message) { return message >= WM_USER && message < 0xC000; }
+
+// Addresses of code and memory for an edit, which nobody outside has to give.
+bool replacesItsWorks(UINT message) {
+  return message == EM_SETWORDBREAKPROC || message == EM_SETHANDLE;
+}
+
+ObjectTable<HWND, ControlPeer>& peers() {
+  static ObjectTable<HWND, ControlPeer> table;
+  return table;
 }
 
 // A page or surface has a window of its own; a frame's fields are its siblings.
@@ -64,7 +79,7 @@ HWND ControlPeer::makeWindow(HWND parent, const RECT& place) {
 }
 
 void ControlPeer::subclass(HWND window) {
-  SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+  peers().add(window, this);
   const LONG_PTR original =
       SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&ControlPeer::procedure));
   subclassed_.push_back({window, reinterpret_cast<WNDPROC>(original)});
@@ -75,9 +90,15 @@ void ControlPeer::detach() {
   if (control_.peer() == this) control_.setPeer(nullptr);
   for (const Subclassed& s : subclassed_) {
     SetWindowLongPtrW(s.window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(s.original));
-    SetWindowLongPtrW(s.window, GWLP_USERDATA, 0);
+    peers().remove(s.window);
   }
   window_ = nullptr;
+}
+
+void ControlPeer::forget(HWND window) {
+  peers().remove(window);
+  std::erase_if(subclassed_, [window](const Subclassed& s) { return s.window == window; });
+  lost(window);
 }
 
 LRESULT ControlPeer::pass(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -88,9 +109,10 @@ LRESULT ControlPeer::pass(HWND window, UINT message, WPARAM wParam, LPARAM lPara
 }
 
 std::wstring ControlPeer::windowText() {
-  std::wstring text(static_cast<std::size_t>(pass(WM_GETTEXTLENGTH)), L'\0');
+  const LRESULT announced = std::max<LRESULT>(0, pass(WM_GETTEXTLENGTH));
+  std::wstring text(static_cast<std::size_t>(announced), L'\0');
   const LRESULT length = pass(WM_GETTEXT, text.size() + 1, reinterpret_cast<LPARAM>(text.data()));
-  text.resize(static_cast<std::size_t>(length));
+  text.resize(static_cast<std::size_t>(std::clamp<LRESULT>(length, 0, announced)));
   return text;
 }
 
@@ -198,6 +220,7 @@ LRESULT ControlPeer::giveName(WPARAM room, LPARAM buffer) const {
   if (room == 0 || buffer == 0) return 0;
   const std::wstring name = wide(control_.name());
   const std::size_t length = std::min<std::size_t>(name.size(), room - 1);
+  if (!isWritable(buffer, (length + 1) * sizeof(wchar_t))) return 0;
   wchar_t* out = reinterpret_cast<wchar_t*>(buffer);
   name.copy(out, length);
   out[length] = L'\0';
@@ -208,7 +231,7 @@ LRESULT ControlPeer::giveName(WPARAM room, LPARAM buffer) const {
 
 LRESULT CALLBACK ControlPeer::procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   return windowBorder("ControlPeer", LRESULT{0}, [=]() -> LRESULT {
-    auto* raw = reinterpret_cast<ControlPeer*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    ControlPeer* const raw = peers().find(window);
     if (!raw) return DefWindowProcW(window, message, wParam, lParam);
     const auto host = raw->host_.shared_from_this();
     const auto entry = host->entered();
@@ -216,7 +239,9 @@ LRESULT CALLBACK ControlPeer::procedure(HWND window, UINT message, WPARAM wParam
     if (!peer->attached()) return DefWindowProcW(window, message, wParam, lParam);
     if (message == WM_NCDESTROY) {
       if (window == peer->window_) peer->detach();
-      return peer->pass(window, message, wParam, lParam);
+      const LRESULT result = peer->pass(window, message, wParam, lParam);
+      if (peer->attached()) peer->forget(window);
+      return result;
     }
     return peer->message(window, message, wParam, lParam);
   });
@@ -224,6 +249,8 @@ LRESULT CALLBACK ControlPeer::procedure(HWND window, UINT message, WPARAM wParam
 
 LRESULT ControlPeer::message(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   if (message == controlNameMessage() && window == window_) return giveName(wParam, lParam);
+  if (isOfItsClass(message) && !understands(message, wParam, lParam)) return 0;
+  if (replacesItsWorks(message)) return 0;
   flush();
   if (isKey(message)) return keyMessage(window, message, wParam, lParam);
   if (isPress(message)) return press(window, message, wParam, lParam);
@@ -259,10 +286,6 @@ LRESULT ControlPeer::keyMessage(HWND window, UINT message, WPARAM wParam, LPARAM
   if (message == WM_CHAR) {
     reportSilent();
     return attached() ? character(window, wParam, lParam) : 0;
-  }
-  if (message == WM_KEYDOWN && ownsKey(wParam)) {
-    ownedKey(wParam);
-    return 0;
   }
   reportSilent();
   if (!attached() || host_.key(message, wParam)) return 0;

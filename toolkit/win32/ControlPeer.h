@@ -75,9 +75,6 @@ class ControlPeer : public Peer, public std::enable_shared_from_this<ControlPeer
   virtual LRESULT character(HWND window, WPARAM wParam, LPARAM lParam);
   // A mouse button pressed, the focus having arrived. By default the window gets it.
   virtual LRESULT pressed(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-  // True: the key pressed belongs to the window alone now (an open list).
-  virtual bool ownsKey(WPARAM) const { return false; }
-  virtual void ownedKey(WPARAM) {}
   // What the window itself needs of a dialog's keys. Never that it is a button or a static: a
   // dialog would look for mnemonics among them past the surface.
   virtual LRESULT dialogCode() const { return 0; }
@@ -85,6 +82,11 @@ class ControlPeer : public Peer, public std::enable_shared_from_this<ControlPeer
   virtual void reportSilent() {}
   // Brings the window up to date before it looks at any message.
   virtual void flush() {}
+  // May a message of the window's own class that comes from outside (WM_USER and above) reach it?
+  // Its pointers are not made fit for this process, as those of the system's messages are.
+  virtual bool understands(UINT, WPARAM, LPARAM) const { return false; }
+  // A window inside this one is gone.
+  virtual void lost(HWND) {}
 
   // What the window's own switches follow: what is between it and the window that holds it.
   bool windowEnabled() const;
@@ -111,6 +113,7 @@ class ControlPeer : public Peer, public std::enable_shared_from_this<ControlPeer
   LRESULT press(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
   void applyVisible();
   LRESULT giveName(WPARAM room, LPARAM buffer) const;
+  void forget(HWND window);
 
   struct Subclassed {
     HWND window;

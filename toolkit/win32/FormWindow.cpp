@@ -4,6 +4,7 @@
 #include <system_error>
 
 #include "toolkit/win32/Border.h"
+#include "toolkit/win32/ObjectTable.h"
 #include "toolkit/win32/Scale.h"
 #include "toolkit/win32/WideText.h"
 #include "toolkit/win32/WindowClasses.h"
@@ -26,6 +27,17 @@ struct alignas(4) EmptyTemplate {
   }
 };
 
+ObjectTable<HWND, FormWindow>& forms() {
+  static ObjectTable<HWND, FormWindow> table;
+  return table;
+}
+
+// The form that a thread opens, until its dialog is there.
+ObjectTable<DWORD, FormWindow>& opening() {
+  static ObjectTable<DWORD, FormWindow> table;
+  return table;
+}
+
 RECT centred(SIZE size, HWND owner) {
   RECT around{};
   if (!owner || !GetWindowRect(owner, &around)) {
@@ -41,7 +53,7 @@ RECT centred(SIZE size, HWND owner) {
 FormWindow::~FormWindow() {
   surface_.reset();
   if (dialog_) {
-    SetWindowLongPtrW(dialog_, DWLP_USER, 0);
+    forms().remove(dialog_);
     DestroyWindow(dialog_);
   }
 }
@@ -49,15 +61,18 @@ FormWindow::~FormWindow() {
 void FormWindow::runModal(HWND owner) {
   modal_ = true;
   const EmptyTemplate plan(window_.closable());
-  DialogBoxIndirectParamW(moduleInstance(), &plan.dialog, owner, &FormWindow::procedure,
-                          reinterpret_cast<LPARAM>(this));
+  opening().add(GetCurrentThreadId(), this);
+  DialogBoxIndirectParamW(moduleInstance(), &plan.dialog, owner, &FormWindow::procedure, 0);
+  opening().remove(GetCurrentThreadId());
   requireOpened();
 }
 
 void FormWindow::showModeless(HWND owner) {
   const EmptyTemplate plan(window_.closable());
-  HWND dialog = CreateDialogIndirectParamW(moduleInstance(), &plan.dialog, owner,
-                                           &FormWindow::procedure, reinterpret_cast<LPARAM>(this));
+  opening().add(GetCurrentThreadId(), this);
+  HWND dialog =
+      CreateDialogIndirectParamW(moduleInstance(), &plan.dialog, owner, &FormWindow::procedure, 0);
+  opening().remove(GetCurrentThreadId());
   requireOpened();
   ShowWindow(dialog, SW_SHOWNA);
   RedrawWindow(dialog, nullptr, nullptr,
@@ -75,13 +90,17 @@ void FormWindow::close() {
   }
 }
 
-INT_PTR CALLBACK FormWindow::procedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
+INT_PTR CALLBACK FormWindow::procedure(HWND dialog, UINT message, WPARAM wParam, LPARAM) {
   return windowBorder("FormWindow", INT_PTR{FALSE}, [=]() -> INT_PTR {
+    FormWindow* form = forms().find(dialog);
     if (message == WM_INITDIALOG) {
-      SetWindowLongPtrW(dialog, DWLP_USER, lParam);
-      reinterpret_cast<FormWindow*>(lParam)->dialog_ = dialog;
+      if (form) return FALSE;  // not the system's
+      form = opening().find(GetCurrentThreadId());
+      if (!form) return FALSE;
+      opening().remove(GetCurrentThreadId());
+      forms().add(dialog, form);
+      form->dialog_ = dialog;
     }
-    auto* form = reinterpret_cast<FormWindow*>(GetWindowLongPtrW(dialog, DWLP_USER));
     if (!form) return FALSE;
     const std::shared_ptr<void> entry = form->keepAlive_();
     return form->message(message, wParam);
@@ -107,7 +126,7 @@ INT_PTR FormWindow::message(UINT message, WPARAM wParam) {
       return TRUE;  // Enter and Escape that nobody wanted
     case WM_DESTROY:
       surface_.reset();
-      SetWindowLongPtrW(dialog_, DWLP_USER, 0);
+      forms().remove(dialog_);
       dialog_ = nullptr;
       window_.setOpen(false);
       return TRUE;

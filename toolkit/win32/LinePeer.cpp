@@ -45,6 +45,7 @@ LRESULT LinePeer::lineMessage(HWND edit, UINT message, WPARAM wParam, LPARAM lPa
   if (!attached()) return result;
   switch (message) {
     case WM_NCCALCSIZE: {
+      if (lParam == 0) return result;
       auto& client = *reinterpret_cast<RECT*>(lParam);  // first in either of the two structures
       client.top += spareAbove(edit, client.bottom - client.top);
       return result;

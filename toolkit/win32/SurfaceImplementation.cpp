@@ -7,6 +7,8 @@
 
 #include "toolkit/win32/Border.h"
 #include "toolkit/win32/ControlPeer.h"
+#include "toolkit/win32/GivenMemory.h"
+#include "toolkit/win32/ObjectTable.h"
 #include "toolkit/win32/WindowClasses.h"
 
 namespace toolkit::win32 {
@@ -58,6 +60,11 @@ bool isContainer(Kind kind) {
   return kind == Kind::Frame || kind == Kind::SSTab || kind == Kind::TabPage;
 }
 
+ObjectTable<HWND, SurfaceWindow::Implementation>& surfaces() {
+  static ObjectTable<HWND, SurfaceWindow::Implementation> table;
+  return table;
+}
+
 bool wrapsAround(const KeyStroke& stroke) {
   return stroke.key == Key::Tab && !stroke.control && !stroke.alt;
 }
@@ -103,11 +110,12 @@ HWND SurfaceWindow::Implementation::createContainer(HWND parent, const RECT& pla
   HWND window = CreateWindowExW(0, surfaceClass(&Implementation::containerProcedure), L"",
                                 WS_CHILD | WS_CLIPCHILDREN | WS_CLIPSIBLINGS, place.left, place.top,
                                 place.right - place.left, place.bottom - place.top, parent, nullptr,
-                                moduleInstance(), this);
+                                moduleInstance(), nullptr);
   if (!window) {
     throw std::system_error(static_cast<int>(GetLastError()), std::system_category(),
                             "CreateWindow");
   }
+  surfaces().add(window, this);
   containers_.push_back(window);
   return window;
 }
@@ -139,7 +147,7 @@ void SurfaceWindow::Implementation::detach() {
   surface_->onFocusMoved = nullptr;
   surface_ = nullptr;
   notes_.clear();
-  for (HWND container : containers_) SetWindowLongPtrW(container, 0, 0);
+  for (HWND container : containers_) surfaces().remove(container);
   containers_.clear();
 }
 
@@ -287,10 +295,6 @@ bool SurfaceWindow::Implementation::translate(const MSG& message) {
   if (!attached()) return true;
   if (!takesInput()) return !isSystemKey(message.message);
   if (const auto peer = inside ? peerOf(message.hwnd) : nullptr) {
-    if (message.message == WM_KEYDOWN && peer->ownsKey(message.wParam)) {
-      SendMessageW(message.hwnd, message.message, message.wParam, message.lParam);
-      return true;
-    }
     peer->reportSilent();
     if (!attached()) return true;
   }
@@ -301,13 +305,10 @@ bool SurfaceWindow::Implementation::translate(const MSG& message) {
 }
 
 LRESULT SurfaceWindow::Implementation::dialogCode(LRESULT own, LPARAM message) const {
-  const auto* asked = reinterpret_cast<const MSG*>(message);
-  if (!asked || !attached()) return own;
+  if (message == 0 || !attached()) return own;
+  const auto asked = readGiven<MSG>(message);
+  if (!asked) return own;
   if (!surface_->takesUserInput()) return own | DLGC_WANTALLKEYS;  // discarded, nobody else's
-  if (asked->message == WM_KEYDOWN) {
-    const auto peer = peerOf(asked->hwnd);
-    if (peer && peer->ownsKey(asked->wParam)) return own | DLGC_WANTMESSAGE;
-  }
   const std::optional<KeyStroke> stroke = strokeOf(asked->message, asked->wParam);
   if (!stroke) return own;
   const bool wants = surface_->wouldUse(*stroke) || (keepsTabs_ && wrapsAround(*stroke));
@@ -394,14 +395,11 @@ void SurfaceWindow::Implementation::keyboardLeft(HWND to) {
 LRESULT CALLBACK SurfaceWindow::Implementation::containerProcedure(HWND window, UINT message,
                                                                    WPARAM wParam, LPARAM lParam) {
   return windowBorder("SurfaceWindow", LRESULT{0}, [=]() -> LRESULT {
-    if (message == WM_NCCREATE) {
-      const auto* creation = reinterpret_cast<const CREATESTRUCTW*>(lParam);
-      SetWindowLongPtrW(window, 0, reinterpret_cast<LONG_PTR>(creation->lpCreateParams));
-    }
-    auto* raw = reinterpret_cast<Implementation*>(GetWindowLongPtrW(window, 0));
+    Implementation* const raw = surfaces().find(window);
     if (!raw) return DefWindowProcW(window, message, wParam, lParam);
     const auto self = raw->shared_from_this();
     const auto entry = self->entered();
+    if (message == WM_NCDESTROY) surfaces().remove(window);
     return self->containerMessage(window, message, wParam, lParam);
   });
 }
@@ -434,13 +432,14 @@ std::optional<LRESULT> SurfaceWindow::Implementation::reflected(UINT message, WP
       if (const auto peer = at(lParam)) peer->scrolled(LOWORD(wParam));
       return 0;
     case WM_NOTIFY: {
-      const auto& header = *reinterpret_cast<const NMHDR*>(lParam);
-      const auto peer = at(header.hwndFrom);
-      return peer ? peer->notified(header) : 0;
+      const auto header = readGiven<NMHDR>(lParam);
+      const auto peer = header ? at(header->hwndFrom) : nullptr;
+      return peer ? peer->notified(*header) : 0;
     }
     case WM_DRAWITEM: {
-      const auto& item = *reinterpret_cast<const DRAWITEMSTRUCT*>(lParam);
-      if (const auto peer = at(item.hwndItem)) peer->drawItem(item);
+      const auto item = readGiven<DRAWITEMSTRUCT>(lParam);
+      const auto peer = item ? at(item->hwndItem) : nullptr;
+      if (peer) peer->drawItem(*item);
       return TRUE;
     }
     case WM_CTLCOLOREDIT:

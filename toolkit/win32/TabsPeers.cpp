@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "toolkit/win32/GivenMemory.h"
 #include "toolkit/win32/WideText.h"
 
 namespace toolkit::win32 {
@@ -202,6 +203,32 @@ LRESULT TabsPeer::message(HWND window, UINT message, WPARAM wParam, LPARAM lPara
   const LRESULT result = ControlPeer::message(window, message, wParam, lParam);
   if (attached() && (message == WM_SETFOCUS || message == WM_KILLFOCUS)) redrawTabs();
   return result;
+}
+
+// What screen readers and test tools ask. The tabs themselves are changed by the object alone.
+bool TabsPeer::understands(UINT message, WPARAM wParam, LPARAM lParam) const {
+  switch (message) {
+    case TCM_GETITEMCOUNT:
+    case TCM_GETCURSEL:
+    case TCM_GETCURFOCUS:
+    case TCM_GETROWCOUNT:
+      return true;
+    case TCM_GETITEMRECT:
+      return isTab(wParam) && isWritable(lParam, sizeof(RECT));
+    case TCM_HITTEST:
+      return isWritable(lParam, sizeof(TCHITTESTINFO));
+    case TCM_GETITEMA:
+    case TCM_GETITEMW: {
+      if (!isTab(wParam) || !isWritable(lParam, sizeof(TCITEMW))) return false;
+      const auto item = readGiven<TCITEMW>(lParam);  // of one layout with TCITEMA
+      if (!item || !(item->mask & TCIF_TEXT)) return item.has_value();
+      const std::size_t size = message == TCM_GETITEMW ? sizeof(wchar_t) : sizeof(char);
+      return item->cchTextMax > 0 && isWritable(reinterpret_cast<LPARAM>(item->pszText),
+                                                static_cast<std::size_t>(item->cchTextMax) * size);
+    }
+    default:
+      return false;
+  }
 }
 
 // Arrows that the surface left would turn the page behind the object's back.

@@ -27,6 +27,7 @@ class TabsPeer final : public ControlPeer {
   LRESULT message(HWND window, UINT message, WPARAM wParam, LPARAM lParam) override;
   LRESULT leftKey(HWND window, UINT message, WPARAM wParam, LPARAM lParam) override;
   LRESULT dialogCode() const override { return DLGC_WANTARROWS; }
+  bool understands(UINT message, WPARAM wParam, LPARAM lParam) const override;
 
  private:
   void nameTab(int tab, UINT message);
@@ -35,6 +36,7 @@ class TabsPeer final : public ControlPeer {
   void sizeAlike(int width, int margin);
   int lineHeight();
   int captionWidth(int tab);
+  bool isTab(WPARAM position) const { return position < static_cast<WPARAM>(tabs_.tabs()); }
 
   SSTab& tabs_;
 };

@@ -19,7 +19,6 @@ const wchar_t* surfaceClass(WNDPROC procedure) {
   WNDCLASSEXW kind{};
   kind.cbSize = sizeof kind;
   kind.lpfnWndProc = procedure;
-  kind.cbWndExtra = sizeof(void*);
   kind.hInstance = moduleInstance();
   kind.hCursor = LoadCursorW(nullptr, IDC_ARROW);
   kind.lpszClassName = kSurfaceClass;

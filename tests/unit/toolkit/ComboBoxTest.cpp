@@ -166,6 +166,205 @@ TEST_F(ComboBoxRules, OpeningTheListFiresDropDownAlone) {
   EXPECT_PRED_FORMAT1(hasFocus, combo);
 }
 
+TEST_F(ComboBoxRules, ArrowsInAnOpenListChooseNothing) {
+  combo.setText("zz");
+  for (ComboBox* box : {&combo, &fixed}) {
+    noteEvents(*box);
+    user().open(*box);
+    user().press({Key::Down});
+    user().press({Key::Down});
+    user().press({Key::Up});
+    EXPECT_TRUE(box->opened());
+    EXPECT_EQ(taken(), Events{"drop down"});
+    EXPECT_EQ(box->listIndex(), -1);
+  }
+  EXPECT_EQ(combo.text(), "zz");
+}
+
+TEST_F(ComboBoxRules, EscapePutsBackWhatWasThere) {
+  CommandButton cancel(&surface, "Cmd_Cancel", "Cancel");
+  cancel.onClick = note("cancelled");
+  surface.setCancelButton(&cancel);
+  combo.setText("zz");
+  fixed.setListIndex(2);
+  for (ComboBox* box : {&combo, &fixed}) {
+    const std::string before = box->text();
+    const int line = box->listIndex();
+    noteEvents(*box);
+    user().open(*box);
+    user().press({Key::Up});
+    user().press({Key::Escape});
+    EXPECT_FALSE(box->opened());
+    EXPECT_TRUE(box->hasFocus());
+    EXPECT_EQ(box->text(), before);
+    EXPECT_EQ(box->listIndex(), line);
+    EXPECT_EQ(taken(), Events{"drop down"});
+    user().press({Key::Escape});
+    EXPECT_EQ(taken(), Events{"cancelled"});
+  }
+}
+
+TEST_F(ComboBoxRules, AfterEscapeTypingGoesOnWhereItWas) {
+  user().go(combo);
+  user().type("tw");
+  user().press({.key = Key::Down, .alt = true});
+  user().press({Key::Down});
+  user().press({Key::Escape});
+  user().type("x");
+  EXPECT_EQ(combo.text(), "twx");
+}
+
+TEST_F(ComboBoxRules, EnterConfirmsTheLinePointedAtAndIsNoKeyPress) {
+  for (ComboBox* box : {&combo, &fixed}) {
+    box->onKeyPress = [this](char32_t&) { events.emplace_back("key"); };
+    noteEvents(*box);
+    user().open(*box);
+    user().press({Key::Down});
+    user().press({Key::Down});
+    user().press({Key::Enter});
+    EXPECT_FALSE(box->opened());
+    EXPECT_EQ(box->listIndex(), 1);
+    EXPECT_EQ(taken(), (Events{"drop down", "click two"}));
+  }
+}
+
+TEST_F(ComboBoxRules, EnterInAListThatWasOnlyOpenedClosesIt) {
+  combo.setListIndex(1);
+  noteEvents(combo);
+  combo.onKeyPress = [this](char32_t&) { events.emplace_back("key"); };
+  user().open(combo);
+  user().press({Key::Enter});
+  EXPECT_FALSE(combo.opened());
+  EXPECT_EQ(combo.listIndex(), 1);
+  EXPECT_EQ(taken(), Events{"drop down"});
+}
+
+TEST_F(ComboBoxRules, EnterAfterTypingInAnOpenListMeansTheText) {
+  user().go(combo);
+  user().press({.key = Key::Down, .alt = true});
+  user().type("t");
+  combo.onKeyPress = [this](char32_t& key) {
+    events.push_back(std::to_string(static_cast<unsigned>(key)));
+  };
+  user().press({Key::Enter});
+  EXPECT_FALSE(combo.opened());
+  EXPECT_EQ(combo.text(), "t");
+  EXPECT_EQ(taken(), Events{"13"});
+}
+
+TEST_F(ComboBoxRules, TabConfirmsTheLinePointedAtAndMovesOn) {
+  noteEvents(fixed);
+  noteFocus(fixed);
+  user().open(fixed);
+  user().press({Key::Down});
+  taken();
+  user().tab();
+  EXPECT_EQ(fixed.text(), "one");
+  EXPECT_EQ(taken(), (Events{"click one", "Cbo_Fixed lost"}));
+  EXPECT_PRED_FORMAT1(hasFocus, other);
+}
+
+TEST_F(ComboBoxRules, ATabWhoseChoiceMovesTheFocusGoesNoFurther) {
+  fixed.onClick = [this] { combo.setFocus(); };
+  user().open(fixed);
+  user().press({Key::Down});
+  user().tab();
+  EXPECT_PRED_FORMAT1(hasFocus, combo);
+}
+
+TEST_F(ComboBoxRules, AltAndAnArrowOpenAndConfirm) {
+  noteEvents(combo);
+  user().go(combo);
+  user().press({.key = Key::Down, .alt = true});
+  EXPECT_TRUE(combo.opened());
+  user().press({Key::Down});
+  user().press({.key = Key::Up, .alt = true});
+  EXPECT_FALSE(combo.opened());
+  EXPECT_EQ(taken(), (Events{"drop down", "click one"}));
+}
+
+TEST_F(ComboBoxRules, LeavingAnOpenListWithTheMouseCancelsIt) {
+  combo.setText("zz");
+  noteEvents(combo);
+  user().go(combo);
+  user().press({.key = Key::Down, .alt = true});
+  user().press({Key::Down});
+  taken();
+  user().go(other);
+  user().go(other);
+  EXPECT_FALSE(combo.opened());
+  EXPECT_PRED_FORMAT1(hasFocus, other);
+  EXPECT_EQ(combo.text(), "zz");
+  EXPECT_EQ(taken(), Events{});
+}
+
+TEST_F(ComboBoxRules, AnArrowInAClosedListChoosesTheNextLine) {
+  noteEvents(fixed);
+  user().go(fixed);
+  user().press({Key::Down});
+  user().press({Key::Down});
+  user().press({Key::Up});
+  EXPECT_EQ(taken(), (Events{"click one", "click two", "click one"}));
+}
+
+TEST_F(ComboBoxRules, AListThatItsDropDownKeepsFromOpeningStaysClosed) {
+  combo.onDropDown = [this] { other.setFocus(); };
+  user().open(combo);
+  EXPECT_FALSE(combo.opened());
+  EXPECT_PRED_FORMAT1(hasFocus, other);
+}
+
+TEST_F(ComboBoxRules, AListOpenedByCodeKeepsTheTextAndEnterMeansIt) {
+  noteEvents(combo);
+  combo.onKeyPress = [this](char32_t& key) {
+    if (key != U'\r') return;
+    events.emplace_back("search " + combo.text());
+    combo.openList();
+  };
+  user().go(combo);
+  user().type("t");
+  taken();
+  user().press({Key::Enter});
+  EXPECT_TRUE(combo.opened());
+  EXPECT_EQ(combo.text(), "t");
+  user().press({Key::Enter});
+  EXPECT_TRUE(combo.opened());
+  EXPECT_EQ(taken(), (Events{"search t", "search t"}));
+  user().press({Key::Down});
+  user().press({Key::Enter});
+  EXPECT_EQ(taken(), Events{"click one"});
+  EXPECT_FALSE(combo.opened());
+}
+
+TEST_F(ComboBoxRules, AListIsNotOpenedByCodeWithoutInput) {
+  user().go(combo);
+  surface.setEnabled(false);
+  combo.openList();
+  EXPECT_FALSE(combo.opened());
+}
+
+TEST_F(ComboBoxRules, TheWheelLeavesAClosedComboAlone) {
+  for (ComboBox* box : {&combo, &fixed}) {
+    box->setListIndex(0);
+    noteEvents(*box);
+    user().go(*box);
+    user().wheel(*box);
+    EXPECT_EQ(box->listIndex(), 0);
+    EXPECT_EQ(box->text(), "one");
+    EXPECT_EQ(taken(), Events{});
+  }
+}
+
+TEST_F(ComboBoxRules, TheWheelChoosesNothingInAnOpenList) {
+  combo.setListIndex(0);
+  noteEvents(combo);
+  user().open(combo);
+  user().wheel(combo);
+  EXPECT_TRUE(combo.opened());
+  EXPECT_EQ(combo.text(), "one");
+  EXPECT_EQ(taken(), Events{"drop down"});
+}
+
 TEST_F(ComboBoxRules, AComboRefilledInItsOwnClickHoldsWhatTheHandlerLeft) {
   combo.onClick = [this] {
     combo.setItems({{"other", 7}});
@@ -272,13 +471,13 @@ TEST_F(ComboBoxRules, CodeOpensTheListUnderTheTextThatIsThere) {
   user().go(other);
   taken();
   user().type("\r");
-  EXPECT_TRUE(combo.hasFocus());
-  EXPECT_TRUE(combo.listOpen());
+  EXPECT_PRED_FORMAT1(hasFocus, combo);
+  EXPECT_TRUE(combo.opened());
   EXPECT_EQ(combo.text(), "t");
   EXPECT_EQ(combo.listIndex(), -1);
   EXPECT_EQ(taken(), Events{});
   user().go(other);
-  EXPECT_FALSE(combo.listOpen());
+  EXPECT_FALSE(combo.opened());
   EXPECT_EQ(combo.text(), "t");
   EXPECT_EQ(taken(), Events{});
 }
@@ -287,26 +486,26 @@ TEST_F(ComboBoxRules, AListOpenedWhileAnotherFieldIsLeftHasTheFocusInstead) {
   other.onLostFocus = [this] { combo.openList(); };
   user().go(other);
   user().go(fixed);
-  EXPECT_TRUE(combo.hasFocus());
-  EXPECT_TRUE(combo.listOpen());
+  EXPECT_PRED_FORMAT1(hasFocus, combo);
+  EXPECT_TRUE(combo.opened());
 }
 
 TEST_F(ComboBoxRules, AListWithoutLinesDoesNotOpen) {
   user().go(other);
   combo.clear();
   combo.openList();
-  EXPECT_FALSE(combo.listOpen());
-  EXPECT_TRUE(other.hasFocus());
+  EXPECT_FALSE(combo.opened());
+  EXPECT_PRED_FORMAT1(hasFocus, other);
 }
 
 TEST_F(ComboBoxRules, EmptyingAnOpenListClosesIt) {
   user().go(combo);
   combo.openList();
-  ASSERT_TRUE(combo.listOpen());
+  ASSERT_TRUE(combo.opened());
   combo.setItems({{"four", 4}});
-  EXPECT_TRUE(combo.listOpen());
+  EXPECT_TRUE(combo.opened());
   combo.clear();
-  EXPECT_FALSE(combo.listOpen());
+  EXPECT_FALSE(combo.opened());
 }
 
 }  // namespace

@@ -34,6 +34,7 @@ class HeadlessDriver : public UserDriver {
   void dblClickBeside(ListBox& list) override { user_.dblClickBeside(list); }
   void open(ComboBox& combo) override { user_.open(combo); }
   void choose(ComboBox& combo, int line) override { user_.choose(combo, line); }
+  void wheel(ComboBox& combo) override { user_.wheel(combo); }
   void scroll(ScrollBar& bar, int value) override { user_.scroll(bar, value); }
 
  private:

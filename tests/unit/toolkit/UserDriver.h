@@ -52,6 +52,8 @@ class UserDriver {
   // Opens the list of a combo box; chooses one of its lines (which opens it first).
   virtual void open(ComboBox& combo) = 0;
   virtual void choose(ComboBox& combo, int line) = 0;
+  // Turns the mouse wheel over it by a notch, towards the user.
+  virtual void wheel(ComboBox& combo) = 0;
   // Moves a scroll bar to a value.
   virtual void scroll(ScrollBar& bar, int value) = 0;
 };

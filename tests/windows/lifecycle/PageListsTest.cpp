@@ -40,6 +40,30 @@ TEST_P(ActivityLists, AreSelectedWithShiftAndCtrlAndMovedByTheButton) {
   EXPECT_EQ(stored(L"001", attribut::CodActSelect), L"100P01\u00FD100P04");
 }
 
+TEST_P(ActivityLists, StayWhenTheOpenListOfEntitiesIsCancelled) {
+  const std::wstring name = user().text(L"Cbo_Entite");
+  user().click(L"Cbo_Entite");
+  user().key(VK_F4);
+  user().key(VK_DOWN);
+  user().key(VK_DOWN);
+  user().key(VK_ESCAPE);
+  EXPECT_EQ(user().text(L"Cbo_Entite"), name);
+  EXPECT_EQ(user().text(L"Txt_Entite"), L"100");
+  EXPECT_EQ(user().lines(L"Lst_ActSelect"), (Lines{kMenage}));
+}
+
+TEST_P(ActivityLists, StayWhenTheWheelTurnsOverAClosedCombo) {
+  for (const wchar_t* name : {L"Cbo_Entite", L"Cbo_SigleOrgChg"}) {
+    user().click(name);
+    user().wheel(name, 1);
+    user().wheel(name, -1);
+    user().wheel(name, -1);
+  }
+  EXPECT_EQ(user().text(L"Txt_CodOrgChg"), L"001");
+  EXPECT_EQ(user().text(L"Txt_Entite"), L"100");
+  EXPECT_EQ(user().lines(L"Lst_ActSelect"), (Lines{kMenage}));
+}
+
 TEST_P(ActivityLists, AreMovedByADoubleClick) {
   user().doubleClickLine(L"Lst_Activite", 2);
   EXPECT_EQ(user().lines(L"Lst_ActSelect"), (Lines{kMenage, kJour}));

@@ -204,6 +204,141 @@ TEST_F(Peers, EnterInAnOpenListClosesItAndIsNoKeyPress) {
   EXPECT_EQ(keys, 0);
 }
 
+TEST_F(Peers, EscapeInAnOpenListPutsBackWhatTheWindowShowed) {
+  combo.setItems({{"one", 1}, {"two", 2}});
+  combo.setText("o");
+  fixed.setItems({{"one", 1}, {"two", 2}});
+  fixed.setListIndex(0);
+  host().click(window(combo), {10, 8});
+  host().key(VK_F4);
+  host().key(VK_DOWN);
+  host().key(VK_DOWN);
+  host().key(VK_ESCAPE);
+  EXPECT_FALSE(SendMessageW(window(combo), CB_GETDROPPEDSTATE, 0, 0));
+  EXPECT_EQ(textOf(window(combo)), L"o");
+  EXPECT_EQ(SendMessageW(window(combo), CB_GETCURSEL, 0, 0), -1);
+  host().key(VK_TAB);
+  ASSERT_TRUE(fixed.hasFocus());
+  host().key(VK_F4);
+  host().key(VK_DOWN);
+  host().key(VK_ESCAPE);
+  EXPECT_EQ(textOf(window(fixed)), L"one");
+  EXPECT_EQ(SendMessageW(window(fixed), CB_GETCURSEL, 0, 0), 0);
+}
+
+TEST_F(Peers, AnOpenListShowsWhatWasTypedUntilALineIsPointedAt) {
+  combo.setItems({{"one", 1}, {"two", 2}});
+  host().click(window(combo), {10, 8});
+  host().type(L"t");
+  host().key(VK_F4);
+  EXPECT_TRUE(SendMessageW(window(combo), CB_GETDROPPEDSTATE, 0, 0));
+  EXPECT_EQ(textOf(window(combo)), L"t");
+  EXPECT_EQ(combo.text(), "t");
+  host().key(VK_F4);
+  EXPECT_FALSE(combo.opened());
+  EXPECT_EQ(textOf(window(combo)), L"t");
+}
+
+TEST_F(Peers, AListOpenedByCodeIsOpenInItsWindow) {
+  combo.setItems({{"one", 1}, {"two", 2}});
+  combo.onKeyPress = [this](char32_t& key) {
+    if (key != U'\r') return;
+    combo.setItems({{"tea", 1}, {"two", 2}, {"ten", 3}});
+    combo.setText("t");
+    combo.openList();
+  };
+  host().click(window(combo), {10, 8});
+  host().type(L"t");
+  host().key(VK_RETURN);
+  EXPECT_TRUE(SendMessageW(window(combo), CB_GETDROPPEDSTATE, 0, 0));
+  EXPECT_EQ(SendMessageW(window(combo), CB_GETCOUNT, 0, 0), 3);
+  EXPECT_EQ(textOf(window(combo)), L"t");
+  combo.closedUp();
+  EXPECT_FALSE(SendMessageW(window(combo), CB_GETDROPPEDSTATE, 0, 0));
+}
+
+TEST_F(Peers, AListIsClosedWhenTheKeyboardLeavesAndNothingIsChosen) {
+  combo.setItems({{"one", 1}, {"two", 2}});
+  combo.setText("zz");
+  int clicks = 0;
+  combo.onClick = [&] { ++clicks; };
+  host().click(window(combo), {10, 8});
+  host().key(VK_F4);
+  host().key(VK_DOWN);
+  ASSERT_TRUE(combo.opened());
+  SetFocus(host().field());
+  host().pump();
+  EXPECT_FALSE(combo.opened());
+  EXPECT_EQ(textOf(window(combo)), L"zz");
+  EXPECT_EQ(combo.text(), "zz");
+  EXPECT_EQ(clicks, 0);
+}
+
+TEST_F(Peers, LinesFromOutsideGoAgain) {
+  several.setItems({{"a", 1}, {"b", 2}});
+  combo.setItems({{"one", 1}, {"two", 2}});
+  HWND extended = window(several);
+  SendMessageW(extended, LB_SETSEL, TRUE, 1);
+  for (int i = 0; i < 200; ++i) {
+    SendMessageW(extended, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(L"x"));
+    SendMessageW(extended, LB_SETSEL, TRUE, -1);
+    SendMessageW(GetParent(extended), WM_COMMAND, MAKEWPARAM(0, LBN_SELCHANGE),
+                 reinterpret_cast<LPARAM>(extended));
+  }
+  SendMessageW(window(combo), CB_DELETESTRING, 0, 0);
+  host().pump();
+  several.setSelected(0, true);
+  EXPECT_EQ(SendMessageW(extended, LB_GETCOUNT, 0, 0), 2);
+  EXPECT_EQ(SendMessageW(window(combo), CB_GETCOUNT, 0, 0), 2);
+  EXPECT_EQ(several.listCount(), 2);
+}
+
+// The list inside a combo is a window of its own, which no peer sees.
+TEST_F(Peers, LinesTakenBehindAPeersBackComeBack) {
+  combo.setItems({{"one", 1}, {"two", 2}});
+  COMBOBOXINFO info{};
+  info.cbSize = sizeof info;
+  ASSERT_TRUE(GetComboBoxInfo(window(combo), &info));
+  SendMessageW(info.hwndList, LB_DELETESTRING, 0, 0);
+  SendMessageW(GetParent(window(combo)), WM_COMMAND, MAKEWPARAM(0, CBN_SELCHANGE),
+               reinterpret_cast<LPARAM>(window(combo)));
+  host().pump();
+  EXPECT_EQ(SendMessageW(window(combo), CB_GETCOUNT, 0, 0), 2);
+  EXPECT_EQ(combo.listIndex(), -1);
+}
+
+TEST_F(Peers, WhatAWindowKeepsForItsOwnerIsNotLookedAt) {
+  for (const Control* control : std::initializer_list<const Control*>{&box, &combo, &tabs}) {
+    SetWindowLongPtrW(window(*control), GWLP_USERDATA, 0x1234);
+  }
+  goTo(box);
+  host().type(L"x");
+  EXPECT_EQ(box.text(), "x");
+}
+
+TEST_F(Peers, MessagesThatPointNowhereAreDropped) {
+  const std::vector<UINT> messages{TCM_GETITEMRECT, TCM_GETITEMW,   TCM_SETITEMW,  TCM_INSERTITEMW,
+                                   TCM_HITTEST,     TCM_ADJUSTRECT, TCM_DELETEITEM};
+  for (const UINT message : messages) {
+    EXPECT_EQ(SendMessageW(window(tabs), message, 0, 0x10), 0) << message;
+  }
+  EXPECT_EQ(SendMessageW(window(tabs), TCM_GETITEMCOUNT, 0, 0), 2);
+  static const UINT name = RegisterWindowMessageW(L"WM_GETCONTROLNAME");
+  EXPECT_EQ(SendMessageW(window(box), name, 100, 0x10), 0);
+  SendMessageW(GetParent(window(box)), WM_NOTIFY, 0, 0x10);
+  SendMessageW(GetParent(window(box)), WM_DRAWITEM, 0, 0x10);
+  SendMessageW(window(box), WM_GETDLGCODE, 0, 0x10);
+  EXPECT_TRUE(IsWindow(window(box)));
+}
+
+TEST_F(Peers, AListKnowsHowManyLinesItShows) {
+  host();
+  RECT client{};
+  GetClientRect(window(list), &client);
+  const auto height = static_cast<LONG>(SendMessageW(window(list), LB_GETITEMHEIGHT, 0, 0));
+  EXPECT_EQ(list.linesInView(), client.bottom / height);
+}
+
 TEST_F(Peers, DisablingTheSurfaceDisablesNoWindow) {
   goTo(box);
   surface.setEnabled(false);

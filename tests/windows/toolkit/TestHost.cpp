@@ -192,6 +192,15 @@ void TestHost::doubleClick(HWND window, POINT at) {
   click(window, at);
 }
 
+void TestHost::wheel(HWND window) {
+  RECT area{};
+  GetClientRect(window, &area);
+  const POINT where = onScreen(window, {area.right / 2, area.bottom / 2});
+  INPUT notch = input::mouse(where, MOUSEEVENTF_WHEEL);
+  notch.mi.mouseData = static_cast<DWORD>(-WHEEL_DELTA);
+  send({input::mouse(where, 0), notch});
+}
+
 void TestHost::drag(HWND window, POINT from, POINT to) {
   const POINT start = onScreen(window, from);
   const POINT end = onScreen(window, to);

@@ -54,6 +54,7 @@ class TestHost {
   void click(HWND window, Button button = Button::Left);  // its middle
   void doubleClick(HWND window, POINT at);
   void drag(HWND window, POINT from, POINT to);
+  void wheel(HWND window);  // a notch towards the user, over its middle
 
  private:
   void send(const std::vector<INPUT>& inputs);  // one after the other

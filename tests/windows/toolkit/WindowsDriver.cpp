@@ -150,6 +150,9 @@ class WindowsDriver final : public UserDriver {
     GetComboBoxInfo(window, &info);
     host_.click(info.hwndList, lineIn(info.hwndList, line));
   }
+  void wheel(ComboBox& combo) override {
+    if (HWND window = windowOf(combo)) host_.wheel(window);
+  }
   void scroll(ScrollBar& bar, int value) override {
     HWND window = windowOf(bar);
     SCROLLBARINFO info{};
