@@ -55,3 +55,18 @@ count_native() {
   say "  $name: ${ok:-0} passed, ${bad:-0} failed"
   [ "${bad:-0}" -eq 0 ] || show_failures "$log"
 }
+
+# A fuzzer, by what scripts/fuzz has left: one that found nothing, after at least one input.
+count_fuzzer() {
+  local name=$1 folder=build/fuzz/$1 status runs
+  status=$(cat "$folder/status" 2>/dev/null || echo unknown)
+  runs=$(sed -nE 's/^stat::number_of_executed_units: ([0-9]+)$/\1/p' "$folder/log" | tail -1)
+  if [ "$status" = 0 ] && [ "${runs:-0}" -gt 0 ]; then
+    count 1 0
+    say "  $name: $runs inputs, nothing found"
+  else
+    grep -E -A12 '^BROKEN|ERROR|runtime error|^Test unit written' "$folder/log" | head -60 || tail -40 "$folder/log"
+    say "FAILED: $name ended with status $status: see $folder/log"
+    count 0 1
+  fi
+}
