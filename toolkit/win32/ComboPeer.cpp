@@ -303,8 +303,23 @@ LRESULT ComboPeer::message(HWND window, UINT message, WPARAM wParam, LPARAM lPar
   return result;
 }
 
+bool ComboPeer::pointsAtNone() { return combo_.opened() && dropped() && windowLine() < 0; }
+
+// The window itself would go down from a first line that it has not highlighted.
+void ComboPeer::pointAtFirst() {
+  {
+    const Copying quiet(*this);
+    pass(CB_SETCURSEL, 0);
+  }
+  reportSilent();
+}
+
 LRESULT ComboPeer::leftKey(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   if (message == WM_KEYDOWN && (wParam == VK_RETURN || wParam == VK_ESCAPE || wParam == VK_TAB)) {
+    return 0;
+  }
+  if (message == WM_KEYDOWN && wParam == VK_DOWN && pointsAtNone()) {
+    pointAtFirst();
     return 0;
   }
   if (!opensList(message, wParam)) return ControlPeer::leftKey(window, message, wParam, lParam);

@@ -44,6 +44,8 @@ class ComboPeer final : public LinePeer {
   void fill();
   void copyChoice();
   void showList();
+  bool pointsAtNone();
+  void pointAtFirst();
 
   ComboBox& combo_;
   HWND edit_ = nullptr;
