@@ -17,7 +17,8 @@ inline std::uint32_t seed(std::uint32_t ownSeed) {
 }
 
 // A generator of random numbers that tells its seed with each failure while it lives. A test that
-// makes one is a random test: its report holds the seed as a property, by which `./test soak` knows it.
+// makes one is a random test: its report holds the seed as a property, by which `./test soak` knows
+// it.
 class Random {
  public:
   using result_type = std::mt19937::result_type;
