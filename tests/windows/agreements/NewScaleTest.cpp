@@ -116,14 +116,12 @@ class NewScale : public DiskTest {
     EXPECT_EQ(store_.stored(L"ACCORD", L"00004001", store::accord::DatePartAcc), L"21245");
     EXPECT_EQ(store_.stored(L"ORGPRISECHARGE", L"001", attribut::DatBaremCours), L"21217");
   }
-  // The run has ended before it took them away.
-  void expectListsLeft() {
-    EXPECT_EQ(store_.stored(L"TEMPO", L"ACCORDSMODIFIES001", 1), L"00001001");
-    EXPECT_EQ(store_.stored(L"TEMPO", L"ACCORDSLIMITE001", 1), L"00003001");
-  }
-  void expectOver() {
+  void expectListsDeleted() {
     EXPECT_EQ(store_.stored(L"TEMPO", L"ACCORDSMODIFIES001", 1), L"");
     EXPECT_EQ(store_.stored(L"TEMPO", L"ACCORDSLIMITE001", 1), L"");
+  }
+  void expectOver() {
+    expectListsDeleted();
     EXPECT_EQ(user().text(L"Txt_RaisonOrgChg"), L"");
     EXPECT_EQ(user().focused(), L"Txt_CodOrgChg");
     EXPECT_NE(IsWindowEnabled(window().handle()), FALSE);
@@ -200,7 +198,7 @@ TEST_F(Unprinted, WhenTheHostGoesDuringTheChoiceOfAPrinter) {
   expectQuestions(IDYES);
   user().click(L"Cmd_OK");
   expectUpdated();
-  expectListsLeft();
+  expectListsDeleted();
 }
 
 TEST_F(Unprinted, WhenTheHostGoesWhileTheWaitingWindowIsOpen) {
@@ -212,7 +210,7 @@ TEST_F(Unprinted, WhenTheHostGoesWhileTheWaitingWindowIsOpen) {
   user().click(L"Cmd_OK");
   EXPECT_EQ(offered_, Lines{L"PDF_A4"});
   expectUpdated();
-  expectListsLeft();
+  expectListsDeleted();
 }
 
 }  // namespace
