@@ -14,7 +14,8 @@ class TestEntry : public screen::RightsEntry {
     ++level_->reads;
     if (level_->fails) throw std::runtime_error("the rights cannot be read");
     const long level = level_->value;
-    if (level_->lostAfter > 0 && --level_->lostAfter == 0) level_->value = 1;
+    if (level_->lostAfter == 1) level_->value = 1;
+    if (level_->lostAfter > 0) --level_->lostAfter;
     return level;
   }
 

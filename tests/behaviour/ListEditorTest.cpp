@@ -232,7 +232,7 @@ class RandomRates : public Random {
     for (std::size_t row = 0; row < model_.size(); ++row) {
       if (static_cast<int>(row) != edited && model_[row].day == rate.day) return kDateExistante;
     }
-    const auto compared = static_cast<std::size_t>(edited + 1);
+    const auto compared = static_cast<std::size_t>(edited) + 1;
     if (compared < model_.size() && model_[compared].day > rate.day) return kDateAnterieure;
     return "";
   }

@@ -18,8 +18,9 @@ constexpr long long kLargestReadBack = 999'999'999'999'999;
 std::optional<long long> storedNumber(std::string_view stored) {
   const std::string_view number = text::trim(stored);
   long long value = 0;
-  const char* const end = number.data() + number.size();
-  const auto [stop, error] = std::from_chars(number.data(), end, value);
+  const char* const start = number.data();
+  const char* const end = start + number.size();
+  const auto [stop, error] = std::from_chars(start, end, value);
   if (error != std::errc() || stop != end) return std::nullopt;
   return value;
 }

@@ -433,13 +433,14 @@ std::optional<LRESULT> SurfaceWindow::Implementation::reflected(UINT message, WP
       return 0;
     case WM_NOTIFY: {
       const auto header = readGiven<NMHDR>(lParam);
-      const auto peer = header ? at(header->hwndFrom) : nullptr;
+      if (!header) return 0;
+      const auto peer = at(header->hwndFrom);
       return peer ? peer->notified(*header) : 0;
     }
     case WM_DRAWITEM: {
       const auto item = readGiven<DRAWITEMSTRUCT>(lParam);
-      const auto peer = item ? at(item->hwndItem) : nullptr;
-      if (peer) peer->drawItem(*item);
+      if (!item) return TRUE;
+      if (const auto peer = at(item->hwndItem)) peer->drawItem(*item);
       return TRUE;
     }
     case WM_CTLCOLOREDIT:
