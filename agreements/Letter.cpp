@@ -87,8 +87,9 @@ void formule(PrintedSheet& feuille, const LetterContents& lettre) {
                      {{"entière satisfaction."}}});
   feuille.place(kRetrait, 19);
   feuille.paragraph(
-      {{{"Nous vous prions d'agréer, " + (lettre.titre.empty() ? "" : lettre.titre + ", ") +
-         "l'expression de nos sentiments "}},
+      {{{"Nous vous prions d'agréer, " +
+         (lettre.titre.empty() ? "l'expression de nos sentiments "
+                               : lettre.titre + ", l'expression de nos sentiments ")}},
        {{"les plus dévoués."}}});
   feuille.place(kColonneDroite, kHautSignature);
   feuille.line("Le Responsable");
