@@ -119,9 +119,7 @@ class Liste {
   std::string nomDeLAide(std::string_view numero) {
     std::string nom;
     toolkit::quietly(kProcedure, [&] {
-      if (!civilAide_) {
-        civilAide_ = context_.session.TheDatabase->OpenFile(store::civilaide::kFile);
-      }
+      if (!civilAide_) civilAide_ = context_.session.TheDatabase->OpenFile(store::civilaide::kFile);
       const auto record = civilAide_->ReadRecord(numero);
       nom = joints({record->fields().get(store::civilaide::NomAide),
                     record->fields().get(store::civilaide::PrenomAide)});

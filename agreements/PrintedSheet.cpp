@@ -50,9 +50,7 @@ std::pair<Line, Line> broken(const Line& line, std::size_t passage, std::size_t 
   before.back().text = shown(std::string_view(place->text).substr(0, blank));
   after.front().text = withoutLeadingBlanks(std::string_view(place->text).substr(blank));
   if (after.front().text.empty()) after.erase(after.begin());
-  if (!after.empty()) {
-    after.front().text = std::string(withoutLeadingBlanks(after.front().text));
-  }
+  if (!after.empty()) after.front().text = std::string(withoutLeadingBlanks(after.front().text));
   return {before, after};
 }
 

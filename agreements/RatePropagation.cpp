@@ -64,9 +64,7 @@ bool dejaLue(const store::DynamicArray& ancien, const Periode& ligne) {
 std::vector<Periode> nouvellesPeriodes(const AgreementContext& context) {
   const screen::PriseEnCharge& page = context.screen.priseEnCharge;
   std::vector<Periode> lignes = lignesJusque(page, context.session.taux.W_DerTauxModif);
-  while (!lignes.empty() && dejaLue(context.session.AncienOrgChg, lignes.back())) {
-    lignes.pop_back();
-  }
+  while (!lignes.empty() && dejaLue(context.session.AncienOrgChg, lignes.back())) lignes.pop_back();
   return lignes.empty() ? lignesJusque(page, 0) : lignes;
 }
 

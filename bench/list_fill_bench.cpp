@@ -95,9 +95,7 @@ std::string measure(HWND window) {
   const std::vector<toolkit::ListItem>& lines = lists[0];
   std::vector<std::wstring> wide;
   wide.reserve(kLines);
-  for (const toolkit::ListItem& line : lines) {
-    wide.emplace_back(line.text.begin(), line.text.end());
-  }
+  for (const toolkit::ListItem& line : lines) wide.emplace_back(line.text.begin(), line.text.end());
   const HWND bare = bareCombo(window);
   const double baseline = median([&] { fillBare(bare, wide); });
   // The peer fills its window when it is looked at next.

@@ -14,9 +14,7 @@ namespace com {
 using Microsoft::WRL::ComPtr;
 
 void check(HRESULT result, const char* what) {
-  if (FAILED(result)) {
-    throw Error(result, what);
-  }
+  if (FAILED(result)) throw Error(result, what);
 }
 
 namespace {
@@ -32,15 +30,11 @@ void leaveErrorInfo(std::string_view description) {
 }
 
 HRESULT codeOf(const std::exception& failure) {
-  if (const auto* coded = dynamic_cast<const Error*>(&failure)) {
-    return coded->code();
-  }
+  if (const auto* coded = dynamic_cast<const Error*>(&failure)) return coded->code();
   if (const auto* store = dynamic_cast<const store::StoreError*>(&failure)) {
     return static_cast<HRESULT>(store->code());
   }
-  if (dynamic_cast<const std::invalid_argument*>(&failure) != nullptr) {
-    return E_INVALIDARG;
-  }
+  if (dynamic_cast<const std::invalid_argument*>(&failure) != nullptr) return E_INVALIDARG;
   return dynamic_cast<const std::bad_alloc*>(&failure) != nullptr ? E_OUTOFMEMORY : E_FAIL;
 }
 

@@ -33,9 +33,7 @@ class ExceptionInfo {
 
   // Objects that give a small number instead of an HRESULT leave scode at zero.
   HRESULT code() const {
-    if (info_.scode != 0) {
-      return info_.scode;
-    }
+    if (info_.scode != 0) return info_.scode;
     return info_.wCode != 0 ? MAKE_HRESULT(SEVERITY_ERROR, FACILITY_CONTROL, info_.wCode) : E_FAIL;
   }
 
@@ -71,13 +69,9 @@ bool LateBound::is(IUnknown* other) const {
 }
 
 DISPID LateBound::idOf(const wchar_t* name) {
-  if (*name == L'\0') {
-    return DISPID_VALUE;
-  }
+  if (*name == L'\0') return DISPID_VALUE;
   const auto known = ids_.find(std::wstring_view(name));
-  if (known != ids_.end()) {
-    return known->second;
-  }
+  if (known != ids_.end()) return known->second;
   std::wstring copy(name);
   LPOLESTR names = copy.data();
   DISPID id = DISPID_UNKNOWN;
@@ -111,9 +105,7 @@ Variant LateBound::invoke(const wchar_t* name, WORD how, DISPPARAMS& parameters)
     failure = exception.code();
     fail(static_cast<unsigned>(FAILED(failure) ? failure : E_FAIL), name, exception.description());
   }
-  if (FAILED(failure)) {
-    fail(static_cast<unsigned>(failure), name, "");
-  }
+  if (FAILED(failure)) fail(static_cast<unsigned>(failure), name, "");
   return (result.get().vt & VT_BYREF) != 0 ? Variant::copyOf(result.get()) : std::move(result);
 }
 
@@ -130,9 +122,7 @@ ComPtr<IDispatch> LateBound::callForObject(const wchar_t* name,
   if (answer.get().vt == VT_DISPATCH || answer.get().vt == VT_UNKNOWN) {
     object = read(name, answer, objectOf);
   }
-  if (object == nullptr) {
-    fail(store::kFailed, name, "no object was given back");
-  }
+  if (object == nullptr) fail(store::kFailed, name, "no object was given back");
   return object;
 }
 

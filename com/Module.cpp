@@ -43,9 +43,7 @@ std::wstring modulePath() {
   std::wstring path(MAX_PATH, L'\0');
   for (;;) {
     const DWORD length = GetModuleFileNameW(module(), path.data(), static_cast<DWORD>(path.size()));
-    if (length == 0) {
-      throw Error(HRESULT_FROM_WIN32(GetLastError()), "the library's own path");
-    }
+    if (length == 0) throw Error(HRESULT_FROM_WIN32(GetLastError()), "the library's own path");
     if (length < path.size()) {
       path.resize(length);
       return path;

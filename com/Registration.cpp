@@ -12,9 +12,7 @@ namespace com {
 namespace {
 
 void checkWin32(LSTATUS status, const char* what) {
-  if (status != ERROR_SUCCESS) {
-    throw Error(HRESULT_FROM_WIN32(static_cast<DWORD>(status)), what);
-  }
+  if (status != ERROR_SUCCESS) throw Error(HRESULT_FROM_WIN32(static_cast<DWORD>(status)), what);
 }
 
 class Key {
@@ -23,9 +21,7 @@ class Key {
   Key(const Key&) = delete;
   Key& operator=(const Key&) = delete;
   ~Key() {
-    if (key_ != nullptr) {
-      RegCloseKey(key_);
-    }
+    if (key_ != nullptr) RegCloseKey(key_);
   }
   HKEY get() const { return key_; }
   HKEY* out() { return &key_; }
@@ -39,9 +35,7 @@ class Key {
 bool WindowsRegistry::exists(const std::wstring& key) {
   Key found;
   const LSTATUS status = RegOpenKeyExW(hive_, below(key).c_str(), 0, KEY_READ, found.out());
-  if (status != ERROR_FILE_NOT_FOUND) {
-    checkWin32(status, "a registry key cannot be opened");
-  }
+  if (status != ERROR_FILE_NOT_FOUND) checkWin32(status, "a registry key cannot be opened");
   return status == ERROR_SUCCESS;
 }
 
@@ -58,9 +52,7 @@ void WindowsRegistry::eraseIfEmpty(const std::wstring& key) {
   {
     Key found;
     const LSTATUS status = RegOpenKeyExW(hive_, below(key).c_str(), 0, KEY_READ, found.out());
-    if (status == ERROR_FILE_NOT_FOUND) {
-      return;
-    }
+    if (status == ERROR_FILE_NOT_FOUND) return;
     checkWin32(status, "a registry key cannot be opened");
     checkWin32(RegQueryInfoKeyW(found.get(), nullptr, nullptr, nullptr, &keys, nullptr, nullptr,
                                 &values, nullptr, nullptr, nullptr, nullptr),
@@ -82,9 +74,7 @@ std::vector<std::wstring> WindowsRegistry::names(const std::wstring& key) {
     DWORD length = kLongestName;
     const LSTATUS status =
         RegEnumValueW(found.get(), index, name.data(), &length, nullptr, nullptr, nullptr, nullptr);
-    if (status == ERROR_NO_MORE_ITEMS) {
-      return names;
-    }
+    if (status == ERROR_NO_MORE_ITEMS) return names;
     checkWin32(status, "a registry key cannot be read");
     names.push_back(name.substr(0, length));
   }
@@ -94,16 +84,12 @@ std::optional<RegistryValue> WindowsRegistry::read(const std::wstring& key,
                                                    const std::wstring& name) {
   Key found;
   LSTATUS status = RegOpenKeyExW(hive_, below(key).c_str(), 0, KEY_READ, found.out());
-  if (status == ERROR_FILE_NOT_FOUND) {
-    return std::nullopt;
-  }
+  if (status == ERROR_FILE_NOT_FOUND) return std::nullopt;
   checkWin32(status, "a registry key cannot be opened");
   RegistryValue value;
   DWORD size = 0;
   status = RegQueryValueExW(found.get(), name.c_str(), nullptr, &value.type, nullptr, &size);
-  if (status == ERROR_FILE_NOT_FOUND) {
-    return std::nullopt;
-  }
+  if (status == ERROR_FILE_NOT_FOUND) return std::nullopt;
   checkWin32(status, "a registry value cannot be read");
   value.data.resize(size);
   checkWin32(
@@ -130,9 +116,7 @@ void WindowsRegistry::erase(const std::wstring& key, const std::wstring& name) {
     checkWin32(status, "a registry key cannot be opened");
     status = RegDeleteValueW(found.get(), name.c_str());
   }
-  if (status != ERROR_FILE_NOT_FOUND) {
-    checkWin32(status, "a registry value cannot be removed");
-  }
+  if (status != ERROR_FILE_NOT_FOUND) checkWin32(status, "a registry value cannot be removed");
 }
 
 RegistryValue registryText(const std::wstring& text) {
@@ -181,9 +165,7 @@ std::vector<std::wstring> textsOf(const RegistryValue& value) {
 
 Before readJournal(RegistryRoot& root, const std::wstring& journal) {
   Before before;
-  if (!root.exists(journal)) {
-    return before;
-  }
+  if (!root.exists(journal)) return before;
   for (const std::wstring& name : root.names(journal)) {
     const std::optional<RegistryValue> value = root.read(journal, name);
     if (!value) continue;
@@ -213,9 +195,7 @@ void noteKey(RegistryRoot& root, const std::wstring& key, std::vector<std::wstri
     if (std::find(created.begin(), created.end(), part) == created.end() && !root.exists(part)) {
       created.push_back(part);
     }
-    if (end == std::wstring::npos) {
-      return;
-    }
+    if (end == std::wstring::npos) return;
   }
 }
 
@@ -233,9 +213,7 @@ Before look(RegistryRoot& root, const RegistryTable& table) {
 
 void createMissing(RegistryRoot& root, const std::vector<std::wstring>& keys) {
   for (const std::wstring& key : keys) {
-    if (!root.exists(key)) {
-      root.create(key);
-    }
+    if (!root.exists(key)) root.create(key);
   }
 }
 
@@ -252,9 +230,7 @@ void putBack(RegistryRoot& root, const std::wstring& journal, const Before& befo
     root.eraseIfEmpty(*key);
   }
   if (root.exists(journal)) {
-    for (const std::wstring& name : root.names(journal)) {
-      root.erase(journal, name);
-    }
+    for (const std::wstring& name : root.names(journal)) root.erase(journal, name);
     root.eraseIfEmpty(journal);
   }
 }
@@ -273,9 +249,7 @@ void write(RegistryRoot& root, const RegistryTable& table, const Before& before)
   writeJournal(root, table.journal, before);
   createMissing(root, before.created);
   for (const RegistryEntry& entry : table.entries) {
-    if (entry.value) {
-      root.write(entry.key, entry.name, *entry.value);
-    }
+    if (entry.value) root.write(entry.key, entry.name, *entry.value);
   }
 }
 
@@ -292,9 +266,7 @@ void applyTable(RegistryRoot& root, const RegistryTable& table) {
 }
 
 void undoTable(RegistryRoot& root, const RegistryTable& table) {
-  if (root.exists(table.journal)) {
-    putBack(root, table.journal, readJournal(root, table.journal));
-  }
+  if (root.exists(table.journal)) putBack(root, table.journal, readJournal(root, table.journal));
 }
 
 void applyToFirst(const std::vector<RegistryRoot*>& roots, const RegistryTable& table) {
@@ -303,9 +275,7 @@ void applyToFirst(const std::vector<RegistryRoot*>& roots, const RegistryTable& 
       applyTable(*root, table);
       return;
     } catch (const Error& refusal) {
-      if (refusal.code() != E_ACCESSDENIED || root == roots.back()) {
-        throw;
-      }
+      if (refusal.code() != E_ACCESSDENIED || root == roots.back()) throw;
     }
   }
 }
@@ -319,9 +289,7 @@ void undoInAll(const std::vector<RegistryRoot*>& roots, const RegistryTable& tab
       first = first ? first : std::current_exception();
     }
   }
-  if (first) {
-    std::rethrow_exception(first);
-  }
+  if (first) std::rethrow_exception(first);
 }
 
 void registerLibrary(const RegistryTable& table) {

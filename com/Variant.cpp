@@ -46,9 +46,7 @@ std::string recordText(std::wstring_view wide) {
     const bool end = at == wide.size();
     if (end || wide[at] == L'\u00FE' || wide[at] == L'\u00FD') {
       result += utf8(wide.substr(start, at - start));
-      if (!end) {
-        result += static_cast<char>(wide[at]);
-      }
+      if (!end) result += static_cast<char>(wide[at]);
       start = at + 1;
     }
   }
@@ -57,9 +55,7 @@ std::string recordText(std::wstring_view wide) {
 
 Bstr::Bstr(std::wstring_view text)
     : text_(SysAllocStringLen(text.data(), static_cast<UINT>(text.size()))) {
-  if (text_ == nullptr) {
-    throw std::bad_alloc();
-  }
+  if (text_ == nullptr) throw std::bad_alloc();
 }
 
 Variant& Variant::operator=(Variant&& other) noexcept {
@@ -102,9 +98,7 @@ Variant Variant::ofObject(IDispatch* object) {
   Variant result;
   result.value_.vt = VT_DISPATCH;
   result.value_.pdispVal = object;
-  if (object != nullptr) {
-    object->AddRef();
-  }
+  if (object != nullptr) object->AddRef();
   return result;
 }
 
@@ -126,9 +120,7 @@ VARIANT Variant::release() {
 }
 
 std::wstring textOf(const VARIANT& value) {
-  if (value.vt == VT_BSTR) {
-    return std::wstring(viewOf(value.bstrVal));
-  }
+  if (value.vt == VT_BSTR) return std::wstring(viewOf(value.bstrVal));
   return std::wstring(viewOf(converted(value, VT_BSTR).get().bstrVal));
 }
 
@@ -154,9 +146,7 @@ bool isNumber(VARTYPE type) {
 std::optional<std::uint32_t> lowBitsOf(const VARIANT& value) {
   const Variant plain = Variant::copyOf(value);
   const VARIANT& number = plain.get();
-  if (!isNumber(number.vt)) {
-    return std::nullopt;
-  }
+  if (!isNumber(number.vt)) return std::nullopt;
   if (number.vt == VT_ERROR) {  // converted to no number
     return static_cast<std::uint32_t>(number.scode);
   }
@@ -249,9 +239,7 @@ void writeBack(VARIANT& argument, const Variant& value) {
     }
     return;
   }
-  if ((argument.vt & VT_BYREF) == 0) {
-    return;
-  }
+  if ((argument.vt & VT_BYREF) == 0) return;
   const auto type = static_cast<VARTYPE>(argument.vt & ~VT_BYREF);
   Variant result = converted(value.get(), type);
   if (type == VT_BSTR) {
@@ -260,9 +248,7 @@ void writeBack(VARIANT& argument, const Variant& value) {
     return;
   }
   const std::size_t width = widthOf(type);
-  if (width == 0) {
-    throw Error(DISP_E_TYPEMISMATCH, "an argument cannot be written back");
-  }
+  if (width == 0) throw Error(DISP_E_TYPEMISMATCH, "an argument cannot be written back");
   CopyMemory(argument.byref, &result.get().byref, width);
 }
 

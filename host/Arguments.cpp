@@ -24,9 +24,7 @@ Arguments parseArguments(std::vector<std::string> words) {
   } catch (const CLI::ParseError& error) {
     throw NoStart(2, std::string(error.what()) + "\n\n" + app.help());
   }
-  if (arguments.store.empty()) {
-    throw NoStart(2, "Il manque --store FICHIER.\n\n" + app.help());
-  }
+  if (arguments.store.empty()) throw NoStart(2, "Il manque --store FICHIER.\n\n" + app.help());
   return arguments;
 }
 

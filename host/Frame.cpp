@@ -6,23 +6,17 @@ namespace host {
 using com::comBorder;
 
 Holder& Frame::holder() const {
-  if (holder_ == nullptr) {
-    throw com::Error(E_UNEXPECTED, "the window is closed");
-  }
+  if (holder_ == nullptr) throw com::Error(E_UNEXPECTED, "the window is closed");
   return *holder_;
 }
 
 HRESULT Frame::QueryInterface(REFIID iid, void** object) {
   return comBorder([&]() -> HRESULT {
-    if (object == nullptr) {
-      return E_POINTER;
-    }
+    if (object == nullptr) return E_POINTER;
     const bool known = iid == IID_IUnknown || iid == IID_IOleWindow ||
                        iid == IID_IOleInPlaceUIWindow || iid == IID_IOleInPlaceFrame;
     *object = known ? static_cast<IOleInPlaceFrame*>(this) : nullptr;
-    if (!known) {
-      return E_NOINTERFACE;
-    }
+    if (!known) return E_NOINTERFACE;
     AddRef();
     return S_OK;
   });
@@ -32,9 +26,7 @@ ULONG Frame::AddRef() { return ++references_; }
 
 ULONG Frame::Release() {
   const ULONG left = --references_;
-  if (left == 0) {
-    delete this;
-  }
+  if (left == 0) delete this;
   return left;
 }
 

@@ -35,9 +35,7 @@ HostWindow::HostWindow(Journal& journal)
 }
 
 HostWindow::~HostWindow() {
-  if (window_ != nullptr) {
-    DestroyWindow(window_);
-  }
+  if (window_ != nullptr) DestroyWindow(window_);
   site_->detach();
   frame_->detach();
   site_->Release();
@@ -56,9 +54,7 @@ void HostWindow::create() {
   RegisterClassExW(&type);
   CreateWindowExW(0, kClassName, kTitle, kStyle, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT,
                   CW_USEDEFAULT, nullptr, nullptr, type.hInstance, this);
-  if (window_ == nullptr) {
-    throw com::Error(HRESULT_FROM_WIN32(GetLastError()), "CreateWindowEx");
-  }
+  if (window_ == nullptr) throw com::Error(HRESULT_FROM_WIN32(GetLastError()), "CreateWindowEx");
 }
 
 void HostWindow::hold(const ComPtr<IUnknown>& control) {
@@ -77,9 +73,7 @@ void HostWindow::hold(const ComPtr<IUnknown>& control) {
 void HostWindow::connect() {
   com::check(object_->SetClientSite(site_), "SetClientSite");
   ComPtr<IPersistStreamInit> state;
-  if (SUCCEEDED(control_.As(&state))) {
-    com::check(state->InitNew(), "InitNew");
-  }
+  if (SUCCEEDED(control_.As(&state))) com::check(state->InitNew(), "InitNew");
   object_->SetHostNames(kTitle, nullptr);
   com::check(object_->GetExtent(DVASPECT_CONTENT, &extent_), "GetExtent");
   mnemonicsChanged();
@@ -131,9 +125,7 @@ void HostWindow::placeControl() {
   GetClientRect(window_, &client);
   updateScrollBars(client);
   ComPtr<IOleInPlaceObject> inPlace;
-  if (control_ == nullptr || FAILED(control_.As(&inPlace))) {
-    return;
-  }
+  if (control_ == nullptr || FAILED(control_.As(&inPlace))) return;
   GetClientRect(window_, &client);
   const RECT area = place();
   inPlace->SetObjectRects(&area, &client);
@@ -217,16 +209,12 @@ void HostWindow::enableModeless(bool enable) {
 void HostWindow::propertyChanged(DISPID) { leaveWhenAsked(); }
 
 void HostWindow::leaveWhenAsked() {
-  if (window_ != nullptr && wantsToLeave()) {
-    PostMessageW(window_, kLeave, 0, 0);
-  }
+  if (window_ != nullptr && wantsToLeave()) PostMessageW(window_, kLeave, 0, 0);
 }
 
 bool HostWindow::wantsToLeave() {
   ComPtr<IDispatch> automation;
-  if (control_ == nullptr || FAILED(control_.As(&automation))) {
-    return false;
-  }
+  if (control_ == nullptr || FAILED(control_.As(&automation))) return false;
   return com::booleanOf(com::LateBound(automation).call(L"W_Sortir").get());
 }
 
@@ -255,9 +243,7 @@ bool HostWindow::translate(MSG& message) {
     return false;
   }
   const ComPtr<IOleInPlaceActiveObject> active = active_;
-  if (active != nullptr && active->TranslateAccelerator(&message) == S_OK) {
-    return true;
-  }
+  if (active != nullptr && active->TranslateAccelerator(&message) == S_OK) return true;
   return window_ != nullptr && isMnemonic(message);
 }
 
@@ -308,9 +294,7 @@ LRESULT HostWindow::handle(UINT message, WPARAM wParam, LPARAM lParam) {
   const HWND window = window_;
   switch (message) {
     case WM_SIZE:
-      if (wParam != SIZE_MINIMIZED) {
-        placeControl();
-      }
+      if (wParam != SIZE_MINIMIZED) placeControl();
       return 0;
     case WM_HSCROLL:
       scroll(SB_HORZ, LOWORD(wParam));
@@ -326,22 +310,16 @@ LRESULT HostWindow::handle(UINT message, WPARAM wParam, LPARAM lParam) {
       return 0;
     }
     case WM_ACTIVATE:
-      if (active_ != nullptr) {
-        active_->OnFrameWindowActivate(LOWORD(wParam) != WA_INACTIVE);
-      }
+      if (active_ != nullptr) active_->OnFrameWindowActivate(LOWORD(wParam) != WA_INACTIVE);
       break;
     case WM_SETFOCUS:
       if (active_ != nullptr) {
         HWND target = nullptr;
-        if (SUCCEEDED(active_->GetWindow(&target)) && target != nullptr) {
-          SetFocus(target);
-        }
+        if (SUCCEEDED(active_->GetWindow(&target)) && target != nullptr) SetFocus(target);
       }
       return 0;
     case WM_TIMER:
-      if (modal_ == 0) {
-        leaveWhenAsked();
-      }
+      if (modal_ == 0) leaveWhenAsked();
       return 0;
     case kEnterByTab: {
       MSG key{window, WM_KEYDOWN, wParam, lParam, 0, {}};

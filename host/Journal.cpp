@@ -7,19 +7,13 @@
 namespace host {
 
 Journal::Journal(const std::string& path) {
-  if (path.empty()) {
-    return;
-  }
+  if (path.empty()) return;
   file_ = _wfopen(com::wide(path).c_str(), L"ab");
-  if (file_ == nullptr) {
-    throw std::runtime_error(path + " : écriture impossible");
-  }
+  if (file_ == nullptr) throw std::runtime_error(path + " : écriture impossible");
 }
 
 Journal::~Journal() {
-  if (file_ != nullptr) {
-    std::fclose(file_);
-  }
+  if (file_ != nullptr) std::fclose(file_);
 }
 
 void Journal::write(std::string_view line) {

@@ -56,9 +56,7 @@ CLSID Library::classOf(const std::wstring& className) const {
   for (UINT i = 0; i < types->GetTypeInfoCount(); ++i) {
     ComPtr<ITypeInfo> info;
     com::check(types->GetTypeInfo(i, &info), "the library's type information");
-    if (const std::optional<GUID> found = classNamed(*info.Get(), className)) {
-      return *found;
-    }
+    if (const std::optional<GUID> found = classNamed(*info.Get(), className)) return *found;
   }
   throw com::Error(CLASS_E_CLASSNOTAVAILABLE, com::utf8(className) + " : classe inconnue");
 }

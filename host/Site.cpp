@@ -12,17 +12,13 @@ Site::Site(Holder& holder, Frame& frame) : holder_(&holder), frame_(&frame) { fr
 Site::~Site() { frame_->Release(); }
 
 Holder& Site::holder() const {
-  if (holder_ == nullptr) {
-    throw com::Error(E_UNEXPECTED, "the window is closed");
-  }
+  if (holder_ == nullptr) throw com::Error(E_UNEXPECTED, "the window is closed");
   return *holder_;
 }
 
 HRESULT Site::QueryInterface(REFIID iid, void** object) {
   return comBorder([&]() -> HRESULT {
-    if (object == nullptr) {
-      return E_POINTER;
-    }
+    if (object == nullptr) return E_POINTER;
     if (iid == IID_IUnknown || iid == IID_IOleClientSite) {
       *object = static_cast<IOleClientSite*>(this);
     } else if (iid == IID_IOleWindow || iid == IID_IOleInPlaceSite ||
@@ -47,9 +43,7 @@ ULONG Site::AddRef() { return ++references_; }
 
 ULONG Site::Release() {
   const ULONG left = --references_;
-  if (left == 0) {
-    delete this;
-  }
+  if (left == 0) delete this;
   return left;
 }
 
@@ -114,9 +108,7 @@ HRESULT Site::OnPosRectChange(LPCRECT place) {
 }
 
 HRESULT Site::OnInPlaceActivateEx(BOOL* noRedraw, DWORD) {
-  if (noRedraw != nullptr) {
-    *noRedraw = FALSE;
-  }
+  if (noRedraw != nullptr) *noRedraw = FALSE;
   return S_OK;
 }
 
@@ -155,9 +147,7 @@ HRESULT Site::TransformCoords(POINTL* himetric, POINTF* container, DWORD flags) 
 
 HRESULT Site::TranslateAccelerator(LPMSG message, DWORD) {
   return comBorder([&]() -> HRESULT {
-    if (message->message != WM_KEYDOWN || message->wParam != VK_TAB) {
-      return S_FALSE;
-    }
+    if (message->message != WM_KEYDOWN || message->wParam != VK_TAB) return S_FALSE;
     holder().leftByTab(*message);
     return S_OK;
   });
@@ -186,22 +176,16 @@ HRESULT Site::GetTypeInfo(UINT, LCID, ITypeInfo** info) {
 }
 
 HRESULT Site::GetIDsOfNames(REFIID, LPOLESTR*, UINT count, LCID, DISPID* ids) {
-  for (UINT i = 0; i < count; ++i) {
-    ids[i] = DISPID_UNKNOWN;
-  }
+  for (UINT i = 0; i < count; ++i) ids[i] = DISPID_UNKNOWN;
   return DISP_E_UNKNOWNNAME;
 }
 
 HRESULT Site::Invoke(DISPID member, REFIID, LCID, WORD flags, DISPPARAMS*, VARIANT* result,
                      EXCEPINFO*, UINT*) {
   return comBorder([&]() -> HRESULT {
-    if ((flags & DISPATCH_PROPERTYGET) == 0) {
-      return DISP_E_MEMBERNOTFOUND;
-    }
+    if ((flags & DISPATCH_PROPERTYGET) == 0) return DISP_E_MEMBERNOTFOUND;
     com::Variant value = ambient(member);
-    if (result != nullptr) {
-      *result = value.release();
-    }
+    if (result != nullptr) *result = value.release();
     return S_OK;
   });
 }

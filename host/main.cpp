@@ -33,9 +33,7 @@ std::vector<std::string> commandLine() {
   int count = 0;
   LPWSTR* words = CommandLineToArgvW(GetCommandLineW(), &count);
   std::vector<std::string> result;
-  for (int i = 1; i < count; ++i) {
-    result.push_back(com::utf8(words[i]));
-  }
+  for (int i = 1; i < count; ++i) result.push_back(com::utf8(words[i]));
   LocalFree(words);
   return result;
 }
@@ -132,9 +130,7 @@ int runHost() {
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
   INITCOMMONCONTROLSEX controls{sizeof controls, ICC_STANDARD_CLASSES | ICC_TAB_CLASSES};
   InitCommonControlsEx(&controls);
-  if (FAILED(OleInitialize(nullptr))) {
-    return 1;
-  }
+  if (FAILED(OleInitialize(nullptr))) return 1;
   const int status = host::runHost();
   OleUninitialize();
   return status;

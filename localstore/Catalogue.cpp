@@ -77,9 +77,7 @@ std::shared_ptr<const FileDescription> Catalogue::forReading(std::string_view na
   const auto known = files_.find(name);
   if (known != files_.end()) return known->second;
   std::shared_ptr<const FileDescription> loaded = load(std::string(name));
-  if (!loaded) {
-    throw store::StoreError(store::kUnknownFile, "unknown file " + std::string(name));
-  }
+  if (!loaded) throw store::StoreError(store::kUnknownFile, "unknown file " + std::string(name));
   files_.emplace(loaded->name, loaded);
   return loaded;
 }
@@ -138,9 +136,7 @@ std::shared_ptr<const FileDescription> Catalogue::load(const std::string& name) 
   file->name = name;
   Query fields(connection_, "SELECT name, attribute FROM store_dictionary WHERE file = ?1");
   fields.bind(1, name);
-  while (fields.step()) {
-    file->fields.emplace(fields.text(0), static_cast<int>(fields.number(1)));
-  }
+  while (fields.step()) file->fields.emplace(fields.text(0), static_cast<int>(fields.number(1)));
   Query indexes(connection_, "SELECT attribute FROM store_index WHERE file = ?1");
   indexes.bind(1, name);
   while (indexes.step()) file->indexed.push_back(static_cast<int>(indexes.number(0)));

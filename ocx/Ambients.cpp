@@ -22,9 +22,7 @@ std::optional<com::Variant> ambient(IDispatch& container, DISPID property) {
   const HRESULT result =
       container.Invoke(property, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, &none,
                        value.out(), nullptr, nullptr);
-  if (FAILED(result) || value.get().vt == VT_EMPTY) {
-    return std::nullopt;
-  }
+  if (FAILED(result) || value.get().vt == VT_EMPTY) return std::nullopt;
   return value;
 }
 
@@ -43,9 +41,7 @@ void take(IDispatch& container, DISPID property, Read read) {
 void takeFont(const VARIANT& value, toolkit::win32::Ambience& look) {
   ComPtr<IFont> font;
   const ComPtr<IDispatch> object = com::objectOf(value);
-  if (object == nullptr || FAILED(object.As(&font))) {
-    return;
-  }
+  if (object == nullptr || FAILED(object.As(&font))) return;
   BSTR name = nullptr;
   CY size{};
   com::check(font->get_Name(&name), "the ambient font's name");
@@ -60,9 +56,7 @@ void takeFont(const VARIANT& value, toolkit::win32::Ambience& look) {
 Ambients ambientsOf(IOleClientSite* site) {
   Ambients ambients;
   ComPtr<IDispatch> container;
-  if (site == nullptr || FAILED(site->QueryInterface(IID_PPV_ARGS(&container)))) {
-    return ambients;
-  }
+  if (site == nullptr || FAILED(site->QueryInterface(IID_PPV_ARGS(&container)))) return ambients;
   take(*container.Get(), DISPID_AMBIENT_USERMODE,
        [&](const VARIANT& value) { ambients.userMode = com::booleanOf(value); });
   take(*container.Get(), DISPID_AMBIENT_UIDEAD,

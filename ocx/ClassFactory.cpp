@@ -5,9 +5,7 @@
 namespace ocx {
 
 HRESULT ClassFactory::query(REFIID wanted, void** object) {
-  if (object == nullptr) {
-    return E_POINTER;
-  }
+  if (object == nullptr) return E_POINTER;
   const bool known = wanted == __uuidof(IUnknown) || wanted == __uuidof(IClassFactory);
   *object = known ? static_cast<IClassFactory*>(this) : nullptr;
   references_ += known ? 1 : 0;
@@ -16,20 +14,14 @@ HRESULT ClassFactory::query(REFIID wanted, void** object) {
 
 ULONG ClassFactory::release() {
   const ULONG left = --references_;
-  if (left == 0) {
-    delete this;
-  }
+  if (left == 0) delete this;
   return left;
 }
 
 HRESULT ClassFactory::create(IUnknown* outer, REFIID wanted, void** object) {
-  if (object == nullptr) {
-    return E_POINTER;
-  }
+  if (object == nullptr) return E_POINTER;
   *object = nullptr;
-  if (outer != nullptr) {
-    return CLASS_E_NOAGGREGATION;
-  }
+  if (outer != nullptr) return CLASS_E_NOAGGREGATION;
   ControlObject* control = ControlObject::make();
   const HRESULT result = control->QueryInterface(wanted, object);
   control->Release();

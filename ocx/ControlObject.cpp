@@ -82,13 +82,9 @@ void ControlObject::idle() noexcept {
 }
 
 HRESULT ControlObject::query(REFIID wanted, void** object) {
-  if (object == nullptr) {
-    return E_POINTER;
-  }
+  if (object == nullptr) return E_POINTER;
   *object = find(wanted);
-  if (*object == nullptr) {
-    return E_NOINTERFACE;
-  }
+  if (*object == nullptr) return E_NOINTERFACE;
   addReference();
   return S_OK;
 }
@@ -121,9 +117,7 @@ void* ControlObject::find(REFIID wanted) {
       {&IID_IObjectSafety, static_cast<IObjectSafety*>(this)},
   };
   for (const Face& face : interfaces) {
-    if (*face.id == wanted) {
-      return face.object;
-    }
+    if (*face.id == wanted) return face.object;
   }
   return nullptr;
 }
@@ -131,16 +125,10 @@ void* ControlObject::find(REFIID wanted) {
 // Automation -------------------------------------------------------------------------------------
 
 HRESULT ControlObject::giveTypeInfo(UINT index, ITypeInfo** info) {
-  if (info == nullptr) {
-    return E_POINTER;
-  }
+  if (info == nullptr) return E_POINTER;
   *info = nullptr;
-  if (index != 0) {
-    return DISP_E_BADINDEX;
-  }
-  if (typeInfo_ == nullptr) {
-    typeInfo_ = interfaceInfo();
-  }
+  if (index != 0) return DISP_E_BADINDEX;
+  if (typeInfo_ == nullptr) typeInfo_ = interfaceInfo();
   return giveObject(info, typeInfo_.Get());
 }
 
@@ -187,26 +175,20 @@ HRESULT ControlObject::keepClient(IDispatch* object) {
 
 HRESULT ControlObject::keepDatabase(IDispatch* object) {
   std::shared_ptr<store::Database> database = database_.lock();
-  if (database == nullptr || !isDatabaseOf(*database, object)) {
-    database = databaseOf(object);
-  }
+  if (database == nullptr || !isDatabaseOf(*database, object)) database = databaseOf(object);
   callControl([&] { control_.setTheDatabase(database); });
   database_ = database;
   return S_OK;
 }
 
 HRESULT ControlObject::insertRate(short* index) {
-  if (index == nullptr) {
-    return E_POINTER;
-  }
+  if (index == nullptr) return E_POINTER;
   callControl([&] { control_.AjoutLists(*index); });
   return S_OK;
 }
 
 HRESULT ControlObject::verify(VARIANT_BOOL* accepted, bool (Control::*check)()) {
-  if (accepted == nullptr) {
-    return E_POINTER;
-  }
+  if (accepted == nullptr) return E_POINTER;
   *accepted = VARIANT_FALSE;
   callControl([&] { *accepted = truth((control_.*check)()); });
   return S_OK;
@@ -225,15 +207,11 @@ HRESULT ControlObject::setClientSite(IOleClientSite* site) {
 
 HRESULT ControlObject::close(DWORD save) {
   const ComPtr<IOleClientSite> site = place_.site();
-  if (save != OLECLOSE_NOSAVE && dirty_ && site != nullptr) {
-    site->SaveObject();
-  }
+  if (save != OLECLOSE_NOSAVE && dirty_ && site != nullptr) site->SaveObject();
   sortirPending_ = false;  // a host that closes the control needs no word of its leaving
   place_.takeDown();
   const ComPtr<IOleAdviseHolder> holder = adviseHolder_;
-  if (holder != nullptr && !std::exchange(closeTold_, true)) {
-    holder->SendOnClose();
-  }
+  if (holder != nullptr && !std::exchange(closeTold_, true)) holder->SendOnClose();
   return S_OK;
 }
 
@@ -256,15 +234,11 @@ HRESULT ControlObject::doVerb(LONG verb, const MSG* message) {
 }
 
 HRESULT ControlObject::giveUserType(LPOLESTR* name) {
-  if (name == nullptr) {
-    return E_POINTER;
-  }
+  if (name == nullptr) return E_POINTER;
   const std::wstring text = kUserType;
   const std::size_t bytes = (text.size() + 1) * sizeof(wchar_t);
   *name = static_cast<LPOLESTR>(CoTaskMemAlloc(bytes));
-  if (*name == nullptr) {
-    return E_OUTOFMEMORY;
-  }
+  if (*name == nullptr) return E_OUTOFMEMORY;
   CopyMemory(*name, text.c_str(), bytes);
   return S_OK;
 }
@@ -276,15 +250,9 @@ SIZEL ControlObject::naturalExtent() const {
 
 // In pixels the size comes from SetObjectRects alone: containers disagree about the units here.
 HRESULT ControlObject::setExtent(DWORD aspect, const SIZEL* extent) {
-  if (aspect != DVASPECT_CONTENT) {
-    return DV_E_DVASPECT;
-  }
-  if (extent == nullptr) {
-    return E_POINTER;
-  }
-  if (extent->cx < 0 || extent->cy < 0) {
-    return E_INVALIDARG;
-  }
+  if (aspect != DVASPECT_CONTENT) return DV_E_DVASPECT;
+  if (extent == nullptr) return E_POINTER;
+  if (extent->cx < 0 || extent->cy < 0) return E_INVALIDARG;
   if (extent->cx != saved_.extent.cx || extent->cy != saved_.extent.cy) {
     saved_.extent = *extent;
     dirty_ = true;
@@ -294,9 +262,7 @@ HRESULT ControlObject::setExtent(DWORD aspect, const SIZEL* extent) {
 }
 
 HRESULT ControlObject::giveExtent(DWORD aspect, SIZEL* extent) {
-  if (aspect != DVASPECT_CONTENT) {
-    return DV_E_DVASPECT;
-  }
+  if (aspect != DVASPECT_CONTENT) return DV_E_DVASPECT;
   return give(extent, saved_.extent);
 }
 
@@ -312,9 +278,7 @@ HRESULT ControlObject::unadvise(DWORD cookie) {
 }
 
 HRESULT ControlObject::enumerateAdvise(IEnumSTATDATA** sinks) {
-  if (sinks == nullptr) {
-    return E_POINTER;
-  }
+  if (sinks == nullptr) return E_POINTER;
   *sinks = nullptr;
   return adviseHolder_ == nullptr ? S_OK : adviseHolder_->EnumAdvise(sinks);
 }
@@ -326,9 +290,7 @@ HRESULT ControlObject::giveMiscStatus(DWORD aspect, DWORD* status) {
 // IOleControl ------------------------------------------------------------------------------------
 
 HRESULT ControlObject::giveControlInfo(CONTROLINFO* information) {
-  if (information == nullptr) {
-    return E_POINTER;
-  }
+  if (information == nullptr) return E_POINTER;
   std::vector<ACCEL> keys;
   for (const char32_t letter : control_.surface().mnemonics()) {
     const auto upper = static_cast<WORD>(letter);
@@ -342,16 +304,12 @@ HRESULT ControlObject::giveControlInfo(CONTROLINFO* information) {
   information->hAccel = mnemonics_.get();
   information->cAccel = mnemonics_ == nullptr ? USHORT{0} : count;
   information->dwFlags = CTRLINFO_EATS_RETURN;
-  if (control_.surface().cancelable()) {
-    information->dwFlags |= CTRLINFO_EATS_ESCAPE;
-  }
+  if (control_.surface().cancelable()) information->dwFlags |= CTRLINFO_EATS_ESCAPE;
   return S_OK;
 }
 
 HRESULT ControlObject::mnemonic(const MSG* message) {
-  if (message == nullptr) {
-    return E_POINTER;
-  }
+  if (message == nullptr) return E_POINTER;
   place_.mnemonic(static_cast<char32_t>(message->wParam));
   return S_OK;
 }
@@ -364,9 +322,7 @@ HRESULT ControlObject::ambientsChanged() {
 
 HRESULT ControlObject::freezeEvents(bool freeze) {
   frozen_ = freeze;
-  if (!frozen_ && sortirPending_) {
-    sortirChanged_.post();
-  }
+  if (!frozen_ && sortirPending_) sortirChanged_.post();
   return S_OK;
 }
 
@@ -378,9 +334,7 @@ HRESULT ControlObject::giveWindow(HWND* window) {
 }
 
 HRESULT ControlObject::setObjectRects(const RECT* place, const RECT* clip) {
-  if (place == nullptr) {
-    return E_POINTER;
-  }
+  if (place == nullptr) return E_POINTER;
   place_.setRectangles(*place, clip == nullptr ? *place : *clip);
   return S_OK;
 }
@@ -388,12 +342,8 @@ HRESULT ControlObject::setObjectRects(const RECT* place, const RECT* clip) {
 // View -------------------------------------------------------------------------------------------
 
 HRESULT ControlObject::draw(DWORD aspect, HDC context, const RECTL* bounds) {
-  if (aspect != DVASPECT_CONTENT) {
-    return DV_E_DVASPECT;
-  }
-  if (context == nullptr || bounds == nullptr) {
-    return E_INVALIDARG;
-  }
+  if (aspect != DVASPECT_CONTENT) return DV_E_DVASPECT;
+  if (context == nullptr || bounds == nullptr) return E_INVALIDARG;
   const RECT area{bounds->left, bounds->top, bounds->right, bounds->bottom};
   toolkit::win32::SurfaceWindow::draw(control_.surface(), context, area, place_.ambients().look);
   return S_OK;
@@ -403,30 +353,20 @@ HRESULT ControlObject::setViewAdvise(DWORD aspects, DWORD flags, IAdviseSink* si
   viewSink_ = sink;
   viewAspects_ = aspects;
   viewFlags_ = flags;
-  if (sink != nullptr && (flags & ADVF_PRIMEFIRST) != 0) {
-    viewChanged();
-  }
+  if (sink != nullptr && (flags & ADVF_PRIMEFIRST) != 0) viewChanged();
   return S_OK;
 }
 
 HRESULT ControlObject::giveViewAdvise(DWORD* aspects, DWORD* flags, IAdviseSink** sink) {
-  if (aspects != nullptr) {
-    *aspects = viewAspects_;
-  }
-  if (flags != nullptr) {
-    *flags = viewFlags_;
-  }
+  if (aspects != nullptr) *aspects = viewAspects_;
+  if (flags != nullptr) *flags = viewFlags_;
   return sink == nullptr ? S_OK : giveObject(sink, viewSink_.Get());
 }
 
 void ControlObject::viewChanged() {
   const ComPtr<IAdviseSink> sink = viewSink_;
-  if (sink == nullptr) {
-    return;
-  }
-  if ((viewFlags_ & ADVF_ONLYONCE) != 0) {
-    viewSink_.Reset();
-  }
+  if (sink == nullptr) return;
+  if ((viewFlags_ & ADVF_ONLYONCE) != 0) viewSink_.Reset();
   sink->OnViewChange(DVASPECT_CONTENT, -1);
 }
 
@@ -443,54 +383,42 @@ HRESULT ControlObject::initNew(IStorage* storage) {
 }
 
 HRESULT ControlObject::loadFrom(IStream* stream) {
-  if (stream == nullptr) {
-    return E_POINTER;
-  }
+  if (stream == nullptr) return E_POINTER;
   saved_ = readSaved(*stream);
   dirty_ = false;
   return S_OK;
 }
 
 HRESULT ControlObject::loadFrom(IPropertyBag* bag, IErrorLog* log) {
-  if (bag == nullptr) {
-    return E_POINTER;
-  }
+  if (bag == nullptr) return E_POINTER;
   saved_ = readSaved(*bag, log, saved_);
   dirty_ = false;
   return S_OK;
 }
 
 HRESULT ControlObject::loadFrom(IStorage* storage) {
-  if (storage == nullptr) {
-    return E_POINTER;
-  }
+  if (storage == nullptr) return E_POINTER;
   saved_ = readSaved(*storage);
   dirty_ = false;
   return S_OK;
 }
 
 HRESULT ControlObject::saveTo(IStream* stream, bool clearDirty) {
-  if (stream == nullptr) {
-    return E_POINTER;
-  }
+  if (stream == nullptr) return E_POINTER;
   writeSaved(saved_, *stream);
   dirty_ = dirty_ && !clearDirty;
   return S_OK;
 }
 
 HRESULT ControlObject::saveTo(IPropertyBag* bag, bool clearDirty) {
-  if (bag == nullptr) {
-    return E_POINTER;
-  }
+  if (bag == nullptr) return E_POINTER;
   writeSaved(saved_, *bag);
   dirty_ = dirty_ && !clearDirty;
   return S_OK;
 }
 
 HRESULT ControlObject::saveTo(IStorage* storage) {
-  if (storage == nullptr) {
-    return E_POINTER;
-  }
+  if (storage == nullptr) return E_POINTER;
   writeSaved(saved_, *storage);
   return S_OK;
 }
@@ -498,18 +426,14 @@ HRESULT ControlObject::saveTo(IStorage* storage) {
 HRESULT ControlObject::saveCompleted() {
   dirty_ = false;
   const ComPtr<IOleAdviseHolder> holder = adviseHolder_;
-  if (holder != nullptr) {
-    holder->SendOnSave();
-  }
+  if (holder != nullptr) holder->SendOnSave();
   return S_OK;
 }
 
 // Notification and the rest ----------------------------------------------------------------------
 
 void ControlObject::noteSortir() {
-  if (sinks_.empty()) {
-    return;
-  }
+  if (sinks_.empty()) return;
   sortirPending_ = true;
   try {
     sortirChanged_.post();
@@ -519,9 +443,7 @@ void ControlObject::noteSortir() {
 }
 
 bool ControlObject::tellSortir() {
-  if (entries() > 0) {
-    return false;
-  }
+  if (entries() > 0) return false;
   const Entry entry(*this);
   if (!frozen_ && sortirPending_) {
     sortirPending_ = false;
@@ -531,26 +453,20 @@ bool ControlObject::tellSortir() {
 }
 
 HRESULT ControlObject::giveClassInfo(ITypeInfo** info) {
-  if (info == nullptr) {
-    return E_POINTER;
-  }
+  if (info == nullptr) return E_POINTER;
   *info = classInfo().Detach();
   return S_OK;
 }
 
 HRESULT ControlObject::enumeratePoints(IEnumConnectionPoints** points) {
-  if (points == nullptr) {
-    return E_POINTER;
-  }
+  if (points == nullptr) return E_POINTER;
   *points = Enumerator<IEnumConnectionPoints, IConnectionPoint*, ComPtr<IConnectionPoint>,
                        handOver>::make({ComPtr<IConnectionPoint>(&sinks_)});
   return S_OK;
 }
 
 HRESULT ControlObject::findPoint(REFIID sink, IConnectionPoint** point) {
-  if (point == nullptr) {
-    return E_POINTER;
-  }
+  if (point == nullptr) return E_POINTER;
   if (sink != __uuidof(IPropertyNotifySink)) {
     *point = nullptr;
     return CONNECT_E_NOCONNECTION;
@@ -570,18 +486,14 @@ DWORD safetyOf(REFIID asked) {
 }  // namespace
 
 HRESULT ControlObject::giveSafety(REFIID asked, DWORD* supported, DWORD* enabled) {
-  if (supported == nullptr || enabled == nullptr) {
-    return E_POINTER;
-  }
+  if (supported == nullptr || enabled == nullptr) return E_POINTER;
   *supported = safetyOf(asked);
   *enabled = *supported;
   return find(asked) == nullptr ? E_NOINTERFACE : S_OK;
 }
 
 HRESULT ControlObject::setSafety(REFIID asked, DWORD mask, DWORD wanted) {
-  if (find(asked) == nullptr) {
-    return E_NOINTERFACE;
-  }
+  if (find(asked) == nullptr) return E_NOINTERFACE;
   return (mask & wanted & ~safetyOf(asked)) == 0 ? S_OK : E_FAIL;
 }
 

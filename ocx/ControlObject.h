@@ -495,17 +495,13 @@ class ControlObject final : public _Ctr_OrgPriseCharge,
 
   template <class Value>
   static HRESULT give(Value* out, Value value, HRESULT result = S_OK) {
-    if (out == nullptr) {
-      return E_POINTER;
-    }
+    if (out == nullptr) return E_POINTER;
     *out = value;
     return result;
   }
   template <class Interface>
   static HRESULT giveObject(Interface** out, Interface* object) {
-    if (out != nullptr && object != nullptr) {
-      object->AddRef();
-    }
+    if (out != nullptr && object != nullptr) object->AddRef();
     return give(out, object);
   }
   template <class Body>

@@ -52,9 +52,7 @@ class Enumerator final : public Interface {
   ~Enumerator() = default;
 
   HRESULT query(REFIID wanted, void** object) {
-    if (object == nullptr) {
-      return E_POINTER;
-    }
+    if (object == nullptr) return E_POINTER;
     const bool known = wanted == __uuidof(IUnknown) || wanted == __uuidof(Interface);
     *object = known ? static_cast<Interface*>(this) : nullptr;
     references_ += known ? 1 : 0;
@@ -63,25 +61,19 @@ class Enumerator final : public Interface {
 
   ULONG release() {
     const ULONG left = --references_;
-    if (left == 0) {
-      delete this;
-    }
+    if (left == 0) delete this;
     return left;
   }
 
   HRESULT next(ULONG count, Element* elements, ULONG* fetched) {
-    if (elements == nullptr || (fetched == nullptr && count != 1)) {
-      return E_POINTER;
-    }
+    if (elements == nullptr || (fetched == nullptr && count != 1)) return E_POINTER;
     ULONG given = 0;
     while (given < count && at_ < items_.size()) {
       handOver(items_[at_], elements[given]);
       ++at_;
       ++given;
     }
-    if (fetched != nullptr) {
-      *fetched = given;
-    }
+    if (fetched != nullptr) *fetched = given;
     return given == count ? S_OK : S_FALSE;
   }
 
@@ -92,9 +84,7 @@ class Enumerator final : public Interface {
   }
 
   HRESULT clone(Interface** copy) {
-    if (copy == nullptr) {
-      return E_POINTER;
-    }
+    if (copy == nullptr) return E_POINTER;
     *copy = new Enumerator(items_, at_);
     return S_OK;
   }

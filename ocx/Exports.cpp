@@ -19,13 +19,9 @@ const wchar_t* errorSource() { return ocx::kProgId; }
 namespace {
 
 HRESULT classObject(REFCLSID type, REFIID wanted, void** object) {
-  if (object == nullptr) {
-    return E_POINTER;
-  }
+  if (object == nullptr) return E_POINTER;
   *object = nullptr;
-  if (type != __uuidof(Ctr_OrgPriseCharge)) {
-    return CLASS_E_CLASSNOTAVAILABLE;
-  }
+  if (type != __uuidof(Ctr_OrgPriseCharge)) return CLASS_E_CLASSNOTAVAILABLE;
   com::pinModule();
   const auto factory = com::owned(ocx::ClassFactory::make());
   return factory->QueryInterface(wanted, object);

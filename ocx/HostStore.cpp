@@ -39,9 +39,7 @@ std::string fullText(const com::LateBound& database, const wchar_t* member,
     return com::recordText(database.read(member, answer, com::textOrNullOf));
   }
   const ComPtr<IDispatch> object = database.read(member, answer, com::objectOf);
-  if (object == nullptr) {
-    return {};
-  }
+  if (object == nullptr) return {};
   return com::recordText(com::LateBound(object, "dynamic array").callForText(kWholeText));
 }
 
@@ -92,9 +90,7 @@ class HostFile final : public store::File {
     try {
       object = object_.callForObject(L"ReadRecord", argument(id));
     } catch (const store::StoreError& failure) {
-      if (failure.code() != store::kRecordNotFound) {
-        throw;
-      }
+      if (failure.code() != store::kRecordNotFound) throw;
       return std::make_unique<MissingRecord>();
     }
     com::LateBound record(std::move(object), "record");

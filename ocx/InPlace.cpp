@@ -45,9 +45,7 @@ void InPlace::setSite(IOleClientSite* site) {
   takeDown();
   site_ = site;
   controlSite_.Reset();
-  if (site_ != nullptr) {
-    site_.As(&controlSite_);
-  }
+  if (site_ != nullptr) site_.As(&controlSite_);
   readAmbients();
 }
 
@@ -65,9 +63,7 @@ void InPlace::readAmbients() {
 // Activation -------------------------------------------------------------------------------------
 
 HRESULT InPlace::activate() {
-  if (!ambients_.userMode) {
-    return S_OK;
-  }
+  if (!ambients_.userMode) return S_OK;
   if (active() && window() == nullptr) {
     deactivate();  // the container has destroyed the window from outside
   }
@@ -89,13 +85,9 @@ HRESULT InPlace::activate() {
 
 HRESULT InPlace::enterPlace() {
   ComPtr<IOleInPlaceSite> site;
-  if (site_ == nullptr || FAILED(site_.As(&site))) {
-    return E_NOINTERFACE;
-  }
+  if (site_ == nullptr || FAILED(site_.As(&site))) return E_NOINTERFACE;
   HRESULT result = site->CanInPlaceActivate();
-  if (result != S_OK) {
-    return FAILED(result) ? result : E_FAIL;
-  }
+  if (result != S_OK) return FAILED(result) ? result : E_FAIL;
   inPlaceSite_ = site;
   result = site->OnInPlaceActivate();
   if (FAILED(result)) {
@@ -107,25 +99,17 @@ HRESULT InPlace::enterPlace() {
 
 HRESULT InPlace::makeWindow() {
   const ComPtr<IOleInPlaceSite> site = inPlaceSite_;
-  if (site == nullptr) {
-    return E_ABORT;
-  }
+  if (site == nullptr) return E_ABORT;
   HWND parent = nullptr;
   HRESULT result = site->GetWindow(&parent);
-  if (FAILED(result)) {
-    return result;
-  }
+  if (FAILED(result)) return result;
   OLEINPLACEFRAMEINFO information{};
   information.cb = sizeof information;
   ComPtr<IOleInPlaceFrame> frame;
   ComPtr<IOleInPlaceUIWindow> document;
   result = site->GetWindowContext(&frame, &document, &place_, &clip_, &information);
-  if (FAILED(result)) {
-    return result;
-  }
-  if (inPlaceSite_ != site) {
-    return E_ABORT;
-  }
+  if (FAILED(result)) return result;
+  if (inPlaceSite_ != site) return E_ABORT;
   frame_ = frame;
   document_ = document;
   windows_ =
@@ -139,16 +123,10 @@ HRESULT InPlace::makeWindow() {
 
 HRESULT InPlace::activateUi(const MSG* message) {
   HRESULT result = activate();
-  if (SUCCEEDED(result) && active() && !uiActive_) {
-    result = tellUiActive();
-  }
-  if (FAILED(result) || !uiActive_ || !windows_) {
-    return result;
-  }
+  if (SUCCEEDED(result) && active() && !uiActive_) result = tellUiActive();
+  if (FAILED(result) || !uiActive_ || !windows_) return result;
   handled("UIActivate", [&] {
-    if (isTab(message)) {
-      surface_->enter(GetKeyState(VK_SHIFT) < 0);
-    }
+    if (isTab(message)) surface_->enter(GetKeyState(VK_SHIFT) < 0);
     takeFocus();
     return true;
   });
@@ -163,12 +141,8 @@ HRESULT InPlace::tellUiActive() {
     uiActive_ = false;
     return result;
   }
-  if (uiActive_) {
-    showActiveObject();
-  }
-  if (uiActive_) {
-    tellFocus(true);
-  }
+  if (uiActive_) showActiveObject();
+  if (uiActive_) tellFocus(true);
   return S_OK;
 }
 
@@ -176,44 +150,26 @@ void InPlace::showActiveObject() {
   constexpr const wchar_t* kName = L"Tessaline";
   const ComPtr<IOleInPlaceFrame> frame = frame_;
   const ComPtr<IOleInPlaceUIWindow> document = document_;
-  if (frame != nullptr) {
-    frame->SetActiveObject(&object_, kName);
-  }
-  if (document != nullptr) {
-    document->SetActiveObject(&object_, kName);
-  }
-  if (frame != nullptr) {
-    frame->SetBorderSpace(nullptr);
-  }
-  if (document != nullptr) {
-    document->SetBorderSpace(nullptr);
-  }
+  if (frame != nullptr) frame->SetActiveObject(&object_, kName);
+  if (document != nullptr) document->SetActiveObject(&object_, kName);
+  if (frame != nullptr) frame->SetBorderSpace(nullptr);
+  if (document != nullptr) document->SetBorderSpace(nullptr);
 }
 
 void InPlace::deactivateUi() {
-  if (!uiActive_) {
-    return;
-  }
+  if (!uiActive_) return;
   uiActive_ = false;
   tellFocus(false);
   const ComPtr<IOleInPlaceSite> site = inPlaceSite_;
   const ComPtr<IOleInPlaceFrame> frame = frame_;
   const ComPtr<IOleInPlaceUIWindow> document = document_;
-  if (document != nullptr) {
-    document->SetActiveObject(nullptr, nullptr);
-  }
-  if (frame != nullptr) {
-    frame->SetActiveObject(nullptr, nullptr);
-  }
-  if (site != nullptr) {
-    site->OnUIDeactivate(FALSE);
-  }
+  if (document != nullptr) document->SetActiveObject(nullptr, nullptr);
+  if (frame != nullptr) frame->SetActiveObject(nullptr, nullptr);
+  if (site != nullptr) site->OnUIDeactivate(FALSE);
 }
 
 void InPlace::deactivate() {
-  if (!active()) {
-    return;
-  }
+  if (!active()) return;
   closed_ = true;
   while (barred_ > 0) {
     --barred_;
@@ -227,9 +183,7 @@ void InPlace::deactivate() {
   const ComPtr<IOleInPlaceSite> site = std::move(inPlaceSite_);
   dropFrame();
   windows.reset();
-  if (site != nullptr) {
-    site->OnInPlaceDeactivate();
-  }
+  if (site != nullptr) site->OnInPlaceDeactivate();
 }
 
 void InPlace::dropFrame() {
@@ -240,9 +194,7 @@ void InPlace::dropFrame() {
 
 void InPlace::hide() {
   deactivateUi();
-  if (windows_) {
-    windows_->show(false);
-  }
+  if (windows_) windows_->show(false);
 }
 
 void InPlace::takeDown() {
@@ -265,9 +217,7 @@ void InPlace::setRectangles(const RECT& place, const RECT& clip) {
 void InPlace::applyClip() {
   const HWND handle = window();
   RECT visible{};
-  if (handle == nullptr) {
-    return;
-  }
+  if (handle == nullptr) return;
   IntersectRect(&visible, &place_, &clip_);
   const bool clips = EqualRect(&visible, &place_) == 0;
   if (clips) {
@@ -290,18 +240,14 @@ HRESULT InPlace::translate(MSG& message) {
 }
 
 void InPlace::mnemonic(char32_t letter) {
-  if (active()) {
-    activateUi(nullptr);
-  }
+  if (active()) activateUi(nullptr);
   handled("OnMnemonic", [&] {
     return surface_->key({.key = toolkit::Key::Character, .character = letter, .alt = true});
   });
 }
 
 void InPlace::takeFocus() {
-  if (windows_) {
-    windows_->takeFocus();
-  }
+  if (windows_) windows_->takeFocus();
 }
 
 void InPlace::keyboardMoved(bool inside) {
@@ -316,14 +262,10 @@ void InPlace::keyboardMoved(bool inside) {
 }
 
 void InPlace::tellFocus(bool inside) {
-  if (focusTold_ == inside) {
-    return;
-  }
+  if (focusTold_ == inside) return;
   focusTold_ = inside;
   const ComPtr<IOleControlSite> site = controlSite_;
-  if (site != nullptr) {
-    site->OnFocus(inside ? TRUE : FALSE);
-  }
+  if (site != nullptr) site->OnFocus(inside ? TRUE : FALSE);
 }
 
 // Modal windows ----------------------------------------------------------------------------------
@@ -346,9 +288,7 @@ void InPlace::enableModeless(bool enable) {
 }
 
 void InPlace::restoreFocus() {
-  if (uiActive_) {
-    takeFocus();
-  }
+  if (uiActive_) takeFocus();
 }
 
 }  // namespace ocx

@@ -14,9 +14,7 @@ ULONG Lifetime::releaseReference() {
 }
 
 void Lifetime::left() noexcept {
-  if (entries_ == 1) {
-    idle();
-  }
+  if (entries_ == 1) idle();
   if (entries_ == 1 && references_ == 0) {
     ending_ = true;  // what its members still call while they go changes nothing any more
     delete this;

@@ -98,9 +98,7 @@ bool isPut(const Call& call) {
 }
 
 void give(const Call& call, com::Variant value) {
-  if (call.result != nullptr) {
-    *call.result = value.release();
-  }
+  if (call.result != nullptr) *call.result = value.release();
 }
 
 void expectArguments(const Call& call, UINT count) {
@@ -108,9 +106,7 @@ void expectArguments(const Call& call, UINT count) {
     throw com::Error(DISP_E_BADPARAMCOUNT, "the number of arguments");
   }
   const UINT named = isPut(call) ? 1 : 0;
-  if (call.parameters->cNamedArgs > named) {
-    throw com::Error(DISP_E_NONAMEDARGS, "named arguments");
-  }
+  if (call.parameters->cNamedArgs > named) throw com::Error(DISP_E_NONAMEDARGS, "named arguments");
 }
 
 VARIANT& onlyArgument(const Call& call) {
@@ -125,9 +121,7 @@ auto readArgument(const Call& call, Read read) {
   try {
     return read(argument);
   } catch (const com::Error&) {
-    if (call.wrongArgument != nullptr) {
-      *call.wrongArgument = 0;
-    }
+    if (call.wrongArgument != nullptr) *call.wrongArgument = 0;
     throw;
   }
 }
@@ -143,9 +137,7 @@ void describe(EXCEPINFO& exception, HRESULT failure) {
 }
 
 HRESULT ended(const Call& call, HRESULT result) {
-  if (SUCCEEDED(result) || call.exception == nullptr) {
-    return result;
-  }
+  if (SUCCEEDED(result) || call.exception == nullptr) return result;
   describe(*call.exception, result);
   return DISP_E_EXCEPTION;
 }
@@ -163,9 +155,7 @@ HRESULT callSortir(Control& control, const Call& call) {
 }
 
 HRESULT callObject(Control& control, const Call& call) {
-  if (!isPut(call)) {
-    return DISP_E_MEMBERNOTFOUND;
-  }
+  if (!isPut(call)) return DISP_E_MEMBERNOTFOUND;
   const ComPtr<IDispatch> object = readArgument(call, com::objectOf);
   switch (call.member) {
     case kDroits:
@@ -184,9 +174,7 @@ HRESULT callAjoutLists(Control& control, const Call& call) {
   }
   auto index = static_cast<short>(number);
   const HRESULT result = control.AjoutLists(&index);
-  if (SUCCEEDED(result)) {
-    com::writeBack(onlyArgument(call), com::Variant::ofShort(index));
-  }
+  if (SUCCEEDED(result)) com::writeBack(onlyArgument(call), com::Variant::ofShort(index));
   return ended(call, result);
 }
 
@@ -199,19 +187,13 @@ HRESULT callCheck(Control& control, const Check& check, const Call& call) {
 }
 
 HRESULT callMethod(Control& control, const Call& call) {
-  if (isPut(call)) {
-    return DISP_E_MEMBERNOTFOUND;
-  }
-  if (call.member == kAjoutLists) {
-    return callAjoutLists(control, call);
-  }
+  if (isPut(call)) return DISP_E_MEMBERNOTFOUND;
+  if (call.member == kAjoutLists) return callAjoutLists(control, call);
   if (const auto check = entryOf(kChecks, call.member); check != kChecks.end()) {
     return callCheck(control, *check, call);
   }
   const auto procedure = entryOf(kProcedures, call.member);
-  if (procedure == kProcedures.end()) {
-    return DISP_E_MEMBERNOTFOUND;
-  }
+  if (procedure == kProcedures.end()) return DISP_E_MEMBERNOTFOUND;
   expectArguments(call, 0);
   return ended(call, (control.*procedure->call)());
 }
@@ -220,12 +202,8 @@ HRESULT callMethod(Control& control, const Call& call) {
 
 HRESULT invokeMember(_Ctr_OrgPriseCharge& control, DISPID member, WORD how, DISPPARAMS* parameters,
                      VARIANT* result, EXCEPINFO* exception, UINT* wrongArgument) {
-  if (parameters == nullptr) {
-    return E_INVALIDARG;
-  }
-  if (result != nullptr) {
-    VariantInit(result);
-  }
+  if (parameters == nullptr) return E_INVALIDARG;
+  if (result != nullptr) VariantInit(result);
   SetErrorInfo(0, nullptr);
   const Call call{member, how, parameters, result, exception, wrongArgument};
   switch (member) {

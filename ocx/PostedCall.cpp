@@ -44,9 +44,7 @@ LRESULT PostedCall::received(HWND window, UINT message, WPARAM first, LPARAM sec
 void PostedCall::attempt() {
   const std::function<bool()> call = call_;
   waiting_ = false;
-  if (!call()) {
-    waiting_ = SetTimer(window_, kTimer, kRetryMilliseconds, nullptr) != 0;
-  }
+  if (!call()) waiting_ = SetTimer(window_, kTimer, kRetryMilliseconds, nullptr) != 0;
 }
 
 void PostedCall::post() {
@@ -61,14 +59,10 @@ void PostedCall::post() {
     }
     window_ = CreateWindowExW(0, kClass, L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, com::module(),
                               nullptr);
-    if (window_ == nullptr) {
-      refused("CreateWindowEx");
-    }
+    if (window_ == nullptr) refused("CreateWindowEx");
     calls().add(window_, this);
   }
-  if (!waiting_) {
-    waiting_ = PostMessageW(window_, kCall, 0, 0) != 0;
-  }
+  if (!waiting_) waiting_ = PostMessageW(window_, kCall, 0, 0) != 0;
 }
 
 PostedCall::~PostedCall() {

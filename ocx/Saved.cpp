@@ -61,9 +61,7 @@ void writeSaved(const Saved& saved, IStream& stream) {
                                                            saved.extent.cy};
   ULONG written = 0;
   com::check(stream.Write(words.data(), kSavedBytes, &written), "the control cannot be saved");
-  if (written != kSavedBytes) {
-    throw com::Error(STG_E_MEDIUMFULL, "the control cannot be saved");
-  }
+  if (written != kSavedBytes) throw com::Error(STG_E_MEDIUMFULL, "the control cannot be saved");
 }
 
 Saved readSaved(IPropertyBag& bag, IErrorLog* log, const Saved& defaults) {

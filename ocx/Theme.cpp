@@ -16,9 +16,7 @@ bool hostIsThemed() {
 }
 
 HANDLE contextOfModule() {
-  if (!hostIsThemed()) {
-    return INVALID_HANDLE_VALUE;
-  }
+  if (!hostIsThemed()) return INVALID_HANDLE_VALUE;
   const std::wstring path = com::modulePath();
   ACTCTXW wanted{};
   wanted.cbSize = sizeof wanted;
@@ -37,9 +35,7 @@ Theme::Theme() {
 }
 
 Theme::~Theme() {
-  if (active_) {
-    DeactivateActCtx(0, cookie_);
-  }
+  if (active_) DeactivateActCtx(0, cookie_);
 }
 
 }  // namespace ocx

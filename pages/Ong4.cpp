@@ -121,9 +121,7 @@ bool Ong4::datesAcceptees() {
     return refuserDate("La date du barème en cours est obligatoire.");
   }
   const auto day = store::dayOfText(current);
-  if (!day) {
-    return refuserDate("La date du barème en cours est incorrecte, veuillez la ressaisir.");
-  }
+  if (!day) return refuserDate("La date du barème en cours est incorrecte, veuillez la ressaisir.");
   const std::string& previous = page_.Txt_DatBaremPrec.text();
   if (!previous.empty() && *day <= store::dayOfText(previous).value_or(0)) {
     return refuserDate(

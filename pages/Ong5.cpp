@@ -94,9 +94,7 @@ long Ong5::numero(std::string_view identifiant) {
   const long number = store::wholeNumber(identifiant);
   if (number > 0 && std::to_string(number) == identifiant) return number;
   auto place = std::find(autresIdentifiants_.begin(), autresIdentifiants_.end(), identifiant);
-  if (place == autresIdentifiants_.end()) {
-    place = autresIdentifiants_.emplace(place, identifiant);
-  }
+  if (place == autresIdentifiants_.end()) place = autresIdentifiants_.emplace(place, identifiant);
   return -1 - static_cast<long>(place - autresIdentifiants_.begin());
 }
 

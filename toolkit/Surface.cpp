@@ -338,9 +338,7 @@ Surface::Deed Surface::deedOf(const KeyStroke& stroke) const {
 
 Surface::Deed Surface::deedOfEnter() const {
   if (focus_ && focus_->usable()) {
-    if (focus_->hasOpenList() && focus_->listTakesEnter()) {
-      return {Deed::What::ConfirmList, focus_};
-    }
+    if (focus_->hasOpenList() && focus_->listTakesEnter()) return {Deed::What::ConfirmList, focus_};
     if (focus_->takesKeyPresses() || opensOnEnter(*focus_)) return {Deed::What::Enter, focus_};
     if (focus_->kind() == Kind::CommandButton) return {Deed::What::Click, focus_};
   }

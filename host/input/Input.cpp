@@ -21,9 +21,7 @@ INPUT key(WORD code, bool up) {
   made.ki.wVk = code;
   made.ki.wScan = static_cast<WORD>(MapVirtualKeyW(code, MAPVK_VK_TO_VSC));
   made.ki.dwFlags = up ? KEYEVENTF_KEYUP : 0U;
-  if (isExtended(code)) {
-    made.ki.dwFlags |= KEYEVENTF_EXTENDEDKEY;
-  }
+  if (isExtended(code)) made.ki.dwFlags |= KEYEVENTF_EXTENDEDKEY;
   return made;
 }
 
@@ -47,9 +45,7 @@ INPUT mouse(POINT at, DWORD doing) {
 std::vector<INPUT> stroke(WORD code, const std::vector<WORD>& held) {
   std::vector<INPUT> inputs;
   inputs.reserve(2 * held.size() + 2);
-  for (const WORD modifier : held) {
-    inputs.push_back(key(modifier, false));
-  }
+  for (const WORD modifier : held) inputs.push_back(key(modifier, false));
   inputs.push_back(key(code, false));
   inputs.push_back(key(code, true));
   for (auto modifier = held.rbegin(); modifier != held.rend(); ++modifier) {
@@ -62,9 +58,7 @@ std::vector<INPUT> typed(wchar_t unit) {
   constexpr int kShift = 1;
   const SHORT found = VkKeyScanW(unit);
   const int modifiers = found >> 8;
-  if (found == -1 || modifiers > kShift) {
-    return {character(unit, false), character(unit, true)};
-  }
+  if (found == -1 || modifiers > kShift) return {character(unit, false), character(unit, true)};
   const auto code = static_cast<WORD>(found & 0xFF);
   return modifiers == kShift ? stroke(code, {VK_SHIFT}) : stroke(code);
 }

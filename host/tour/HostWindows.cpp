@@ -39,9 +39,7 @@ BOOL CALLBACK visit(HWND window, LPARAM visitor) {
 HWND firstOf(HWND parent, const std::function<bool(HWND)>& fits) {
   HWND found = nullptr;
   const Visitor visitor = [&](HWND window) {
-    if (fits(window)) {
-      found = window;
-    }
+    if (fits(window)) found = window;
     return found == nullptr;
   };
   const auto argument = reinterpret_cast<LPARAM>(&visitor);
@@ -117,9 +115,7 @@ HWND HostWindows::form() const {
 
 HWND HostWindows::control(const std::wstring& name) const {
   const HWND host = frame();
-  if (host == nullptr) {
-    return nullptr;
-  }
+  if (host == nullptr) return nullptr;
   const UINT message = RegisterWindowMessageW(L"WM_GETCONTROLNAME");
   const RemoteBuffer buffer(host);
   HWND found = nullptr;
@@ -133,14 +129,10 @@ HWND HostWindows::control(const std::wstring& name) const {
 
 Box HostWindows::box() const {
   const HWND host = frame();
-  if (host == nullptr) {
-    return {};
-  }
+  if (host == nullptr) return {};
   Box box;
   box.window = dialog(host, true);
-  if (box.window == nullptr) {
-    return {};
-  }
+  if (box.window == nullptr) return {};
   box.title = textOf(box.window);
   box.text = textOf(GetDlgItem(box.window, kBoxText));
   firstOf(box.window, [&box](HWND window) {
@@ -153,9 +145,7 @@ Box HostWindows::box() const {
 }
 
 HWND HostWindows::button(const Box& box, const std::wstring& caption) const {
-  if (box.window == nullptr) {
-    return nullptr;
-  }
+  if (box.window == nullptr) return nullptr;
   return firstOf(box.window, [&caption](HWND window) {
     return classOf(window) == L"Button" && withoutMnemonic(textOf(window)) == caption;
   });
@@ -188,9 +178,7 @@ std::vector<std::wstring> linesOf(HWND window) {
 RECT placeOfLine(HWND list, int line) {
   RECT place{};
   const auto at = static_cast<WPARAM>(line);
-  if (line < 0 || line >= ask(list, LB_GETCOUNT, 0, 0)) {
-    return place;
-  }
+  if (line < 0 || line >= ask(list, LB_GETCOUNT, 0, 0)) return place;
   RECT seen{};
   GetClientRect(list, &seen);
   ask(list, LB_GETITEMRECT, at, reinterpret_cast<LPARAM>(&place));

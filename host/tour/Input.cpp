@@ -25,9 +25,7 @@ constexpr NamedKey kModifiers[] = {
 
 WORD codeOf(std::wstring_view name) {
   for (const NamedKey& known : kKeys) {
-    if (known.name == name) {
-      return known.code;
-    }
+    if (known.name == name) return known.code;
   }
   if (name.size() != 1 || name[0] < L'A' || name[0] > L'Z') {
     throw std::invalid_argument("no such key");
@@ -38,9 +36,7 @@ WORD codeOf(std::wstring_view name) {
 }  // namespace
 
 void typeText(std::wstring_view text) {
-  for (const wchar_t code : text) {
-    input::send(input::typed(code));
-  }
+  for (const wchar_t code : text) input::send(input::typed(code));
 }
 
 void pressKey(std::wstring_view name) {

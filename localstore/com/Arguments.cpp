@@ -21,9 +21,7 @@ bool isMissing(const VARIANT& value) {
 Arguments::Arguments(const DISPPARAMS& parameters, bool isPut, std::size_t most) {
   const UINT named = parameters.cNamedArgs;
   // The others come last to first, behind the named ones.
-  for (UINT i = parameters.cArgs; i > named; --i) {
-    values_.push_back(&parameters.rgvarg[i - 1]);
-  }
+  for (UINT i = parameters.cArgs; i > named; --i) values_.push_back(&parameters.rgvarg[i - 1]);
   for (UINT i = 0; i < named; ++i) {
     const DISPID id = parameters.rgdispidNamedArgs[i];
     if (id == DISPID_PROPERTYPUT) {
@@ -31,9 +29,7 @@ Arguments::Arguments(const DISPPARAMS& parameters, bool isPut, std::size_t most)
       continue;
     }
     const auto position = static_cast<std::size_t>(id);
-    if (id < 0 || position >= most) {
-      throw Error(DISP_E_PARAMNOTFOUND, "no such argument");
-    }
+    if (id < 0 || position >= most) throw Error(DISP_E_PARAMNOTFOUND, "no such argument");
     values_.resize(std::max(values_.size(), position + 1));
     values_[position] = &parameters.rgvarg[i];
   }
@@ -41,9 +37,7 @@ Arguments::Arguments(const DISPPARAMS& parameters, bool isPut, std::size_t most)
     assigned_ = values_.back();
     values_.pop_back();
   }
-  if (values_.size() > most) {
-    throw Error(DISP_E_BADPARAMCOUNT, "too many arguments");
-  }
+  if (values_.size() > most) throw Error(DISP_E_BADPARAMCOUNT, "too many arguments");
 }
 
 bool Arguments::has(std::size_t position) const {
@@ -52,9 +46,7 @@ bool Arguments::has(std::size_t position) const {
 }
 
 const VARIANT& Arguments::at(std::size_t position) const {
-  if (!has(position)) {
-    throw Error(DISP_E_PARAMNOTOPTIONAL, "an argument is missing");
-  }
+  if (!has(position)) throw Error(DISP_E_PARAMNOTOPTIONAL, "an argument is missing");
   return *values_[position];
 }
 
@@ -69,9 +61,7 @@ std::string Arguments::record(std::size_t position) const {
 }
 
 std::string Arguments::assigned() const {
-  if (assigned_ == nullptr) {
-    throw Error(DISP_E_PARAMNOTOPTIONAL, "there is nothing to assign");
-  }
+  if (assigned_ == nullptr) throw Error(DISP_E_PARAMNOTOPTIONAL, "there is nothing to assign");
   return com::recordText(com::textOf(*assigned_));
 }
 

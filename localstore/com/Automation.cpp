@@ -34,9 +34,7 @@ void describe(EXCEPINFO& exception, HRESULT code, const std::exception& failure)
 
 HRESULT Automation::QueryInterface(REFIID iid, void** object) {
   return comBorder([&]() -> HRESULT {
-    if (object == nullptr) {
-      return E_POINTER;
-    }
+    if (object == nullptr) return E_POINTER;
     if (iid == IID_IUnknown || iid == IID_IDispatch || iid == dispatch_) {
       *object = static_cast<IDispatch*>(this);
     } else if (iid == IID_ISupportErrorInfo) {
@@ -54,9 +52,7 @@ ULONG Automation::AddRef() { return ++references_; }
 
 ULONG Automation::Release() {
   const ULONG left = --references_;
-  if (left == 0) {
-    delete this;
-  }
+  if (left == 0) delete this;
   return left;
 }
 
@@ -70,9 +66,7 @@ HRESULT Automation::GetTypeInfoCount(UINT* count) {
 HRESULT Automation::GetTypeInfo(UINT index, LCID, ITypeInfo** info) {
   return comBorder([&] {
     *info = nullptr;
-    if (index != 0) {
-      return DISP_E_BADINDEX;
-    }
+    if (index != 0) return DISP_E_BADINDEX;
     *info = typeInfo().Detach();
     return S_OK;
   });
@@ -87,20 +81,14 @@ HRESULT Automation::Invoke(DISPID member, REFIID, LCID, WORD flags, DISPPARAMS* 
   return comBorder([&]() -> HRESULT {
     const ComPtr<IDispatch> alive(this);
     const bool isPut = (flags & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) != 0;
-    if (mostArguments(member, isPut) < 0) {
-      return DISP_E_MEMBERNOTFOUND;
-    }
+    if (mostArguments(member, isPut) < 0) return DISP_E_MEMBERNOTFOUND;
     try {
       com::Variant answer = run(member, isPut, *parameters);
-      if (result != nullptr) {
-        *result = answer.release();
-      }
+      if (result != nullptr) *result = answer.release();
       return S_OK;
     } catch (const std::exception& failure) {
       const HRESULT code = com::failureOf(failure);
-      if (exception == nullptr) {
-        return code;
-      }
+      if (exception == nullptr) return code;
       describe(*exception, code, failure);
       return DISP_E_EXCEPTION;
     }
@@ -110,9 +98,7 @@ HRESULT Automation::Invoke(DISPID member, REFIID, LCID, WORD flags, DISPPARAMS* 
 com::Variant Automation::run(DISPID member, bool isPut, const DISPPARAMS& parameters) {
   const Arguments arguments(parameters, isPut,
                             static_cast<std::size_t>(mostArguments(member, isPut)));
-  if (!isPut) {
-    return call(member, arguments);
-  }
+  if (!isPut) return call(member, arguments);
   put(member, arguments);
   return {};
 }

@@ -89,9 +89,7 @@ void DynamicArrayObject::put(DISPID member, const Arguments& arguments) {
 }
 
 std::string DynamicArrayObject::value(const Arguments& arguments) {
-  if (arguments.has(1)) {
-    return std::string(fields().get(arguments.number(0), arguments.number(1)));
-  }
+  if (arguments.has(1)) return std::string(fields().get(arguments.number(0), arguments.number(1)));
   return arguments.has(0) ? std::string(fields().get(arguments.number(0))) : fields().text();
 }
 

@@ -63,9 +63,7 @@ void addClass(com::RegistryTable& table, const Class& type) {
 com::RegistryTable registration() {
   com::RegistryTable table;
   table.journal = L"TessalineStore.Replaced";
-  for (const Class& type : kClasses) {
-    addClass(table, type);
-  }
+  for (const Class& type : kClasses) addClass(table, type);
   for (com::RegistryEntry& entry : com::typeLibraryEntries(
            kStoreLibrary, L"1.0", L"Tessaline: a store in a file", com::modulePath())) {
     table.entries.push_back(std::move(entry));
@@ -82,9 +80,7 @@ using com::comBorder;
 STDAPI DllGetClassObject(REFCLSID id, REFIID iid, void** object) {
   return comBorder([&]() -> HRESULT {
     using namespace localstore::face;
-    if (object == nullptr) {
-      return E_POINTER;
-    }
+    if (object == nullptr) return E_POINTER;
     *object = nullptr;
     for (const Class& type : kClasses) {
       if (type.id == id) {

@@ -15,9 +15,7 @@ enum RightsEntryMember : DISPID { kLevel = 0 };
 RightsObject::RightsObject() : Automation(kRightsDispatch), levels_(std::make_shared<Levels>()) {}
 
 int RightsObject::mostArguments(DISPID member, bool isPut) const {
-  if (isPut || (member != kEntry && member != kSetLevel)) {
-    return -1;
-  }
+  if (isPut || (member != kEntry && member != kSetLevel)) return -1;
   return member == kEntry ? 1 : 2;
 }
 

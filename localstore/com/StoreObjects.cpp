@@ -34,9 +34,7 @@ DatabaseObject::DatabaseObject(std::shared_ptr<store::Database> database)
     : Automation(kDatabaseDispatch), database_(std::move(database)) {}
 
 int DatabaseObject::mostArguments(DISPID member, bool isPut) const {
-  if (isPut || member < kOpenFile || member > kNewDynamicArray) {
-    return -1;
-  }
+  if (isPut || member < kOpenFile || member > kNewDynamicArray) return -1;
   return member == kNewDynamicArray ? 0 : 1;
 }
 
@@ -61,9 +59,7 @@ int FileObject::mostArguments(DISPID member, bool isPut) const {
 
 com::Variant FileObject::call(DISPID member, const Arguments& arguments) {
   const std::string id = arguments.record(0);
-  if (member == kReadRecord) {
-    return object<DynamicArrayObject>(file_->ReadRecord(id), file_);
-  }
+  if (member == kReadRecord) return object<DynamicArrayObject>(file_->ReadRecord(id), file_);
   return com::Variant::ofNumber(file_->DeleteRecord(id));
 }
 

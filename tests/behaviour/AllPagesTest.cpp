@@ -140,9 +140,7 @@ class WrongPages : public AllPages {
         {attribut::AttribOrgChg, "M"},    {attribut::DateRembOrgChg, "21186"},
         {attribut::TxRembOrgChg, "2305"}, {attribut::TypeBordOrgChg, "M"},
         {attribut::IncidCompta, "1"},     {attribut::DesFacture, "Aide"}};
-    for (const auto& [attribute, text] : wrong) {
-      store_.set("ORGPRISECHARGE", id, attribute, text);
-    }
+    for (const auto& [attribute, text] : wrong) store_.set("ORGPRISECHARGE", id, attribute, text);
   }
   void mendFirstPage(Caller at = Caller::here()) {
     const auto trace = called("mendFirstPage", at);

@@ -180,9 +180,7 @@ TEST_F(Listing, AnyStoreCallThatFailsBlanksTheNameOfItsOwnLine) {
   const std::vector<std::string> names = {"ALBERT", "NADIA", "ZOE", "YVES"};
   const std::string tail = " 01/01/2025 31/12/2027  12,50           3";
   entries(4);
-  for (std::size_t i = 0; i < names.size(); ++i) {
-    person("0000" + std::to_string(i + 1), names[i]);
-  }
+  for (std::size_t i = 0; i < names.size(); ++i) person("0000" + std::to_string(i + 1), names[i]);
   store_.forgetCalls();
   print();
   const std::vector<std::string> calls = store_.told();

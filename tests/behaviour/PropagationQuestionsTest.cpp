@@ -60,9 +60,7 @@ class PropagationQuestions : public Propagation {
     const auto boxes = desktop_.takeBoxes();
     ASSERT_EQ(boxes.size(), both ? 2U : 1U);
     EXPECT_EQ(boxes[0].text, questionBareme(date));
-    if (both) {
-      EXPECT_EQ(boxes[1].text, kInformer);
-    }
+    if (both) EXPECT_EQ(boxes[1].text, kInformer);
     for (const Entry& box : boxes) {
       EXPECT_EQ(box.title, "Message VALDRIS");
       EXPECT_EQ(box.icon, Icon::Exclamation);

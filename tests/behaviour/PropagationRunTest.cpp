@@ -204,15 +204,11 @@ TEST_F(PropagationRun, ShowsTheWaitingWindowBeforeTheFirstLetterUntilTheEnd) {
     const bool waiting = std::count(words.begin(), words.end(), "shown Frm_Anim") == 1;
     EXPECT_EQ(waiting, box.text == questionListe(1));
     EXPECT_EQ(std::count(words.begin(), words.end(), "closed Frm_Anim"), 0);
-    if (waiting) {
-      EXPECT_EQ(store_.ids("TEMPO").size(), 2U);
-    }
+    if (waiting) EXPECT_EQ(store_.ids("TEMPO").size(), 2U);
   };
   run({"00001001"}, {"00003001"}, {Answer::Yes, Answer::Yes, Answer::No});
   for (const Entry& entry : desktop_.journal()) {
-    if (entry.text == "Frm_Anim") {
-      EXPECT_EQ(entry.title, "Mise à jour des accords en cours...");
-    }
+    if (entry.text == "Frm_Anim") EXPECT_EQ(entry.title, "Mise à jour des accords en cours...");
   }
   expectDone();
 }
@@ -693,9 +689,7 @@ TEST_F(PropagationDesk, NeverPrintsTheAgreementBeforeInPlaceOfOneThatCannotBeRea
   agreements::Recup_Accord(context_);
   ASSERT_EQ(pages().jobs().size(), 1U);
   for (const auto& piece : pages().jobs()[0].pieces) {
-    if (piece.page == 2) {
-      EXPECT_EQ(piece.text.find("1,11"), std::string::npos);
-    }
+    if (piece.page == 2) EXPECT_EQ(piece.text.find("1,11"), std::string::npos);
   }
   EXPECT_EQ(pages().jobs()[0].pages, 2);
 }

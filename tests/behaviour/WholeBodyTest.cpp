@@ -49,9 +49,7 @@ void shownBelow(const toolkit::Container& container, Shown& shown) {
   for (const toolkit::Control* control : container.children()) {
     const std::string text = shownBy(*control);
     if (!text.empty()) shown[control->name()] = text;
-    if (control->isContainer()) {
-      shownBelow(static_cast<const toolkit::Container&>(*control), shown);
-    }
+    if (control->isContainer()) shownBelow(static_cast<const toolkit::Container&>(*control), shown);
   }
 }
 

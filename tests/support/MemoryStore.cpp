@@ -252,9 +252,7 @@ void MemoryStore::State::note(CallKind kind, std::string file, std::string id, s
   const Call& call = calls.back();
   const bool last = callsUntilFailure == 1;
   if (callsUntilFailure > 0) --callsUntilFailure;
-  if (last) {
-    throw store::StoreError(failureCode, "the store was told to fail at this call");
-  }
+  if (last) throw store::StoreError(failureCode, "the store was told to fail at this call");
   for (const Fault& fault : faults) {
     if (fault.kind == kind && (fault.file.empty() || fault.file == call.file)) {
       throw store::StoreError(fault.code, "the store was told to fail such calls");

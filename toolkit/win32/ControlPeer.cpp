@@ -280,9 +280,7 @@ LRESULT ControlPeer::keyMessage(HWND window, UINT message, WPARAM wParam, LPARAM
   host_.deliver();
   if (!attached()) return 0;
   const bool system = message == WM_SYSKEYDOWN || message == WM_SYSCHAR;
-  if (!host_.takesInput()) {
-    return system ? DefWindowProcW(window, message, wParam, lParam) : 0;
-  }
+  if (!host_.takesInput()) return system ? DefWindowProcW(window, message, wParam, lParam) : 0;
   if (message == WM_CHAR) {
     reportSilent();
     return attached() ? character(window, wParam, lParam) : 0;

@@ -97,9 +97,7 @@ void ListPeer::fill() {
 
 std::vector<int> ListPeer::selectedLines() {
   std::vector<int> lines(static_cast<std::size_t>(std::max<LRESULT>(0, pass(LB_GETSELCOUNT))));
-  if (!lines.empty()) {
-    pass(LB_GETSELITEMS, lines.size(), reinterpret_cast<LPARAM>(lines.data()));
-  }
+  if (!lines.empty()) pass(LB_GETSELITEMS, lines.size(), reinterpret_cast<LPARAM>(lines.data()));
   std::erase_if(lines, [this](int line) { return !list_.items().has(line); });
   return lines;
 }

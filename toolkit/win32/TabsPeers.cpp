@@ -268,9 +268,7 @@ bool PagePeer::windowVisible() const {
 
 // The pages' own messages are the fields' to their parent.
 LRESULT PagePeer::message(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-  if (message == controlNameMessage()) {
-    return ControlPeer::message(window, message, wParam, lParam);
-  }
+  if (message == controlNameMessage()) return ControlPeer::message(window, message, wParam, lParam);
   return pass(window, message, wParam, lParam);
 }
 

@@ -12,9 +12,7 @@ class ComboBoxRules : public RuleTest {
   TextBox other{&surface, "Txt_Other"};
 
   ComboBoxRules() {
-    for (ComboBox* box : {&combo, &fixed}) {
-      box->setItems({{"one", 1}, {"two", 2}, {"three", 3}});
-    }
+    for (ComboBox* box : {&combo, &fixed}) box->setItems({{"one", 1}, {"two", 2}, {"three", 3}});
   }
 
   void noteEvents(ComboBox& box) {

@@ -12,9 +12,7 @@ class ListBoxRules : public RuleTest {
   TextBox other{&surface, "Txt_Other"};
 
   ListBoxRules() {
-    for (ListBox* box : {&list, &several}) {
-      box->setItems({{"a", 1}, {"b", 2}, {"c", 3}, {"d", 4}});
-    }
+    for (ListBox* box : {&list, &several}) box->setItems({{"a", 1}, {"b", 2}, {"c", 3}, {"d", 4}});
   }
 
   void noteEvents(ListBox& box) {

@@ -20,9 +20,7 @@ BOOL CALLBACK addForm(HWND window, LPARAM where) {
   wchar_t name[64] = {};
   GetClassNameW(window, name, 64);
   const bool dialog = std::wstring(name) == L"#32770" && IsWindowVisible(window) != FALSE;
-  if (dialog && !isMessageBox(window)) {
-    reinterpret_cast<std::set<HWND>*>(where)->insert(window);
-  }
+  if (dialog && !isMessageBox(window)) reinterpret_cast<std::set<HWND>*>(where)->insert(window);
   return TRUE;
 }
 

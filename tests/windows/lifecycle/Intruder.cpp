@@ -38,9 +38,7 @@ void lines(HWND list) {
 
 void choices(HWND combo) {
   // The control puts back what is taken: there is no end to it.
-  for (int i = 0; i < 50 && send(combo, CB_DELETESTRING, 0) > 0; ++i) {
-    notify(combo, CBN_SELCHANGE);
-  }
+  for (int i = 0; i < 50 && send(combo, CB_DELETESTRING, 0) > 0; ++i) notify(combo, CBN_SELCHANGE);
   for (int i = 0; i < 50; ++i) send(combo, CB_ADDSTRING, 0, L"Intrus");
   const std::vector<WORD> codes{CBN_SELENDOK, CBN_SELCHANGE, CBN_CLOSEUP, CBN_EDITCHANGE};
   for (const WORD code : codes) {

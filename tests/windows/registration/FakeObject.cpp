@@ -10,18 +10,14 @@ ComPtr<FakeObject> FakeObject::make() { return com::owned(new FakeObject); }
 
 void FakeObject::answers(const std::wstring& name, const std::wstring& text) {
   on(name, [text](const FakeCall& call) {
-    if (call.result != nullptr) {
-      *call.result = com::Variant::ofText(text).release();
-    }
+    if (call.result != nullptr) *call.result = com::Variant::ofText(text).release();
     return S_OK;
   });
 }
 
 void FakeObject::gives(const std::wstring& name, const ComPtr<FakeObject>& object) {
   on(name, [object](const FakeCall& call) {
-    if (call.result != nullptr) {
-      *call.result = com::Variant::ofObject(object.Get()).release();
-    }
+    if (call.result != nullptr) *call.result = com::Variant::ofObject(object.Get()).release();
     return S_OK;
   });
 }
@@ -37,9 +33,7 @@ ULONG FakeObject::AddRef() { return ++references_; }
 
 ULONG FakeObject::Release() {
   const ULONG left = --references_;
-  if (left == 0) {
-    delete this;
-  }
+  if (left == 0) delete this;
   return left;
 }
 
@@ -73,9 +67,7 @@ HRESULT FakeObject::Invoke(DISPID member, REFIID, LCID, WORD how, DISPPARAMS* pa
     call.arguments.push_back(com::textOf(parameters->rgvarg[at - 1]));
   }
   std::wstring all;
-  for (const std::wstring& argument : call.arguments) {
-    all += (all.empty() ? L"" : L", ") + argument;
-  }
+  for (const std::wstring& argument : call.arguments) all += (all.empty() ? L"" : L", ") + argument;
   journal.push_back((how & DISPATCH_PROPERTYPUT) != 0 ? name + L"=" + all
                                                       : name + L"(" + all + L")");
   const auto found = members_.find(name);

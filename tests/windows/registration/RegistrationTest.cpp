@@ -20,9 +20,7 @@ const std::wstring kClass = L"CLSID\\{4F1871CF-AE4D-4B9A-9033-B73FF2277CE1}";
 
 std::wstring textAt(ScratchRoot& root, const std::wstring& key, const std::wstring& name = L"") {
   const std::optional<com::RegistryValue> value = root.read(key, name);
-  if (!value || value->data.size() < sizeof(wchar_t)) {
-    return L"(absent)";
-  }
+  if (!value || value->data.size() < sizeof(wchar_t)) return L"(absent)";
   return {reinterpret_cast<const wchar_t*>(value->data.data()),
           value->data.size() / sizeof(wchar_t) - 1};
 }
