@@ -6,9 +6,13 @@
 //   gone               until the host's window is closed
 //   at NAME            where the middle of a control is that can be used: "X Y" in pixels
 //   line NAME N        the same of the N-th line of a list, from 1, scrolled into view
-//   window NAME        the place of the window that a control stands in: "WIDTHxHEIGHT+X+Y" in
-//   pixels type TEXT          the text, key by key key KEY            one key: Tab, Enter, Escape,
-//   Alt+A ... read NAME          what a control shows lines NAME         how many lines a list has
+//   window NAME        the place of a window, "host" or "form": "WIDTHxHEIGHT+X+Y" in pixels
+//
+//   type TEXT          the text, key by key
+//   key KEY            one key: Tab, Enter, Escape, Alt+A ...
+//
+//   read NAME          what a control shows
+//   lines NAME         how many lines a list has
 //   await NAME TEXT    until the control shows the text
 //   state NAME         "shown" or "hidden", then "enabled" or "disabled"
 //   box                waits for a message box: its title, text and buttons, separated by "|"
@@ -49,9 +53,7 @@ const HostWindows windows;
 bool enterDesktop(const std::wstring& name) {
   for (DWORD waited = 0; waited < kPatience; waited += kPause) {
     const HDESK desktop = OpenDesktopW(name.c_str(), 0, FALSE, GENERIC_ALL);
-    if (desktop != nullptr) {
-      return SetThreadDesktop(desktop) != FALSE;
-    }
+    if (desktop != nullptr) return SetThreadDesktop(desktop) != FALSE;
     Sleep(kPause);
   }
   return false;
@@ -59,18 +61,14 @@ bool enterDesktop(const std::wstring& name) {
 
 bool until(const std::function<bool()>& holds) {
   for (DWORD waited = 0; waited < kPatience; waited += kPause) {
-    if (holds()) {
-      return true;
-    }
+    if (holds()) return true;
     Sleep(kPause);
   }
   return holds();
 }
 
 void require(bool holds, const std::wstring& otherwise) {
-  if (!holds) {
-    throw std::runtime_error(com::utf8(otherwise));
-  }
+  if (!holds) throw std::runtime_error(com::utf8(otherwise));
 }
 
 HWND controlNamed(const std::wstring& name) {
@@ -241,9 +239,7 @@ std::string onOneLine(std::string text) {
 std::string run(const std::string& line) {
   const std::size_t blank = line.find(' ');
   const auto command = kCommands.find(line.substr(0, blank));
-  if (command == kCommands.end()) {
-    return "error no such command";
-  }
+  if (command == kCommands.end()) return "error no such command";
   try {
     const std::string argument = blank == std::string::npos ? "" : line.substr(blank + 1);
     return onOneLine("ok " + com::utf8(command->second(com::wide(argument))));
@@ -255,12 +251,8 @@ std::string run(const std::string& line) {
 bool readLine(std::string& line) {
   line.clear();
   for (int character = std::getchar(); character != EOF; character = std::getchar()) {
-    if (character == '\n') {
-      return true;
-    }
-    if (character != '\r') {
-      line += static_cast<char>(character);
-    }
+    if (character == '\n') return true;
+    if (character != '\r') line += static_cast<char>(character);
   }
   return !line.empty();
 }
