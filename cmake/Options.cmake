@@ -55,11 +55,20 @@ endif()
 # Which of them the targets of a folder reuse.
 set(TESSALINE_PRECOMPILED tessaline_precompiled)
 
+# Compiled some at a time, sources take half as long. A folder asks for it by setting this; what its
+# sources declare in namespaces without a name is then told apart.
+set(TESSALINE_TOGETHER OFF)
+option(TESSALINE_ALONE "Compile each source by itself all the same" OFF)
+set(TESSALINE_BATCH 6)
+
 function(tessaline_own name visibility)
   target_link_libraries(${name} ${visibility} tessaline_options)
   target_compile_options(${name} PRIVATE ${TESSALINE_PRODUCT_CHECKS})
   if(TESSALINE_PRECOMPILES)
     target_precompile_headers(${name} REUSE_FROM ${TESSALINE_PRECOMPILED})
+  endif()
+  if(TESSALINE_TOGETHER AND NOT TESSALINE_ALONE)
+    set_target_properties(${name} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE ${TESSALINE_BATCH})
   endif()
 endfunction()
 

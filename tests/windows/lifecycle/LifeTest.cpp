@@ -43,7 +43,9 @@ TEST_P(Life, ActivatesAgainAndAgain) {
     ASSERT_TRUE(SUCCEEDED(host_.activate())) << i;
     ASSERT_TRUE(SUCCEEDED(host_.uiActivate())) << i;
     ASSERT_TRUE(host_.rules().uiActive()) << i;
-    if (i % 2 == 0) ASSERT_TRUE(SUCCEEDED(host_.uiDeactivate())) << i;
+    if (i % 2 == 0) {
+      ASSERT_TRUE(SUCCEEDED(host_.uiDeactivate())) << i;
+    }
     ASSERT_TRUE(SUCCEEDED(host_.deactivate())) << i;
     ASSERT_FALSE(host_.rules().inPlaceActive()) << i;
     ASSERT_EQ(host_.controlWindow(), nullptr) << i;

@@ -153,7 +153,9 @@ void DiskTest::SetUp() {
 }
 
 void DiskTest::TearDown() {
-  if (hosted_ != nullptr) EXPECT_EQ(hosted_->finish(), "");
+  if (hosted_ != nullptr) {
+    EXPECT_EQ(hosted_->finish(), "");
+  }
   EXPECT_EQ(store_.release(), S_OK);
 }
 
