@@ -6,7 +6,7 @@
 //   gone               until the host's window is closed
 //   at NAME            where the middle of a control is that can be used: "X Y" in pixels
 //   line NAME N        the same of the N-th line of a list, from 1, scrolled into view
-//   window NAME        the place of a window, "host" or "form": "WIDTHxHEIGHT+X+Y" in pixels
+//   window NAME        the place of a window, "host", "form" or "box": "WIDTHxHEIGHT+X+Y" in pixels
 //
 //   type TEXT          the text, key by key
 //   key KEY            one key: Tab, Enter, Escape, Alt+A ...
@@ -119,7 +119,9 @@ std::wstring line(const std::wstring& argument) {
 std::wstring window(const std::wstring& name) {
   HWND found = nullptr;
   require(until([&] {
-            found = name == L"form" ? windows.form() : windows.frame();
+            found = name == L"form"  ? windows.form()
+                    : name == L"box" ? windows.box().window
+                                     : windows.frame();
             return found != nullptr;
           }),
           L"no " + name);
