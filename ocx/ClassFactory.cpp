@@ -22,7 +22,7 @@ HRESULT ClassFactory::create(IUnknown* outer, REFIID wanted, void** object) {
   if (object == nullptr) return E_POINTER;
   *object = nullptr;
   if (outer != nullptr) return CLASS_E_NOAGGREGATION;
-  ControlObject* control = ControlObject::make();
+  IUnknown* control = ControlObject::make();
   const HRESULT result = control->QueryInterface(wanted, object);
   control->Release();
   return result;

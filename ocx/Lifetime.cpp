@@ -13,6 +13,14 @@ ULONG Lifetime::releaseReference() {
   return left;
 }
 
+HRESULT Lifetime::query(REFIID wanted, void** object) {
+  if (object == nullptr) return E_POINTER;
+  *object = find(wanted);
+  if (*object == nullptr) return E_NOINTERFACE;
+  addReference();
+  return S_OK;
+}
+
 void Lifetime::left() noexcept {
   if (entries_ == 1) idle();
   if (entries_ == 1 && references_ == 0) {

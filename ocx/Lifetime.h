@@ -1,7 +1,7 @@
 // How long a control lives: as long as somebody outside refers to it, or a call of it runs.
 #pragma once
 
-#include <windows.h>
+#include <ole2.h>
 
 #include <memory>
 
@@ -28,16 +28,22 @@ class Lifetime {
     Theme theme_;
   };
 
+  long entries() const { return entries_; }
+
+  ULONG addReference() { return ++references_; }
+  // The last one takes windows and site down; the object goes when no entry runs any more.
+  ULONG releaseReference();
+  // IUnknown::QueryInterface of every part.
+  HRESULT query(REFIID wanted, void** object);
+  // The pointer of one interface, of the right type behind the void, without a reference; null when
+  // the control has no such interface.
+  virtual void* find(REFIID wanted) = 0;
+
  protected:
   virtual ~Lifetime() = default;
 
   // An entry for a caller that cannot name it; ended with the last copy.
   std::shared_ptr<void> heldEntry() { return std::make_shared<Entry>(*this); }
-
-  ULONG addReference() { return ++references_; }
-  // The last one takes windows and site down; the object goes when no entry runs any more.
-  ULONG releaseReference();
-  long entries() const { return entries_; }
 
   virtual void abandoned() noexcept = 0;  // nobody outside refers to it
   virtual void idle() noexcept = 0;       // the outermost entry is about to end
