@@ -4,7 +4,7 @@
 #include "agreements/LetterContents.h"
 #include "agreements/PostalAddress.h"
 #include "agreements/PrintedSheet.h"
-#include "toolkit/Trap.h"
+#include "screen/StoreTrap.h"
 
 namespace agreements {
 namespace {
@@ -102,7 +102,8 @@ void imprimer(const AgreementContext& context, PrintedSheet& feuille) {
   feuille.title(joints({"Lettres", sigle, bareme}));
   feuille.font("Courier New", 12);
   std::string date;
-  toolkit::quietly(kProcedure, [&] { date = dateEnLettres(context.desktop.today()); });
+  screen::quietly(context.session, kProcedure,
+                  [&] { date = dateEnLettres(context.desktop.today()); });
   entete(feuille, lettre, date);
   feuille.place(kAppel, kHautAppel);
   feuille.line(appel(lettre));
@@ -114,7 +115,7 @@ void imprimer(const AgreementContext& context, PrintedSheet& feuille) {
 }  // namespace
 
 void Impression_ModifAccord(const AgreementContext& context) {
-  toolkit::quietly(kProcedure, [&] {
+  screen::quietly(context.session, kProcedure, [&] {
     PrintedSheet feuille(context.desktop.printer(), kProcedure);
     imprimer(context, feuille);
   });

@@ -4,11 +4,11 @@
 
 #include "agreements/History.h"
 #include "agreements/PostalAddress.h"
+#include "screen/StoreTrap.h"
 #include "store/Amounts.h"
 #include "store/Dates.h"
 #include "store/Layouts.h"
 #include "text/Utf8.h"
-#include "toolkit/Trap.h"
 
 namespace agreements {
 namespace {
@@ -51,7 +51,7 @@ class Lecture {
                            std::string_view id) {
     store::DynamicArray fields;
     if (id.empty()) return fields;
-    toolkit::quietly(kProcedure, [&] {
+    screen::quietly(session_, kProcedure, [&] {
       if (!fichier) fichier = session_.TheDatabase->OpenFile(nom);
       fields = std::move(fichier->ReadRecord(id)->fields());
     });

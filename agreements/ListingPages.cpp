@@ -5,10 +5,10 @@
 
 #include "agreements/PostalAddress.h"
 #include "agreements/PrintedSheet.h"
+#include "screen/StoreTrap.h"
 #include "store/Amounts.h"
 #include "store/Layouts.h"
 #include "text/Utf8.h"
-#include "toolkit/Trap.h"
 
 namespace agreements {
 namespace {
@@ -118,7 +118,7 @@ class Liste {
 
   std::string nomDeLAide(std::string_view numero) {
     std::string nom;
-    toolkit::quietly(kProcedure, [&] {
+    screen::quietly(context_.session, kProcedure, [&] {
       if (!civilAide_) civilAide_ = context_.session.TheDatabase->OpenFile(store::civilaide::kFile);
       const auto record = civilAide_->ReadRecord(numero);
       nom = joints({record->fields().get(store::civilaide::NomAide),
@@ -137,7 +137,8 @@ class Liste {
 }  // namespace
 
 void imprimerListe(const AgreementContext& context) {
-  toolkit::quietly(kProcedure, [&] { Liste(context, context.desktop.printer()).imprimer(); });
+  screen::quietly(context.session, kProcedure,
+                  [&] { Liste(context, context.desktop.printer()).imprimer(); });
 }
 
 }  // namespace agreements

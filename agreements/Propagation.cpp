@@ -15,10 +15,10 @@
 #include "forms/PrinterChoice.h"
 #include "screen/BusyScreen.h"
 #include "screen/Messages.h"
+#include "screen/StoreTrap.h"
 #include "store/Dates.h"
 #include "store/Layouts.h"
 #include "text/Utf8.h"
-#include "toolkit/Trap.h"
 
 namespace agreements {
 namespace {
@@ -102,25 +102,25 @@ void MiseAJour::recalculer() {
   commandes.set(2, "DATE.FORMAT");
   commandes.set(3, "UDT.OPTIONS 11 ON");
   commandes.set(4, "MAJTXACCGENE |" + dateBareme_ + "|" + session_.codeEnMain);
-  recalcule_ = toolkit::quietly(kProcedure,
-                                [&] { session_.TheDatabase->ExecuteSentence(commandes.text()); });
+  recalcule_ = screen::quietly(session_, kProcedure,
+                               [&] { session_.TheDatabase->ExecuteSentence(commandes.text()); });
 }
 
 void MiseAJour::ouvrir() {
   store::Database& base = *session_.TheDatabase;
   std::unique_ptr<store::File> constantes;
-  toolkit::resumeNext(
-      kProcedure, {[&] { tempo_ = base.OpenFile(store::tempo::kFile); },
-                   [&] {
-                     accords_.entite =
-                         session_.files.association->ReadRecord(session_.entiteCourante)->fields();
-                   },
-                   [&] { session_.files.accord = base.OpenFile(store::accord::kFile); },
-                   [&] { constantes = base.OpenFile(store::constantespaie::kFile); },
-                   [&] {
-                     if (constantes)
-                       accords_.constantesPaie = constantes->ReadRecord("1")->fields();
-                   }});
+  screen::resumeNext(
+      session_, kProcedure,
+      {[&] { tempo_ = base.OpenFile(store::tempo::kFile); },
+       [&] {
+         accords_.entite =
+             session_.files.association->ReadRecord(session_.entiteCourante)->fields();
+       },
+       [&] { session_.files.accord = base.OpenFile(store::accord::kFile); },
+       [&] { constantes = base.OpenFile(store::constantespaie::kFile); },
+       [&] {
+         if (constantes) accords_.constantesPaie = constantes->ReadRecord("1")->fields();
+       }});
 }
 
 // When the command has failed, what TEMPO holds is another run's. What cannot be deleted is not
@@ -132,7 +132,7 @@ void MiseAJour::ecarterListesPerimees() {
 
 void MiseAJour::lireModifies() {
   if (!accords_.lettresVoulues || !listesLisibles_) return;
-  toolkit::quietly(kProcedure, [&] {
+  screen::quietly(session_, kProcedure, [&] {
     accords_.accordsModifies =
         tempo_->ReadRecord(cleTempo(store::tempo::kAccordsModifies))->fields();
   });
@@ -144,18 +144,20 @@ void MiseAJour::lireModifies() {
 void MiseAJour::choisirImprimante() {
   const screen::UsableScreen usable(context_.desktop, context_.surface);
   std::string choix(forms::kAucuneImprimante);
-  toolkit::quietly(kProcedure, [&] { choix = forms::choisirImprimanteA4(context_.desktop); });
+  screen::quietly(session_, kProcedure,
+                  [&] { choix = forms::choisirImprimanteA4(context_.desktop); });
   if (choix == forms::kAucuneImprimante) {
     accords_.lettresVoulues = false;
     accords_.accordsModifies = store::NewDynamicArray();
     return;
   }
-  toolkit::resumeNext(kProcedure, {[&] { context_.desktop.printer().setFontSize(12); },
-                                   [&] { context_.desktop.printer().setFontName("Courier New"); }});
+  screen::resumeNext(session_, kProcedure,
+                     {[&] { context_.desktop.printer().setFontSize(12); },
+                      [&] { context_.desktop.printer().setFontName("Courier New"); }});
 }
 
 void MiseAJour::lireLimite() {
-  toolkit::quietly(kProcedure, [&] {
+  screen::quietly(session_, kProcedure, [&] {
     if (listesLisibles_)
       limite_ = tempo_->ReadRecord(cleTempo(store::tempo::kAccordsLimite))->fields();
   });
@@ -173,14 +175,15 @@ void MiseAJour::imprimerLettre(int i) {
   lireAccord(modifies_.get(i));
   accords_.cleLettre = modifies_.get(i);
   accords_.indiceLettre = static_cast<std::int16_t>(std::min(i, kDernierIndice));
-  toolkit::quietly(kProcedure, [&] { Impression_ModifAccord(context_); });
+  screen::quietly(session_, kProcedure, [&] { Impression_ModifAccord(context_); });
 }
 
 // Letters of two persons never share a page: when there is no next page, the next job brings one.
 void MiseAJour::terminerPage(int suivante) {
-  const bool suite = !modifies_.get(suivante).empty() &&
-                     toolkit::quietly(kProcedure, [&] { context_.desktop.printer().newPage(); });
-  if (!suite) toolkit::quietly(kProcedure, [&] { context_.desktop.printer().endDoc(); });
+  const bool suite = !modifies_.get(suivante).empty() && screen::quietly(session_, kProcedure, [&] {
+    context_.desktop.printer().newPage();
+  });
+  if (!suite) screen::quietly(session_, kProcedure, [&] { context_.desktop.printer().endDoc(); });
 }
 
 void MiseAJour::noterNonModifie(std::string_view cle) {
@@ -204,14 +207,14 @@ void MiseAJour::lireAccord(std::string_view cle) {
   accords_.cleLettre.clear();
   accords_.indiceLettre = 0;
   accords_.accord = store::NewDynamicArray();
-  toolkit::quietly(kProcedure,
-                   [&] { accords_.accord = session_.files.accord->ReadRecord(cle)->fields(); });
+  screen::quietly(session_, kProcedure,
+                  [&] { accords_.accord = session_.files.accord->ReadRecord(cle)->fields(); });
 }
 
 void MiseAJour::proposerListe() {
   if (accords_.accordsNonModifies.get(1).empty()) return;
   bool voulue = false;
-  toolkit::quietly(kProcedure, [&] {
+  screen::quietly(session_, kProcedure, [&] {
     voulue = screen::demander(
         context_.desktop,
         "Attention : " + std::to_string(nonModifies_) +
@@ -220,13 +223,14 @@ void MiseAJour::proposerListe() {
   });
   if (!voulue) return;
   const screen::BusyScreen busy(context_.desktop, context_.surface);
-  toolkit::quietly(kProcedure, [&] { Imprimer_AccordsNonModifies(context_); });
+  screen::quietly(session_, kProcedure, [&] { Imprimer_AccordsNonModifies(context_); });
 }
 
 bool MiseAJour::supprimerListes() {
-  return toolkit::resumeNext(
-      kProcedure, {[&] { tempo_->DeleteRecord(cleTempo(store::tempo::kAccordsLimite)); },
-                   [&] { tempo_->DeleteRecord(cleTempo(store::tempo::kAccordsModifies)); }});
+  return screen::resumeNext(
+      session_, kProcedure,
+      {[&] { tempo_->DeleteRecord(cleTempo(store::tempo::kAccordsLimite)); },
+       [&] { tempo_->DeleteRecord(cleTempo(store::tempo::kAccordsModifies)); }});
 }
 
 void MiseAJour::effacerListes() {
@@ -261,8 +265,9 @@ void Recup_Accord(const AgreementContext& context) {
   run.lireModifies();
   run.lireLimite();
   std::optional<forms::Frm_Anim> attente;
-  toolkit::resumeNext(
-      kProcedure, {[&] { attente.emplace(context.desktop); }, [&] { context.desktop.doEvents(); }});
+  screen::resumeNext(
+      context.session, kProcedure,
+      {[&] { attente.emplace(context.desktop); }, [&] { context.desktop.doEvents(); }});
   run.parcourir();
   const screen::UsableScreen usable(context.desktop, context.surface);
   run.proposerListe();

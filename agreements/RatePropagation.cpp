@@ -11,11 +11,11 @@
 #include "agreements/History.h"
 #include "forms/Frm_Anim.h"
 #include "screen/BusyScreen.h"
+#include "screen/StoreTrap.h"
 #include "store/Amounts.h"
 #include "store/Dates.h"
 #include "store/Layouts.h"
 #include "store/Request.h"
-#include "toolkit/Trap.h"
 
 namespace agreements {
 namespace {
@@ -124,13 +124,15 @@ void Recup_AccordTauxRemb(const AgreementContext& context) {
                     store::accord::kFile, "0");
   if (!store::anySelected(cles)) return;
   std::optional<forms::Frm_Anim> attente;
-  toolkit::resumeNext(
-      kProcedure, {[&] { attente.emplace(context.desktop); }, [&] { context.desktop.doEvents(); }});
+  screen::resumeNext(
+      session, kProcedure,
+      {[&] { attente.emplace(context.desktop); }, [&] { context.desktop.doEvents(); }});
   session.accords.cleLettre.clear();
   session.accords.indiceLettre = 0;
   bool tous = true;
   for (int i = 1; i <= cles.DCount(); ++i) {
-    tous = toolkit::quietly(kProcedure, [&] { mettreAJour(context, cles.get(i, 1), periodes); }) &&
+    tous = screen::quietly(session, kProcedure,
+                           [&] { mettreAJour(context, cles.get(i, 1), periodes); }) &&
            tous;
   }
   if (!tous) throw store::StoreError(store::kFailed, "an agreement has not been updated");

@@ -4,11 +4,11 @@
 #include <utility>
 
 #include "screen/Messages.h"
+#include "screen/StoreTrap.h"
 #include "store/Layouts.h"
 #include "store/Request.h"
 #include "text/Utf8.h"
 #include "toolkit/Keys.h"
-#include "toolkit/Trap.h"
 
 namespace control {
 
@@ -18,7 +18,7 @@ void AcronymSearch::Cbo_SigleOrgChg_KeyPress(char32_t& key) {
     return;
   }
   // A search that fails leaves no earlier answer behind, and the text as typed.
-  const bool found = toolkit::quietly("Cbo_SigleOrgChg_KeyPress", [this] {
+  const bool found = screen::quietly(context_.session, "Cbo_SigleOrgChg_KeyPress", [this] {
     screen::signalerEchec(context_.desktop, [this] { chercher(); });
   });
   if (!found) list_.montrerListeComplete();

@@ -7,8 +7,8 @@
 #include "control/States.h"
 #include "screen/BusyScreen.h"
 #include "screen/Messages.h"
+#include "screen/StoreTrap.h"
 #include "store/Request.h"
-#include "toolkit/Trap.h"
 
 namespace control {
 namespace {
@@ -25,6 +25,10 @@ CommandBar::CommandBar(Context& context, RecordView& view, AcronymList& list, Sa
     : context_(context), view_(view), list_(list), save_(save), setSortir_(std::move(setSortir)) {}
 
 void CommandBar::Cmd_Ajouter_Click() {
+  screen::tracing(context_.session, "Cmd_Ajouter_Click", [this] { ajouter(); });
+}
+
+void CommandBar::ajouter() {
   screen::EditSession& session = context_.session;
   if (!screen::droitsComplets(session)) return;
   {
@@ -65,7 +69,7 @@ void CommandBar::Cmd_Annuler_Click() {
 }
 
 void CommandBar::Cmd_Supprimer_Click() {
-  toolkit::tracing("Cmd_Supprimer_Click", [this] { supprimer(); });
+  screen::tracing(context_.session, "Cmd_Supprimer_Click", [this] { supprimer(); });
 }
 
 void CommandBar::supprimer() {
@@ -82,6 +86,7 @@ void CommandBar::supprimer() {
   }
   if (!screen::droitsComplets(session)) return;  // any more, after a question
   session.files.orgPriseCharge->DeleteRecord(session.codeEnMain);
+  if (session.annonces.supprime) session.annonces.supprime(session.codeEnMain);
   // Cleared before the list is read again: should that fail, a deleted body must not stay in hand.
   view_.Vider_Donnees();
   context_.screen.bar.Txt_CodOrgChg.setFocus();
@@ -99,6 +104,10 @@ bool CommandBar::refusParFichier(const std::string& file, std::string_view messa
 }
 
 void CommandBar::Cmd_Sortir_Click() {
+  screen::tracing(context_.session, "Cmd_Sortir_Click", [this] { sortir(); });
+}
+
+void CommandBar::sortir() {
   const screen::EditSession& session = context_.session;
   if (!session.pret || session.codeEnMain.empty() || !screen::droitsComplets(session)) {
     setSortir_(true);

@@ -10,7 +10,8 @@
 
 namespace control {
 
-// The bar's buttons but the save.
+// The bar's buttons but the save. None of them traps anything: a failure is traced and announced to
+// the host, and ends the command.
 class CommandBar {
  public:
   CommandBar(Context& context, RecordView& view, AcronymList& list, Save& save,
@@ -18,15 +19,17 @@ class CommandBar {
 
   void Cmd_Ajouter_Click();
   void Cmd_Annuler_Click();
-  // Not trapped, but traced: a search that fails ends it, and nothing is deleted.
+  // A search that fails ends it, and nothing is deleted.
   void Cmd_Supprimer_Click();
-  // Asks to save only what the user has changed. Not trapped.
+  // Asks to save only what the user has changed.
   void Cmd_Sortir_Click();
 
  private:
+  void ajouter();
   void valeursParDefaut();
   void supprimer();
   bool refusParFichier(const std::string& file, std::string_view message);
+  void sortir();
   bool modifie();
   void enregistrerEtSortir();
 

@@ -51,6 +51,7 @@ class Ctr_OrgPriseCharge::Implementation {
         bar(context, view, list, save, [this](bool leave) { setSortir(leave); }),
         startUp(context, view, list, ong2, ong5) {
     applyState(screen, State::Empty);
+    annoncer();
     bindLookup();
     bindBar();
     ong2.lier(handlers);
@@ -162,6 +163,18 @@ class Ctr_OrgPriseCharge::Implementation {
   bool sortir = false;
 
  private:
+  void annoncer() {
+    session.annonces.enregistre = [this](const std::string& code, bool creation) {
+      if (owner_.onEnregistre) owner_.onEnregistre(code, creation);
+    };
+    session.annonces.supprime = [this](const std::string& code) {
+      if (owner_.onSupprime) owner_.onSupprime(code);
+    };
+    session.annonces.echec = [this](std::string_view procedure, const store::StoreError& failure) {
+      if (owner_.onEchec) owner_.onEchec(procedure, failure);
+    };
+  }
+
   void bindLookup() {
     toolkit::TextBox& code = screen.bar.Txt_CodOrgChg;
     code.onChange = handlers.on(lookup, &Lookup::Txt_CodOrgChg_Change);

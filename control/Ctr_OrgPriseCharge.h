@@ -4,10 +4,13 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <string>
+#include <string_view>
 
 #include "control/Errors.h"
 #include "screen/Rights.h"
 #include "store/Database.h"
+#include "store/StoreError.h"
 #include "toolkit/Desktop.h"
 #include "toolkit/Surface.h"
 
@@ -32,6 +35,17 @@ class Ctr_OrgPriseCharge {
   void setW_Sortir(bool leave);
   // Called whenever W_Sortir has taken another value.
   std::function<void()> onSortirChanged;
+
+  // What happens to the store through this control, told while it happens: nothing of the control
+  // may be called from within. Each may be empty, and none may throw.
+  // A body has been saved under that code, by the user or by a call of the host; `creation`: a new
+  // one, which has got its code now.
+  std::function<void(const std::string& code, bool creation)> onEnregistre;
+  // The body of that code has been deleted.
+  std::function<void(const std::string& code)> onSupprime;
+  // A failure of the store has been trapped in that procedure, or has ended a command of the user:
+  // the control shows nothing of it. A failure that a call of the host ends with is not among them.
+  std::function<void(std::string_view procedure, const store::StoreError& failure)> onEchec;
 
   // The objects are only kept. The client's own type does not matter here: it is kept alive.
   void setDroitsUtilisateur(std::shared_ptr<screen::Rights> rights);

@@ -4,8 +4,8 @@
 #include <string_view>
 
 #include "screen/Messages.h"
+#include "screen/StoreTrap.h"
 #include "text/Utf8.h"
-#include "toolkit/Trap.h"
 
 namespace control {
 namespace {
@@ -22,7 +22,8 @@ void Lookup::Txt_CodOrgChg_Change() {
   const std::string code = context_.screen.bar.Txt_CodOrgChg.text();
   if (text::length(code) != kLongueurCode) return;
   const auto succeeds = [this](std::string_view procedure, const std::function<void()>& deed) {
-    return toolkit::quietly(procedure, [&] { screen::signalerEchec(context_.desktop, deed); });
+    return screen::quietly(context_.session, procedure,
+                           [&] { screen::signalerEchec(context_.desktop, deed); });
   };
   if (!succeeds("Txt_CodOrgChg_Change", [&] { lire(code); })) {
     garderSaisie(code);

@@ -6,9 +6,9 @@
 #include "control/Rights.h"
 #include "screen/BusyScreen.h"
 #include "screen/Messages.h"
+#include "screen/StoreTrap.h"
 #include "store/Counter.h"
 #include "store/Layouts.h"
-#include "toolkit/Trap.h"
 
 namespace control {
 namespace {
@@ -71,12 +71,12 @@ void Save::Cmd_OK_Click() {
     const screen::BusyScreen busy(context_.desktop, context_.surface);
     accepted = enregistrer();
     if (accepted) {
-      toolkit::quietly("Remplir_OrgPriseChg", [this] { list_.Remplir_OrgPriseChg(); });
+      screen::quietly(session, "Remplir_OrgPriseChg", [this] { list_.Remplir_OrgPriseChg(); });
       view_.effacerBareme();
     } else {
       view_.effacerErreurs();
     }
-    toolkit::quietly("Cmd_OK_Click", [this] { context_.desktop.doEvents(); });
+    screen::quietly(session, "Cmd_OK_Click", [this] { context_.desktop.doEvents(); });
   }
   if (accepted) context_.screen.bar.Txt_CodOrgChg.setFocus();
 }
@@ -84,7 +84,7 @@ void Save::Cmd_OK_Click() {
 bool Save::enregistrer() {
   screen::EditSession& session = context_.session;
   bool written = false;
-  toolkit::quietly("Cmd_OK_Click", [&] {
+  screen::quietly(session, "Cmd_OK_Click", [&] {
     if (!screen::droitsComplets(session) || !session.RecOrgChg) return;
     screen::signalerEchec(context_.desktop, [&] {
       if (session.EnCreation) {
@@ -124,6 +124,7 @@ bool Save::creer() {
   fields.keep();
   session.EnCreation = false;
   session.codeEnMain = code;
+  if (session.annonces.enregistre) session.annonces.enregistre(code, true);
   {
     const screen::Quiet quiet(session);
     context_.screen.bar.Txt_CodOrgChg.setText(code);
@@ -173,13 +174,14 @@ void Save::Ecrire_Donnees() {
   }
   session.RecOrgChg->DBWrite();
   fields.keep();
+  if (session.annonces.enregistre) session.annonces.enregistre(session.codeEnMain, false);
   proposerPropagation();
   view_.Vider_Donnees();
 }
 
 // The body is written, whatever becomes of its agreements.
 void Save::proposerPropagation() {
-  toolkit::quietly("Recup_Accord", [this] {
+  screen::quietly(context_.session, "Recup_Accord", [this] {
     agreements::proposerPropagation(
         {context_.desktop, context_.surface, context_.screen, context_.session});
   });

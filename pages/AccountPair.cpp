@@ -5,11 +5,11 @@
 
 #include "screen/BusyScreen.h"
 #include "screen/Messages.h"
+#include "screen/StoreTrap.h"
 #include "store/Layouts.h"
 #include "store/Request.h"
 #include "text/Utf8.h"
 #include "toolkit/Keys.h"
-#include "toolkit/Trap.h"
 
 namespace pages {
 namespace {
@@ -56,7 +56,7 @@ void AccountPair::lireLibelle(std::string_view entity) {
   fields_.libelle.clear();
   const std::string& numero = fields_.numero.text();
   if (!complet(numero) || entity.empty()) return;
-  toolkit::quietly("AccountPair::lireLibelle", [&] {
+  screen::quietly(context_.session, "AccountPair::lireLibelle", [&] {
     const auto record =
         context_.session.files.planComptable->ReadRecord(std::string(entity) + numero);
     libelleDuCompte_ = record->fields().get(plan::Libelle, 1);
@@ -106,7 +106,7 @@ void AccountPair::numeroLostFocus() {
 void AccountPair::chercherNumeroSaisi() {
   const std::string& numero = fields_.numero.text();
   if (numero.empty() || text::length(numero) >= kChiffres || shown_.stands(numero)) return;
-  toolkit::quietly("AccountPair::chercherNumero", [this] { chercherNumero(); });
+  screen::quietly(context_.session, "AccountPair::chercherNumero", [this] { chercherNumero(); });
 }
 
 void AccountPair::chercherNumero() {
@@ -163,9 +163,10 @@ void AccountPair::libelleKeyPress(char32_t& key) {
   if (key != toolkit::kEnter) {
     screen::filtrerRecherche(context_.desktop, key);
   } else if (!fields_.libelle.text().empty()) {
-    toolkit::quietly("AccountPair::chercherLibelle", [this] { chercherLibelle(); });
+    screen::quietly(context_.session, "AccountPair::chercherLibelle",
+                    [this] { chercherLibelle(); });
   } else if (!numeroCherche_.empty()) {
-    toolkit::quietly("AccountPair::chercherNumero", [this] { chercherNumero(); });
+    screen::quietly(context_.session, "AccountPair::chercherNumero", [this] { chercherNumero(); });
   } else {
     fields_.numero.setText("");
   }
@@ -192,7 +193,8 @@ void AccountPair::libelleLostFocus() {
     retenu_ = true;
     return;
   }
-  const bool done = toolkit::quietly("AccountPair::chercherLibelle", [this] { chercherLibelle(); });
+  const bool done = screen::quietly(context_.session, "AccountPair::chercherLibelle",
+                                    [this] { chercherLibelle(); });
   retenu_ = done && fields_.libelle.listCount() > 1;
 }
 
@@ -230,7 +232,7 @@ void AccountPair::numeroChange() {
     refuser("Vous devez saisir un compte de classe 7.");
     return;
   }
-  toolkit::quietly("AccountPair::verifierNumero", [this] { verifierNumero(); });
+  screen::quietly(context_.session, "AccountPair::verifierNumero", [this] { verifierNumero(); });
 }
 
 void AccountPair::verifierNumero() {

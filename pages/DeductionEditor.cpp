@@ -8,9 +8,9 @@
 #include "pages/NumberZone.h"
 #include "pages/ShownAttribute.h"
 #include "screen/Messages.h"
+#include "screen/StoreTrap.h"
 #include "store/Amounts.h"
 #include "store/Layouts.h"
-#include "toolkit/Trap.h"
 
 namespace pages {
 
@@ -115,7 +115,7 @@ void DeductionEditor::DoubleClickAbat() {
 // --- Confirming
 
 void DeductionEditor::Cmd_OKAbat_Click() {
-  toolkit::quietly("Cmd_OKAbat_Click", [this] {
+  screen::quietly(context_.session, "Cmd_OKAbat_Click", [this] {
     if (!editor_.nombresLisibles() || !saisieAcceptee() || !sansChevauchement()) return;
     reprendre();
     poser(editor_.enAjout() ? record().DCount(attribut::DebAbatHOrgChg) : editor_.editee());

@@ -4,8 +4,8 @@
 
 #include "pages/NumberZone.h"
 #include "screen/Messages.h"
+#include "screen/StoreTrap.h"
 #include "store/Amounts.h"
-#include "toolkit/Trap.h"
 
 namespace pages {
 namespace {
@@ -30,7 +30,8 @@ ListEditor::ListEditor(PageContext context, Parts parts)
 
 void ListEditor::lier(const screen::Handlers& handlers, std::string_view procedure,
                       const std::function<void()>& doubleClick) {
-  const auto onDblClick = handlers.on([=] { toolkit::quietly(procedure, doubleClick); });
+  const auto onDblClick =
+      handlers.on([=, this] { screen::quietly(context_.session, procedure, doubleClick); });
   for (std::size_t i = 0; i < parts_.listes.size(); ++i) {
     parts_.listes[i]->onClick = handlers.on([this, i] { suivre(i); });
     parts_.listes[i]->onScroll = handlers.on([this, i] { defiler(parts_.listes[i]->topIndex()); });

@@ -8,11 +8,11 @@
 
 #include "pages/HoursRule.h"
 #include "screen/Messages.h"
+#include "screen/StoreTrap.h"
 #include "store/Layouts.h"
 #include "store/Request.h"
 #include "text/Utf8.h"
 #include "toolkit/Keys.h"
-#include "toolkit/Trap.h"
 
 namespace pages {
 
@@ -93,8 +93,9 @@ void Ong6::Txt_Entite_Change() {
   const std::string code = page_.Txt_Entite.text();
   const bool complete = text::length(code) == kCodeEntite;
   // A store that fails leaves the code as typed, and no entity.
-  if (complete && toolkit::quietly("Txt_Entite_Change", [&] { choisirEntite(code); })) return;
-  oublierEntite();
+  const bool chosen = complete && screen::quietly(context_.session, "Txt_Entite_Change",
+                                                  [&] { choisirEntite(code); });
+  if (!chosen) oublierEntite();
 }
 
 // A code that is not complete, or could not be read, is no entity's. What a record holds stays.
@@ -102,7 +103,8 @@ void Ong6::Txt_Entite_LostFocus() {
   const std::string& code = page_.Txt_Entite.text();
   if (vide(code) || code == context_.session.entiteCourante || entite_.stands(code)) return;
   if (text::length(code) == kCodeEntite) {
-    toolkit::quietly("Txt_Entite_LostFocus", [&] { choisirEntite(std::string(code)); });
+    screen::quietly(context_.session, "Txt_Entite_LostFocus",
+                    [&] { choisirEntite(std::string(code)); });
   } else {
     refuserEntite();
   }
@@ -164,7 +166,7 @@ void Ong6::Cbo_Entite_KeyPress(char32_t& key) {
     screen::filtrerRecherche(context_.desktop, key);
     return;
   }
-  toolkit::quietly("Cbo_Entite_KeyPress", [this] { chercherEntite(); });
+  screen::quietly(context_.session, "Cbo_Entite_KeyPress", [this] { chercherEntite(); });
 }
 
 void Ong6::chercherEntite() {
@@ -182,7 +184,7 @@ void Ong6::chercherEntite() {
 }
 
 void Ong6::Cbo_Entite_DropDown() {
-  toolkit::quietly("Cbo_Entite_DropDown", [this] { Remplir_Entite(); });
+  screen::quietly(context_.session, "Cbo_Entite_DropDown", [this] { Remplir_Entite(); });
 }
 
 void Ong6::Cbo_Entite_Click() {

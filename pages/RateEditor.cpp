@@ -8,11 +8,11 @@
 #include "pages/Columns.h"
 #include "pages/NumberZone.h"
 #include "screen/Messages.h"
+#include "screen/StoreTrap.h"
 #include "store/Amounts.h"
 #include "store/Dates.h"
 #include "store/Layouts.h"
 #include "text/Utf8.h"
-#include "toolkit/Trap.h"
 
 namespace pages {
 
@@ -87,7 +87,7 @@ void RateEditor::vider() {
 
 void RateEditor::Tri2() {
   context_.desktop.setPointer(toolkit::Pointer::Hourglass);
-  toolkit::quietly("Tri2", [this] {
+  screen::quietly(context_.session, "Tri2", [this] {
     store::DynamicArray& rates = record();
     std::vector<long long> days = nombres(rates, attribut::DateRembOrgChg);
     for (long long& day : days) day = -day;  // the most recent first
@@ -137,7 +137,7 @@ void RateEditor::DoubleClickTauxRemb() {
 // --- Confirming
 
 void RateEditor::Cmd_OKTaux_Click() {
-  toolkit::quietly("Cmd_OKTaux_Click", [this] {
+  screen::quietly(context_.session, "Cmd_OKTaux_Click", [this] {
     const auto day = store::dayOfText(prise_.Txt_DateRembOrgChg.text());
     if (!day) {
       editor_.refuser(kDateIllisible, prise_.Txt_DateRembOrgChg);

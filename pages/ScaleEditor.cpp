@@ -7,10 +7,10 @@
 
 #include "pages/Columns.h"
 #include "pages/ShownAttribute.h"
+#include "screen/StoreTrap.h"
 #include "store/Amounts.h"
 #include "store/Layouts.h"
 #include "text/Utf8.h"
-#include "toolkit/Trap.h"
 
 namespace pages {
 
@@ -221,7 +221,7 @@ void ScaleEditor::modifier() {
 }
 
 void ScaleEditor::Cmd_OKPart_Click() {
-  toolkit::quietly("Cmd_OKPart_Click", [this] {
+  screen::quietly(context_.session, "Cmd_OKPart_Click", [this] {
     if (!editor_.nombresLisibles() || !saisieAcceptee()) return;
     std::vector<ListEditor::Row> rows = editor_.toutes();
     if (editor_.enAjout()) {

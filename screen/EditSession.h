@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -12,6 +13,7 @@
 
 #include "screen/Rights.h"
 #include "store/Database.h"
+#include "store/StoreError.h"
 
 namespace screen {
 
@@ -101,6 +103,17 @@ struct MiseAJourAccords {
   FichiersLettre fichiersLettre;
 };
 
+// What the host is told of, as it happens; each may be empty, and none may throw.
+struct Annonces {
+  // A body has been written to the store, under that code; `creation`: a new one.
+  std::function<void(const std::string& code, bool creation)> enregistre;
+  // A body has been deleted from it.
+  std::function<void(const std::string& code)> supprime;
+  // A failure of the store has ended (a step of) that procedure, and nobody is told of it
+  // otherwise.
+  std::function<void(std::string_view procedure, const store::StoreError& failure)> echec;
+};
+
 struct EditSession : FicheEnMain {
   // Given by the host.
   std::shared_ptr<void> TheClient;
@@ -142,6 +155,7 @@ struct EditSession : FicheEnMain {
   bool W_SupprimerActif = false;
   bool W_SortirActif = false;
   MiseAJourAccords accords;
+  Annonces annonces;
 
   int silence = 0;  // see Quiet
 };
