@@ -1,5 +1,6 @@
 #include "host/HostWindow.h"
 
+#include <commctrl.h>
 #include <olectl.h>
 
 #include <algorithm>
@@ -29,7 +30,10 @@ int pixels(LONG himetric, UINT dpi) {
 }  // namespace
 
 HostWindow::HostWindow(Journal& journal)
-    : journal_(journal), frame_(new Frame(*this)), site_(new Site(*this, *frame_)) {
+    : journal_(journal),
+      frame_(new Frame(*this)),
+      site_(new Site(*this, *frame_)),
+      events_(new Events([this](const std::wstring& text) { show(text); })) {
   mnemonics_.cb = sizeof mnemonics_;
   create();
 }
@@ -38,6 +42,7 @@ HostWindow::~HostWindow() {
   if (window_ != nullptr) DestroyWindow(window_);
   site_->detach();
   frame_->detach();
+  events_->Release();
   site_->Release();
   frame_->Release();
 }
@@ -55,6 +60,24 @@ void HostWindow::create() {
   CreateWindowExW(0, kClassName, kTitle, kStyle, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT,
                   CW_USEDEFAULT, nullptr, nullptr, type.hInstance, this);
   if (window_ == nullptr) throw com::Error(HRESULT_FROM_WIN32(GetLastError()), "CreateWindowEx");
+  status_ = CreateWindowExW(0, STATUSCLASSNAMEW, L"", WS_CHILD | WS_VISIBLE | SBARS_SIZEGRIP, 0, 0,
+                            0, 0, window_, nullptr, type.hInstance, nullptr);
+}
+
+void HostWindow::show(const std::wstring& status) {
+  if (window_ == nullptr) return;
+  SetWindowTextW(status_, status.c_str());
+  journal_.write("status " + com::utf8(status));
+}
+
+// What the status bar leaves to the control.
+RECT HostWindow::room() const {
+  RECT client{};
+  RECT bar{};
+  GetClientRect(window_, &client);
+  if (GetWindowRect(status_, &bar) != FALSE) client.bottom -= bar.bottom - bar.top;
+  client.bottom = std::max(client.top, client.bottom);
+  return client;
 }
 
 void HostWindow::hold(const ComPtr<IUnknown>& control) {
@@ -81,6 +104,7 @@ void HostWindow::connect() {
 
 // A control that does not tell of its changes is asked from time to time.
 void HostWindow::listen() {
+  events_->connect(*control_.Get());
   ComPtr<IConnectionPointContainer> container;
   if (SUCCEEDED(control_.As(&container)) &&
       SUCCEEDED(container->FindConnectionPoint(IID_IPropertyNotifySink, &changes_)) &&
@@ -99,7 +123,9 @@ SIZE HostWindow::naturalSize() const {
 // Around the control's natural size, but never larger than the monitor's work area.
 void HostWindow::fitToControl() {
   const SIZE natural = naturalSize();
-  RECT outer{0, 0, natural.cx, natural.cy};
+  RECT bar{};
+  GetWindowRect(status_, &bar);
+  RECT outer{0, 0, natural.cx, natural.cy + (bar.bottom - bar.top)};
   AdjustWindowRectExForDpi(&outer, kStyle, FALSE, 0, GetDpiForWindow(window_));
   MONITORINFO monitor{};
   monitor.cbSize = sizeof monitor;
@@ -113,25 +139,23 @@ void HostWindow::fitToControl() {
 }
 
 RECT HostWindow::place() const {
-  RECT client{};
-  GetClientRect(window_, &client);
+  const RECT client = room();
   const SIZE natural = naturalSize();
   return {-scrolled_.cx, -scrolled_.cy, std::max(client.right, natural.cx) - scrolled_.cx,
           std::max(client.bottom, natural.cy) - scrolled_.cy};
 }
 
 void HostWindow::placeControl() {
-  RECT client{};
-  GetClientRect(window_, &client);
-  updateScrollBars(client);
+  updateScrollBars();
   ComPtr<IOleInPlaceObject> inPlace;
   if (control_ == nullptr || FAILED(control_.As(&inPlace))) return;
-  GetClientRect(window_, &client);
+  const RECT client = room();
   const RECT area = place();
   inPlace->SetObjectRects(&area, &client);
 }
 
-void HostWindow::updateScrollBars(const RECT& client) {
+void HostWindow::updateScrollBars() {
+  const RECT client = room();
   const SIZE natural = naturalSize();
   scrolled_.cx = std::clamp(scrolled_.cx, 0L, std::max(0L, natural.cx - client.right));
   scrolled_.cy = std::clamp(scrolled_.cy, 0L, std::max(0L, natural.cy - client.bottom));
@@ -262,6 +286,7 @@ bool HostWindow::isMnemonic(MSG& message) {
 // What the control still holds of the site outlives this window without reaching it.
 void HostWindow::release() {
   KillTimer(window_, kPoll);
+  events_->disconnect();
   if (changes_ != nullptr) {
     changes_->Unadvise(cookie_);
     changes_.Reset();
@@ -294,6 +319,7 @@ LRESULT HostWindow::handle(UINT message, WPARAM wParam, LPARAM lParam) {
   const HWND window = window_;
   switch (message) {
     case WM_SIZE:
+      SendMessageW(status_, WM_SIZE, 0, 0);  // it takes its place by itself
       if (wParam != SIZE_MINIMIZED) placeControl();
       return 0;
     case WM_HSCROLL:

@@ -5,6 +5,7 @@
 #include <oleidl.h>
 #include <wrl/client.h>
 
+#include "host/Events.h"
 #include "host/Journal.h"
 #include "host/Site.h"
 
@@ -12,7 +13,8 @@ namespace host {
 
 // As large as its control wants to be, and to be enlarged at will; in a smaller window the control
 // keeps its size and can be scrolled. The window closes by itself when the control's `W_Sortir`
-// becomes true. Errors are com::Error.
+// becomes true. What the control tells by events stands in the status bar below it. Errors are
+// com::Error.
 class HostWindow final : private Holder {
  public:
   // The journal must outlive the window.
@@ -32,6 +34,7 @@ class HostWindow final : private Holder {
 
  private:
   RECT place() const override;
+  RECT room() const override;
   void setActiveObject(IOleInPlaceActiveObject* object) override;
   void placed(const RECT& place) override;
   void mnemonicsChanged() override;
@@ -42,12 +45,13 @@ class HostWindow final : private Holder {
   static LRESULT CALLBACK windowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
   LRESULT handle(UINT message, WPARAM wParam, LPARAM lParam);
   void create();
+  void show(const std::wstring& status);
   void connect();
   void listen();
   SIZE naturalSize() const;
   void fitToControl();
   void placeControl();
-  void updateScrollBars(const RECT& client);
+  void updateScrollBars();
   void scroll(int bar, WORD request);
   bool translate(MSG& message);
   bool isMnemonic(MSG& message);
@@ -60,6 +64,8 @@ class HostWindow final : private Holder {
   HWND window_ = nullptr;
   Frame* frame_;
   Site* site_;
+  Events* events_;
+  HWND status_ = nullptr;
   Microsoft::WRL::ComPtr<IUnknown> control_;
   Microsoft::WRL::ComPtr<IOleObject> object_;
   Microsoft::WRL::ComPtr<IOleInPlaceActiveObject> active_;

@@ -82,7 +82,7 @@ HRESULT Site::GetWindowContext(IOleInPlaceFrame** frame, IOleInPlaceUIWindow** d
     *document = nullptr;  // the frame's window is the document's
     const HWND window = holder().window();
     *place = holder().place();
-    GetClientRect(window, clip);
+    *clip = holder().room();
     info->fMDIApp = FALSE;
     info->hwndFrame = window;
     info->haccel = nullptr;

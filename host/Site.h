@@ -16,6 +16,7 @@ class Holder {
 
   virtual HWND window() const = 0;
   virtual RECT place() const = 0;  // of the control, pixels in the window
+  virtual RECT room() const = 0;   // in which it is seen
   // The active object, null when there is none; the holder keeps its own reference.
   virtual void setActiveObject(IOleInPlaceActiveObject* object) = 0;
   virtual void placed(const RECT& place) = 0;      // the control asks for another place

@@ -4,7 +4,6 @@
 
 #include "ocx/HostRights.h"
 #include "ocx/HostStore.h"
-#include "ocx/Members.h"
 #include "ocx/TypeLibrary.h"
 #include "toolkit/ControlClosed.h"
 
@@ -20,15 +19,12 @@ HRESULT Automation::giveTypeInfo(UINT index, ITypeInfo** info) {
   return giveObject(info, typeInfo_.Get());
 }
 
-HRESULT Automation::giveIds(LPOLESTR* names, UINT count, DISPID* ids) {
+HRESULT Automation::giveIds(REFIID reserved, LPOLESTR* names, UINT count, DISPID* ids) {
+  if (reserved != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
+  if (names == nullptr || ids == nullptr) return E_POINTER;
   ComPtr<ITypeInfo> info;
   giveTypeInfo(0, &info);
   return DispGetIDsOfNames(info.Get(), names, count, ids);
-}
-
-HRESULT Automation::invoke(DISPID member, WORD how, DISPPARAMS* parameters, VARIANT* result,
-                           EXCEPINFO* exception, UINT* wrongArgument) {
-  return invokeMember(*this, member, how, parameters, result, exception, wrongArgument);
 }
 
 void Automation::callControl(const std::function<void()>& call) {

@@ -9,6 +9,7 @@
 
 #include "control/Ctr_OrgPriseCharge.h"
 #include "ocx/Answers.h"
+#include "ocx/Members.h"
 #include "ocx/Part.h"
 #include "ocx/TessalineTypes.h"
 #include "store/Database.h"
@@ -29,14 +30,17 @@ class Automation final : public Part<_Ctr_OrgPriseCharge> {
   HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT index, LCID, ITypeInfo** info) override {
     return enter([&] { return giveTypeInfo(index, info); });
   }
-  HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID,
+  HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID reserved, LPOLESTR* names, UINT count, LCID,
                                           DISPID* ids) override {
-    return enter([&] { return giveIds(names, count, ids); });
+    return enter([&] { return giveIds(reserved, names, count, ids); });
   }
-  HRESULT STDMETHODCALLTYPE Invoke(DISPID member, REFIID, LCID, WORD how, DISPPARAMS* parameters,
-                                   VARIANT* result, EXCEPINFO* exception,
+  HRESULT STDMETHODCALLTYPE Invoke(DISPID member, REFIID reserved, LCID, WORD how,
+                                   DISPPARAMS* parameters, VARIANT* result, EXCEPINFO* exception,
                                    UINT* wrongArgument) override {
-    return enter([&] { return invoke(member, how, parameters, result, exception, wrongArgument); });
+    return enter([&] {
+      if (reserved != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
+      return invokeMember(*this, member, how, parameters, result, exception, wrongArgument);
+    });
   }
 
   // _Ctr_OrgPriseCharge, in its order
@@ -232,9 +236,7 @@ class Automation final : public Part<_Ctr_OrgPriseCharge> {
   static void callControl(const std::function<void()>& call);
 
   HRESULT giveTypeInfo(UINT index, ITypeInfo** info);
-  HRESULT giveIds(LPOLESTR* names, UINT count, DISPID* ids);
-  HRESULT invoke(DISPID member, WORD how, DISPPARAMS* parameters, VARIANT* result,
-                 EXCEPINFO* exception, UINT* wrongArgument);
+  HRESULT giveIds(REFIID reserved, LPOLESTR* names, UINT count, DISPID* ids);
   HRESULT keepRights(IDispatch* object);
   HRESULT keepClient(IDispatch* object);
   HRESULT keepDatabase(IDispatch* object);

@@ -1,21 +1,24 @@
-// Where hosts connect to be told of something.
+// Where hosts connect to be told of something: the events, and changes of properties.
 #pragma once
 
 #include <ocidl.h>
 
+#include "ocx/ConnectionPoint.h"
 #include "ocx/Part.h"
-#include "ocx/PropertySinks.h"
 
 namespace ocx {
 
 class ConnectionPoints final : public Part<IConnectionPointContainer> {
  public:
-  explicit ConnectionPoints(Lifetime& whole) : Part(whole) {}
+  explicit ConnectionPoints(Lifetime& whole);
   ~ConnectionPoints() = default;
 
-  PropertySinks& properties() { return properties_; }
+  // Sinks are IDispatch.
+  ConnectionPoint& events() { return events_; }
+  // Sinks are IPropertyNotifySink.
+  ConnectionPoint& properties() { return properties_; }
   // Lets go of every sink.
-  void clear() { properties_.clear(); }
+  void clear();
 
   HRESULT STDMETHODCALLTYPE EnumConnectionPoints(IEnumConnectionPoints** points) override {
     return enter([&] { return enumerate(points); });
@@ -28,7 +31,8 @@ class ConnectionPoints final : public Part<IConnectionPointContainer> {
   HRESULT enumerate(IEnumConnectionPoints** points);
   HRESULT find(REFIID sink, IConnectionPoint** point);
 
-  PropertySinks properties_{*this};
+  ConnectionPoint events_;
+  ConnectionPoint properties_;
 };
 
 }  // namespace ocx

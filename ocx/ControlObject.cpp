@@ -40,11 +40,21 @@ ControlObject::ControlObject()
   kept_.setNaturalExtent();
   kept_.onSaved = [this] { embedded_.tellSaved(); };
   control_.surface().onInfoChanged = [this] { hosted_.noteInfoChanged(); };
-  control_.onSortirChanged = [this] { notices_.sortirChanged(); };
+  control_.onSortirChanged = [this] { notices_.sortirChanged(control_.W_Sortir()); };
+  control_.onEnregistre = [this](const std::string& code, bool creation) {
+    notices_.enregistre(code, creation);
+  };
+  control_.onSupprime = [this](const std::string& code) { notices_.supprime(code); };
+  control_.onEchec = [this](std::string_view procedure, const store::StoreError& failure) {
+    notices_.echec(procedure, failure);
+  };
 }
 
 ControlObject::~ControlObject() {
   control_.onSortirChanged = nullptr;
+  control_.onEnregistre = nullptr;
+  control_.onSupprime = nullptr;
+  control_.onEchec = nullptr;
   control_.surface().onInfoChanged = nullptr;
   if (InterlockedDecrement(&controlsAlive) == 0) {
     toolkit::win32::SurfaceWindow::unregisterClasses();
@@ -54,6 +64,7 @@ ControlObject::~ControlObject() {
 
 void ControlObject::abandoned() noexcept {
   com::comBorder([&] {
+    notices_.forget();
     place_.setSite(nullptr);
     points_.clear();
     view_.forget();
@@ -65,6 +76,7 @@ void ControlObject::abandoned() noexcept {
 void ControlObject::idle() noexcept {
   com::comBorder([&] {
     place_.reopen();
+    notices_.reopen();
     hosted_.tellInfoChanged();
     return S_OK;
   });

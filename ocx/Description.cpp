@@ -21,6 +21,11 @@ HRESULT Description::giveClassInfo(ITypeInfo** info) {
   return S_OK;
 }
 
+HRESULT Description::giveEvents(DWORD kind, GUID* events) {
+  if (kind != GUIDKIND_DEFAULT_SOURCE_DISP_IID) return give(events, GUID_NULL, E_INVALIDARG);
+  return give<GUID>(events, __uuidof(_Ctr_OrgPriseChargeEvents));
+}
+
 HRESULT Description::giveSafety(REFIID asked, DWORD* supported, DWORD* enabled) {
   if (supported == nullptr || enabled == nullptr) return E_POINTER;
   *supported = safetyOf(asked);

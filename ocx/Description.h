@@ -1,4 +1,5 @@
-// What the control says of itself: its class, which interfaces leave error texts, what is safe.
+// What the control says of itself: its class and events, which interfaces leave error texts, what
+// is safe.
 #pragma once
 
 #include <objsafe.h>
@@ -18,8 +19,8 @@ class Description final : public Part<IProvideClassInfo2, ISupportErrorInfo, IOb
   HRESULT STDMETHODCALLTYPE GetClassInfo(ITypeInfo** info) override {
     return enter([&] { return giveClassInfo(info); });
   }
-  HRESULT STDMETHODCALLTYPE GetGUID(DWORD, GUID* events) override {
-    return enter([&] { return give(events, GUID_NULL, E_INVALIDARG); });
+  HRESULT STDMETHODCALLTYPE GetGUID(DWORD kind, GUID* events) override {
+    return enter([&] { return giveEvents(kind, events); });
   }
 
   HRESULT STDMETHODCALLTYPE InterfaceSupportsErrorInfo(REFIID asked) override {
@@ -37,6 +38,7 @@ class Description final : public Part<IProvideClassInfo2, ISupportErrorInfo, IOb
 
  private:
   static HRESULT giveClassInfo(ITypeInfo** info);
+  static HRESULT giveEvents(DWORD kind, GUID* events);
   HRESULT giveSafety(REFIID asked, DWORD* supported, DWORD* enabled);
   HRESULT setSafety(REFIID asked, DWORD mask, DWORD wanted);
 };

@@ -1,5 +1,7 @@
 #include "ocx/HostStore.h"
 
+#include <exception>
+#include <new>
 #include <optional>
 #include <utility>
 
@@ -12,6 +14,22 @@ using Microsoft::WRL::ComPtr;
 namespace {
 
 constexpr const wchar_t* kWholeText = L"";
+
+// Whatever a call of the host's objects fails with is a failure of the store.
+template <class Call>
+auto storeCall(Call call) {
+  try {
+    return call();
+  } catch (const store::StoreError&) {
+    throw;
+  } catch (const com::Error& failure) {
+    throw store::StoreError(static_cast<unsigned>(failure.code()), failure.what());
+  } catch (const std::bad_alloc& failure) {
+    throw store::StoreError(static_cast<unsigned>(E_OUTOFMEMORY), failure.what());
+  } catch (const std::exception& failure) {
+    throw store::StoreError(store::kFailed, failure.what());
+  }
+}
 
 // U+00FD and U+00FE in UTF-8: lead byte 0xC3, then 0xBD or 0xBE.
 bool holdsMarkCharacter(std::string_view text) {
@@ -57,6 +75,11 @@ class HostRecord final : public store::Record {
         held_(std::move(asRead)) {}
 
   void DBWrite() override {
+    storeCall([this] { write(); });
+  }
+
+ private:
+  void write() {
     std::string now = fields().text();
     if (held_ != now) {
       held_.reset();
@@ -66,7 +89,6 @@ class HostRecord final : public store::Record {
     object_.call(L"DBWrite");
   }
 
- private:
   com::LateBound object_;
   std::optional<std::string> held_;  // by the host's object; unknown after a failed assignment
 };
@@ -86,6 +108,19 @@ class HostFile final : public store::File {
   explicit HostFile(ComPtr<IDispatch> object) : object_(std::move(object), "file") {}
 
   std::unique_ptr<store::Record> ReadRecord(std::string_view id) override {
+    return storeCall([&] { return read(id); });
+  }
+
+  // Whatever the host's object gives back is left alone: nobody asks for it.
+  int DeleteRecord(std::string_view id) override {
+    return storeCall([&] {
+      object_.call(L"DeleteRecord", argument(id));
+      return 0;
+    });
+  }
+
+ private:
+  std::unique_ptr<store::Record> read(std::string_view id) {
     ComPtr<IDispatch> object;
     try {
       object = object_.callForObject(L"ReadRecord", argument(id));
@@ -99,13 +134,6 @@ class HostFile final : public store::File {
     return std::make_unique<HostRecord>(std::move(record), std::move(text), found);
   }
 
-  // Whatever the host's object gives back is left alone: nobody asks for it.
-  int DeleteRecord(std::string_view id) override {
-    object_.call(L"DeleteRecord", argument(id));
-    return 0;
-  }
-
- private:
   com::LateBound object_;
 };
 
@@ -116,13 +144,17 @@ class HostDatabase final : public store::Database {
   bool wraps(IDispatch* object) const { return object_.is(object); }
 
   std::unique_ptr<store::File> OpenFile(std::string_view name) override {
-    return std::make_unique<HostFile>(object_.callForObject(L"OpenFile", argument(name)));
+    return storeCall([&]() -> std::unique_ptr<store::File> {
+      return std::make_unique<HostFile>(object_.callForObject(L"OpenFile", argument(name)));
+    });
   }
 
   store::DynamicArray ExecuteSentence(std::string_view request) override {
     constexpr const wchar_t* kMember = L"ExecuteSentence";
-    return store::DynamicArray(
-        fullText(object_, kMember, object_.call(kMember, argument(request))));
+    return storeCall([&] {
+      return store::DynamicArray(
+          fullText(object_, kMember, object_.call(kMember, argument(request))));
+    });
   }
 
  private:

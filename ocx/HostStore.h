@@ -6,7 +6,8 @@
 // that is no number counts as absent. What DeleteRecord and DBWrite give back is left alone.
 // Text is UTF-16 there and the marks are the characters U+00FE and U+00FD. A text of ours that
 // holds one of these characters would be taken for a mark: it is refused with StoreError
-// (kBadValue).
+// (kBadValue). StoreError is all that these objects throw: a call that cannot be made, or whose
+// answer cannot be read, is one too.
 #pragma once
 
 #include <ole2.h>

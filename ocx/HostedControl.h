@@ -5,7 +5,9 @@
 #include <ole2.h>
 #include <olectl.h>
 
+#include <map>
 #include <memory>
+#include <vector>
 
 #include "ocx/Defaults.h"
 #include "ocx/InPlace.h"
@@ -38,11 +40,15 @@ class HostedControl final : public Part<IOleControl> {
     return enter([&] { return ambientsChanged(); });
   }
   HRESULT STDMETHODCALLTYPE FreezeEvents(BOOL freeze) override {
-    return enter([&] { return notices_.freeze(freeze != FALSE); });
+    return enter([&] {
+      notices_.freeze(freeze != FALSE);
+      return S_OK;
+    });
   }
 
  private:
   HRESULT giveControlInfo(CONTROLINFO* information);
+  HACCEL tableOf(const std::vector<char32_t>& letters);
   HRESULT mnemonic(const MSG* message);
   HRESULT ambientsChanged();
 
@@ -55,7 +61,10 @@ class HostedControl final : public Part<IOleControl> {
   View& view_;
   Notices& notices_;
   bool infoChanged_ = false;
-  std::unique_ptr<std::remove_pointer_t<HACCEL>, DestroyTable> mnemonics_;
+  // By their letters. A container works with the one it was given until it asks again after
+  // OnControlInfoChanged, which may be long after another one was asked for: all stay.
+  std::map<std::vector<char32_t>, std::unique_ptr<std::remove_pointer_t<HACCEL>, DestroyTable>>
+      tables_;
 };
 
 }  // namespace ocx

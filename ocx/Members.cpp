@@ -187,7 +187,7 @@ HRESULT callCheck(Control& control, const Check& check, const Call& call) {
 }
 
 HRESULT callMethod(Control& control, const Call& call) {
-  if (isPut(call)) return DISP_E_MEMBERNOTFOUND;
+  if ((call.how & DISPATCH_METHOD) == 0) return DISP_E_MEMBERNOTFOUND;
   if (call.member == kAjoutLists) return callAjoutLists(control, call);
   if (const auto check = entryOf(kChecks, call.member); check != kChecks.end()) {
     return callCheck(control, *check, call);

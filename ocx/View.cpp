@@ -1,16 +1,67 @@
 #include "ocx/View.h"
 
+#include <algorithm>
+#include <utility>
+
 #include "toolkit/win32/SurfaceWindow.h"
 
 namespace ocx {
 
 using Microsoft::WRL::ComPtr;
 
+namespace {
+
+// A picture's place with its top above its bottom, in a device context whose y axis runs down.
+class Upright {
+ public:
+  Upright(HDC context, const RECTL& bounds)
+      : context_(context),
+        saved_(SaveDC(context)),
+        area_{std::min(bounds.left, bounds.right), bounds.top, std::max(bounds.left, bounds.right),
+              bounds.bottom} {
+    if (runsUp()) turn();
+    if (area_.top > area_.bottom) std::swap(area_.top, area_.bottom);
+  }
+  Upright(const Upright&) = delete;
+  Upright& operator=(const Upright&) = delete;
+  ~Upright() { RestoreDC(context_, saved_); }
+
+  const RECT& area() const { return area_; }
+
+ private:
+  bool runsUp() const {
+    POINT ends[] = {{area_.left, area_.top}, {area_.left, area_.bottom}};
+    if (LPtoDP(context_, ends, 2) == FALSE) return false;
+    return (ends[0].y < ends[1].y) != (area_.top < area_.bottom) && ends[0].y != ends[1].y;
+  }
+
+  void turn() {
+    SIZE window{};
+    SIZE viewport{};
+    POINT origin{};
+    GetWindowExtEx(context_, &window);
+    GetViewportExtEx(context_, &viewport);
+    GetWindowOrgEx(context_, &origin);
+    SetMapMode(context_, MM_ANISOTROPIC);
+    SetWindowExtEx(context_, window.cx, -window.cy, nullptr);
+    SetViewportExtEx(context_, viewport.cx, viewport.cy, nullptr);
+    SetWindowOrgEx(context_, origin.x, -origin.y, nullptr);
+    area_.top = -area_.top;
+    area_.bottom = -area_.bottom;
+  }
+
+  HDC context_;
+  int saved_;
+  RECT area_;
+};
+
+}  // namespace
+
 HRESULT View::draw(DWORD aspect, HDC context, const RECTL* bounds) {
   if (aspect != DVASPECT_CONTENT) return DV_E_DVASPECT;
   if (context == nullptr || bounds == nullptr) return E_INVALIDARG;
-  const RECT area{bounds->left, bounds->top, bounds->right, bounds->bottom};
-  toolkit::win32::SurfaceWindow::draw(surface_, context, area, place_.ambients().look);
+  const Upright upright(context, *bounds);
+  toolkit::win32::SurfaceWindow::draw(surface_, context, upright.area(), place_.ambients().look);
   return S_OK;
 }
 

@@ -58,6 +58,7 @@ ULONG Automation::Release() {
 
 HRESULT Automation::GetTypeInfoCount(UINT* count) {
   return comBorder([&] {
+    if (count == nullptr) return E_POINTER;
     *count = 1;
     return S_OK;
   });
@@ -65,6 +66,7 @@ HRESULT Automation::GetTypeInfoCount(UINT* count) {
 
 HRESULT Automation::GetTypeInfo(UINT index, LCID, ITypeInfo** info) {
   return comBorder([&] {
+    if (info == nullptr) return E_POINTER;
     *info = nullptr;
     if (index != 0) return DISP_E_BADINDEX;
     *info = typeInfo().Detach();
@@ -72,13 +74,19 @@ HRESULT Automation::GetTypeInfo(UINT index, LCID, ITypeInfo** info) {
   });
 }
 
-HRESULT Automation::GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) {
-  return comBorder([&] { return typeInfo()->GetIDsOfNames(names, count, ids); });
+HRESULT Automation::GetIDsOfNames(REFIID reserved, LPOLESTR* names, UINT count, LCID, DISPID* ids) {
+  return comBorder([&]() -> HRESULT {
+    if (reserved != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
+    if (names == nullptr || ids == nullptr) return E_POINTER;
+    return typeInfo()->GetIDsOfNames(names, count, ids);
+  });
 }
 
-HRESULT Automation::Invoke(DISPID member, REFIID, LCID, WORD flags, DISPPARAMS* parameters,
+HRESULT Automation::Invoke(DISPID member, REFIID reserved, LCID, WORD flags, DISPPARAMS* parameters,
                            VARIANT* result, EXCEPINFO* exception, UINT*) {
   return comBorder([&]() -> HRESULT {
+    if (reserved != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
+    if (parameters == nullptr) return E_INVALIDARG;
     const ComPtr<IDispatch> alive(this);
     const bool isPut = (flags & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) != 0;
     if (mostArguments(member, isPut) < 0) return DISP_E_MEMBERNOTFOUND;

@@ -131,12 +131,29 @@ void Container::adviseAll() {
   if (points == nullptr) throw std::runtime_error("the control has no connection points");
   demand(points->FindConnectionPoint(IID_IPropertyNotifySink, &connection_), "FindConnectionPoint");
   demand(connection_->Advise(properties_.get(), &connectionCookie_), "the sink's Advise");
+  connectEvents();
+}
+
+void Container::connectEvents() {
+  const auto information = as<IProvideClassInfo2>();
+  const auto points = as<IConnectionPointContainer>();
+  GUID source{};
+  if (information == nullptr ||
+      FAILED(information->GetGUID(GUIDKIND_DEFAULT_SOURCE_DISP_IID, &source))) {
+    return;
+  }
+  events_ = std::make_unique<EventSink>(rules_, source);
+  demand(points->FindConnectionPoint(source, &eventSource_), "the default source");
+  demand(eventSource_->Advise(events_.get(), &eventCookie_), "the event sink's Advise");
 }
 
 void Container::unadviseAll() {
   if (connection_ != nullptr && connectionCookie_ != 0) connection_->Unadvise(connectionCookie_);
   connection_.Reset();
   connectionCookie_ = 0;
+  if (eventSource_ != nullptr && eventCookie_ != 0) eventSource_->Unadvise(eventCookie_);
+  eventSource_.Reset();
+  eventCookie_ = 0;
   if (const auto view = as<IViewObject2>()) view->SetAdvise(DVASPECT_CONTENT, 0, nullptr);
   const auto object = as<IOleObject>();
   if (object != nullptr && adviseCookie_ != 0) object->Unadvise(adviseCookie_);
@@ -315,6 +332,7 @@ void Container::checkReferences() {
   check(frame_);
   check(document_);
   check(properties_);
+  check(events_);
   check(advises_);
   check(views_);
 }
@@ -365,6 +383,7 @@ void Container::check() {
   keepIfHeld(frame_);
   keepIfHeld(document_);
   keepIfHeld(properties_);
+  keepIfHeld(events_);
   keepIfHeld(advises_);
   keepIfHeld(views_);
 }

@@ -73,6 +73,9 @@ class Container {
   Site& site() { return *site_; }
   FrameObject& frame() { return *frame_; }
   PropertySink& properties() { return *properties_; }
+  // Connected to the default source that the control's class names, as most hosts are; null where
+  // it names none.
+  EventSink* events() { return events_.get(); }
   AdviseSink& advises() { return *advises_; }
   HostWindow& window() { return window_; }
   const Profile& profile() const { return profile_; }
@@ -82,6 +85,7 @@ class Container {
   Microsoft::WRL::ComPtr<Interface> as() const;
   HRESULT initStorage();
   void adviseAll();
+  void connectEvents();
   void unadviseAll();
   HRESULT keyLeftByControl(const MSG& message, DWORD modifiers);
   bool asAccelerator(MSG& message);
@@ -99,12 +103,15 @@ class Container {
   std::unique_ptr<DocumentObject> document_;
   std::unique_ptr<Site> site_;
   std::unique_ptr<PropertySink> properties_;
+  std::unique_ptr<EventSink> events_;
   std::unique_ptr<AdviseSink> advises_;
   std::unique_ptr<AdviseSink> views_;
   Microsoft::WRL::ComPtr<IUnknown> control_;
   Microsoft::WRL::ComPtr<IConnectionPoint> connection_;
+  Microsoft::WRL::ComPtr<IConnectionPoint> eventSource_;
   Microsoft::WRL::ComPtr<IStorage> storage_;
   DWORD connectionCookie_ = 0;
+  DWORD eventCookie_ = 0;
   DWORD adviseCookie_ = 0;
   int windowsBefore_ = 0;
   bool released_ = false;

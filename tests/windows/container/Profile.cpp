@@ -47,6 +47,13 @@ Profile minimalProfile() {
   return profile;
 }
 
+Profile designProfile() {
+  Profile profile = dotnetProfile();
+  profile.name = "design";
+  profile.userMode = false;
+  return profile;
+}
+
 std::vector<Profile> allProfiles() {
   return {formProfile(), dotnetProfile(), dialogProfile(), documentProfile(), minimalProfile()};
 }

@@ -28,6 +28,7 @@ struct Profile {
   bool extent = true;            // SetExtent before activation
   bool rectsFirst = false;       // SetObjectRects before the window exists
   bool uiActivateFirst = false;  // UI activation at once, not in place and then UI
+  bool userMode = true;          // false: a design tool
 };
 
 // Ambients first, property bag, SetClientSite before InitNew.
@@ -40,7 +41,10 @@ Profile dialogProfile();
 Profile documentProfile();
 // As little as a container can do, in an unusual order.
 Profile minimalProfile();
+// All in which a user works.
 std::vector<Profile> allProfiles();
+// A design tool: user mode is off, and a window is demanded all the same.
+Profile designProfile();
 
 inline void PrintTo(const Profile& profile, std::ostream* out) { *out << profile.name; }
 

@@ -126,6 +126,16 @@ void Rules::onControlInfoChanged() {
 void Rules::onChanged(DISPID property) {
   const std::string call = "OnChanged(" + std::to_string(property) + ")";
   called(call);
+  requireRest(call);
+}
+
+void Rules::onEvent(const std::string& name) {
+  called(name);
+  requireRest(name);
+}
+
+// Nothing of the control may be running.
+void Rules::requireRest(const std::string& call) {
   require(hostCalls_.empty(),
           call + " from within " + (hostCalls_.empty() ? "" : hostCalls_.back()));
   require(modalDepth_ == 0, call + " while a box is open");

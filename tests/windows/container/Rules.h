@@ -40,6 +40,7 @@ class Rules {
   void enableModeless(bool enable);
   void onControlInfoChanged();
   void onChanged(DISPID property);
+  void onEvent(const std::string& name);
   void onPosRectChange();
   // A reference to one of the container's objects was given back that nobody held.
   void overReleased(const std::string& object);
@@ -78,6 +79,7 @@ class Rules {
 
  private:
   void require(bool holds, const std::string& text);
+  void requireRest(const std::string& call);
   bool insideHostCall(const std::string& name) const;
 
   Offer offer_;

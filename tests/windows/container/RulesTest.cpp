@@ -95,6 +95,20 @@ const Broken kBroken[] = {
 INSTANTIATE_TEST_SUITE_P(Container, StrictContainer, testing::ValuesIn(kBroken),
                          [](const auto& given) { return given.param.name; });
 
+TEST(EventRules, NoticeAnEventThatComesWhileSomethingRuns) {
+  Rules rules{Offer{}};
+  rules.connected();
+  rules.onEvent("event 1");
+  EXPECT_EQ(rules.report(), "");
+  {
+    const Rules::HostCall call(rules, "Invoke");
+    rules.onEvent("event 2");
+  }
+  rules.enableModeless(false);
+  rules.onEvent("event 3");
+  EXPECT_EQ(rules.report(), "event 2 from within Invoke\nevent 3 while a box is open\n");
+}
+
 // finish() deactivates first; a host that only closes sees what Close leaves behind.
 TEST(StrictContainerOnClose, NoticesACloseThatTakesNothingDown) {
   HostWindow window;

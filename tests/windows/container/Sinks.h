@@ -6,7 +6,9 @@
 
 #include <functional>
 #include <memory>
+#include <string>
 #include <utility>
+#include <vector>
 
 #include "tests/windows/container/HostObject.h"
 
@@ -39,6 +41,50 @@ class PropertySink final : public HostObject<IPropertyNotifySink> {
   }
 
   int changes_ = 0;
+};
+
+// Hears of the events of a control: the first one's number is 1.
+class EventSink final : public HostObject<IDispatch> {
+ public:
+  // `wanted` is the interface by which it is known; IID_IDispatch: by that alone.
+  EventSink(std::shared_ptr<Rules> rules, const IID& wanted)
+      : HostObject(std::move(rules), "event sink"), wanted_(wanted) {}
+
+  HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
+    *count = 0;
+    return S_OK;
+  }
+  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo** info) override {
+    *info = nullptr;
+    return E_NOTIMPL;
+  }
+  HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
+    return E_NOTIMPL;
+  }
+  HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* given, VARIANT*,
+                                   EXCEPINFO*, UINT*) override {
+    rules().onEvent("event " + std::to_string(id));
+    told_.push_back(toldOf(id, *given));
+    if (onEvent) onEvent(id);
+    return answer;
+  }
+
+  // "2 004 true", "4 Cmd_OK_Click -2147221501 ...": number and arguments of each event.
+  const std::vector<std::string>& told() const { return told_; }
+  std::function<void(DISPID id)> onEvent;
+  HRESULT answer = S_OK;
+
+ private:
+  void* find(REFIID id) override {
+    if (id == IID_IUnknown || id == IID_IDispatch || id == wanted_) {
+      return static_cast<IDispatch*>(this);
+    }
+    return nullptr;
+  }
+  static std::string toldOf(DISPID id, const DISPPARAMS& given);
+
+  const IID wanted_;
+  std::vector<std::string> told_;
 };
 
 class AdviseSink final : public HostObject<IAdviseSink> {

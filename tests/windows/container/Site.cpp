@@ -12,7 +12,9 @@ Site::Site(std::shared_ptr<Rules> rules, const Profile& profile, HWND parent, Fr
       profile_(profile),
       parent_(parent),
       frame_(frame),
-      document_(document) {}
+      document_(document) {
+  ambients_.userMode = profile.userMode;
+}
 
 void* Site::find(REFIID id) {
   if (id == IID_IUnknown || id == IID_IOleClientSite) return static_cast<IOleClientSite*>(this);

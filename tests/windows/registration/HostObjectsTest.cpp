@@ -241,6 +241,30 @@ TEST_F(HostStore, NamesObjectAndMemberOfAnAnswerOfTheWrongType) {
   EXPECT_EQ(failureOf([&] { store_->ExecuteSentence("X"); }), "dynamic array.default member");
 }
 
+// A reference to a reference cannot be read: a failure of the store, as any other.
+TEST_F(HostStore, FailsInNoOtherWayThanAStoreDoes) {
+  VARIANT inner{};
+  inner.vt = VT_BYREF | VT_VARIANT;
+  inner.pvarVal = &inner;
+  const auto unreadable = answersWith([&inner](VARIANT& answer) { answer = inner; });
+  const auto refused = static_cast<unsigned>(E_INVALIDARG);
+  const auto file = this->file();
+  database_->on(L"ExecuteSentence", unreadable);
+  EXPECT_EQ(codeOf([&] { store_->ExecuteSentence("SSELECT A"); }), refused);
+  file_->on(L"ReadRecord", unreadable);
+  EXPECT_EQ(codeOf([&] { file->ReadRecord("001"); }), refused);
+  file_->on(L"DeleteRecord", unreadable);
+  EXPECT_EQ(codeOf([&] { file->DeleteRecord("001"); }), refused);
+  database_->on(L"OpenFile", unreadable);
+  EXPECT_EQ(codeOf([&] { store_->OpenFile("ACCORD"); }), refused);
+}
+
+TEST_F(HostStore, FailsSoOutOfMemoryToo) {
+  database_->on(L"ExecuteSentence", [](const FakeCall&) -> HRESULT { throw std::bad_alloc(); });
+  EXPECT_EQ(codeOf([&] { store_->ExecuteSentence("SSELECT A"); }),
+            static_cast<unsigned>(E_OUTOFMEMORY));
+}
+
 TEST_F(HostStore, KnowsItsObjectAgainByItsIUnknown) {
   EXPECT_TRUE(ocx::isDatabaseOf(*store_, database_.Get()));
   EXPECT_FALSE(ocx::isDatabaseOf(*store_, file_.Get()));

@@ -128,6 +128,15 @@ TEST_F(BuiltLibrary, CarriesItsTypeLibraryBitmapAndManifest) {
   EXPECT_NE(FindResourceW(library_.module(), MAKEINTRESOURCEW(1), RT_VERSION), nullptr);
 }
 
+TEST_F(BuiltLibrary, IsMarkedAsHoldingAControl) {
+  ComPtr<ITypeLib> types;
+  ASSERT_EQ(LoadTypeLibEx(library_.path().c_str(), REGKIND_NONE, &types), S_OK);
+  TLIBATTR* attributes = nullptr;
+  ASSERT_EQ(types->GetLibAttr(&attributes), S_OK);
+  EXPECT_NE(attributes->wLibFlags & LIBFLAG_FCONTROL, 0);
+  types->ReleaseTLibAttr(attributes);
+}
+
 TEST_F(BuiltLibrary, IsFoundThroughItsManifestWithoutRegistration) {
   const std::wstring manifest = programFolder() + L"Tessaline.manifest";
   ACTCTXW wanted{};

@@ -257,6 +257,68 @@ TEST_F(Members, RefuseAWrongNumberOfArguments) {
   EXPECT_EQ(call(L"Personne", DISPATCH_METHOD), DISP_E_MEMBERNOTFOUND);
 }
 
+TEST_F(Members, AProcedureIsNoPropertyToBeRead) {
+  for (const wchar_t* name : {L"Init", L"Verif_Ong1", L"AjoutLists", L"Vider_Donnees"}) {
+    EXPECT_EQ(call(name, DISPATCH_PROPERTYGET), DISP_E_MEMBERNOTFOUND)
+        << testing::PrintToString(std::wstring(name));
+  }
+  // A language that does not tell the two apart asks for either.
+  EXPECT_EQ(call(L"Verif_Ong1", DISPATCH_METHOD | DISPATCH_PROPERTYGET), DISP_E_EXCEPTION);
+}
+
+TEST_F(Members, TheReservedInterfaceIsNone) {
+  DISPPARAMS none{};
+  EXPECT_EQ(control_->Invoke(1, IID_IUnknown, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, &none,
+                             result_.out(), nullptr, nullptr),
+            DISP_E_UNKNOWNINTERFACE);
+  wchar_t name[] = L"Init";
+  LPOLESTR names = name;
+  DISPID id = 0;
+  EXPECT_EQ(control_->GetIDsOfNames(IID_IUnknown, &names, 1, LOCALE_USER_DEFAULT, &id),
+            DISP_E_UNKNOWNINTERFACE);
+}
+
+TEST_F(Members, NowhereToPutAnAnswerIsRefused) {
+  wchar_t name[] = L"Init";
+  LPOLESTR names = name;
+  EXPECT_EQ(control_->GetTypeInfoCount(nullptr), E_POINTER);
+  EXPECT_EQ(control_->GetTypeInfo(0, LOCALE_USER_DEFAULT, nullptr), E_POINTER);
+  EXPECT_EQ(control_->GetIDsOfNames(IID_NULL, &names, 1, LOCALE_USER_DEFAULT, nullptr), E_POINTER);
+  EXPECT_EQ(control_->Invoke(1, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, nullptr,
+                             nullptr, nullptr, nullptr),
+            E_INVALIDARG);
+}
+
+// Each member has a text of its own for those who browse the library; nothing else of it is
+// English.
+TEST_F(Members, AreExplainedInFrench) {
+  ComPtr<ITypeInfo> info;
+  ASSERT_EQ(control_->GetTypeInfo(0, LOCALE_USER_DEFAULT, &info), S_OK);
+  TYPEATTR* attributes = nullptr;
+  ASSERT_EQ(info->GetTypeAttr(&attributes), S_OK);
+  const UINT functions = attributes->cFuncs;
+  info->ReleaseTypeAttr(attributes);
+  for (UINT at = 0; at < functions; ++at) {
+    FUNCDESC* function = nullptr;
+    ASSERT_EQ(info->GetFuncDesc(at, &function), S_OK);
+    const DISPID id = function->memid;
+    const WORD flags = function->wFuncFlags;
+    info->ReleaseFuncDesc(function);
+    if (id < 1 || id > 55) continue;
+    BSTR help = nullptr;
+    ASSERT_EQ(info->GetDocumentation(id, nullptr, &help, nullptr, nullptr), S_OK);
+    EXPECT_FALSE(com::viewOf(help).empty()) << id;
+    if (id == 1) {
+      EXPECT_EQ(std::wstring(com::viewOf(help)),
+                L"Vrai d\u00E8s que l'utilisateur a demand\u00E9 \u00E0 sortir");
+      EXPECT_NE(flags & FUNCFLAG_FNONBROWSABLE, 0);
+    } else {
+      EXPECT_EQ(flags & FUNCFLAG_FNONBROWSABLE, 0) << id;
+    }
+    SysFreeString(help);
+  }
+}
+
 TEST_F(Members, InitWithoutItsObjectsIsAFailureWithAText) {
   EXPECT_EQ(control_->Init(), E_UNEXPECTED);
   EXPECT_EQ(call(L"Init", DISPATCH_METHOD), DISP_E_EXCEPTION);

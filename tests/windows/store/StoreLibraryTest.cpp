@@ -207,6 +207,26 @@ TEST_F(StoreLibrary, AnswersEveryMemberThatItsTypeLibraryNames) {
   }
 }
 
+TEST_F(StoreLibrary, RefusesToAnswerNowhere) {
+  const ComPtr<IDispatch> object = newArray();
+  wchar_t name[] = L"Value";
+  LPOLESTR names = name;
+  DISPID id = 0;
+  DISPPARAMS none{};
+  EXPECT_EQ(object->GetTypeInfoCount(nullptr), E_POINTER);
+  EXPECT_EQ(object->GetTypeInfo(0, LOCALE_USER_DEFAULT, nullptr), E_POINTER);
+  EXPECT_EQ(object->GetIDsOfNames(IID_NULL, &names, 1, LOCALE_USER_DEFAULT, nullptr), E_POINTER);
+  EXPECT_EQ(object->GetIDsOfNames(IID_NULL, nullptr, 1, LOCALE_USER_DEFAULT, &id), E_POINTER);
+  EXPECT_EQ(object->GetIDsOfNames(IID_IUnknown, &names, 1, LOCALE_USER_DEFAULT, &id),
+            DISP_E_UNKNOWNINTERFACE);
+  EXPECT_EQ(object->Invoke(0, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, nullptr, nullptr,
+                           nullptr, nullptr),
+            E_INVALIDARG);
+  EXPECT_EQ(object->Invoke(0, IID_IUnknown, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, &none,
+                           nullptr, nullptr, nullptr),
+            DISP_E_UNKNOWNINTERFACE);
+}
+
 TEST_F(StoreLibrary, TellsOfAnErrorInTheExceptionInformation) {
   const ComPtr<IDispatch> database = openDatabase();
   wchar_t name[] = L"OpenFile";

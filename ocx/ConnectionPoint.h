@@ -1,4 +1,4 @@
-// The connection point through which hosts hear of a change of W_Sortir.
+// One connection point: those who want to be told of something through one interface.
 #pragma once
 
 #include <ocidl.h>
@@ -11,18 +11,30 @@
 namespace ocx {
 
 // Part of the control: its references are the control's, its identity is its own.
-class PropertySinks final : public IConnectionPoint {
+class ConnectionPoint final : public IConnectionPoint {
  public:
-  // The container outlives it.
-  explicit PropertySinks(IConnectionPointContainer& container) : container_(container) {}
-  PropertySinks(const PropertySinks&) = delete;
-  PropertySinks& operator=(const PropertySinks&) = delete;
-  ~PropertySinks() = default;
+  // A sink has to have that interface; for a dispinterface, one that answers to IDispatch alone
+  // will do. The container outlives the point.
+  enum class Sinks { OfTheInterface, Dispatch };
+  ConnectionPoint(IConnectionPointContainer& container, const IID& sinkInterface, Sinks kind)
+      : container_(container), sinkInterface_(sinkInterface), kind_(kind) {}
+  ConnectionPoint(const ConnectionPoint&) = delete;
+  ConnectionPoint& operator=(const ConnectionPoint&) = delete;
+  ~ConnectionPoint() = default;
 
+  const IID& sinkInterface() const { return sinkInterface_; }
   bool empty() const { return sinks_.empty(); }
   void clear() { sinks_.clear(); }
-  // Tells those that were there at the start and have not gone meanwhile.
-  void tellChanged(DISPID property);
+
+  // Tells those that were there at the start and have not gone meanwhile; what they answer is left
+  // alone. `Interface` is the one that the sinks were taken for.
+  template <class Interface, class Call>
+  void tell(const Call& call) {
+    const std::vector<Sink> now = sinks_;
+    for (const Sink& sink : now) {
+      if (isThere(sink.cookie)) call(*static_cast<Interface*>(sink.object.Get()));
+    }
+  }
 
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID wanted, void** object) override {
     return com::comBorder([&] { return query(wanted, object); });
@@ -52,7 +64,7 @@ class PropertySinks final : public IConnectionPoint {
 
   struct Sink {
     DWORD cookie = 0;
-    Microsoft::WRL::ComPtr<IPropertyNotifySink> sink;
+    Microsoft::WRL::ComPtr<IUnknown> object;  // the pointer of the interface that is called
   };
 
  private:
@@ -65,6 +77,8 @@ class PropertySinks final : public IConnectionPoint {
   bool isThere(DWORD cookie) const;
 
   IConnectionPointContainer& container_;
+  const IID sinkInterface_;
+  const Sinks kind_;
   std::vector<Sink> sinks_;
   DWORD lastCookie_ = 0;
 };

@@ -1,4 +1,4 @@
-#include "ocx/PropertySinks.h"
+#include "ocx/ConnectionPoint.h"
 
 #include <olectl.h>
 
@@ -10,27 +10,20 @@ namespace ocx {
 
 namespace {
 
-void handOver(const PropertySinks::Sink& held, CONNECTDATA& element) {
+void handOver(const ConnectionPoint::Sink& held, CONNECTDATA& element) {
   element.dwCookie = held.cookie;
-  element.pUnk = held.sink.Get();
+  element.pUnk = held.object.Get();
   element.pUnk->AddRef();
 }
 
 }  // namespace
 
-bool PropertySinks::isThere(DWORD cookie) const {
+bool ConnectionPoint::isThere(DWORD cookie) const {
   return std::any_of(sinks_.begin(), sinks_.end(),
                      [cookie](const Sink& sink) { return sink.cookie == cookie; });
 }
 
-void PropertySinks::tellChanged(DISPID property) {
-  const std::vector<Sink> now = sinks_;
-  for (const Sink& sink : now) {
-    if (isThere(sink.cookie)) sink.sink->OnChanged(property);
-  }
-}
-
-HRESULT PropertySinks::query(REFIID wanted, void** object) {
+HRESULT ConnectionPoint::query(REFIID wanted, void** object) {
   if (object == nullptr) return E_POINTER;
   if (wanted != __uuidof(IUnknown) && wanted != __uuidof(IConnectionPoint)) {
     *object = nullptr;
@@ -41,31 +34,37 @@ HRESULT PropertySinks::query(REFIID wanted, void** object) {
   return S_OK;
 }
 
-HRESULT PropertySinks::giveInterface(IID* sinkInterface) {
+HRESULT ConnectionPoint::giveInterface(IID* sinkInterface) {
   if (sinkInterface == nullptr) return E_POINTER;
-  *sinkInterface = __uuidof(IPropertyNotifySink);
+  *sinkInterface = sinkInterface_;
   return S_OK;
 }
 
-HRESULT PropertySinks::giveContainer(IConnectionPointContainer** container) {
+HRESULT ConnectionPoint::giveContainer(IConnectionPointContainer** container) {
   if (container == nullptr) return E_POINTER;
   *container = &container_;
   container_.AddRef();
   return S_OK;
 }
 
-HRESULT PropertySinks::advise(IUnknown* sink, DWORD* cookie) {
+HRESULT ConnectionPoint::advise(IUnknown* sink, DWORD* cookie) {
   if (sink == nullptr || cookie == nullptr) return E_POINTER;
   *cookie = 0;
   Sink added;
-  if (FAILED(sink->QueryInterface(IID_PPV_ARGS(&added.sink)))) return CONNECT_E_CANNOTCONNECT;
+  const auto take = [&](const IID& id) {
+    return SUCCEEDED(
+        sink->QueryInterface(id, reinterpret_cast<void**>(added.object.ReleaseAndGetAddressOf())));
+  };
+  if (!take(sinkInterface_) && (kind_ != Sinks::Dispatch || !take(IID_IDispatch))) {
+    return CONNECT_E_CANNOTCONNECT;
+  }
   added.cookie = ++lastCookie_;
   *cookie = added.cookie;
   sinks_.push_back(std::move(added));
   return S_OK;
 }
 
-HRESULT PropertySinks::unadvise(DWORD cookie) {
+HRESULT ConnectionPoint::unadvise(DWORD cookie) {
   const auto found = std::find_if(sinks_.begin(), sinks_.end(),
                                   [cookie](const Sink& sink) { return sink.cookie == cookie; });
   if (found == sinks_.end()) return CONNECT_E_NOCONNECTION;
@@ -74,7 +73,7 @@ HRESULT PropertySinks::unadvise(DWORD cookie) {
   return S_OK;
 }
 
-HRESULT PropertySinks::enumerate(IEnumConnections** connections) {
+HRESULT ConnectionPoint::enumerate(IEnumConnections** connections) {
   if (connections == nullptr) return E_POINTER;
   *connections = Enumerator<IEnumConnections, CONNECTDATA, Sink, handOver>::make(sinks_);
   return S_OK;

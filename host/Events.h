@@ -1,0 +1,45 @@
+// What the control tells its host by events, in words for a status bar.
+#pragma once
+
+#include <ocidl.h>
+#include <ole2.h>
+#include <wrl/client.h>
+
+#include <functional>
+#include <string>
+
+namespace host {
+
+// Found by the control's own class information: a control without events is none the worse.
+class Events final : public IDispatch {
+ public:
+  using Told = std::function<void(const std::wstring& text)>;
+
+  explicit Events(Told told) : told_(std::move(told)) {}
+  Events(const Events&) = delete;
+  Events& operator=(const Events&) = delete;
+
+  void connect(IUnknown& control);
+  void disconnect();
+
+  STDMETHODIMP QueryInterface(REFIID iid, void** object) override;
+  STDMETHODIMP_(ULONG) AddRef() override;
+  STDMETHODIMP_(ULONG) Release() override;
+  STDMETHODIMP GetTypeInfoCount(UINT* count) override;
+  STDMETHODIMP GetTypeInfo(UINT index, LCID locale, ITypeInfo** info) override;
+  STDMETHODIMP GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT count, LCID locale,
+                             DISPID* ids) override;
+  STDMETHODIMP Invoke(DISPID event, REFIID iid, LCID locale, WORD flags, DISPPARAMS* given,
+                      VARIANT* result, EXCEPINFO* exception, UINT* wrong) override;
+
+ private:
+  ~Events() = default;
+
+  Told told_;
+  GUID source_{};
+  Microsoft::WRL::ComPtr<IConnectionPoint> point_;
+  DWORD cookie_ = 0;
+  ULONG references_ = 1;
+};
+
+}  // namespace host
