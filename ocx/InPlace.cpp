@@ -30,6 +30,21 @@ bool handled(const char* entry, const Body& body) {
   return toolkit::win32::windowBorder(entry, true, body);
 }
 
+// What is begun and not kept is undone, whichever way it ends.
+class Undone {
+ public:
+  explicit Undone(std::function<void()> undo) : undo_(std::move(undo)) {}
+  Undone(const Undone&) = delete;
+  Undone& operator=(const Undone&) = delete;
+  ~Undone() {
+    if (undo_) undo_();
+  }
+  void keep() { undo_ = nullptr; }
+
+ private:
+  std::function<void()> undo_;
+};
+
 bool isTab(const MSG* message) {
   return message != nullptr && message->message == WM_KEYDOWN && message->wParam == VK_TAB;
 }
@@ -51,31 +66,45 @@ void InPlace::setSite(IOleClientSite* site) {
 
 void InPlace::readAmbients() {
   const ComPtr<IOleClientSite> site = site_;
+  const bool before = ambients_.userMode;
   ambients_ = ambientsOf(site.Get());
   surface_->setAcceptsInput(ambients_.userMode && !ambients_.uiDead);
-  if (!ambients_.userMode) {
-    deactivate();
+  if (active() && ambients_.userMode != before) {
+    changeMode();
   } else if (windows_) {
     windows_->setAmbience(ambients_.look);
+  } else if (picture_) {
+    picture_->repaint();
   }
+}
+
+// The place stays, another window takes it; a box that is open goes with the one before.
+void InPlace::changeMode() {
+  const HWND parent = GetParent(window());
+  const bool visible = IsWindowVisible(window()) != FALSE;
+  closed_ = true;
+  deactivateUi();
+  windows_.reset();
+  picture_.reset();
+  if (!active() || parent == nullptr) return;
+  makeWindowIn(parent);
+  show(visible);
 }
 
 // Activation -------------------------------------------------------------------------------------
 
 HRESULT InPlace::activate() {
-  if (!ambients_.userMode) return S_OK;
   if (active() && window() == nullptr) {
     deactivate();  // the container has destroyed the window from outside
   }
   if (active()) {
-    windows_->show(true);
+    show(true);
     return S_OK;
   }
+  Undone entering([this] { deactivate(); });
   const HRESULT result = enterPlace();
-  if (FAILED(result)) {
-    deactivate();
-    return result;
-  }
+  if (FAILED(result)) return result;
+  entering.keep();
   if (site_ != nullptr) {
     const ComPtr<IOleClientSite> site = site_;
     site->ShowObject();
@@ -112,18 +141,39 @@ HRESULT InPlace::makeWindow() {
   if (inPlaceSite_ != site) return E_ABORT;
   frame_ = frame;
   document_ = document;
-  windows_ =
-      std::make_unique<toolkit::win32::SurfaceWindow>(*surface_, parent, place_, ambients_.look);
-  windows_->onEntry = keepAlive_;
-  windows_->onKeyboard = [this](bool inside) { keyboardMoved(inside); };
-  applyClip();
-  windows_->show(true);
+  makeWindowIn(parent);
+  show(true);
   return S_OK;
+}
+
+void InPlace::makeWindowIn(HWND parent) {
+  if (ambients_.userMode) {
+    windows_ =
+        std::make_unique<toolkit::win32::SurfaceWindow>(*surface_, parent, place_, ambients_.look);
+    windows_->onEntry = keepAlive_;
+    windows_->onKeyboard = [this](bool inside) { keyboardMoved(inside); };
+  } else {
+    picture_ =
+        std::make_unique<DesignWindow>(parent, place_, [this](HDC context, const RECT& area) {
+          toolkit::win32::SurfaceWindow::draw(*surface_, context, area, ambients_.look);
+        });
+  }
+  applyClip();
+}
+
+HWND InPlace::window() const {
+  if (picture_) return picture_->handle();
+  return windows_ ? windows_->handle() : nullptr;
+}
+
+void InPlace::show(bool visible) {
+  if (windows_) windows_->show(visible);
+  if (picture_) picture_->show(visible);
 }
 
 HRESULT InPlace::activateUi(const MSG* message) {
   HRESULT result = activate();
-  if (SUCCEEDED(result) && active() && !uiActive_) result = tellUiActive();
+  if (SUCCEEDED(result) && active() && windows_ && !uiActive_) result = tellUiActive();
   if (FAILED(result) || !uiActive_ || !windows_) return result;
   handled("UIActivate", [&] {
     if (isTab(message)) surface_->enter(GetKeyState(VK_SHIFT) < 0);
@@ -180,6 +230,7 @@ void InPlace::deactivate() {
   }
   deactivateUi();
   std::unique_ptr<toolkit::win32::SurfaceWindow> windows = std::move(windows_);
+  const std::unique_ptr<DesignWindow> picture = std::move(picture_);
   const ComPtr<IOleInPlaceSite> site = std::move(inPlaceSite_);
   dropFrame();
   windows.reset();
@@ -194,7 +245,7 @@ void InPlace::dropFrame() {
 
 void InPlace::hide() {
   deactivateUi();
-  if (windows_) windows_->show(false);
+  show(false);
 }
 
 void InPlace::takeDown() {
@@ -207,10 +258,9 @@ void InPlace::takeDown() {
 void InPlace::setRectangles(const RECT& place, const RECT& clip) {
   place_ = place;
   clip_ = clip;
-  if (windows_) {
-    windows_->setPlace(place_);
-    applyClip();
-  }
+  if (windows_) windows_->setPlace(place_);
+  if (picture_) picture_->setPlace(place_);
+  applyClip();
 }
 
 // The part of the window that the container lets be seen.
@@ -240,6 +290,7 @@ HRESULT InPlace::translate(MSG& message) {
 }
 
 void InPlace::mnemonic(char32_t letter) {
+  if (!ambients_.userMode) return;
   if (active()) activateUi(nullptr);
   handled("OnMnemonic", [&] {
     return surface_->key({.key = toolkit::Key::Character, .character = letter, .alt = true});

@@ -9,6 +9,7 @@
 #include <memory>
 
 #include "ocx/Ambients.h"
+#include "ocx/DesignWindow.h"
 #include "toolkit/Surface.h"
 #include "toolkit/win32/SurfaceWindow.h"
 #include "toolkit/win32/WindowsDesktop.h"
@@ -32,7 +33,8 @@ class InPlace final : public toolkit::win32::ModalHost {
   const Ambients& ambients() const { return ambients_; }
   void readAmbients();
 
-  // The HRESULTs are those of IOleObject::DoVerb. In design mode nothing is activated.
+  // The HRESULTs are those of IOleObject::DoVerb. In design mode the window is one that only shows
+  // the control, and there is no UI activation.
   HRESULT activate();
   HRESULT activateUi(const MSG* message);
   void deactivateUi();
@@ -43,7 +45,7 @@ class InPlace final : public toolkit::win32::ModalHost {
 
   bool active() const { return inPlaceSite_ != nullptr; }
   // Null without a window.
-  HWND window() const { return windows_ ? windows_->handle() : nullptr; }
+  HWND window() const;
   // S_OK when the message was used up here, else the container's own answer to it (S_FALSE when it
   // has none).
   HRESULT translate(MSG& message);
@@ -64,6 +66,9 @@ class InPlace final : public toolkit::win32::ModalHost {
  private:
   HRESULT enterPlace();
   HRESULT makeWindow();
+  void makeWindowIn(HWND parent);
+  void show(bool visible);
+  void changeMode();
   HRESULT tellUiActive();
   void showActiveObject();
   void dropFrame();
@@ -83,7 +88,8 @@ class InPlace final : public toolkit::win32::ModalHost {
   Microsoft::WRL::ComPtr<IOleInPlaceSite> inPlaceSite_;  // while active
   Microsoft::WRL::ComPtr<IOleInPlaceFrame> frame_;
   Microsoft::WRL::ComPtr<IOleInPlaceUIWindow> document_;
-  std::unique_ptr<toolkit::win32::SurfaceWindow> windows_;
+  std::unique_ptr<toolkit::win32::SurfaceWindow> windows_;  // in user mode
+  std::unique_ptr<DesignWindow> picture_;                   // in design mode
   RECT place_{};
   RECT clip_{};
   bool clipped_ = false;

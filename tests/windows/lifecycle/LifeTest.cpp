@@ -1,6 +1,8 @@
 // The control's life in its container: orders of calls, activation again and again, closing.
 #include <olectl.h>
 
+#include <algorithm>
+
 #include "tests/support/Thorough.h"
 #include "tests/windows/lifecycle/ControlTest.h"
 
@@ -133,6 +135,19 @@ TEST_P(Life, LosesItsSiteWhileActive) {
   EXPECT_EQ(host_.finish(), "");
 }
 
+// There is no window to make one's own in: the site has heard of an activation, and hears of its
+// end.
+TEST_P(Life, UndoesAnActivationThatCannotBeFinished) {
+  host_.load();
+  window_.destroy();
+  EXPECT_TRUE(FAILED(host_.activate()));
+  const std::vector<std::string>& calls = host_.rules().calls();
+  EXPECT_EQ(std::count(calls.begin(), calls.end(), "OnInPlaceActivate"), 1);
+  EXPECT_EQ(std::count(calls.begin(), calls.end(), "OnInPlaceDeactivate"), 1);
+  EXPECT_FALSE(host_.rules().inPlaceActive());
+  EXPECT_EQ(host_.finish(), "");
+}
+
 // A host without a frame gives none; everything else works.
 TEST(LifeWithoutFrame, Activates) {
   Profile profile = container::minimalProfile();
@@ -185,15 +200,6 @@ TEST_F(Ambients, BreakModeTakesNoInput) {
   control().host.ambientChanged(DISPID_AMBIENT_UIDEAD);
   user().fill(L"Txt_CodOrgChg", L"001");
   EXPECT_EQ(user().text(L"Txt_RaisonOrgChg"), L"Caisse d'allocations familiales");
-}
-
-TEST(DesignMode, HasNoChildWindows) {
-  HostWindow window;
-  Container host(container::formProfile(), window, library());
-  host.site().ambients().userMode = false;
-  host.open();
-  EXPECT_EQ(GetWindow(host.controlWindow(), GW_CHILD), nullptr);
-  EXPECT_EQ(host.finish(), "");
 }
 
 }  // namespace
