@@ -3,212 +3,29 @@
 #include <ole2.h>
 
 #include <algorithm>
-#include <map>
+#include <exception>
 
 #include "com/ComBorder.h"
+#include "com/RegistrationJournal.h"
 
 namespace com {
 
 namespace {
 
-void checkWin32(LSTATUS status, const char* what) {
-  if (status != ERROR_SUCCESS) throw Error(HRESULT_FROM_WIN32(static_cast<DWORD>(status)), what);
+bool sameFile(std::wstring_view one, std::wstring_view other) {
+  return CompareStringOrdinal(one.data(), static_cast<int>(one.size()), other.data(),
+                              static_cast<int>(other.size()), TRUE) == CSTR_EQUAL;
 }
 
-class Key {
- public:
-  Key() = default;
-  Key(const Key&) = delete;
-  Key& operator=(const Key&) = delete;
-  ~Key() {
-    if (key_ != nullptr) RegCloseKey(key_);
-  }
-  HKEY get() const { return key_; }
-  HKEY* out() { return &key_; }
-
- private:
-  HKEY key_ = nullptr;
-};
-
-}  // namespace
-
-bool WindowsRegistry::exists(const std::wstring& key) {
-  Key found;
-  const LSTATUS status = RegOpenKeyExW(hive_, below(key).c_str(), 0, KEY_READ, found.out());
-  if (status != ERROR_FILE_NOT_FOUND) checkWin32(status, "a registry key cannot be opened");
-  return status == ERROR_SUCCESS;
-}
-
-void WindowsRegistry::create(const std::wstring& key) {
-  Key created;
-  checkWin32(RegCreateKeyExW(hive_, below(key).c_str(), 0, nullptr, 0, KEY_WRITE, nullptr,
-                             created.out(), nullptr),
-             "a registry key cannot be created");
-}
-
-void WindowsRegistry::eraseIfEmpty(const std::wstring& key) {
-  DWORD keys = 0;
-  DWORD values = 0;
-  {
-    Key found;
-    const LSTATUS status = RegOpenKeyExW(hive_, below(key).c_str(), 0, KEY_READ, found.out());
-    if (status == ERROR_FILE_NOT_FOUND) return;
-    checkWin32(status, "a registry key cannot be opened");
-    checkWin32(RegQueryInfoKeyW(found.get(), nullptr, nullptr, nullptr, &keys, nullptr, nullptr,
-                                &values, nullptr, nullptr, nullptr, nullptr),
-               "a registry key cannot be read");
-  }
-  if (keys == 0 && values == 0) {
-    checkWin32(RegDeleteKeyW(hive_, below(key).c_str()), "a registry key cannot be removed");
-  }
-}
-
-std::vector<std::wstring> WindowsRegistry::names(const std::wstring& key) {
-  constexpr DWORD kLongestName = 16384;
-  Key found;
-  checkWin32(RegOpenKeyExW(hive_, below(key).c_str(), 0, KEY_READ, found.out()),
-             "a registry key cannot be opened");
-  std::vector<std::wstring> names;
-  for (DWORD index = 0;; ++index) {
-    std::wstring name(kLongestName, L'\0');
-    DWORD length = kLongestName;
-    const LSTATUS status =
-        RegEnumValueW(found.get(), index, name.data(), &length, nullptr, nullptr, nullptr, nullptr);
-    if (status == ERROR_NO_MORE_ITEMS) return names;
-    checkWin32(status, "a registry key cannot be read");
-    names.push_back(name.substr(0, length));
-  }
-}
-
-std::optional<RegistryValue> WindowsRegistry::read(const std::wstring& key,
-                                                   const std::wstring& name) {
-  Key found;
-  LSTATUS status = RegOpenKeyExW(hive_, below(key).c_str(), 0, KEY_READ, found.out());
-  if (status == ERROR_FILE_NOT_FOUND) return std::nullopt;
-  checkWin32(status, "a registry key cannot be opened");
-  RegistryValue value;
-  DWORD size = 0;
-  status = RegQueryValueExW(found.get(), name.c_str(), nullptr, &value.type, nullptr, &size);
-  if (status == ERROR_FILE_NOT_FOUND) return std::nullopt;
-  checkWin32(status, "a registry value cannot be read");
-  value.data.resize(size);
-  checkWin32(
-      RegQueryValueExW(found.get(), name.c_str(), nullptr, &value.type, value.data.data(), &size),
-      "a registry value cannot be read");
-  value.data.resize(size);
-  return value;
-}
-
-void WindowsRegistry::write(const std::wstring& key, const std::wstring& name,
-                            const RegistryValue& value) {
-  Key found;
-  checkWin32(RegOpenKeyExW(hive_, below(key).c_str(), 0, KEY_WRITE, found.out()),
-             "a registry key cannot be opened");
-  checkWin32(RegSetValueExW(found.get(), name.c_str(), 0, value.type, value.data.data(),
-                            static_cast<DWORD>(value.data.size())),
-             "a registry value cannot be written");
-}
-
-void WindowsRegistry::erase(const std::wstring& key, const std::wstring& name) {
-  Key found;
-  LSTATUS status = RegOpenKeyExW(hive_, below(key).c_str(), 0, KEY_WRITE, found.out());
-  if (status != ERROR_FILE_NOT_FOUND) {
-    checkWin32(status, "a registry key cannot be opened");
-    status = RegDeleteValueW(found.get(), name.c_str());
-  }
-  if (status != ERROR_FILE_NOT_FOUND) checkWin32(status, "a registry value cannot be removed");
-}
-
-RegistryValue registryText(const std::wstring& text) {
-  const auto* bytes = reinterpret_cast<const BYTE*>(text.c_str());
-  return {REG_SZ, {bytes, bytes + (text.size() + 1) * sizeof(wchar_t)}};
-}
-
-namespace {
-
-// What was there before: keys that were not, and each value's former contents.
-struct Before {
-  std::vector<std::wstring> created;  // parents first
-  std::map<std::pair<std::wstring, std::wstring>, std::optional<RegistryValue>> values;
-};
-
-// The journal as it stands in the registry: its default value lists the created keys; a value named
-// "=key|name" holds the former contents, "+key|name" says that there were none.
-constexpr wchar_t kFormer = L'=';
-constexpr wchar_t kNone = L'+';
-
-RegistryValue listValue(const std::vector<std::wstring>& texts) {
-  std::wstring all;
-  for (const std::wstring& text : texts) {
-    all += text;
-    all += L'\0';
-  }
-  RegistryValue value = registryText(all);
-  value.type = REG_MULTI_SZ;
-  return value;
-}
-
-std::vector<std::wstring> textsOf(const RegistryValue& value) {
-  std::vector<std::wstring> texts;
-  std::wstring text;
-  for (std::size_t at = 0; at + 1 < value.data.size(); at += sizeof(wchar_t)) {
-    const auto unit = static_cast<wchar_t>(value.data[at] | (value.data[at + 1] << 8));
-    if (unit != L'\0') {
-      text += unit;
-    } else if (!text.empty()) {
-      texts.push_back(std::move(text));
-      text.clear();
-    }
-  }
-  return texts;
-}
-
-Before readJournal(RegistryRoot& root, const std::wstring& journal) {
-  Before before;
-  if (!root.exists(journal)) return before;
-  for (const std::wstring& name : root.names(journal)) {
-    const std::optional<RegistryValue> value = root.read(journal, name);
-    if (!value) continue;
-    const std::size_t bar = name.rfind(L'|');
-    if (name.empty()) {
-      before.created = textsOf(*value);
-    } else if (bar != std::wstring::npos) {
-      before.values[{name.substr(1, bar - 1), name.substr(bar + 1)}] =
-          name.front() == kFormer ? value : std::nullopt;
-    }
-  }
-  return before;
-}
-
-void writeJournal(RegistryRoot& root, const std::wstring& journal, const Before& before) {
-  root.write(journal, L"", listValue(before.created));
-  for (const auto& [place, former] : before.values) {
-    const wchar_t mark = former ? kFormer : kNone;
-    root.write(journal, mark + place.first + L"|" + place.second,
-               former.value_or(RegistryValue{REG_NONE, {}}));
-  }
-}
-
-void noteKey(RegistryRoot& root, const std::wstring& key, std::vector<std::wstring>& created) {
-  for (std::size_t end = key.find(L'\\');; end = key.find(L'\\', end + 1)) {
-    const std::wstring part = key.substr(0, end);
-    if (std::find(created.begin(), created.end(), part) == created.end() && !root.exists(part)) {
-      created.push_back(part);
-    }
-    if (end == std::wstring::npos) return;
-  }
-}
-
-Before look(RegistryRoot& root, const RegistryTable& table) {
-  Before before = readJournal(root, table.journal);
+// The file that stands in the registry where the table has its own; "" when there is none.
+std::wstring registeredFile(RegistryRoot& root, const RegistryTable& table) {
+  const RegistryValue own = registryText(table.file);
   for (const RegistryEntry& entry : table.entries) {
-    noteKey(root, entry.key, before.created);
-    const std::pair place(entry.key, entry.name);
-    if (entry.value && !before.values.contains(place)) {
-      before.values[place] = root.read(entry.key, entry.name);
-    }
+    if (isShared(entry.key) || entry.value != own) continue;
+    const std::optional<RegistryValue> found = root.read(entry.key, entry.name);
+    return found ? textOf(*found) : std::wstring();
   }
-  return before;
+  return {};
 }
 
 void createMissing(RegistryRoot& root, const std::vector<std::wstring>& keys) {
@@ -217,9 +34,158 @@ void createMissing(RegistryRoot& root, const std::vector<std::wstring>& keys) {
   }
 }
 
-// The journal goes after everything else, so that a refusal leaves it for the next attempt.
-void putBack(RegistryRoot& root, const std::wstring& journal, const Before& before) {
-  for (const auto& [place, former] : before.values) {
+// What a table is about to change, for the case that it is refused half-way.
+class Snapshot {
+ public:
+  Snapshot(RegistryRoot& root, const RegistryTable& table) : root_(root) {
+    journals_.push_back(table.journal);
+    for (const wchar_t* platform : kPlatforms) {
+      journals_.push_back(table.journal + L"\\" + platform);
+    }
+    for (const std::wstring& key : journals_) {
+      noteKey(key);
+      if (!root.exists(key)) continue;
+      for (const std::wstring& name : root.names(key)) noteValue({key, name});
+    }
+    for (const RegistryEntry& entry : table.entries) {
+      noteKey(entry.key);
+      if (entry.value) noteValue({entry.key, entry.name});
+    }
+  }
+
+  void restore() noexcept {
+    try {
+      putBack();
+    } catch (const Error&) {
+      // What refused the table may refuse this too; the journal stays where it could be written.
+      return;
+    }
+  }
+
+ private:
+  void noteKey(const std::wstring& key) {
+    for (std::size_t end = key.find(L'\\');; end = key.find(L'\\', end + 1)) {
+      const std::wstring part = key.substr(0, end);
+      if (std::find(missing_.begin(), missing_.end(), part) == missing_.end() &&
+          !root_.exists(part)) {
+        missing_.push_back(part);
+      }
+      if (end == std::wstring::npos) return;
+    }
+  }
+  void noteValue(const RegistryPlace& place) {
+    values_[place] = root_.read(place.first, place.second);
+  }
+
+  void putBack() {
+    for (const auto& [place, value] : values_) {
+      if (value) {
+        root_.write(place.first, place.second, *value);
+      } else {
+        root_.erase(place.first, place.second);
+      }
+    }
+    for (const std::wstring& key : journals_) {
+      if (!root_.exists(key)) continue;
+      for (const std::wstring& name : root_.names(key)) {
+        if (!values_.contains({key, name})) root_.erase(key, name);
+      }
+    }
+    for (auto key = missing_.rbegin(); key != missing_.rend(); ++key) root_.eraseIfEmpty(*key);
+  }
+
+  RegistryRoot& root_;
+  std::vector<std::wstring> journals_;
+  std::vector<std::wstring> missing_;  // parents first
+  std::map<RegistryPlace, std::optional<RegistryValue>> values_;
+};
+
+// Notes in the journals what the table is about to change. Where this very file stands already
+// without a journal, an older version has written it: nothing of it comes back.
+class Noting {
+ public:
+  Noting(RegistryRoot& root, const RegistryTable& table, Journals& journals)
+      : root_(root),
+        journals_(journals),
+        own_(journals.own[platformOf(table.width)]),
+        adopted_(own_.created.empty() && own_.former.empty() &&
+                 sameFile(registeredFile(root, table), table.file)) {}
+
+  void note(const RegistryTable& table) {
+    noteOlderOther(table);
+    own_.file = table.file;
+    own_.written.clear();
+    for (const RegistryEntry& entry : table.entries) {
+      noteKeys(entry.key);
+      if (entry.value) noteValue(entry);
+    }
+  }
+
+ private:
+  // What stands there in common is an older version's of the other width, which has not noted it.
+  void noteOlderOther(const RegistryTable& table) {
+    for (auto& [platform, other] : journals_.own) {
+      if (&other == &own_ || !other.written.empty()) continue;
+      for (const RegistryEntry& entry : table.entries) {
+        const auto now = root_.read(entry.key, entry.name);
+        if (isShared(entry.key) && entry.value && now) {
+          other.written[{entry.key, entry.name}] = *now;
+        }
+      }
+    }
+  }
+
+  Journal& journalOf(const std::wstring& key) { return isShared(key) ? journals_.shared : own_; }
+
+  void noteKeys(const std::wstring& key) {
+    for (std::size_t end = key.find(L'\\');; end = key.find(L'\\', end + 1)) {
+      const std::wstring part = key.substr(0, end);
+      std::vector<std::wstring>& created = journalOf(part).created;
+      if (std::find(created.begin(), created.end(), part) == created.end() &&
+          (adopted_ || !root_.exists(part))) {
+        created.push_back(part);
+      }
+      if (end == std::wstring::npos) return;
+    }
+  }
+
+  void noteValue(const RegistryEntry& entry) {
+    const RegistryPlace place{entry.key, entry.name};
+    own_.written[place] = *entry.value;
+    auto& former = journalOf(entry.key).former;
+    if (former.contains(place)) return;
+    former[place] = adopted_ ? std::nullopt : root_.read(entry.key, entry.name);
+  }
+
+  RegistryRoot& root_;
+  Journals& journals_;
+  Journal& own_;
+  bool adopted_;
+};
+
+void noteInto(Journals& journals, RegistryRoot& root, const RegistryTable& table) {
+  Noting(root, table, journals).note(table);
+}
+
+void write(RegistryRoot& root, const RegistryTable& table, const Journals& journals) {
+  writeJournals(root, table.journal, journals);
+  createMissing(root, journals.shared.created);
+  createMissing(root, journals.own.at(platformOf(table.width)).created);
+  for (const RegistryEntry& entry : table.entries) {
+    if (entry.value) root.write(entry.key, entry.name, *entry.value);
+  }
+}
+
+// Has somebody else written there since? What an older version wrote is not known: it counts as
+// ours.
+bool isOurs(RegistryRoot& root, const RegistryPlace& place, const Journal& own) {
+  const auto written = own.written.find(place);
+  return written == own.written.end() || root.read(place.first, place.second) == written->second;
+}
+
+void putBack(RegistryRoot& root, const Journal& before, const Journal& own) {
+  for (const auto& [place, former] : before.former) {
+    if (!isOurs(root, place, own)) continue;
     if (former) {
       root.write(place.first, place.second, *former);
     } else {
@@ -229,44 +195,61 @@ void putBack(RegistryRoot& root, const std::wstring& journal, const Before& befo
   for (auto key = before.created.rbegin(); key != before.created.rend(); ++key) {
     root.eraseIfEmpty(*key);
   }
-  if (root.exists(journal)) {
-    for (const std::wstring& name : root.names(journal)) root.erase(journal, name);
-    root.eraseIfEmpty(journal);
-  }
 }
 
-void takeBack(RegistryRoot& root, const std::wstring& journal, const Before& before) noexcept {
-  try {
-    putBack(root, journal, before);
-  } catch (const Error&) {
-    // What refused the table may refuse this too; the journal stays where it could be written.
-    return;
-  }
-}
-
-void write(RegistryRoot& root, const RegistryTable& table, const Before& before) {
-  createMissing(root, {table.journal});
-  writeJournal(root, table.journal, before);
-  createMissing(root, before.created);
-  for (const RegistryEntry& entry : table.entries) {
-    if (entry.value) root.write(entry.key, entry.name, *entry.value);
+// Shared values that differ between the widths (the folder) become those of the one that stays.
+void handOver(RegistryRoot& root, const Journal& own, const Journal& other) {
+  for (const auto& [place, value] : other.written) {
+    if (isShared(place.first) && own.written.contains(place) && isOurs(root, place, own)) {
+      root.write(place.first, place.second, value);
+    }
   }
 }
 
 }  // namespace
 
+std::wstring platformOf(Width width) {
+  return width == Width::Bits64 ? kPlatforms[0] : kPlatforms[1];
+}
+
 void applyTable(RegistryRoot& root, const RegistryTable& table) {
-  const Before before = look(root, table);
+  Snapshot before(root, table);
+  Journals journals = readJournals(root, table.journal);
+  noteInto(journals, root, table);
   try {
-    write(root, table, before);
+    write(root, table, journals);
   } catch (const Error&) {
-    takeBack(root, table.journal, before);
+    before.restore();
     throw;
   }
 }
 
+// The journal goes after everything else, so that a refusal leaves it for the next attempt.
 void undoTable(RegistryRoot& root, const RegistryTable& table) {
-  if (root.exists(table.journal)) putBack(root, table.journal, readJournal(root, table.journal));
+  Journals journals = readJournals(root, table.journal);
+  const std::wstring platform = platformOf(table.width);
+  if (journals.own.empty() && root.exists(table.journal)) {
+    writeJournals(root, table.journal, {});  // what a refusal has left
+    journals = {};
+  }
+  const auto found = journals.own.find(platform);
+  const bool known = found != journals.own.end() && !found->second.file.empty();
+  const std::wstring file = known ? found->second.file : registeredFile(root, table);
+  if (!sameFile(file, table.file)) return;
+  if (!known) {
+    noteInto(journals, root, table);
+    journals.own[platform].written.clear();
+    writeJournals(root, table.journal, journals);
+  }
+  const Journal own = journals.own[platform];
+  journals.own.erase(platform);
+  putBack(root, own, own);
+  if (journals.own.empty()) {
+    putBack(root, journals.shared, own);
+  } else {
+    handOver(root, own, journals.own.begin()->second);
+  }
+  writeJournals(root, table.journal, journals);
 }
 
 void applyToFirst(const std::vector<RegistryRoot*>& roots, const RegistryTable& table) {
@@ -292,16 +275,34 @@ void undoInAll(const std::vector<RegistryRoot*>& roots, const RegistryTable& tab
   if (first) std::rethrow_exception(first);
 }
 
+namespace {
+
+constexpr const wchar_t* kClasses = L"Software\\Classes";
+
+}  // namespace
+
 void registerLibrary(const RegistryTable& table) {
-  WindowsRegistry machine(HKEY_LOCAL_MACHINE, L"Software\\Classes");
-  WindowsRegistry user(HKEY_CURRENT_USER, L"Software\\Classes");
+  WindowsRegistry machine(HKEY_LOCAL_MACHINE, kClasses);
+  WindowsRegistry user(HKEY_CURRENT_USER, kClasses);
   applyToFirst({&machine, &user}, table);
 }
 
 void unregisterLibrary(const RegistryTable& table) {
-  WindowsRegistry machine(HKEY_LOCAL_MACHINE, L"Software\\Classes");
-  WindowsRegistry user(HKEY_CURRENT_USER, L"Software\\Classes");
+  WindowsRegistry machine(HKEY_LOCAL_MACHINE, kClasses);
+  WindowsRegistry user(HKEY_CURRENT_USER, kClasses);
   undoInAll({&machine, &user}, table);
+}
+
+void installLibrary(bool install, const wchar_t* commandLine, const RegistryTable& table) {
+  const std::wstring_view asked = commandLine == nullptr ? L"" : commandLine;
+  if (asked.empty()) {
+    install ? registerLibrary(table) : unregisterLibrary(table);
+  } else if (sameFile(asked, L"user")) {
+    WindowsRegistry user(HKEY_CURRENT_USER, kClasses);
+    install ? applyTable(user, table) : undoTable(user, table);
+  } else {
+    throw Error(E_INVALIDARG, "what is to be installed is told by \"user\" or nothing");
+  }
 }
 
 std::wstring guidText(const GUID& guid) {
@@ -313,27 +314,31 @@ std::wstring guidText(const GUID& guid) {
 
 namespace {
 
-// The type library marshaler of Windows.
+// The type library marshaler of Windows, and the one of IDispatch.
 constexpr const wchar_t* kAutomationMarshaler = L"{00020424-0000-0000-C000-000000000046}";
-constexpr const wchar_t* kPlatform = sizeof(void*) == 8 ? L"win64" : L"win32";
+constexpr const wchar_t* kDispatchMarshaler = L"{00020420-0000-0000-C000-000000000046}";
 
 }  // namespace
 
 std::vector<RegistryEntry> typeLibraryEntries(const GUID& library, const std::wstring& version,
-                                              const std::wstring& name, const std::wstring& file) {
+                                              const std::wstring& name, const std::wstring& file,
+                                              unsigned flags, Width width) {
   const std::wstring key = L"TypeLib\\" + guidText(library) + L"\\" + version;
   const std::wstring folder = file.substr(0, file.find_last_of(L'\\'));
   return {{key, L"", registryText(name)},
-          {key + L"\\FLAGS", L"", registryText(L"0")},
-          {key + L"\\0\\" + kPlatform, L"", registryText(file)},
+          {key + L"\\FLAGS", L"", registryText(std::to_wstring(flags))},
+          {key + L"\\0\\" + platformOf(width), L"", registryText(file)},
           {key + L"\\HELPDIR", L"", registryText(folder)}};
 }
 
 std::vector<RegistryEntry> interfaceEntries(const GUID& interfaceId, const std::wstring& name,
-                                            const GUID& library, const std::wstring& version) {
+                                            const GUID& library, const std::wstring& version,
+                                            Interface kind) {
   const std::wstring key = L"Interface\\" + guidText(interfaceId);
+  const std::wstring marshaler =
+      kind == Interface::Dual ? kAutomationMarshaler : kDispatchMarshaler;
   return {{key, L"", registryText(name)},
-          {key + L"\\ProxyStubClsid32", L"", registryText(kAutomationMarshaler)},
+          {key + L"\\ProxyStubClsid32", L"", registryText(marshaler)},
           {key + L"\\TypeLib", L"", registryText(guidText(library))},
           {key + L"\\TypeLib", L"Version", registryText(version)}};
 }

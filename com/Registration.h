@@ -1,22 +1,18 @@
 // Self-registration as data: a table of keys and values, applied to any root and undone to exactly
 // what was there before.
+//
+// The two widths of a library register themselves beside each other. A table's keys below CLSID and
+// Interface, and the type library's key of its platform, are the width's own: undoing it puts them
+// back. All other keys (names, the type library itself) are shared: they stay as long as the other
+// width is registered, and are put back with the last of the two.
 #pragma once
 
-#include <windows.h>
-
-#include <optional>
 #include <string>
 #include <vector>
 
+#include "com/Registry.h"
+
 namespace com {
-
-struct RegistryValue {
-  DWORD type = REG_SZ;
-  std::vector<BYTE> data;
-  bool operator==(const RegistryValue&) const = default;
-};
-
-RegistryValue registryText(const std::wstring& text);
 
 // One value of a key; without a value, the key alone. Keys are relative to the classes root; the
 // empty name is the key's default value.
@@ -26,60 +22,27 @@ struct RegistryEntry {
   std::optional<RegistryValue> value;
 };
 
+enum class Width { Bits64, Bits32 };
+inline constexpr Width kOwnWidth = sizeof(void*) == 8 ? Width::Bits64 : Width::Bits32;
+// As type libraries call it: "win64", "win32".
+std::wstring platformOf(Width width);
+
 struct RegistryTable {
   // A key of the library's own, directly below the root, that keeps what must come back when the
   // table is undone.
   std::wstring journal;
   std::vector<RegistryEntry> entries;
-};
-
-// A classes root. Every function throws Error with the registry's code when it is refused
-// (E_ACCESSDENIED above all).
-class RegistryRoot {
- public:
-  RegistryRoot() = default;
-  RegistryRoot(const RegistryRoot&) = delete;
-  RegistryRoot& operator=(const RegistryRoot&) = delete;
-  virtual ~RegistryRoot() = default;
-
-  virtual bool exists(const std::wstring& key) = 0;
-  virtual void create(const std::wstring& key) = 0;  // its parent exists
-  // Removes a key that holds neither values nor keys; any other stays.
-  virtual void eraseIfEmpty(const std::wstring& key) = 0;
-  virtual std::vector<std::wstring> names(const std::wstring& key) = 0;
-  virtual std::optional<RegistryValue> read(const std::wstring& key, const std::wstring& name) = 0;
-  virtual void write(const std::wstring& key, const std::wstring& name,
-                     const RegistryValue& value) = 0;  // the key exists
-  virtual void erase(const std::wstring& key, const std::wstring& name) = 0;
-};
-
-// The registry below a key of Windows ("Software\\Classes").
-class WindowsRegistry final : public RegistryRoot {
- public:
-  WindowsRegistry(HKEY hive, std::wstring path) : hive_(hive), path_(std::move(path)) {}
-
-  bool exists(const std::wstring& key) override;
-  void create(const std::wstring& key) override;
-  void eraseIfEmpty(const std::wstring& key) override;
-  std::vector<std::wstring> names(const std::wstring& key) override;
-  std::optional<RegistryValue> read(const std::wstring& key, const std::wstring& name) override;
-  void write(const std::wstring& key, const std::wstring& name,
-             const RegistryValue& value) override;
-  void erase(const std::wstring& key, const std::wstring& name) override;
-
- private:
-  std::wstring below(const std::wstring& key) const { return path_ + L"\\" + key; }
-
-  HKEY hive_;
-  std::wstring path_;
+  std::wstring file;  // the library's full path: whose registration it is
+  Width width = kOwnWidth;
 };
 
 // Writes the whole table, or nothing: a refusal half-way takes back what was written and is thrown.
 // Applied again (from another folder, say), what was there before the first time stays remembered.
 void applyTable(RegistryRoot& root, const RegistryTable& table);
 
-// Puts back what was there before the table was applied. Nothing happens where it was not.
-// After a refusal it can be run again.
+// Puts back what was there before the table was applied; a value that somebody else has changed
+// since stays. Nothing happens where it was not, or where a copy in another folder has been
+// registered since. After a refusal it can be run again.
 void undoTable(RegistryRoot& root, const RegistryTable& table);
 
 // Applies the table to the first root that does not refuse access.
@@ -91,15 +54,23 @@ void undoInAll(const std::vector<RegistryRoot*>& roots, const RegistryTable& tab
 // own when those are refused.
 void registerLibrary(const RegistryTable& table);
 void unregisterLibrary(const RegistryTable& table);
+// What DllInstall does: "user" means the user's own classes alone, nothing (or null) the same as
+// above. Error with E_INVALIDARG for any other command line.
+void installLibrary(bool install, const wchar_t* commandLine, const RegistryTable& table);
 
 // "{...}"
 std::wstring guidText(const GUID& guid);
 
 // The entries that tell of a type library: its file, its version ("1.0"), the platform's key.
+// `flags` are its LIBFLAGS.
 std::vector<RegistryEntry> typeLibraryEntries(const GUID& library, const std::wstring& version,
-                                              const std::wstring& name, const std::wstring& file);
-// The entries that let its dual interface cross apartments through the automation marshaler.
+                                              const std::wstring& name, const std::wstring& file,
+                                              unsigned flags = 0, Width width = kOwnWidth);
+// The entries that let an interface cross apartments by the type library: a dual interface through
+// the automation marshaler, a dispinterface through IDispatch's own.
+enum class Interface { Dual, Dispatch };
 std::vector<RegistryEntry> interfaceEntries(const GUID& interfaceId, const std::wstring& name,
-                                            const GUID& library, const std::wstring& version);
+                                            const GUID& library, const std::wstring& version,
+                                            Interface kind = Interface::Dual);
 
 }  // namespace com

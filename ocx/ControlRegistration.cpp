@@ -50,14 +50,18 @@ std::vector<com::RegistryEntry> progIdEntries(const std::wstring& clsid) {
 
 }  // namespace
 
-com::RegistryTable controlTable(const std::wstring& file) {
+com::RegistryTable controlTable(const std::wstring& file, com::Width width) {
   const std::wstring clsid = com::guidText(__uuidof(Ctr_OrgPriseCharge));
-  const std::wstring key = L"CLSID\\" + clsid;
-  com::RegistryTable table{L"Tessaline.Replaced", classEntries(key, file)};
+  com::RegistryTable table{L"Tessaline.Replaced", {}, file, width};
+  append(table.entries, classEntries(L"CLSID\\" + clsid, file));
   append(table.entries, progIdEntries(clsid));
-  append(table.entries, com::typeLibraryEntries(libraryId(), kVersion, L"Tessaline 1.0", file));
+  append(table.entries, com::typeLibraryEntries(libraryId(), kVersion, L"Tessaline 1.0", file,
+                                                LIBFLAG_FCONTROL, width));
   append(table.entries, com::interfaceEntries(__uuidof(_Ctr_OrgPriseCharge), L"_Ctr_OrgPriseCharge",
                                               libraryId(), kVersion));
+  append(table.entries,
+         com::interfaceEntries(__uuidof(_Ctr_OrgPriseChargeEvents), L"_Ctr_OrgPriseChargeEvents",
+                               libraryId(), kVersion, com::Interface::Dispatch));
   return table;
 }
 

@@ -15,7 +15,7 @@ inline constexpr const wchar_t* kUserType = L"Organismes de prise en charge";
 // first.
 inline constexpr DWORD kMiscStatus = 131473;
 
-// `file` is the library's full path.
-com::RegistryTable controlTable(const std::wstring& file);
+// `file` is the full path of the library of that width.
+com::RegistryTable controlTable(const std::wstring& file, com::Width width = com::kOwnWidth);
 
 }  // namespace ocx

@@ -1,5 +1,6 @@
-// The library's four entry points.
+// The library's entry points.
 #include <ole2.h>
+#include <shlwapi.h>
 #include <wrl/client.h>
 
 #include "com/ComBorder.h"
@@ -47,6 +48,13 @@ STDAPI DllRegisterServer() {
 STDAPI DllUnregisterServer() {
   return com::comBorder([] {
     com::unregisterLibrary(ocx::controlTable(com::modulePath()));
+    return S_OK;
+  });
+}
+
+STDAPI DllInstall(BOOL install, PCWSTR commandLine) {
+  return com::comBorder([&] {
+    com::installLibrary(install != FALSE, commandLine, ocx::controlTable(com::modulePath()));
     return S_OK;
   });
 }

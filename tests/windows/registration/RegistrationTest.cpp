@@ -73,6 +73,11 @@ TEST(Registration, TellsHostsOfNamesAndTypeLibrary) {
   EXPECT_EQ(textAt(root, L"TypeLib\\" + library + L"\\1.0\\0\\" + platform), kFile);
   EXPECT_EQ(textAt(root, L"TypeLib\\" + library + L"\\1.0\\HELPDIR"),
             L"C:\\Program Files\\Tessaline");
+  EXPECT_EQ(textAt(root, L"TypeLib\\" + library + L"\\1.0\\FLAGS"), L"2");
+  const std::wstring events = L"Interface\\{123A2F52-6BDA-4176-859A-DCFC3B1E4F8A}";
+  EXPECT_EQ(textAt(root, events + L"\\TypeLib"), library);
+  EXPECT_EQ(textAt(root, events + L"\\ProxyStubClsid32"),
+            L"{00020420-0000-0000-C000-000000000046}");
   const std::wstring face = L"Interface\\{28EEF13C-4390-4823-AEF8-0EECE160529E}";
   EXPECT_EQ(textAt(root, face + L"\\TypeLib"), library);
   EXPECT_EQ(textAt(root, face + L"\\ProxyStubClsid32"), L"{00020424-0000-0000-C000-000000000046}");
@@ -121,6 +126,43 @@ TEST(Registration, KeepsWhatOthersHavePutBelowItsKeys) {
   com::undoTable(root, ocx::controlTable(kFile));
   EXPECT_EQ(textAt(root, kClass + L"\\Another"), L"theirs");
   EXPECT_FALSE(root.exists(kClass + L"\\InprocServer32"));
+}
+
+TEST(Registration, LeavesWhatOthersHaveChangedSince) {
+  ScratchRoot root(L"changed");
+  com::applyTable(root, ocx::controlTable(kFile));
+  root.putText(L"Tessaline.Ctr_OrgPriseCharge", L"", L"theirs now");
+  com::undoTable(root, ocx::controlTable(kFile));
+  EXPECT_EQ(root.contents(),
+            (std::map<std::wstring, std::wstring>{
+                {L"Tessaline.Ctr_OrgPriseCharge\\", L""},
+                {L"Tessaline.Ctr_OrgPriseCharge\\|", std::wstring(L"theirs now") + L'\0'}}));
+}
+
+TEST(Registration, OfACopyElsewhereIsNotUndoneByThisOne) {
+  constexpr const wchar_t* kElsewhere = L"D:\\copy\\Tessaline.ocx";
+  ScratchRoot root(L"copies");
+  com::applyTable(root, ocx::controlTable(kFile));
+  com::applyTable(root, ocx::controlTable(kElsewhere));
+  const auto both = root.contents();
+  com::undoTable(root, ocx::controlTable(kFile));
+  EXPECT_EQ(root.contents(), both);
+  EXPECT_EQ(textAt(root, kClass + L"\\InprocServer32"), kElsewhere);
+  com::undoTable(root, ocx::controlTable(L"d:\\COPY\\tessaline.OCX"));
+  EXPECT_TRUE(root.contents().empty());
+}
+
+TEST(Registration, ThatIsRefusedTheSecondTimeLeavesTheFirst) {
+  const int changes = changesOfApplying();
+  for (int refused = 1; refused <= changes; ++refused) {
+    ScratchRoot root(L"second");
+    com::applyTable(root, ocx::controlTable(kFile));
+    const auto first = root.contents();
+    root.refuseOnly(refused);
+    codeOf([&] { com::applyTable(root, ocx::controlTable(L"D:\\copy\\Tessaline.ocx")); });
+    if (root.changes() < refused) break;
+    EXPECT_EQ(root.contents(), first) << "change " << refused;
+  }
 }
 
 TEST(Registration, UndoneWhereItNeverWasChangesNothing) {
