@@ -129,11 +129,11 @@ void ControlPeer::update(Aspect what) {
   switch (what) {
     case Aspect::Enabled:
       applyEnabled();
-      host_.resumeKeyboard(control_);
+      host_.keyboard().resume(control_);
       break;
     case Aspect::Visible:
       applyVisible();
-      host_.resumeKeyboard(control_);
+      host_.keyboard().resume(control_);
       break;
     case Aspect::Place:
       applyPlace();
@@ -196,14 +196,14 @@ bool ControlPeer::windowVisible() const {
 void ControlPeer::applyEnabled() {
   const bool enabled = windowEnabled();
   if ((IsWindowEnabled(window_) != FALSE) == enabled) return;
-  if (!enabled && host_.hasKeyboard() && GetFocus() == focusWindow()) host_.parkKeyboard();
+  if (!enabled && host_.keyboard().isHere() && GetFocus() == focusWindow()) host_.keyboard().park();
   if (window_) EnableWindow(window_, enabled ? TRUE : FALSE);
 }
 
 void ControlPeer::applyVisible() {
   const bool visible = windowVisible();
   if (((GetWindowLongW(window_, GWL_STYLE) & WS_VISIBLE) != 0) == visible) return;
-  if (!visible && (GetFocus() == window_ || IsChild(window_, GetFocus()))) host_.parkKeyboard();
+  if (!visible && (GetFocus() == window_ || IsChild(window_, GetFocus()))) host_.keyboard().park();
   if (window_) ShowWindow(window_, visible ? SW_SHOWNA : SW_HIDE);
 }
 
@@ -260,15 +260,15 @@ LRESULT ControlPeer::message(HWND window, UINT message, WPARAM wParam, LPARAM lP
   }
   switch (message) {
     case WM_GETDLGCODE:
-      return host_.dialogCode(dialogCode(), lParam);
+      return host_.keyboard().dialogCode(dialogCode(), lParam);
     case WM_SETFOCUS: {
       const LRESULT result = pass(window, message, wParam, lParam);
-      host_.keyboardCame(this, reinterpret_cast<HWND>(wParam));
+      host_.keyboard().came(this, reinterpret_cast<HWND>(wParam));
       return result;
     }
     case WM_KILLFOCUS: {
       const LRESULT result = pass(window, message, wParam, lParam);
-      host_.keyboardLeft(reinterpret_cast<HWND>(wParam));
+      host_.keyboard().left(reinterpret_cast<HWND>(wParam));
       return result;
     }
     default:
@@ -286,7 +286,7 @@ LRESULT ControlPeer::keyMessage(HWND window, UINT message, WPARAM wParam, LPARAM
     return attached() ? character(window, wParam, lParam) : 0;
   }
   reportSilent();
-  if (!attached() || host_.key(message, wParam)) return 0;
+  if (!attached() || host_.keyboard().key(message, wParam)) return 0;
   return attached() ? leftKey(window, message, wParam, lParam) : 0;
 }
 
@@ -306,7 +306,7 @@ LRESULT ControlPeer::press(HWND window, UINT message, WPARAM wParam, LPARAM lPar
     moves = host_.surface().focus() != &control_;
     const bool arrived = host_.surface().moveFocus(&control_);
     if (!attached()) return 0;
-    host_.bringKeyboard();
+    host_.keyboard().bring();
     if (!arrived || !attached()) return 0;
   }
   const LRESULT result = pressed(window, message, wParam, lParam);

@@ -106,6 +106,7 @@ class ControlPeer : public Peer, public std::enable_shared_from_this<ControlPeer
   RECT placeInPixels() const;
 
  private:
+  friend class SurfaceKeyboard;
   friend class SurfaceWindow::Implementation;
 
   static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);

@@ -37,17 +37,17 @@ void SurfaceWindow::deliver() {
 
 bool SurfaceWindow::translate(const MSG& message) {
   const auto self = implementation_;
-  return self->translate(message);
+  return self->keyboard().translate(message);
 }
 
 void SurfaceWindow::takeFocus() {
   const auto self = implementation_;
-  self->takeFocus();
+  self->keyboard().take();
 }
 
-bool SurfaceWindow::hasKeyboard() const { return implementation_->hasKeyboard(); }
+bool SurfaceWindow::hasKeyboard() const { return implementation_->keyboard().isHere(); }
 
-void SurfaceWindow::keepTabs() { implementation_->keepTabs(); }
+void SurfaceWindow::keepTabs() { implementation_->keyboard().keepTabs(); }
 
 void SurfaceWindow::keepHourglass(HWND surfaceWindow, bool keep) {
   if (!surfaceWindow) return;

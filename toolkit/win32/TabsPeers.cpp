@@ -191,7 +191,7 @@ LRESULT TabsPeer::message(HWND window, UINT message, WPARAM wParam, LPARAM lPara
     const auto tab = static_cast<int>(pass(TCM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit)));
     if (tab < 0 || tab >= tabs_.tabs()) return 0;
     tabs_.userSelectTab(tab);
-    if (attached()) host().bringKeyboard();
+    if (attached()) host().keyboard().bring();
     return 0;
   }
   if (message == TCM_SETCURFOCUS && !copying()) {

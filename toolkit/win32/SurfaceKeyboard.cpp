@@ -1,0 +1,140 @@
+#include "toolkit/win32/SurfaceKeyboard.h"
+
+#include "toolkit/win32/ControlPeer.h"
+#include "toolkit/win32/GivenMemory.h"
+#include "toolkit/win32/PostedMessages.h"
+#include "toolkit/win32/Scoped.h"
+#include "toolkit/win32/Strokes.h"
+#include "toolkit/win32/SurfaceImplementation.h"
+
+namespace toolkit::win32 {
+
+Surface& SurfaceKeyboard::surface() const { return host_.surface(); }
+HWND SurfaceKeyboard::window() const { return host_.window(); }
+bool SurfaceKeyboard::isHere() const { return host_.contains(GetFocus()); }
+
+// Keys -------------------------------------------------------------------------------------------
+
+bool SurfaceKeyboard::key(UINT message, WPARAM wParam) {
+  const std::optional<KeyStroke> stroke = strokeOf(message, wParam);
+  if (!stroke) return false;
+  const auto alive = host_.shared_from_this();
+  if (surface().key(*stroke) || !host_.attached()) return true;
+  if (!wrapsAround(*stroke)) return false;
+  surface().enter(stroke->shift);
+  return true;
+}
+
+bool SurfaceKeyboard::translate(const MSG& message) {
+  if (message.message < WM_KEYFIRST || message.message > WM_KEYLAST || !host_.attached())
+    return false;
+  const auto alive = host_.shared_from_this();
+  const bool inside = host_.contains(message.hwnd);
+  if (!inside && message.message != WM_SYSCHAR) return false;
+  host_.deliver();
+  if (!host_.attached()) return true;
+  if (!host_.takesInput()) return !isSystemKey(message.message);
+  if (const auto peer = inside ? host_.peerOf(message.hwnd) : nullptr) {
+    peer->reportSilent();
+    if (!host_.attached()) return true;
+  }
+  const std::optional<KeyStroke> stroke = strokeOf(message.message, message.wParam);
+  if (!stroke) return false;
+  if (keepsTabs_ && wrapsAround(*stroke)) return key(message.message, message.wParam);
+  return surface().key(*stroke);
+}
+
+LRESULT SurfaceKeyboard::dialogCode(LRESULT own, LPARAM message) const {
+  if (message == 0 || !host_.attached()) return own;
+  const auto asked = readGiven<MSG>(message);
+  if (!asked) return own;
+  if (!surface().takesUserInput()) return own | DLGC_WANTALLKEYS;  // discarded, nobody else's
+  const std::optional<KeyStroke> stroke = strokeOf(asked->message, asked->wParam);
+  if (!stroke) return own;
+  const bool wants = surface().wouldUse(*stroke) || (keepsTabs_ && wrapsAround(*stroke));
+  return wants ? own | DLGC_WANTMESSAGE : own;
+}
+
+// Focus ------------------------------------------------------------------------------------------
+
+void SurfaceKeyboard::focusMoved() {
+  if (coming_ || isHere()) bring();
+}
+
+void SurfaceKeyboard::take() {
+  if (!host_.attached() || !window()) return;
+  const auto alive = host_.shared_from_this();
+  const Scoped coming(coming_);
+  const Control* focus = surface().focus();
+  if ((!focus || !focus->usable()) && host_.takesInput()) surface().enter(false);
+  if (host_.attached()) bring();
+}
+
+void SurfaceKeyboard::bring() {
+  if (!host_.attached() || !window()) return;
+  HWND target = window();
+  if (const Control* focus = surface().focus()) {
+    const auto peer = host_.peerOf(*focus);
+    if (peer && peer->attached() && peer->windowEnabled() && focus->shown()) {
+      target = peer->focusWindow();
+    }
+  }
+  if (GetFocus() == target) return;
+  const auto alive = host_.shared_from_this();
+  const Scoped bringing(bringing_);
+  SetFocus(target);
+}
+
+void SurfaceKeyboard::park() {
+  const auto alive = host_.shared_from_this();
+  const Scoped bringing(bringing_);
+  SetFocus(window());
+}
+
+void SurfaceKeyboard::resume(const Control& control) {
+  if (host_.attached() && surface().focus() == &control && GetFocus() == window()) bring();
+}
+
+void SurfaceKeyboard::tell(bool inside) {
+  if (const auto listener = host_.keyboardListener()) listener(inside);
+}
+
+void SurfaceKeyboard::came(ControlPeer* peer, HWND from) {
+  const bool fromInside = host_.contains(from);
+  if (!fromInside) tell(true);
+  if (!host_.attached() || bringing_) return;
+  if (!peer) {
+    if (surface().focus()) {
+      bring();
+    } else {
+      PostMessageW(window(), kTakeFocus, 0, 0);
+    }
+    return;
+  }
+  Control& control = peer->control();
+  if (surface().focus() == &control) return;
+  if (!fromInside || !control.focusable()) {
+    PostMessageW(window(), kBringKeyboard, 0, 0);
+    return;
+  }
+  // Another program's tool has put the focus there, as a user would.
+  host_.note(*peer, Notes::Merge::No, [this, &control] {
+    surface().moveFocus(&control);
+    if (isHere()) bring();
+  });
+}
+
+void SurfaceKeyboard::left(HWND to) {
+  if (host_.attached() && !host_.contains(to)) tell(false);
+}
+
+// The surface has the keyboard itself while no control of it can.
+std::optional<LRESULT> SurfaceKeyboard::keyMessage(UINT message, WPARAM wParam) {
+  if (message != WM_KEYDOWN && message != WM_SYSCHAR) return std::nullopt;
+  host_.deliver();
+  if (!host_.attached()) return 0;
+  if (!host_.takesInput()) return isSystemKey(message) ? std::nullopt : std::optional<LRESULT>(0);
+  return key(message, wParam) ? std::optional<LRESULT>(0) : std::nullopt;
+}
+
+}  // namespace toolkit::win32

@@ -1,0 +1,57 @@
+// Keys and the keyboard's focus, between the windows of a surface and the surface.
+#pragma once
+
+#include <windows.h>
+
+#include <optional>
+
+#include "toolkit/Surface.h"
+#include "toolkit/win32/SurfaceWindow.h"
+
+namespace toolkit::win32 {
+
+class ControlPeer;
+
+// Who has the focus is known to the surface alone: the windows report, and the keyboard is brought
+// to where the surface has it.
+class SurfaceKeyboard {
+ public:
+  explicit SurfaceKeyboard(SurfaceWindow::Implementation& host) : host_(host) {}
+
+  // A form of ours, in which Tab goes round.
+  void keepTabs() { keepsTabs_ = true; }
+
+  bool translate(const MSG& message);
+  // A key message on its way to a window. True: it must not reach it.
+  bool key(UINT message, WPARAM wParam);
+  // One to the surface's own window, which has the keyboard while no control can.
+  std::optional<LRESULT> keyMessage(UINT message, WPARAM wParam);
+  // The answer to WM_GETDLGCODE: what the window itself needs, and what the surface would use.
+  LRESULT dialogCode(LRESULT own, LPARAM message) const;
+
+  // The focus of the thread is in a window of the surface.
+  bool isHere() const;
+  void focusMoved();
+  // From outside: to the control that had it, or the first.
+  void take();
+  // To where the surface has its focus.
+  void bring();
+  // On the surface itself, while the window that has it is hidden or disabled.
+  void park();
+  // The control with the focus may have become usable again while the keyboard was parked.
+  void resume(const Control& control);
+  void came(ControlPeer* peer, HWND from);
+  void left(HWND to);
+
+ private:
+  Surface& surface() const;
+  HWND window() const;
+  void tell(bool inside);
+
+  SurfaceWindow::Implementation& host_;
+  bool bringing_ = false;  // our own SetFocus runs
+  bool coming_ = false;    // the keyboard is on its way here: the surface's focus may take it
+  bool keepsTabs_ = false;
+};
+
+}  // namespace toolkit::win32
