@@ -6,7 +6,7 @@ namespace ocx {
 
 namespace {
 
-constexpr int kManifestResource = 2;
+constexpr int kManifestResource = 17;  // in Tessaline.rc, which tells why
 
 bool hostIsThemed() {
   ACTCTX_SECTION_KEYED_DATA found{};
