@@ -47,7 +47,7 @@ void placeAdresse(Adresse& adresse) {
 
 }  // namespace
 
-void placeBar(Screen& screen) {
+void placeBar(Screen& screen, int more) {
   CommandBar& bar = screen.bar;
   const int top = kMargin;
   label(bar.Etq_CodOrgChg, kMargin, top, 600);
@@ -64,7 +64,7 @@ void placeBar(Screen& screen) {
     left += 1218;
   }
 
-  const toolkit::Place tabs{kMargin, 600, kWidth - 2 * kMargin, kHeight - 600 - kMargin};
+  const toolkit::Place tabs{kMargin, 600, kWidth - 2 * kMargin, kHeight + more - 600 - kMargin};
   screen.Ong_OrgPriseChg.setPlace(tabs);
   // For a surface drawn without windows; in windows the tabs say where their pages lie.
   for (int tab = 0; tab < screen.Ong_OrgPriseChg.tabs(); ++tab) {

@@ -8,7 +8,7 @@ using namespace grid;
 
 // The lines of the activities are 34 characters of the fixed-pitch font, with room for the list's
 // scroll bar; the types stand line for line beside the selected ones.
-void placeActivites(Activites& page) {
+void placeActivites(Activites& page, int more) {
   constexpr int kEntity = 180;
   constexpr int kCode = 600;
   label(page.Etq_Entite, kFrameLeft, kEntity, kFields - kCode - 120 - kFrameLeft);
@@ -16,16 +16,16 @@ void placeActivites(Activites& page) {
   field(page.Cbo_Entite, kFields, kEntity, kFrameEnd - kFields);
 
   constexpr int kHeads = 720;
-  constexpr int kLists = 5400;  // with their headings
+  const int lists = 5400 + more;  // with their headings
   constexpr int kTypes = 900;
   constexpr int kTypesLeft = kFrameEnd - kTypes;
   placeTwoLists({page.Etq_Activite, page.Lst_Activite, page.Cmd_PasseDroit, page.Cmd_PasseGauche,
                  page.Etq_ActSelect, page.Lst_ActSelect},
-                {kFrameLeft, kHeads, kFrameWidth - kTypes - 60, kLists});
+                {kFrameLeft, kHeads, kFrameWidth - kTypes - 60, lists});
   head(page.Etq_Type, kTypesLeft, kHeads, kTypes);
-  page.Lst_TypeAct.setPlace({kTypesLeft, kHeads + kHeadHeight, kTypes, kLists - kHeadHeight});
+  page.Lst_TypeAct.setPlace({kTypesLeft, kHeads + kHeadHeight, kTypes, lists - kHeadHeight});
 
-  page.Cdr_GestionExclu.setPlace({kFrameLeft, kHeads + kLists + 150, kFrameWidth, 720});
+  page.Cdr_GestionExclu.setPlace({kFrameLeft, kHeads + lists + 150, kFrameWidth, 720});
   choice(page.Opt_Totalite, kLabelInFrame, 330, 1800);
   choice(page.Opt_DimJF, kInFrame, 330, 2400);
   choice(page.Opt_Semaine, page.Lst_ActSelect.place().left - kFrameLeft, 330, 1800);

@@ -52,8 +52,8 @@ void placeHeads(Participation& page) {
 
 }  // namespace
 
-void placeParticipation(Participation& page) {
-  const int foot = kLists + tableHeight();
+void placeParticipation(Participation& page, int more) {
+  const int foot = kLists + tableHeight(more);
   page.Cdr_ParticipBenef.setPlace({kFrameLeft, 120, kFrameWidth, foot + kFrameFoot});
   placeModes(page);
   placeHeads(page);
@@ -65,7 +65,7 @@ void placeParticipation(Participation& page) {
                {page.Lst_BaremCoursOrgChg, &page.Txt_BaremCoursOrgChg, kLastColumn}},
               page.Bdv_Bareme,
               {&page.Cmd_AjoutPart, &page.Cmd_OKPart, &page.Cmd_AnnulerPart, &page.Cmd_SuppPart}},
-             kLabelInFrame, kLists);
+             kLabelInFrame, kLists, more);
   button(page.Cmd_NouveauBareme, kInFrameEnd - kNewScale, foot - kButtonHeight, kNewScale);
 }
 

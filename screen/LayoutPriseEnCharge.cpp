@@ -23,7 +23,7 @@ constexpr int kDeductionsLeft = kFrameLeft + kRates + kGap;
 constexpr int kDeductions = kFrameEnd - kDeductionsLeft;
 constexpr int kHours = (kDeductions - 2 * kLabelInFrame - kLastColumnWithBar) / 2;
 
-void placeTaux(PriseEnCharge& page, int height) {
+void placeTaux(PriseEnCharge& page, int height, int more) {
   page.Cdr_TauxOrgChg.setPlace({kFrameLeft, kEditors, kRates, height});
   placeTable({{{page.Lst_DateRembOrgChg, &page.Txt_DateRembOrgChg, kDate},
                {page.Lst_TxRembOrgChg, &page.Txt_TxRembOrgChg, kRate},
@@ -31,7 +31,7 @@ void placeTaux(PriseEnCharge& page, int height) {
                {page.Lst_PrestServOrgChg, &page.Txt_PrestServOrgChg, kLastColumn}},
               page.Bdv_TauxOrgChg,
               {&page.Cmd_AjoutTaux, &page.Cmd_OKTaux, &page.Cmd_AnnulerTaux, &page.Cmd_SuppTaux}},
-             kLabelInFrame, kLists);
+             kLabelInFrame, kLists, more);
   head(page.Etq_DateRembOrgChg, kLabelInFrame, kLowerHeads, kDate);
   head(page.Etq_TxRembOrgChg, kLabelInFrame + kDate, kLowerHeads, kRate);
   head(page.Etq_TxRembMajOrgChg, kLabelInFrame + kDate + kRate, kLowerHeads, kRate);
@@ -40,14 +40,14 @@ void placeTaux(PriseEnCharge& page, int height) {
       {kLabelInFrame + kDate + 2 * kRate, kHeads, kLastColumnWithBar + 45, kLists - kHeads});
 }
 
-void placeAbattement(PriseEnCharge& page, int height) {
+void placeAbattement(PriseEnCharge& page, int height, int more) {
   page.Cdr_AbatOrgChg.setPlace({kDeductionsLeft, kEditors, kDeductions, height});
   placeTable({{{page.Lst_DebAbatHOrgChg, &page.Txt_DebAbatHOrgChg, kHours},
                {page.Lst_FinAbatHOrgChg, &page.Txt_FinAbatHOrgChg, kHours},
                {page.Lst_PourcentAbatOrgChg, &page.Txt_PourcentAbatOrgChg, kLastColumn}},
               page.Bdv_AbatOrgChg,
               {&page.Cmd_AjoutAbat, &page.Cmd_OKAbat, &page.Cmd_AnnulerAbat, &page.Cmd_SuppAbat}},
-             kLabelInFrame, kLists);
+             kLabelInFrame, kLists, more);
   head(page.Etq_TrancheAppli, kLabelInFrame, kLowerHeads, 2 * kHours);
   head(page.Etq_PourcentOrgChg, kLabelInFrame + 2 * kHours, kLowerHeads, kLastColumn);
 }
@@ -70,13 +70,13 @@ void placeFacture(PriseEnCharge& page, int top) {
 
 }  // namespace
 
-void placePriseEnCharge(PriseEnCharge& page) {
+void placePriseEnCharge(PriseEnCharge& page, int more) {
   page.Cdr_AttribOrgChg.setPlace({kFrameLeft, 120, kRates, kAttribution});
   choice(page.Opt_HeureOrgChg, kLabelInFrame, 330, 1800);
   choice(page.Opt_MontantOrgChg, kInFrame, 330, 1800);
-  const int height = kLists + tableHeight() + kFrameFoot;
-  placeTaux(page, height);
-  placeAbattement(page, height);
+  const int height = kLists + tableHeight(more) + kFrameFoot;
+  placeTaux(page, height, more);
+  placeAbattement(page, height, more);
   placeFacture(page, kEditors + height + 210);
 }
 

@@ -20,7 +20,6 @@ constexpr int kDemandesWidth = kFrameEnd - kDemandesLeft;
 constexpr int kRenouvTop = kTop + kThreeChoices + kGap;
 constexpr int kRenouvHeight = 3375;
 
-constexpr int kSuiviTop = kRenouvTop + kRenouvHeight + 180;
 constexpr int kSecondLabels = 5940;
 constexpr int kSecondFields = 8280;
 
@@ -41,15 +40,14 @@ void placeOrganisme(Regles& page) {
   choiceInFrame(page.Cac_FactAnticip, 1, kDemandesWidth);
 }
 
-void placeRenouvellement(Regles& page) {
-  page.Cdr_RenouvOrgChg.setPlace({kFrameLeft, kRenouvTop, kFrameWidth, kRenouvHeight});
+void placeRenouvellement(Regles& page, int height) {
+  page.Cdr_RenouvOrgChg.setPlace({kFrameLeft, kRenouvTop, kFrameWidth, height});
   label(page.Etq_RenouvOrgChg, kLabelInFrame, 300, kLabelWidth);
   field(page.Cbo_RenouvOrgChg, kInFrame, 300, 3000);
   constexpr int kHeads = 300 + kRow + 30;
-  placeTwoLists(
-      {page.Etq_PiecePossibleOrgChg, page.Lst_PiecePossibleOrgChg, page.Cmd_DroiteRenouv,
-       page.Cmd_GaucheRenouv, page.Etq_PieceRenouOrgChg, page.Lst_PieceRenouOrgChg},
-      {kLabelInFrame, kHeads, kInFrameEnd - kLabelInFrame, kRenouvHeight - kHeads - kFrameFoot});
+  placeTwoLists({page.Etq_PiecePossibleOrgChg, page.Lst_PiecePossibleOrgChg, page.Cmd_DroiteRenouv,
+                 page.Cmd_GaucheRenouv, page.Etq_PieceRenouOrgChg, page.Lst_PieceRenouOrgChg},
+                {kLabelInFrame, kHeads, kInFrameEnd - kLabelInFrame, height - kHeads - kFrameFoot});
 }
 
 void placeCompte(Label& caption, TextBox& number, ComboBox& name, int top) {
@@ -60,10 +58,10 @@ void placeCompte(Label& caption, TextBox& number, ComboBox& name, int top) {
 
 }  // namespace
 
-void placeRegles(Regles& page) {
+void placeRegles(Regles& page, int more) {
   placeOrganisme(page);
-  placeRenouvellement(page);
-  int top = kSuiviTop;
+  placeRenouvellement(page, kRenouvHeight + more);
+  int top = kRenouvTop + kRenouvHeight + more + 180;
   label(page.Etq_StatsOrgChg, kLabels, top, kLabelWidth);
   field(page.Cbo_StatsOrgChg, kFields, top, 3000);
   label(page.Etq_PeriodFactOrgChg, kSecondLabels, top, kSecondFields - kSecondLabels - 60);

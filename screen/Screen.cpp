@@ -81,6 +81,21 @@ void setEditZones(Screen& screen) {
   }
 }
 
+// Elsewhere a field is named by the label before it.
+void nameEditZones(Screen& screen) {
+  PriseEnCharge& prise = screen.priseEnCharge;
+  Participation& part = screen.participation;
+  prise.Txt_DateRembOrgChg.setLabel(prise.Etq_DateRembOrgChg);
+  prise.Txt_TxRembOrgChg.setLabel(prise.Etq_TxRembOrgChg);
+  prise.Txt_TxRembMajOrgChg.setLabel(prise.Etq_TxRembMajOrgChg);
+  prise.Txt_DebAbatHOrgChg.setLabel(prise.Etq_TrancheAppli);
+  prise.Txt_FinAbatHOrgChg.setLabel(prise.Etq_TrancheAppli);
+  part.Txt_DebRevSeulOrgChg.setLabel(part.Etq_PersSeule);
+  part.Txt_FinRevSeulOrgChg.setLabel(part.Etq_PersSeule);
+  part.Txt_DebRevMenOrgChg.setLabel(part.Etq_Menage);
+  part.Txt_FinRevMenOrgChg.setLabel(part.Etq_Menage);
+}
+
 void limitLengths(Screen& screen) {
   screen.bar.Txt_CodOrgChg.setMaxLength(3);
   screen.activites.Txt_Entite.setMaxLength(3);
@@ -106,18 +121,14 @@ Screen::Screen(toolkit::Surface& surface)
       participation(&Ong_OrgPriseChg.page(kParticipation)),
       bordereau(&Ong_OrgPriseChg.page(kBordereau)),
       activites(&Ong_OrgPriseChg.page(kActivites)) {
-  surface.setPlace({0, 0, kWidth, kHeight});
-  placeBar(*this);
-  placeCoordonnees(coordonnees);
-  placeRegles(regles);
-  placePriseEnCharge(priseEnCharge);
-  placeParticipation(participation);
-  placeBordereau(bordereau);
-  placeActivites(activites);
+  surface.setLeast({kWidth, kHeight});
+  surface.onRoom = [this, &surface](toolkit::Extent room) { place(surface, room.height); };
+  place(surface, kHeight);
   fillFixedLists(*this);
   setTables(*this);
   setFixedPitch(*this);
   setEditZones(*this);
+  nameEditZones(*this);
   limitLengths(*this);
   bordereau.Lst_LongParam.setVisible(false);
   activites.Lst_CodActSelect.setVisible(false);
@@ -126,6 +137,19 @@ Screen::Screen(toolkit::Surface& surface)
   bordereau.Etq_Largeur.setCentered(true);
   bordereau.Etq_NbCarSelect.setCentered(true);
   bordereau.Bdh_NbExemp.setRange(1, 9);
+}
+
+void Screen::place(toolkit::Surface& surface, int height) {
+  if (surface.place().height == height) return;
+  surface.setPlace({0, 0, kWidth, height});
+  const int more = height - kHeight;
+  placeBar(*this, more);
+  placeCoordonnees(coordonnees);
+  placeRegles(regles, more);
+  placePriseEnCharge(priseEnCharge, more);
+  placeParticipation(participation, more);
+  placeBordereau(bordereau, more);
+  placeActivites(activites, more);
 }
 
 }  // namespace screen

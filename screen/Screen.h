@@ -299,8 +299,8 @@ struct Activites {
 };
 
 struct Screen {
-  // The surface must outlive the screen. Everything is placed, captioned and filled with its fixed
-  // lines.
+  // The surface must outlive the screen, and tell of no room any more when that has gone.
+  // Everything is placed, captioned and filled with its fixed lines.
   explicit Screen(toolkit::Surface& surface);
 
   CommandBar bar;
@@ -311,6 +311,10 @@ struct Screen {
   Participation participation;
   Bordereau bordereau;
   Activites activites;
+
+ private:
+  // In a surface so high.
+  void place(toolkit::Surface& surface, int height);
 };
 
 }  // namespace screen

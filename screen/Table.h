@@ -26,8 +26,9 @@ inline constexpr int kLastColumn = 975;
 inline constexpr int kLastColumnWithBar = 1215;
 
 // From the top of the lists to the foot of the buttons.
-int tableHeight();
-// Within the container of its parts.
-void placeTable(const Table& table, int left, int top);
+int tableHeight(int more);
+// Within the container of its parts. A last column that has been widened for the scroll bar stays
+// so.
+void placeTable(const Table& table, int left, int top, int more);
 
 }  // namespace screen

@@ -23,6 +23,12 @@ struct Place {
   bool operator==(const Place&) const = default;
 };
 
+struct Extent {
+  int width = 0;
+  int height = 0;
+  bool operator==(const Extent&) const = default;
+};
+
 struct Font {
   std::string name;  // empty: the ambient font
   int size = 0;      // points; 0: the ambient size
@@ -116,6 +122,11 @@ class Control {
   const std::string& caption() const { return caption_; }
   void setCaption(std::string_view caption);
 
+  // The label that names it to a screen reader, where that is not the one before it; must outlive
+  // it. Null: none is said.
+  const Control* label() const { return label_; }
+  void setLabel(const Control& label) { label_ = &label; }
+
   // Can it have the focus at all (by kind: all but frames, labels, pages and surfaces), and does
   // Tab stop at it (by default all but scroll bars, which take the focus when clicked).
   bool focusable() const;
@@ -176,6 +187,7 @@ class Control {
   Font font_;
   Color color_ = kBlack;
   std::string caption_;
+  const Control* label_ = nullptr;
   Peer* peer_ = nullptr;
 };
 

@@ -112,6 +112,10 @@ Control* firstThatTakesFocus(const Container& container) {
 
 Surface::Surface(std::string name) : Container(nullptr, Kind::Surface, std::move(name)) {}
 
+void Surface::setRoom(Extent room) {
+  if (onRoom) onRoom({std::max(room.width, least_.width), std::max(room.height, least_.height)});
+}
+
 // Focus ------------------------------------------------------------------------------------------
 
 bool Surface::moveFocus(Control* target) {

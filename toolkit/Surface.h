@@ -93,6 +93,13 @@ class Surface : public Container {
   // Any control below by its name, null when there is none.
   Control* find(std::string_view name);
 
+  // The room that the layout needs, and what the windows around it have, in twips: where they have
+  // more, `onRoom` may lay the controls out anew. A surface that says nothing needs none.
+  void setLeast(Extent least) { least_ = least; }
+  Extent least() const { return least_; }
+  void setRoom(Extent room);
+  std::function<void(Extent room)> onRoom;
+
   // Called when page, visibility, enabling or captions have changed what mnemonics() gives.
   std::function<void()> onInfoChanged;
   // Called when focus() has changed, for the windows behind.
@@ -171,6 +178,7 @@ class Surface : public Container {
   void perform(const Deed& deed);
   std::vector<Mnemonic> liveMnemonics() const;
 
+  Extent least_;
   Control* focus_ = nullptr;
   bool left_ = false;            // focus_ has had its LostFocus already
   Control* wanted_ = nullptr;    // asked for while the surface was disabled

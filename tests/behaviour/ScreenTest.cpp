@@ -11,6 +11,7 @@
 #include "store/Layouts.h"
 #include "tests/behaviour/ControlTest.h"
 #include "text/Utf8.h"
+#include "toolkit/AccessibleName.h"
 
 namespace behaviour {
 namespace {
@@ -791,6 +792,122 @@ TEST_P(TableTest, TheScrollBarStandsInTheRoomThatTheLastColumnGains) {
   const auto& order = last().parent()->children();
   EXPECT_LT(std::find(order.begin(), order.end(), &bar()),
             std::find(order.begin(), order.end(), &last()));
+}
+
+// Room -------------------------------------------------------------------------------------------
+
+// In a container that gives more height than the control needs.
+class RoomTest : public ScreenTest {
+ protected:
+  static constexpr int kMore = 1500;
+  void give(int more) { surface_.setRoom({screen::kWidth + more, screen::kHeight + more}); }
+  std::map<std::string, Place> places() {
+    std::map<std::string, Place> all;
+    collectPlaces(surface_, all);
+    return all;
+  }
+  static void collectPlaces(const Container& container, std::map<std::string, Place>& all) {
+    for (const Control* child : container.children()) {
+      all[child->name()] = child->place();
+      if (child->isContainer()) collectPlaces(dynamic_cast<const Container&>(*child), all);
+    }
+  }
+};
+
+TEST_F(RoomTest, TheNaturalSizeIsTheLeast) {
+  EXPECT_EQ(surface_.least(), (toolkit::Extent{screen::kWidth, screen::kHeight}));
+  const auto before = places();
+  surface_.setRoom({100, 100});
+  EXPECT_EQ(places(), before);
+}
+
+TEST_F(RoomTest, MoreMakesTheListsLongerByAllOfIt) {
+  const auto before = places();
+  give(kMore);
+  const auto after = places();
+  for (const char* name :
+       {"Lst_PiecePossibleOrgChg", "Lst_PieceRenouOrgChg", "Lst_DateRembOrgChg",
+        "Lst_PrestServOrgChg", "Bdv_TauxOrgChg", "Lst_FinAbatHOrgChg", "Lst_DebRevSeulOrgChg",
+        "Lst_BaremCoursOrgChg", "Bdv_Bareme", "Lst_Activite", "Lst_ActSelect", "Lst_TypeAct"}) {
+    EXPECT_EQ(after.at(name).height, before.at(name).height + kMore) << name;
+    EXPECT_EQ(after.at(name).top, before.at(name).top) << name;
+    EXPECT_EQ(after.at(name).width, before.at(name).width) << name;
+  }
+  EXPECT_EQ(after.at("Lst_ParamPossOrgChg").height + after.at("Lst_ParamTriPos").height,
+            before.at("Lst_ParamPossOrgChg").height + before.at("Lst_ParamTriPos").height + kMore);
+  EXPECT_GT(after.at("Lst_ParamTriPos").height, before.at("Lst_ParamTriPos").height);
+}
+
+TEST_F(RoomTest, WhatIsBelowTheListsGoesDownWithTheirEnd) {
+  const auto before = places();
+  give(kMore);
+  const auto after = places();
+  for (const char* name : {"Cbo_StatsOrgChg", "Txt_CpteProdAide", "Txt_DateRembOrgChg",
+                           "Cmd_AjoutTaux", "Txt_DesFacture", "Cmd_NouveauBareme",
+                           "Txt_BaremCoursOrgChg", "Txt_CodeThesaurus", "Cdr_GestionExclu"}) {
+    EXPECT_EQ(after.at(name).top, before.at(name).top + kMore) << name;
+  }
+  for (const char* name : {"Txt_CodOrgChg", "Cmd_Sortir", "Txt_RaisonOrgChg", "Txt_Entite"}) {
+    EXPECT_EQ(after.at(name), before.at(name)) << name;
+  }
+}
+
+TEST_F(RoomTest, NothingCoversAnythingInIt) {
+  give(kMore);
+  for (int tab = 0; tab < 6; ++tab) {
+    screen_.Ong_OrgPriseChg.setTab(tab);
+    for (Control* control : seen()) {
+      for (Control* sibling : control->parent()->children()) {
+        if (sibling == control) break;
+        const bool bar = control->kind() == Kind::ScrollBar || sibling->kind() == Kind::ScrollBar;
+        if (bar || !sibling->shown() || sibling->place() == control->place()) continue;
+        EXPECT_FALSE(overlap(control->place(), sibling->place()))
+            << control->name() << " " << sibling->name();
+      }
+    }
+  }
+}
+
+TEST_F(RoomTest, LessAgainPutsAllBack) {
+  const auto before = places();
+  give(kMore);
+  give(0);
+  EXPECT_EQ(places(), before);
+}
+
+TEST_F(RoomTest, AColumnWidenedForItsBarStaysSo) {
+  for (Control* wide : {static_cast<Control*>(&screen_.priseEnCharge.Lst_PourcentAbatOrgChg),
+                        static_cast<Control*>(&screen_.priseEnCharge.Txt_PourcentAbatOrgChg)}) {
+    Place place = wide->place();
+    place.width = 1215;
+    wide->setPlace(place);
+  }
+  give(kMore);
+  EXPECT_EQ(screen_.priseEnCharge.Lst_PourcentAbatOrgChg.place().width, 1215);
+  EXPECT_EQ(screen_.priseEnCharge.Txt_PourcentAbatOrgChg.place().width, 1215);
+  EXPECT_EQ(screen_.priseEnCharge.Txt_FinAbatHOrgChg.place().width,
+            screen_.priseEnCharge.Lst_FinAbatHOrgChg.place().width);
+}
+
+TEST_F(ScreenTest, EveryFieldAndListHasANameForScreenReaders) {
+  for (int tab = 0; tab < 6; ++tab) {
+    screen_.Ong_OrgPriseChg.setTab(tab);
+    for (Control* control : seen()) {
+      if (!isField(*control) && control->kind() != Kind::ListBox) continue;
+      const Control* caption = captionOf(*control);
+      const std::string name = toolkit::accessibleName(*control);
+      EXPECT_NE(name, "") << control->name();
+      if (!caption || columnOf(*control)) continue;
+      const auto letters = [](std::string text) {
+        std::erase(text, ' ');
+        return text;
+      };
+      EXPECT_EQ(letters(name), letters(toolkit::withoutMnemonic(caption->caption())))
+          << control->name();
+    }
+  }
+  EXPECT_EQ(toolkit::accessibleName(screen_.priseEnCharge.Txt_TxRembMajOrgChg), "Taux majoré");
+  EXPECT_EQ(toolkit::accessibleName(screen_.participation.Txt_FinRevMenOrgChg), "Ménage");
 }
 
 TEST_F(ScreenTest, CopiesAreOneToNineByBarOrByTyping) {
