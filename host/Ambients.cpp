@@ -2,6 +2,8 @@
 
 #include <olectl.h>
 
+#include <cstdlib>
+
 #include "com/ComBorder.h"
 
 namespace host {
@@ -10,17 +12,22 @@ namespace {
 
 constexpr long kSystemColour = static_cast<long>(0x80000000UL);
 
+// The one that the user has chosen for messages, at its size.
 com::Variant font() {
+  constexpr int kUnitsPerInch = 72 * 10000;  // of a CY, which counts ten-thousandths of a point
   NONCLIENTMETRICSW metrics{};
   metrics.cbSize = sizeof metrics;
   std::wstring name = L"Tahoma";
+  LONGLONG size = 82500;
   if (SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0) != 0) {
     name = metrics.lfMessageFont.lfFaceName;
+    size = MulDiv(std::abs(metrics.lfMessageFont.lfHeight), kUnitsPerInch,
+                  static_cast<int>(GetDpiForSystem()));
   }
   FONTDESC description{};
   description.cbSizeofstruct = sizeof description;
   description.lpstrName = name.data();
-  description.cySize.int64 = 82500;  // 8.25 points
+  description.cySize.int64 = size;
   description.sWeight = FW_NORMAL;
   description.sCharset = DEFAULT_CHARSET;
   Microsoft::WRL::ComPtr<IDispatch> created;

@@ -3,6 +3,7 @@
 #include <olectl.h>
 #include <wrl/client.h>
 
+#include <cstdlib>
 #include <optional>
 
 #include "com/ComBorder.h"
@@ -14,7 +15,18 @@ using Microsoft::WRL::ComPtr;
 
 namespace {
 
-constexpr int kCurrencyUnits = 10000;  // CY counts ten-thousandths
+constexpr int kHundredthsPerInch = 7200;  // of a point
+
+// A colour that names one of the system's keeps doing so. Throws com::Error for what is no colour.
+toolkit::win32::AmbientColor colorOf(const VARIANT& value) {
+  constexpr OLE_COLOR kSystem = 0x80000000;
+  const auto color =
+      value.vt == VT_UI4 ? value.ulVal : static_cast<OLE_COLOR>(com::numberOf(value));
+  COLORREF own = 0;
+  com::check(OleTranslateColor(color, nullptr, &own), "an ambient colour");
+  if ((color & kSystem) == 0) return {own};
+  return toolkit::win32::AmbientColor::ofSystem(static_cast<int>(color & 0xFF));
+}
 
 std::optional<com::Variant> ambient(IDispatch& container, DISPID property) {
   DISPPARAMS none{};
@@ -38,17 +50,22 @@ void take(IDispatch& container, DISPID property, Read read) {
   }
 }
 
+// What the font says of its size is that of the characters that Windows has found; what it asks
+// Windows for is the host's own.
 void takeFont(const VARIANT& value, toolkit::win32::Ambience& look) {
   ComPtr<IFont> font;
   const ComPtr<IDispatch> object = com::objectOf(value);
   if (object == nullptr || FAILED(object.As(&font))) return;
-  BSTR name = nullptr;
-  CY size{};
-  com::check(font->get_Name(&name), "the ambient font's name");
-  look.fontName = com::viewOf(name);
-  SysFreeString(name);
-  com::check(font->get_Size(&size), "the ambient font's size");
-  look.fontSize = static_cast<int>((size.int64 + kCurrencyUnits / 2) / kCurrencyUnits);
+  HFONT asked = nullptr;
+  com::check(font->get_hFont(&asked), "the ambient font");
+  LOGFONTW face{};
+  if (GetObjectW(asked, sizeof face, &face) == 0 || face.lfHeight == 0) return;
+  const HDC screen = GetDC(nullptr);
+  const int dpi = GetDeviceCaps(screen, LOGPIXELSY);
+  ReleaseDC(nullptr, screen);
+  look.fontName = face.lfFaceName;
+  look.fontSize = MulDiv(std::abs(face.lfHeight), kHundredthsPerInch, dpi);
+  look.fontBold = face.lfWeight >= FW_SEMIBOLD;
 }
 
 }  // namespace
@@ -63,10 +80,10 @@ Ambients ambientsOf(IOleClientSite* site) {
        [&](const VARIANT& value) { ambients.uiDead = com::booleanOf(value); });
   take(*container.Get(), DISPID_AMBIENT_LOCALEID,
        [&](const VARIANT& value) { ambients.locale = static_cast<LCID>(com::numberOf(value)); });
-  take(*container.Get(), DISPID_AMBIENT_BACKCOLOR, [&](const VARIANT& value) {
-    const auto color = static_cast<OLE_COLOR>(com::numberOf(value));
-    com::check(OleTranslateColor(color, nullptr, &ambients.look.backColor), "the back colour");
-  });
+  take(*container.Get(), DISPID_AMBIENT_BACKCOLOR,
+       [&](const VARIANT& value) { ambients.look.backColor = colorOf(value); });
+  take(*container.Get(), DISPID_AMBIENT_FORECOLOR,
+       [&](const VARIANT& value) { ambients.look.foreColor = colorOf(value); });
   take(*container.Get(), DISPID_AMBIENT_FONT,
        [&](const VARIANT& value) { takeFont(value, ambients.look); });
   return ambients;

@@ -1,6 +1,7 @@
 #include "ocx/ControlObject.h"
 
 #include "ocx/PostedCall.h"
+#include "toolkit/win32/Scale.h"
 #include "toolkit/win32/SurfaceWindow.h"
 #include "toolkit/win32/WindowsDesktop.h"
 
@@ -15,9 +16,11 @@ constexpr int kHundredthsOfMillimetrePerInch = 2540;
 
 LONG fromTwips(int twips) { return MulDiv(twips, kHundredthsOfMillimetrePerInch, kTwipsPerInch); }
 
-SIZEL naturalExtent(toolkit::Surface& surface) {
-  const toolkit::Place& place = surface.place();
-  return {fromTwips(place.width), fromTwips(place.height)};
+SIZEL naturalExtent(toolkit::Surface& surface, const toolkit::win32::Ambience& look) {
+  const toolkit::Extent least = surface.least();
+  const toolkit::win32::Growth growth = toolkit::win32::growthOf(look);
+  return {MulDiv(fromTwips(least.width), growth.across, 1000),
+          MulDiv(fromTwips(least.height), growth.down, 1000)};
 }
 
 }  // namespace
@@ -30,7 +33,7 @@ ControlObject::ControlObject()
       description_(*this),
       points_(*this),
       notices_(*this, points_),
-      kept_(*this, [this] { return naturalExtent(control_.surface()); }),
+      kept_(*this, [this] { return naturalExtent(control_.surface(), place_.ambients().look); }),
       view_(*this, control_.surface(), place_, kept_),
       placed_(*this, place_),
       embedded_(*this, place_, kept_, view_, notices_),
@@ -38,6 +41,7 @@ ControlObject::ControlObject()
   InterlockedIncrement(&controlsAlive);
   place_.setSurface(control_.surface());
   kept_.setNaturalExtent();
+  place_.onAmbients = [this] { kept_.followNaturalExtent(); };
   kept_.onSaved = [this] { embedded_.tellSaved(); };
   control_.surface().onInfoChanged = [this] { hosted_.noteInfoChanged(); };
   control_.onSortirChanged = [this] { notices_.sortirChanged(control_.W_Sortir()); };

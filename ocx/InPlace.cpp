@@ -69,6 +69,7 @@ void InPlace::readAmbients() {
   const bool before = ambients_.userMode;
   ambients_ = ambientsOf(site.Get());
   surface_->setAcceptsInput(ambients_.userMode && !ambients_.uiDead);
+  if (onAmbients) onAmbients();
   if (active() && ambients_.userMode != before) {
     changeMode();
   } else if (windows_) {
@@ -152,6 +153,7 @@ void InPlace::makeWindowIn(HWND parent) {
         std::make_unique<toolkit::win32::SurfaceWindow>(*surface_, parent, place_, ambients_.look);
     windows_->onEntry = keepAlive_;
     windows_->onKeyboard = [this](bool inside) { keyboardMoved(inside); };
+    windows_->onPress = [this] { keyboardMoved(true); };
   } else {
     picture_ =
         std::make_unique<DesignWindow>(parent, place_, [this](HDC context, const RECT& area) {
@@ -176,7 +178,10 @@ HRESULT InPlace::activateUi(const MSG* message) {
   if (SUCCEEDED(result) && active() && windows_ && !uiActive_) result = tellUiActive();
   if (FAILED(result) || !uiActive_ || !windows_) return result;
   handled("UIActivate", [&] {
-    if (isTab(message)) surface_->enter(GetKeyState(VK_SHIFT) < 0);
+    if (isTab(message)) {
+      windows_->showCues();
+      surface_->enter(GetKeyState(VK_SHIFT) < 0);
+    }
     takeFocus();
     return true;
   });
@@ -293,6 +298,7 @@ void InPlace::mnemonic(char32_t letter) {
   if (!ambients_.userMode) return;
   if (active()) activateUi(nullptr);
   handled("OnMnemonic", [&] {
+    if (windows_) windows_->showCues();
     return surface_->key({.key = toolkit::Key::Character, .character = letter, .alt = true});
   });
 }

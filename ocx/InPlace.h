@@ -23,6 +23,8 @@ class InPlace final : public toolkit::win32::ModalHost {
   // `object` is what the frame gets as its active object; `keepAlive` what each window procedure
   // holds while it runs.
   InPlace(IOleInPlaceActiveObject& object, std::function<std::shared_ptr<void>()> keepAlive);
+
+  std::function<void()> onAmbients;  // they have been read again
   // What is shown; told before anything else is called. Taken down before the surface goes.
   void setSurface(toolkit::Surface& surface) { surface_ = &surface; }
 

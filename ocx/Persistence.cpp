@@ -1,5 +1,7 @@
 #include "ocx/Persistence.h"
 
+#include <utility>
+
 namespace ocx {
 
 bool Persistence::setExtent(const SIZEL& extent) {
@@ -7,6 +9,11 @@ bool Persistence::setExtent(const SIZEL& extent) {
   saved_.extent = extent;
   dirty_ = true;
   return true;
+}
+
+void Persistence::followNaturalExtent() {
+  const SIZEL before = std::exchange(natural_, naturalExtent_());
+  if (saved_.extent.cx == before.cx && saved_.extent.cy == before.cy) saved_.extent = natural_;
 }
 
 HRESULT Persistence::initNew() {

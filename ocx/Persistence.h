@@ -27,7 +27,9 @@ class Persistence final : public Part<IPersistStreamInit, IPersistPropertyBag, I
   const SIZEL& extent() const { return saved_.extent; }
   // Was it another one?
   bool setExtent(const SIZEL& extent);
-  void setNaturalExtent() { saved_.extent = naturalExtent_(); }
+  void setNaturalExtent() { saved_.extent = natural_ = naturalExtent_(); }
+  // The natural one may have become another; a size that nobody has set follows it.
+  void followNaturalExtent();
   bool dirty() const { return dirty_; }
 
   HRESULT STDMETHODCALLTYPE GetClassID(CLSID* type) override {
@@ -82,6 +84,7 @@ class Persistence final : public Part<IPersistStreamInit, IPersistPropertyBag, I
   HRESULT saveCompleted();
 
   std::function<SIZEL()> naturalExtent_;
+  SIZEL natural_{};
   Saved saved_;
   bool dirty_ = false;
 };

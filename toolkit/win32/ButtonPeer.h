@@ -6,7 +6,7 @@
 namespace toolkit::win32 {
 
 // Command button, option button and check box. Their state is set from the object alone.
-class ButtonPeer final : public ControlPeer {
+class ButtonPeer : public ControlPeer {
  public:
   ButtonPeer(Host& host, Control& button) : ControlPeer(host, button) {}
   void commanded(WORD code) override;
@@ -15,10 +15,10 @@ class ButtonPeer final : public ControlPeer {
   Blueprint blueprint() const override;
   void created() override;
   void copy(Aspect what) override;
+  bool value() const;  // of an option or check box
 
  private:
   void click();
-  bool value() const;
   bool isDefault() const;
 };
 

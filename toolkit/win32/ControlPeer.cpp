@@ -142,6 +142,10 @@ void ControlPeer::update(Aspect what) {
       applyFont();
       copy(what);
       break;
+    case Aspect::Caption:
+      copy(what);
+      host_.captionChanged();
+      break;
     default:
       copy(what);
   }
@@ -166,8 +170,11 @@ void ControlPeer::applyFont() {
 RECT ControlPeer::placeInPixels() const {
   const Host::Site site = host_.siteOf(control_);
   const Place& place = control_.place();
-  return host_.scale().rectangle(site.left + place.left, site.top + place.top, place.width,
-                                 place.height);
+  RECT pixels = host_.scale().rectangle(site.left + place.left, site.top + place.top, place.width,
+                                        place.height);
+  const POINT scrolled = host_.scrolled();
+  if (site.window == host_.window()) OffsetRect(&pixels, -scrolled.x, -scrolled.y);
+  return pixels;
 }
 
 void ControlPeer::applyPlace() {
@@ -193,6 +200,14 @@ bool ControlPeer::windowVisible() const {
   return true;
 }
 
+UINT ControlPeer::hiddenPrefix() const {
+  return (host_.keyboard().hiddenCues() & UISF_HIDEACCEL) != 0 ? DT_HIDEPREFIX : 0U;
+}
+
+bool ControlPeer::hidesFocus() const {
+  return (host_.keyboard().hiddenCues() & UISF_HIDEFOCUS) != 0;
+}
+
 void ControlPeer::applyEnabled() {
   const bool enabled = windowEnabled();
   if ((IsWindowEnabled(window_) != FALSE) == enabled) return;
@@ -208,11 +223,9 @@ void ControlPeer::applyVisible() {
 }
 
 HBRUSH ControlPeer::colors(HDC context, UINT) {
-  if (control_.color() != kBlack) {
-    const Color color = control_.color();
-    SetTextColor(context, RGB((color >> 16) & 0xFF, (color >> 8) & 0xFF, color & 0xFF));
-  }
-  SetBkColor(context, host_.ambience().backColor);
+  const Palette palette = host_.palette();
+  SetTextColor(context, palette.text(control_.color(), windowEnabled()));
+  SetBkColor(context, palette.back());
   return host_.background();
 }
 
@@ -259,6 +272,8 @@ LRESULT ControlPeer::message(HWND window, UINT message, WPARAM wParam, LPARAM lP
     if (!attached() || !host_.takesInput()) return 0;
   }
   switch (message) {
+    case WM_QUERYUISTATE:
+      return static_cast<LRESULT>(host_.keyboard().hiddenCues());
     case WM_GETDLGCODE:
       return host_.keyboard().dialogCode(dialogCode(), lParam);
     case WM_SETFOCUS: {
@@ -268,7 +283,7 @@ LRESULT ControlPeer::message(HWND window, UINT message, WPARAM wParam, LPARAM lP
     }
     case WM_KILLFOCUS: {
       const LRESULT result = pass(window, message, wParam, lParam);
-      host_.keyboard().left(reinterpret_cast<HWND>(wParam));
+      host_.keyboard().left(window, reinterpret_cast<HWND>(wParam));
       return result;
     }
     default:
@@ -301,6 +316,8 @@ LRESULT ControlPeer::character(HWND window, WPARAM wParam, LPARAM lParam) {
 LRESULT ControlPeer::press(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   host_.deliver();
   if (!attached() || !host_.takesInput() || !control_.usable()) return 0;
+  host_.keyboard().pressed();
+  if (!attached()) return 0;
   bool moves = false;
   if (control_.focusable()) {
     moves = host_.surface().focus() != &control_;

@@ -93,6 +93,11 @@ class ControlPeer : public Peer, public std::enable_shared_from_this<ControlPeer
   virtual bool windowVisible() const;
   virtual void applyEnabled();
 
+  // What the user has not asked to see yet: the lines below mnemonics, as a format of DrawText, and
+  // the mark of the focus.
+  UINT hiddenPrefix() const;
+  bool hidesFocus() const;
+
   void subclass(HWND window);
   // To the standard window's own procedure.
   LRESULT pass(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0);

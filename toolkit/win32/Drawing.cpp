@@ -8,6 +8,7 @@
 #include "toolkit/SSTab.h"
 #include "toolkit/ScrollBar.h"
 #include "toolkit/TextBox.h"
+#include "toolkit/win32/Palette.h"
 #include "toolkit/win32/Scale.h"
 #include "toolkit/win32/SurfaceWindow.h"
 #include "toolkit/win32/WideText.h"
@@ -17,6 +18,7 @@ namespace toolkit::win32 {
 namespace {
 
 constexpr int kTwipsPerPoint = 20;
+constexpr int kDrawnFor = 8;  // points: what is larger in the ambient font is so in the bounds too
 constexpr int kTabHeight = 360;  // twips
 constexpr int kMark = 195;       // side of a check or option mark, in twips
 constexpr int kArrow = 255;      // width of a combo's or scroll bar's arrow, in twips
@@ -30,9 +32,11 @@ class Sheet {
         ambience_(ambience),
         width_(surface.width > 0 ? surface.width : (bounds.right - bounds.left) * 15),
         height_(surface.height > 0 ? surface.height : (bounds.bottom - bounds.top) * 15),
-        ground_(CreateSolidBrush(ambience.backColor)) {}
+        palette_(ambience),
+        ground_(CreateSolidBrush(palette_.back())) {}
 
   HDC context() const { return context_; }
+  const Palette& palette() const { return palette_; }
   HBRUSH ground() const { return ground_.get(); }
   LONG x(int twips) const {
     return bounds_.left + MulDiv(twips, bounds_.right - bounds_.left, std::max(1, width_));
@@ -44,7 +48,7 @@ class Sheet {
     return {x(left), y(top), x(left + width), y(top + height)};
   }
   OwnedFont font(const Font& font) const {
-    const int points = font.size > 0 ? font.size : ambience_.fontSize;
+    const int points = font.size > 0 ? font.size : kDrawnFor;
     const LONG height = y(points * kTwipsPerPoint) - y(0);
     return makeFont(font.name.empty() ? ambience_.fontName : wide(font.name),
                     static_cast<int>(std::max(1L, height)), font.bold);
@@ -56,17 +60,29 @@ class Sheet {
   Ambience ambience_;
   int width_;
   int height_;
+  Palette palette_;
   OwnedBrush ground_;
 };
 
-void write(const Sheet& sheet, const Control& control, std::string_view text, RECT area, UINT how) {
+void write(const Sheet& sheet, const Control& control, std::string_view text, RECT area, UINT how,
+           COLORREF color) {
   const OwnedFont font = sheet.font(control.font());
   const Selected selected(sheet.context(), font.get());
-  const Color color = control.color();
-  const COLORREF live = RGB((color >> 16) & 0xFF, (color >> 8) & 0xFF, color & 0xFF);
-  SetTextColor(sheet.context(), control.reachable() ? live : GetSysColor(COLOR_GRAYTEXT));
+  SetTextColor(sheet.context(), color);
   SetBkMode(sheet.context(), TRANSPARENT);
   DrawTextW(sheet.context(), wide(text).c_str(), -1, &area, how);
+}
+
+// On the ground of the surface.
+void write(const Sheet& sheet, const Control& control, std::string_view text, RECT area, UINT how) {
+  write(sheet, control, text, area, how,
+        sheet.palette().text(control.color(), control.reachable()));
+}
+
+void writeInField(const Sheet& sheet, const Control& control, std::string_view text,
+                  const RECT& area, UINT how) {
+  write(sheet, control, text, area, how,
+        control.reachable() ? sheet.palette().field(control.color()) : GetSysColor(COLOR_GRAYTEXT));
 }
 
 void drawField(const Sheet& sheet, RECT area, bool reachable) {
@@ -81,8 +97,9 @@ RECT inside(const Sheet& sheet, RECT area) {
 
 void drawText(const Sheet& sheet, const TextBox& box, const RECT& area) {
   drawField(sheet, area, box.reachable());
-  write(sheet, box, box.text(), inside(sheet, area),
-        DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | (box.rightAligned() ? DT_RIGHT : DT_LEFT));
+  writeInField(
+      sheet, box, box.text(), inside(sheet, area),
+      DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | (box.rightAligned() ? DT_RIGHT : DT_LEFT));
 }
 
 void drawCombo(const Sheet& sheet, const ComboBox& combo, RECT area) {
@@ -92,14 +109,15 @@ void drawCombo(const Sheet& sheet, const ComboBox& combo, RECT area) {
   DrawFrameControl(sheet.context(), &arrow, DFC_SCROLL,
                    DFCS_SCROLLCOMBOBOX | (combo.reachable() ? 0U : DFCS_INACTIVE));
   area.right = arrow.left;
-  write(sheet, combo, combo.text(), inside(sheet, area), DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX);
+  writeInField(sheet, combo, combo.text(), inside(sheet, area),
+               DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX);
 }
 
 void drawList(const Sheet& sheet, const ListBox& list, const RECT& area) {
   drawField(sheet, area, list.reachable());
   std::string lines;
   for (int line = list.topIndex(); line < list.listCount(); ++line) lines += list.list(line) + '\n';
-  write(sheet, list, lines, inside(sheet, area), DT_NOPREFIX);
+  writeInField(sheet, list, lines, inside(sheet, area), DT_NOPREFIX);
 }
 
 void drawMarked(const Sheet& sheet, const Control& control, RECT area, UINT mark) {
@@ -167,7 +185,8 @@ void drawControl(const Sheet& sheet, const Control& control, const Place& at) {
     case Kind::CommandButton: {
       RECT face = area;
       DrawFrameControl(sheet.context(), &face, DFC_BUTTON, DFCS_BUTTONPUSH);
-      write(sheet, control, control.caption(), area, DT_SINGLELINE | DT_CENTER | DT_VCENTER);
+      write(sheet, control, control.caption(), area, DT_SINGLELINE | DT_CENTER | DT_VCENTER,
+            GetSysColor(control.reachable() ? COLOR_BTNTEXT : COLOR_GRAYTEXT));
       break;
     }
     case Kind::Label:

@@ -172,8 +172,8 @@ void FormWindow::fit() {
   RECT inside{};
   GetWindowRect(dialog_, &outside);
   GetClientRect(dialog_, &inside);
-  const SIZE size{scale.pixels(window_.width()) + (outside.right - outside.left) - inside.right,
-                  scale.pixels(window_.height()) + (outside.bottom - outside.top) - inside.bottom};
+  const SIZE size{scale.across(window_.width()) + (outside.right - outside.left) - inside.right,
+                  scale.down(window_.height()) + (outside.bottom - outside.top) - inside.bottom};
   const RECT place = centred(size, GetWindow(dialog_, GW_OWNER));
   SetWindowPos(dialog_, nullptr, place.left, place.top, place.right - place.left,
                place.bottom - place.top, SWP_NOZORDER | SWP_NOACTIVATE);

@@ -162,9 +162,9 @@ void ListPeer::commanded(WORD code) {
   }
 }
 
-HBRUSH ListPeer::colors(HDC context, UINT message) {
+HBRUSH ListPeer::colors(HDC context, UINT) {
   if (list_.color() == kBlack) return nullptr;
-  ControlPeer::colors(context, message);
+  SetTextColor(context, host().palette().field(list_.color()));
   SetBkColor(context, GetSysColor(COLOR_WINDOW));
   return GetSysColorBrush(COLOR_WINDOW);
 }

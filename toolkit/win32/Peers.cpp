@@ -1,4 +1,5 @@
 #include "toolkit/win32/ButtonPeer.h"
+#include "toolkit/win32/ChoicePeer.h"
 #include "toolkit/win32/ComboPeer.h"
 #include "toolkit/win32/ListPeer.h"
 #include "toolkit/win32/ScrollPeer.h"
@@ -26,6 +27,9 @@ std::shared_ptr<ControlPeer> makePeer(SurfaceWindow::Implementation& host, Contr
       return std::make_shared<TabsPeer>(host, static_cast<SSTab&>(control));
     case Kind::TabPage:
       return std::make_shared<PagePeer>(host, static_cast<TabPage&>(control));
+    case Kind::OptionButton:
+    case Kind::CheckBox:
+      return std::make_shared<ChoicePeer>(host, control);
     default:
       return std::make_shared<ButtonPeer>(host, control);
   }

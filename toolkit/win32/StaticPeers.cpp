@@ -29,8 +29,7 @@ void FramePeer::paintCaption() {
   const std::wstring caption = wide(frame_.caption());
   if (caption.empty()) return;
   const bool enabled = IsWindowEnabled(window()) != FALSE;
-  const bool hidden = (SendMessageW(window(), WM_QUERYUISTATE, 0, 0) & UISF_HIDEACCEL) != 0;
-  const UINT format = DT_SINGLELINE | DT_NOCLIP | (hidden ? DT_HIDEPREFIX : 0U);
+  const UINT format = DT_SINGLELINE | DT_NOCLIP | hiddenPrefix();
   HDC context = GetDC(window());
   {
     const Selected font(context, host().font(frame_.font()));
@@ -40,7 +39,7 @@ void FramePeer::paintCaption() {
     const RECT covered{place.left - 3, place.top, place.right + 4, place.bottom};
     FillRect(context, &covered, host().background());
     SetBkMode(context, TRANSPARENT);
-    SetTextColor(context, GetSysColor(enabled ? COLOR_BTNTEXT : COLOR_GRAYTEXT));
+    SetTextColor(context, host().palette().text(frame_.color(), enabled));
     DrawTextW(context, caption.c_str(), static_cast<int>(caption.size()), &place, format);
   }
   ReleaseDC(window(), context);
@@ -60,17 +59,25 @@ LRESULT FramePeer::message(HWND window, UINT message, WPARAM wParam, LPARAM lPar
   return result;
 }
 
-ControlPeer::Blueprint LabelPeer::blueprint() const {
-  const DWORD alignment = label_.centered() ? SS_CENTER : SS_LEFT;
-  return {L"STATIC", alignment, 0};
-}
+// Painted here: the system draws the text of a disabled label in a colour of its own, whatever lies
+// below it.
+ControlPeer::Blueprint LabelPeer::blueprint() const { return {L"STATIC", SS_OWNERDRAW, 0}; }
 
 void LabelPeer::copy(Aspect what) {
   if (what == Aspect::Caption) setWindowText(wide(label_.caption()));
-  if (what != Aspect::Style) return;
-  const LONG style = GetWindowLongW(window(), GWL_STYLE) & ~SS_TYPEMASK;
-  SetWindowLongW(window(), GWL_STYLE, style | (label_.centered() ? SS_CENTER : SS_LEFT));
-  InvalidateRect(window(), nullptr, TRUE);
+  if (what == Aspect::Caption || what == Aspect::Style) InvalidateRect(window(), nullptr, TRUE);
+}
+
+void LabelPeer::drawItem(const DRAWITEMSTRUCT& item) {
+  RECT area = item.rcItem;
+  FillRect(item.hDC, &area, host().background());
+  const std::wstring caption = wide(label_.caption());
+  const Selected font(item.hDC, host().font(label_.font()));
+  SetBkMode(item.hDC, TRANSPARENT);
+  SetTextColor(item.hDC, host().palette().text(label_.color(), windowEnabled()));
+  const UINT alignment = label_.centered() ? DT_CENTER : DT_LEFT;
+  DrawTextW(item.hDC, caption.c_str(), -1, &area,
+            DT_WORDBREAK | DT_EXPANDTABS | alignment | hiddenPrefix());
 }
 
 }  // namespace toolkit::win32

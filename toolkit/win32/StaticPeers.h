@@ -27,6 +27,7 @@ class FramePeer final : public ControlPeer {
 class LabelPeer final : public ControlPeer {
  public:
   LabelPeer(Host& host, Label& label) : ControlPeer(host, label), label_(label) {}
+  void drawItem(const DRAWITEMSTRUCT& item) override;
 
  protected:
   Blueprint blueprint() const override;

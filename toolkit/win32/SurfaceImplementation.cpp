@@ -3,8 +3,11 @@
 #include <algorithm>
 #include <utility>
 
+#include "toolkit/AccessibleName.h"
 #include "toolkit/win32/ControlPeer.h"
 #include "toolkit/win32/PostedMessages.h"
+#include "toolkit/win32/Scoped.h"
+#include "toolkit/win32/WideText.h"
 
 namespace toolkit::win32 {
 
@@ -20,20 +23,20 @@ bool isContainer(Kind kind) {
 
 SurfaceWindow::Implementation::Implementation(Surface& surface, SurfaceWindow& face,
                                               const Ambience& ambience)
-    : surface_(&surface),
-      face_(&face),
-      ambience_(ambience),
-      background_(CreateSolidBrush(ambience.backColor)) {}
+    : surface_(&surface), face_(&face), ambience_(ambience), growth_(growthOf(ambience)) {}
 
 SurfaceWindow::Implementation::~Implementation() = default;
 
 void SurfaceWindow::Implementation::create(HWND parent, const RECT& place) {
   window_ = createContainer(parent, place);
-  scale_ = Scale(ambience_.dpi ? ambience_.dpi : dpiOf(window_));
+  scale_ = scaleNow();
   surface_->setPeer(this);
   surface_->onFocusMoved = [this] { keyboard_.focusMoved(); };
   createPeers(*surface_);
   sinkFrames(*surface_);
+  layOut();
+  nameWindows();
+  keyboard_.hideCues();
 }
 
 void SurfaceWindow::Implementation::createPeers(Container& container) {
@@ -58,7 +61,11 @@ void SurfaceWindow::Implementation::sinkFrames(const Container& container) {
 
 void SurfaceWindow::Implementation::detach() {
   if (!surface_) return;
-  for (const auto& peer : peers_) peer->detach();
+  for (const auto& peer : peers_) {
+    names_.forget(peer->window());
+    names_.forget(peer->focusWindow());
+    peer->detach();
+  }
   if (surface_->peer() == this) surface_->setPeer(nullptr);
   surface_->onFocusMoved = nullptr;
   surface_ = nullptr;
@@ -84,27 +91,55 @@ void SurfaceWindow::Implementation::setPlace(const RECT& place) {
   if (!window_) return;
   SetWindowPos(window_, nullptr, place.left, place.top, place.right - place.left,
                place.bottom - place.top, SWP_NOZORDER | SWP_NOACTIVATE);
-  if (window_ && Scale(ambience_.dpi ? ambience_.dpi : dpiOf(window_)).dpi() != scale_.dpi()) {
-    reread();
-  }
+  if (window_ && scaleNow().dpi() != scale_.dpi()) reread();
 }
 
 void SurfaceWindow::Implementation::setAmbience(const Ambience& ambience) {
   ambience_ = ambience;
-  background_.reset(CreateSolidBrush(ambience.backColor));
+  growth_ = growthOf(ambience);
   if (!window_) return;
   reread();
-  RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+  colorsChanged();
+}
+
+void SurfaceWindow::Implementation::colorsChanged() {
+  RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
+}
+
+HBRUSH SurfaceWindow::Implementation::background() {
+  const COLORREF color = palette().back();
+  if (color != backgroundColor_ || !background_) {
+    background_.reset(CreateSolidBrush(color));
+    backgroundColor_ = color;
+  }
+  return background_.get();
+}
+
+Scale SurfaceWindow::Implementation::scaleNow() const {
+  return Scale(ambience_.dpi ? ambience_.dpi : dpiOf(window_), growth_);
+}
+
+void SurfaceWindow::Implementation::layOut() {
+  if (!attached() || !window_ || layingOut_) return;
+  const Scoped once(layingOut_);
+  scroll_.fit(window_, scale_.pixels(surface_->least()));
+  RECT client{};
+  GetClientRect(window_, &client);
+  surface_->setRoom(scale_.twips({client.right, client.bottom}));
+  for (const auto& peer : peers_) {
+    if (peer->attached() && siteOf(peer->control()).window == window_) peer->applyPlace();
+  }
 }
 
 void SurfaceWindow::Implementation::reread() {
-  scale_ = Scale(ambience_.dpi ? ambience_.dpi : dpiOf(window_));
+  scale_ = scaleNow();
   // The windows use the old fonts until each has its new one.
   const auto before = std::exchange(fonts_, {});
   for (const auto& peer : peers_) {
     peer->applyFont();
     peer->applyPlace();
   }
+  layOut();
 }
 
 SurfaceWindow::Implementation::Site SurfaceWindow::Implementation::siteOf(
@@ -149,6 +184,19 @@ std::shared_ptr<ControlPeer> SurfaceWindow::Implementation::peerOf(const Control
   return found == peers_.end() ? nullptr : *found;
 }
 
+void SurfaceWindow::Implementation::nameWindows() {
+  for (const auto& peer : peers_) {
+    if (!peer->attached() || !peer->control().focusable()) continue;
+    const std::wstring name = wide(accessibleName(peer->control()));
+    names_.tell(peer->window(), name);
+    names_.tell(peer->focusWindow(), name);
+  }
+}
+
+void SurfaceWindow::Implementation::captionChanged() {
+  if (attached() && !containers_.empty()) nameWindows();
+}
+
 // Each window follows its own object; of the surface itself nothing shows.
 void SurfaceWindow::Implementation::update(Aspect) {}
 
@@ -181,6 +229,10 @@ void SurfaceWindow::Implementation::deliver() {
 // A copy: the listener may destroy the face that holds it.
 std::function<void(bool)> SurfaceWindow::Implementation::keyboardListener() const {
   return face_ ? face_->onKeyboard : std::function<void(bool)>{};
+}
+
+std::function<void()> SurfaceWindow::Implementation::pressListener() const {
+  return face_ ? face_->onPress : std::function<void()>{};
 }
 
 }  // namespace toolkit::win32

@@ -11,9 +11,12 @@
 #include <vector>
 
 #include "toolkit/Surface.h"
+#include "toolkit/win32/AccessibleNames.h"
 #include "toolkit/win32/Notes.h"
+#include "toolkit/win32/Palette.h"
 #include "toolkit/win32/Scale.h"
 #include "toolkit/win32/SurfaceKeyboard.h"
+#include "toolkit/win32/SurfaceScroll.h"
 #include "toolkit/win32/SurfaceWindow.h"
 
 namespace toolkit::win32 {
@@ -41,7 +44,12 @@ class SurfaceWindow::Implementation final : public Peer,
   const Scale& scale() const { return scale_; }
   const Ambience& ambience() const { return ambience_; }
   HFONT font(const Font& font);
-  HBRUSH background() const { return background_.get(); }
+  Palette palette() const { return Palette(ambience_); }
+  // Of the palette's ground, as it is at this moment.
+  HBRUSH background();
+  // Where the surface's origin is scrolled to, left and above of the window's.
+  POINT scrolled() const { return scroll_.origin(); }
+  void reveal(HWND window) { scroll_.reveal(window_, window); }
   bool contains(HWND window) const;  // it, or a window below it
   bool takesInput() const { return attached() && surface_->takesUserInput(); }
 
@@ -51,12 +59,16 @@ class SurfaceWindow::Implementation final : public Peer,
   SurfaceKeyboard& keyboard() { return keyboard_; }
   // What hears of the keyboard coming and going; may be empty.
   std::function<void(bool inside)> keyboardListener() const;
+  std::function<void()> pressListener() const;
 
   // What the user did to a standard window, to be told to the object outside of that window's own
   // procedure.
   using Merge = Notes::Merge;
   void note(ControlPeer& peer, Merge merge, std::function<void()> tell);
   void deliver();
+
+  // A mouse button where no control takes it.
+  void pressedBeside();
 
   // What a window procedure holds until it has unwound.
   std::shared_ptr<void> entered() const {
@@ -79,6 +91,9 @@ class SurfaceWindow::Implementation final : public Peer,
   Site siteOf(const Control& control) const;
   void placeWithin(const Container& container);
 
+  // A caption has changed, and with it the names of what it stands for.
+  void captionChanged();
+
   // Null where there is none.
   std::shared_ptr<ControlPeer> peerOf(HWND window) const;
   std::shared_ptr<ControlPeer> peerOf(const Control& control) const;
@@ -91,6 +106,11 @@ class SurfaceWindow::Implementation final : public Peer,
   void detach();
   void forgetContainers();
   void reread();  // dpi and fonts
+  Scale scaleNow() const;
+  // Scroll bars, and the layout for the room there is.
+  void layOut();
+  void colorsChanged();
+  void nameWindows();
   std::optional<LRESULT> reflected(UINT message, WPARAM wParam, LPARAM lParam);
   std::optional<LRESULT> surfaceMessage(UINT message, WPARAM wParam, LPARAM lParam);
   void refreshPeers();
@@ -102,10 +122,15 @@ class SurfaceWindow::Implementation final : public Peer,
   Ambience ambience_;
   HWND window_ = nullptr;
   Scale scale_;
+  Growth growth_;
+  SurfaceScroll scroll_;
+  bool layingOut_ = false;
   OwnedBrush background_;
+  COLORREF backgroundColor_ = CLR_INVALID;
   std::map<FontKey, OwnedFont> fonts_;
   std::vector<std::shared_ptr<ControlPeer>> peers_;
   std::vector<HWND> containers_;
+  AccessibleNames names_;
   Notes notes_;
   SurfaceKeyboard keyboard_{*this};
 };

@@ -1,5 +1,7 @@
 #include "toolkit/win32/SurfaceKeyboard.h"
 
+#include <utility>
+
 #include "toolkit/win32/ControlPeer.h"
 #include "toolkit/win32/GivenMemory.h"
 #include "toolkit/win32/PostedMessages.h"
@@ -13,13 +15,23 @@ Surface& SurfaceKeyboard::surface() const { return host_.surface(); }
 HWND SurfaceKeyboard::window() const { return host_.window(); }
 bool SurfaceKeyboard::isHere() const { return host_.contains(GetFocus()); }
 
+namespace {
+
+// The strokes by which a user goes from control to control.
+bool movesFocus(const KeyStroke& stroke) {
+  return stroke.key == Key::Tab || (stroke.key == Key::Character && stroke.alt);
+}
+
+}  // namespace
+
 // Keys -------------------------------------------------------------------------------------------
 
 bool SurfaceKeyboard::key(UINT message, WPARAM wParam) {
   const std::optional<KeyStroke> stroke = strokeOf(message, wParam);
   if (!stroke) return false;
   const auto alive = host_.shared_from_this();
-  if (surface().key(*stroke) || !host_.attached()) return true;
+  if (movesFocus(*stroke)) showCues();
+  if (!host_.attached() || surface().key(*stroke) || !host_.attached()) return true;
   if (!wrapsAround(*stroke)) return false;
   surface().enter(stroke->shift);
   return true;
@@ -41,7 +53,8 @@ bool SurfaceKeyboard::translate(const MSG& message) {
   const std::optional<KeyStroke> stroke = strokeOf(message.message, message.wParam);
   if (!stroke) return false;
   if (keepsTabs_ && wrapsAround(*stroke)) return key(message.message, message.wParam);
-  return surface().key(*stroke);
+  if (movesFocus(*stroke) && surface().wouldUse(*stroke)) showCues();
+  return !host_.attached() || surface().key(*stroke);
 }
 
 LRESULT SurfaceKeyboard::dialogCode(LRESULT own, LPARAM message) const {
@@ -53,6 +66,36 @@ LRESULT SurfaceKeyboard::dialogCode(LRESULT own, LPARAM message) const {
   if (!stroke) return own;
   const bool wants = surface().wouldUse(*stroke) || (keepsTabs_ && wrapsAround(*stroke));
   return wants ? own | DLGC_WANTMESSAGE : own;
+}
+
+// Cues -------------------------------------------------------------------------------------------
+
+void SurfaceKeyboard::hideCues() {
+  BOOL always = FALSE;
+  SystemParametersInfoW(SPI_GETKEYBOARDCUES, 0, &always, 0);
+  if (always) return;
+  const LRESULT around = SendMessageW(GetParent(window()), WM_QUERYUISTATE, 0, 0);
+  const WORD hidden = static_cast<WORD>(UISF_HIDEFOCUS | (around & UISF_HIDEACCEL));
+  SendMessageW(window(), WM_UPDATEUISTATE, MAKEWPARAM(UIS_SET, hidden), 0);
+}
+
+// The host's windows hear of it as they do of a dialog's. Where theirs show all already, that does
+// not come back to the surface.
+void SurfaceKeyboard::showCues() {
+  if (hidden_ == 0) return;
+  constexpr WPARAM kAll = MAKEWPARAM(UIS_CLEAR, UISF_HIDEFOCUS | UISF_HIDEACCEL);
+  const auto alive = host_.shared_from_this();
+  SendMessageW(window(), WM_CHANGEUISTATE, kAll, 0);
+  if (host_.attached() && hidden_ != 0) SendMessageW(window(), WM_UPDATEUISTATE, kAll, 0);
+}
+
+void SurfaceKeyboard::updateCues(WPARAM change) {
+  const WPARAM flags = HIWORD(change);
+  const WPARAM before = hidden_;
+  if (LOWORD(change) == UIS_SET) hidden_ |= flags;
+  if (LOWORD(change) == UIS_CLEAR) hidden_ &= ~flags;
+  if (hidden_ == before) return;
+  RedrawWindow(window(), nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN);
 }
 
 // Focus ------------------------------------------------------------------------------------------
@@ -79,10 +122,12 @@ void SurfaceKeyboard::bring() {
       target = peer->focusWindow();
     }
   }
-  if (GetFocus() == target) return;
   const auto alive = host_.shared_from_this();
-  const Scoped bringing(bringing_);
-  SetFocus(target);
+  if (GetFocus() != target) {
+    const Scoped bringing(bringing_);
+    SetFocus(target);
+  }
+  if (host_.attached()) host_.reveal(target);
 }
 
 void SurfaceKeyboard::park() {
@@ -99,6 +144,20 @@ void SurfaceKeyboard::tell(bool inside) {
   if (const auto listener = host_.keyboardListener()) listener(inside);
 }
 
+// The host may have taken the control's turn without moving the keyboard.
+void SurfaceKeyboard::pressed() {
+  if (!isHere()) return;
+  if (const auto listener = host_.pressListener()) listener();
+}
+
+void SurfaceKeyboard::pressedBeside() {
+  if (isHere()) {
+    pressed();
+  } else {
+    take();
+  }
+}
+
 void SurfaceKeyboard::came(ControlPeer* peer, HWND from) {
   const bool fromInside = host_.contains(from);
   if (!fromInside) tell(true);
@@ -113,19 +172,24 @@ void SurfaceKeyboard::came(ControlPeer* peer, HWND from) {
   }
   Control& control = peer->control();
   if (surface().focus() == &control) return;
-  if (!fromInside || !control.focusable()) {
+  // A dialog gives the keyboard back to the window that it remembers, wherever the focus has gone
+  // meanwhile.
+  const bool givenBack = !fromInside && GetFocus() == std::exchange(left_, nullptr);
+  if (givenBack || !control.focusable() || !control.usable()) {
     PostMessageW(window(), kBringKeyboard, 0, 0);
     return;
   }
-  // Another program's tool has put the focus there, as a user would.
+  // The host, or another program's tool, has put the focus there, as a user would.
   host_.note(*peer, Notes::Merge::No, [this, &control] {
     surface().moveFocus(&control);
     if (isHere()) bring();
   });
 }
 
-void SurfaceKeyboard::left(HWND to) {
-  if (host_.attached() && !host_.contains(to)) tell(false);
+void SurfaceKeyboard::left(HWND from, HWND to) {
+  if (!host_.attached() || host_.contains(to)) return;
+  left_ = from;
+  tell(false);
 }
 
 // The surface has the keyboard itself while no control of it can.

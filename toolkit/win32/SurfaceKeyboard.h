@@ -18,6 +18,14 @@ class SurfaceKeyboard {
  public:
   explicit SurfaceKeyboard(SurfaceWindow::Implementation& host) : host_(host) {}
 
+  // The mark of the focus is shown, as are mnemonics, once the keyboard has been used to move,
+  // unless the user wants to see them always.
+  void hideCues();
+  void showCues();
+  // What WM_UPDATEUISTATE says, and the answer to WM_QUERYUISTATE, for all windows of the surface.
+  void updateCues(WPARAM change);
+  WPARAM hiddenCues() const { return hidden_; }
+
   // A form of ours, in which Tab goes round.
   void keepTabs() { keepsTabs_ = true; }
 
@@ -40,8 +48,11 @@ class SurfaceKeyboard {
   void park();
   // The control with the focus may have become usable again while the keyboard was parked.
   void resume(const Control& control);
+  // The user has pressed a mouse button in the surface: on a control, or where none takes it.
+  void pressed();
+  void pressedBeside();
   void came(ControlPeer* peer, HWND from);
-  void left(HWND to);
+  void left(HWND from, HWND to);
 
  private:
   Surface& surface() const;
@@ -52,6 +63,8 @@ class SurfaceKeyboard {
   bool bringing_ = false;  // our own SetFocus runs
   bool coming_ = false;    // the keyboard is on its way here: the surface's focus may take it
   bool keepsTabs_ = false;
+  WPARAM hidden_ = 0;    // UISF_...
+  HWND left_ = nullptr;  // had the keyboard when it left the surface
 };
 
 }  // namespace toolkit::win32

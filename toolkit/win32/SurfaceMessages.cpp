@@ -56,6 +56,9 @@ LRESULT CALLBACK SurfaceWindow::Implementation::containerProcedure(HWND window, 
 LRESULT SurfaceWindow::Implementation::containerMessage(HWND window, UINT message, WPARAM wParam,
                                                         LPARAM lParam) {
   if (!attached()) return DefWindowProcW(window, message, wParam, lParam);
+  if (window == window_) {
+    if (const auto answer = scroll_.message(window, message, wParam, lParam)) return *answer;
+  }
   if (const auto answer = reflected(message, wParam, lParam)) return *answer;
   if (message == WM_ERASEBKGND) {
     RECT client{};
@@ -63,10 +66,20 @@ LRESULT SurfaceWindow::Implementation::containerMessage(HWND window, UINT messag
     FillRect(reinterpret_cast<HDC>(wParam), &client, background_.get());
     return 1;
   }
+  if (message == WM_QUERYUISTATE) return static_cast<LRESULT>(keyboard_.hiddenCues());
+  if (message == WM_LBUTTONDOWN) {
+    pressedBeside();
+    return 0;
+  }
   if (window == window_) {
     if (const auto answer = surfaceMessage(message, wParam, lParam)) return *answer;
   }
   return DefWindowProcW(window, message, wParam, lParam);
+}
+
+void SurfaceWindow::Implementation::pressedBeside() {
+  deliver();
+  if (takesInput()) keyboard_.pressedBeside();
 }
 
 std::optional<LRESULT> SurfaceWindow::Implementation::reflected(UINT message, WPARAM wParam,
@@ -125,11 +138,7 @@ std::optional<LRESULT> SurfaceWindow::Implementation::surfaceMessage(UINT messag
       keyboard_.came(nullptr, reinterpret_cast<HWND>(wParam));
       return 0;
     case WM_KILLFOCUS:
-      keyboard_.left(reinterpret_cast<HWND>(wParam));
-      return 0;
-    case WM_LBUTTONDOWN:
-      deliver();
-      if (takesInput() && !keyboard_.isHere()) keyboard_.take();
+      keyboard_.left(window_, reinterpret_cast<HWND>(wParam));
       return 0;
     case WM_GETDLGCODE:
       return keyboard_.dialogCode(0, lParam);
@@ -137,6 +146,21 @@ std::optional<LRESULT> SurfaceWindow::Implementation::surfaceMessage(UINT messag
       if (!GetPropW(window_, kHourglassProperty)) return std::nullopt;
       SetCursor(LoadCursorW(nullptr, IDC_WAIT));
       return TRUE;
+    case WM_SIZE:
+      layOut();
+      return 0;
+    case WM_UPDATEUISTATE:
+      keyboard_.updateCues(wParam);
+      return std::nullopt;  // on to the children
+    case WM_SYSCOLORCHANGE:
+      for (const auto& peer : peers_) {
+        if (peer->attached()) SendMessageW(peer->window(), message, 0, 0);
+      }
+      colorsChanged();
+      return 0;
+    case WM_THEMECHANGED:
+      colorsChanged();
+      return 0;
     case kDpiChangedAfterParent:
       reread();
       return 0;

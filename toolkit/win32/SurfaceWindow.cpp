@@ -45,6 +45,10 @@ void SurfaceWindow::takeFocus() {
   self->keyboard().take();
 }
 
+void SurfaceWindow::showCues() {
+  if (handle()) implementation_->keyboard().showCues();
+}
+
 bool SurfaceWindow::hasKeyboard() const { return implementation_->keyboard().isHere(); }
 
 void SurfaceWindow::keepTabs() { implementation_->keyboard().keepTabs(); }

@@ -34,6 +34,8 @@ class SurfaceWindow {
   bool translate(const MSG& message);
   // The keyboard comes to this surface: the control that had the focus, or the first.
   void takeFocus();
+  // The user has come or gone on by the keyboard, which the host knows: the focus shall be marked.
+  void showCues();
   bool hasKeyboard() const;  // the focus of the thread is in the window or one below it
 
   // Paints what the windows would show into a device context, without windows (design mode,
@@ -46,6 +48,9 @@ class SurfaceWindow {
 
   // Called when the keyboard came to a window of this surface, or left it for one outside.
   std::function<void(bool inside)> onKeyboard;
+
+  // Called when the user presses a mouse button in a surface that has the keyboard already.
+  std::function<void()> onPress;
 
   // Called when a window procedure of this surface is entered; what it gives is held until that
   // procedure has unwound. It keeps the surface and its owner alive meanwhile. May be empty.

@@ -164,7 +164,7 @@ void TabsPeer::drawItem(const DRAWITEMSTRUCT& item) {
   FillRect(item.hDC, &area, host().background());
   const bool live = windowEnabled() && tabs_.tabEnabled(tab);
   SetBkMode(item.hDC, TRANSPARENT);
-  SetTextColor(item.hDC, GetSysColor(live ? COLOR_BTNTEXT : COLOR_GRAYTEXT));
+  SetTextColor(item.hDC, host().palette().text(tabs_.color(), live));
   const std::wstring caption = wide(tabs_.page(tab).caption());
   RECT needed = area;
   constexpr UINT kHow = DT_CENTER | DT_WORDBREAK;
@@ -172,7 +172,7 @@ void TabsPeer::drawItem(const DRAWITEMSTRUCT& item) {
   const int height = DrawTextW(item.hDC, caption.c_str(), -1, &needed, kHow | DT_CALCRECT);
   area.top += std::max<int>(0, (area.bottom - area.top - height) / 2);
   DrawTextW(item.hDC, caption.c_str(), -1, &area, kHow);
-  if (tabs_.hasFocus() && tab == tabs_.tab() && GetFocus() == window()) {
+  if (tabs_.hasFocus() && tab == tabs_.tab() && GetFocus() == window() && !hidesFocus()) {
     RECT mark = item.rcItem;
     InflateRect(&mark, -3, -3);
     DrawFocusRect(item.hDC, &mark);
@@ -189,7 +189,12 @@ LRESULT TabsPeer::message(HWND window, UINT message, WPARAM wParam, LPARAM lPara
     TCHITTESTINFO hit{};
     hit.pt = {static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))};
     const auto tab = static_cast<int>(pass(TCM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit)));
-    if (tab < 0 || tab >= tabs_.tabs()) return 0;
+    if (tab < 0 || tab >= tabs_.tabs()) {
+      host().pressedBeside();
+      return 0;
+    }
+    host().keyboard().pressed();
+    if (!attached()) return 0;
     tabs_.userSelectTab(tab);
     if (attached()) host().keyboard().bring();
     return 0;

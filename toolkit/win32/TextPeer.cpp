@@ -78,7 +78,7 @@ void TextPeer::commanded(WORD code) {
 HBRUSH TextPeer::colors(HDC context, UINT message) {
   if (message == WM_CTLCOLORSTATIC) return nullptr;  // disabled: the system's look
   if (box_.color() == kBlack) return nullptr;
-  ControlPeer::colors(context, message);
+  SetTextColor(context, host().palette().field(box_.color()));
   SetBkColor(context, GetSysColor(COLOR_WINDOW));
   return GetSysColorBrush(COLOR_WINDOW);
 }
