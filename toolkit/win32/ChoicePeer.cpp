@@ -117,13 +117,13 @@ void ChoicePeer::paintCaption(HDC context, RECT area) {
   const std::wstring caption = wide(control().caption());
   const Selected font(context, host().font(control().font()));
   const UINT format = DT_SINGLELINE | DT_VCENTER | hiddenPrefix();
+  SetBkMode(context, TRANSPARENT);
+  SetTextColor(context, host().palette().text(control().color(), windowEnabled()));
+  DrawTextW(context, caption.c_str(), -1, &area, format);
+  if (GetFocus() != window() || hidesFocus()) return;
   RECT text = area;
   DrawTextW(context, caption.c_str(), -1, &text, format | DT_CALCRECT);
   OffsetRect(&text, 0, (area.bottom - text.bottom) / 2);
-  SetBkMode(context, TRANSPARENT);
-  SetTextColor(context, host().palette().text(control().color(), windowEnabled()));
-  DrawTextW(context, caption.c_str(), -1, &text, format);
-  if (GetFocus() != window() || hidesFocus()) return;
   InflateRect(&text, 1, 1);
   SetBkColor(context, host().palette().back());
   DrawFocusRect(context, &text);

@@ -63,7 +63,7 @@ LRESULT SurfaceWindow::Implementation::containerMessage(HWND window, UINT messag
   if (message == WM_ERASEBKGND) {
     RECT client{};
     GetClientRect(window, &client);
-    FillRect(reinterpret_cast<HDC>(wParam), &client, background_.get());
+    FillRect(reinterpret_cast<HDC>(wParam), &client, background());
     return 1;
   }
   if (message == WM_QUERYUISTATE) return static_cast<LRESULT>(keyboard_.hiddenCues());

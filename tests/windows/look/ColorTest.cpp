@@ -94,6 +94,17 @@ double contrastIn(const Picture& picture, const RECT& area) {
   return most;
 }
 
+// The ground of the surface, of its pages and of what is on them is one.
+void expectOneGround(Page& page, const Ambience& ambience) {
+  const COLORREF ground = toolkit::win32::Palette(ambience).back();
+  const Picture surface(page.windows().handle());
+  EXPECT_EQ(surface.at(1, 1), ground);
+  EXPECT_EQ(surface.at(surface.width() - 2, surface.height() - 2), ground);
+  const Picture tab(page.windowOf(page.screen().Ong_OrgPriseChg.page(0)));
+  EXPECT_EQ(tab.at(1, 1), ground);
+  EXPECT_EQ(Picture(page.windowOf(page.screen().bar.Etq_CodOrgChg)).at(0, 0), ground);
+}
+
 void expectTabsReadable(Page& page) {
   toolkit::SSTab& tabs = page.screen().Ong_OrgPriseChg;
   HWND window = page.windowOf(tabs);
@@ -137,6 +148,7 @@ void disableSome(Page& page) {
 
 void expectReadableLiveAndDisabled(const Ambience& ambience) {
   Page page(ambience);
+  expectOneGround(page, ambience);
   expectAllReadable(page);
   disableSome(page);
   expectAllReadable(page);
