@@ -7,7 +7,8 @@ if(NOT EXISTS ${TESSALINE_SQLITE_DIR}/sqlite3.c)
 endif()
 add_library(tessaline_sqlite STATIC ${TESSALINE_SQLITE_DIR}/sqlite3.c)
 target_include_directories(tessaline_sqlite SYSTEM PUBLIC ${TESSALINE_SQLITE_DIR})
-target_compile_definitions(tessaline_sqlite PUBLIC SQLITE_THREADSAFE=0 SQLITE_DQS=0
+# Each thread may have connections of its own; one connection is used by one thread at a time.
+target_compile_definitions(tessaline_sqlite PUBLIC SQLITE_THREADSAFE=2 SQLITE_DQS=0
   SQLITE_OMIT_LOAD_EXTENSION SQLITE_OMIT_DEPRECATED SQLITE_DEFAULT_MEMSTATUS=0)
 # Under sanitizers it is built as often as it runs.
 if(TESSALINE_SANITIZE)

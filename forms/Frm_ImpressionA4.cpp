@@ -1,5 +1,7 @@
 #include "forms/Frm_ImpressionA4.h"
 
+#include <algorithm>
+#include <mutex>
 #include <string_view>
 
 #include "text/Utf8.h"
@@ -40,6 +42,12 @@ std::string captionOf(std::string_view text) {
   std::string caption;
   for (const char c : text) caption.append(c == '&' ? 2 : 1, c);
   return caption;
+}
+
+// Controls of several threads share what is remembered.
+std::mutex& remembering() {
+  static std::mutex mutex;
+  return mutex;
 }
 
 }  // namespace
@@ -96,13 +104,11 @@ void Frm_ImpressionA4::lier() {
 
 void Frm_ImpressionA4::charger() {
   imprimantes_ = desktop_.printers();
-  ImprimanteParDefaut& parDefaut = imprimanteParDefaut();
-  if (!parDefaut.premierChargementFait) retenirImprimanteCourante();
+  const std::optional<std::string> parDefaut = nomParDefaut();
   for (std::size_t i = 0; i < imprimantes_.size(); ++i) {
     if (!isPagePrinter(imprimantes_[i])) continue;
     const std::string& name = imprimantes_[i].deviceName;
-    if (!parDefaut.nom) parDefaut.nom = name;
-    if (name == *parDefaut.nom) positionParDefaut_ = controles_.Cbo_Imprimante.listCount();
+    if (name == parDefaut) positionParDefaut_ = controles_.Cbo_Imprimante.listCount();
     controles_.Cbo_Imprimante.addItem(name);
     controles_.Cbo_ImpSelect.addItem(std::to_string(i), static_cast<long>(i));
   }
@@ -112,8 +118,18 @@ void Frm_ImpressionA4::charger() {
   controles_.Cbo_Imprimante.setFocus();
 }
 
-void Frm_ImpressionA4::retenirImprimanteCourante() {
+std::optional<std::string> Frm_ImpressionA4::nomParDefaut() {
+  const std::lock_guard lock(remembering());
   ImprimanteParDefaut& parDefaut = imprimanteParDefaut();
+  if (!parDefaut.premierChargementFait) retenirImprimanteCourante(parDefaut);
+  if (!parDefaut.nom) {
+    const auto first = std::ranges::find_if(imprimantes_, isPagePrinter);
+    if (first != imprimantes_.end()) parDefaut.nom = first->deviceName;
+  }
+  return parDefaut.nom;
+}
+
+void Frm_ImpressionA4::retenirImprimanteCourante(ImprimanteParDefaut& parDefaut) {
   const int current = desktop_.currentPrinter();
   if (current >= 0 && current < static_cast<int>(imprimantes_.size())) {
     const PrinterInfo& printer = imprimantes_[static_cast<std::size_t>(current)];

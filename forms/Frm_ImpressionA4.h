@@ -58,7 +58,8 @@ class Frm_ImpressionA4 {
   void placer();
   void lier();
   void charger();
-  void retenirImprimanteCourante();
+  std::optional<std::string> nomParDefaut();  // none while no page printer has been seen
+  void retenirImprimanteCourante(ImprimanteParDefaut& parDefaut);
   void afficherChoix();
   void confirmer();
 

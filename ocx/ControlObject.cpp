@@ -9,8 +9,6 @@ namespace ocx {
 
 namespace {
 
-LONG controlsAlive = 0;
-
 constexpr int kTwipsPerInch = 1440;
 constexpr int kHundredthsOfMillimetrePerInch = 2540;
 
@@ -38,7 +36,6 @@ ControlObject::ControlObject()
       placed_(*this, place_),
       embedded_(*this, place_, kept_, view_, notices_),
       hosted_(*this, control_.surface(), place_, view_, notices_) {
-  InterlockedIncrement(&controlsAlive);
   place_.setSurface(control_.surface());
   kept_.setNaturalExtent();
   place_.onAmbients = [this] { kept_.followNaturalExtent(); };
@@ -60,10 +57,6 @@ ControlObject::~ControlObject() {
   control_.onSupprime = nullptr;
   control_.onEchec = nullptr;
   control_.surface().onInfoChanged = nullptr;
-  if (InterlockedDecrement(&controlsAlive) == 0) {
-    toolkit::win32::SurfaceWindow::unregisterClasses();
-    PostedCall::unregisterClass();
-  }
 }
 
 void ControlObject::abandoned() noexcept {

@@ -24,6 +24,17 @@ toolkit::win32::ObjectTable<HWND, PostedCall>& calls() {
   throw std::system_error(static_cast<int>(GetLastError()), std::system_category(), what);
 }
 
+ATOM registered(WNDPROC procedure) {
+  WNDCLASSEXW windowClass{};
+  windowClass.cbSize = sizeof windowClass;
+  windowClass.lpfnWndProc = procedure;
+  windowClass.hInstance = com::module();
+  windowClass.lpszClassName = kClass;
+  const ATOM atom = RegisterClassExW(&windowClass);
+  if (atom == 0) refused("RegisterClassEx");
+  return atom;
+}
+
 }  // namespace
 
 LRESULT CALLBACK PostedCall::procedure(HWND window, UINT message, WPARAM first, LPARAM second) {
@@ -49,16 +60,10 @@ void PostedCall::attempt() {
 
 void PostedCall::post() {
   if (window_ == nullptr) {
-    WNDCLASSEXW windowClass{};
-    windowClass.cbSize = sizeof windowClass;
-    windowClass.lpfnWndProc = procedure;
-    windowClass.hInstance = com::module();
-    windowClass.lpszClassName = kClass;
-    if (RegisterClassExW(&windowClass) == 0 && GetLastError() != ERROR_CLASS_ALREADY_EXISTS) {
-      refused("RegisterClassEx");
-    }
-    window_ = CreateWindowExW(0, kClass, L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, com::module(),
-                              nullptr);
+    // Registered once, whichever thread comes first; it stays, as the module does.
+    static const ATOM windowClass = registered(procedure);
+    window_ = CreateWindowExW(0, MAKEINTATOM(windowClass), L"", 0, 0, 0, 0, 0, HWND_MESSAGE,
+                              nullptr, com::module(), nullptr);
     if (window_ == nullptr) refused("CreateWindowEx");
     calls().add(window_, this);
   }
@@ -71,7 +76,5 @@ PostedCall::~PostedCall() {
     DestroyWindow(window_);
   }
 }
-
-void PostedCall::unregisterClass() { UnregisterClassW(kClass, com::module()); }
 
 }  // namespace ocx

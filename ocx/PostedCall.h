@@ -19,9 +19,6 @@ class PostedCall {
   // std::system_error when Windows gives no window for it.
   void post();
 
-  // For the last control that dies.
-  static void unregisterClass();
-
  private:
   static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM first, LPARAM second);
   static LRESULT received(HWND window, UINT message, WPARAM first, LPARAM second);

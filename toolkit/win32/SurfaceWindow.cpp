@@ -62,6 +62,4 @@ void SurfaceWindow::keepHourglass(HWND surfaceWindow, bool keep) {
   }
 }
 
-void SurfaceWindow::unregisterClasses() { unregisterSurfaceClass(); }
-
 }  // namespace toolkit::win32

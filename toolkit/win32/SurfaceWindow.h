@@ -43,9 +43,6 @@ class SurfaceWindow {
   static void draw(const Surface& surface, HDC context, const RECT& bounds,
                    const Ambience& ambience);
 
-  // Removes the window classes; for the last control that dies.
-  static void unregisterClasses();
-
   // Called when the keyboard came to a window of this surface, or left it for one outside.
   std::function<void(bool inside)> onKeyboard;
 

@@ -7,28 +7,32 @@ extern "C" IMAGE_DOS_HEADER __ImageBase;  // the linker's name for the module's 
 namespace toolkit::win32 {
 
 namespace {
+
 constexpr const wchar_t* kSurfaceClass = L"TessalineSurface";
-}
 
-HINSTANCE moduleInstance() { return reinterpret_cast<HINSTANCE>(&__ImageBase); }
-
-const wchar_t* surfaceClass(WNDPROC procedure) {
-  WNDCLASSEXW known{};
-  known.cbSize = sizeof known;
-  if (GetClassInfoExW(moduleInstance(), kSurfaceClass, &known)) return kSurfaceClass;
+ATOM registered(WNDPROC procedure) {
   WNDCLASSEXW kind{};
   kind.cbSize = sizeof kind;
   kind.lpfnWndProc = procedure;
   kind.hInstance = moduleInstance();
   kind.hCursor = LoadCursorW(nullptr, IDC_ARROW);
   kind.lpszClassName = kSurfaceClass;
-  if (!RegisterClassExW(&kind)) {
+  const ATOM atom = RegisterClassExW(&kind);
+  if (atom == 0) {
     throw std::system_error(static_cast<int>(GetLastError()), std::system_category(),
                             "RegisterClassEx");
   }
-  return kSurfaceClass;
+  return atom;
 }
 
-void unregisterSurfaceClass() { UnregisterClassW(kSurfaceClass, moduleInstance()); }
+}  // namespace
+
+HINSTANCE moduleInstance() { return reinterpret_cast<HINSTANCE>(&__ImageBase); }
+
+const wchar_t* surfaceClass(WNDPROC procedure) {
+  // The static's own lock lets one thread register while others wait.
+  static const ATOM atom = registered(procedure);
+  return MAKEINTATOM(atom);
+}
 
 }  // namespace toolkit::win32

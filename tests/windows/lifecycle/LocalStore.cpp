@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <atomic>
 #include <stdexcept>
 
 #include "tests/windows/lifecycle/ControlTest.h"
@@ -13,11 +14,13 @@ using Microsoft::WRL::ComPtr;
 
 namespace {
 
+// Several threads may have a store each.
 std::wstring newPath() {
+  static std::atomic<int> stores = 0;
   wchar_t folder[MAX_PATH] = {};
   GetTempPathW(MAX_PATH, folder);
   return std::wstring(folder) + L"essai é " + std::to_wstring(GetCurrentProcessId()) + L" " +
-         std::to_wstring(GetTickCount64()) + L".store";
+         std::to_wstring(GetTickCount64()) + L" " + std::to_wstring(++stores) + L".store";
 }
 
 void createStore(const std::wstring& path) {
@@ -75,6 +78,10 @@ HRESULT LocalStore::release() {
   return storeLibrary().canUnloadNow();
 }
 
+ComPtr<IDispatch> LocalStore::openedAnew() const {
+  return container::call(made(L"Client"), L"OpenDatabase", {Value(path_)}).object();
+}
+
 void LocalStore::put(const wchar_t* file, const wchar_t* id, const std::wstring& text) {
   const Value opened = container::call(database_, L"OpenFile", {Value(file)});
   const Value record = container::call(opened.object(), L"ReadRecord", {Value(id)});
@@ -83,9 +90,7 @@ void LocalStore::put(const wchar_t* file, const wchar_t* id, const std::wstring&
 }
 
 std::wstring LocalStore::stored(const wchar_t* file, const wchar_t* id, long attribute) const {
-  const ComPtr<IDispatch> client = made(L"Client");
-  const Value database = container::call(client, L"OpenDatabase", {Value(path_)});
-  const Value opened = container::call(database.object(), L"OpenFile", {Value(file)});
+  const Value opened = container::call(openedAnew(), L"OpenFile", {Value(file)});
   const Value record = container::call(opened.object(), L"ReadRecord", {Value(id)});
   return container::call(record.object(), L"", {Value(attribute)}).text();
 }

@@ -22,6 +22,8 @@ class LocalStore {
   const Microsoft::WRL::ComPtr<IDispatch>& database() const { return database_; }
   const Microsoft::WRL::ComPtr<IDispatch>& rights() const { return rights_; }
 
+  // The database of another client.
+  Microsoft::WRL::ComPtr<IDispatch> openedAnew() const;
   // Writes a record from its full text.
   void put(const wchar_t* file, const wchar_t* id, const std::wstring& text);
   // An attribute as another program would read it: through a client of its own. Several values are

@@ -49,17 +49,6 @@ TEST_F(BuiltLibrary, CanBeUnloadedWhenNothingOfItLives) {
   EXPECT_EQ(library_.canUnload(), S_OK);
 }
 
-TEST_F(BuiltLibrary, HasNoWindowClassLeftAfterTheLastControl) {
-  ComPtr<_Ctr_OrgPriseCharge> control = library_.create();
-  ASSERT_NE(control, nullptr);
-  control.Reset();
-  WNDCLASSEXW windowClass{};
-  windowClass.cbSize = sizeof windowClass;
-  for (const wchar_t* name : {L"TessalineCall", L"TessalineSurface"}) {
-    EXPECT_EQ(GetClassInfoExW(library_.module(), name, &windowClass), 0);
-  }
-}
-
 // Everything that a container may ask for gives the same identity.
 TEST_F(BuiltLibrary, OffersTheInterfacesOfAControlAndNoOthers) {
   const ComPtr<_Ctr_OrgPriseCharge> control = library_.create();
