@@ -1,5 +1,7 @@
 #include "com/LateBound.h"
 
+#include <dispex.h>
+
 #include <algorithm>
 
 #include "store/StoreError.h"
@@ -75,7 +77,12 @@ DISPID LateBound::idOf(const wchar_t* name) {
   std::wstring copy(name);
   LPOLESTR names = copy.data();
   DISPID id = DISPID_UNKNOWN;
-  const HRESULT result = object_->GetIDsOfNames(IID_NULL, &names, 1, LOCALE_USER_DEFAULT, &id);
+  HRESULT result = object_->GetIDsOfNames(IID_NULL, &names, 1, LOCALE_USER_DEFAULT, &id);
+  ComPtr<IDispatchEx> named;
+  // Some scripts' objects know their members' names through this interface alone.
+  if (result == E_NOTIMPL && SUCCEEDED(object_.As(&named))) {
+    result = named->GetDispID(Bstr(name).get(), fdexNameCaseInsensitive, &id);
+  }
   if (FAILED(result) && result != DISP_E_UNKNOWNNAME && result != DISP_E_MEMBERNOTFOUND) {
     fail(static_cast<unsigned>(result), name, "");
   }

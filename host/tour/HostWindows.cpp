@@ -10,6 +10,7 @@ namespace tour {
 namespace {
 
 constexpr const wchar_t* kFrameClass = L"TessalineHost";
+constexpr const wchar_t* kSurfaceClass = L"TessalineSurface";
 constexpr const wchar_t* kBoxClass = L"#32770";
 constexpr int kBoxText = 0xFFFF;
 constexpr UINT kPatience = 1000;  // milliseconds
@@ -60,6 +61,8 @@ HWND dialog(HWND host, bool messageBox) {
   });
 }
 
+UINT nameMessage() { return RegisterWindowMessageW(L"WM_GETCONTROLNAME"); }
+
 // A buffer in the process that a window belongs to: a registered message's pointer is not carried
 // from one process to another.
 class RemoteBuffer {
@@ -95,6 +98,13 @@ class RemoteBuffer {
   void* memory_ = nullptr;
 };
 
+// As the desktop knows it, without asking a window that may be busy.
+std::wstring titleOf(HWND window) {
+  wchar_t title[128] = {};
+  GetWindowTextW(window, title, 128);
+  return title;
+}
+
 std::wstring withoutMnemonic(std::wstring caption) {
   caption.erase(std::remove(caption.begin(), caption.end(), L'&'), caption.end());
   return caption;
@@ -103,8 +113,9 @@ std::wstring withoutMnemonic(std::wstring caption) {
 }  // namespace
 
 HWND HostWindows::frame() const {
-  return firstOf(nullptr, [](HWND window) {
-    return IsWindowVisible(window) != FALSE && classOf(window) == kFrameClass;
+  return firstOf(nullptr, [this](HWND window) {
+    if (IsWindowVisible(window) == FALSE) return false;
+    return title_.empty() ? classOf(window) == kFrameClass : titleOf(window) == title_;
   });
 }
 
@@ -116,7 +127,10 @@ HWND HostWindows::form() const {
 HWND HostWindows::control(const std::wstring& name) const {
   const HWND host = frame();
   if (host == nullptr) return nullptr;
-  const UINT message = RegisterWindowMessageW(L"WM_GETCONTROLNAME");
+  if (name.starts_with(L'=')) {
+    return firstOf(host, [&](HWND window) { return textOf(window) == name.substr(1); });
+  }
+  const UINT message = nameMessage();
   const RemoteBuffer buffer(host);
   HWND found = nullptr;
   for (const HWND parent : {dialog(host, false), host}) {
@@ -125,6 +139,30 @@ HWND HostWindows::control(const std::wstring& name) const {
     }
   }
   return found;
+}
+
+std::wstring HostWindows::focused() const {
+  const HWND host = frame();
+  GUITHREADINFO keyboard{};
+  keyboard.cbSize = sizeof keyboard;
+  if (host == nullptr ||
+      GetGUIThreadInfo(GetWindowThreadProcessId(host, nullptr), &keyboard) == FALSE ||
+      IsChild(host, keyboard.hwndFocus) == FALSE) {
+    return {};
+  }
+  const RemoteBuffer buffer(host);
+  // That of a combo box is a window within it.
+  for (HWND window : {keyboard.hwndFocus, GetParent(keyboard.hwndFocus)}) {
+    const std::wstring name = buffer.nameOf(window, nameMessage());
+    if (!name.empty()) return name;
+  }
+  return L"=" + textOf(keyboard.hwndFocus);
+}
+
+HWND HostWindows::surface() const {
+  const HWND host = frame();
+  if (host == nullptr) return nullptr;
+  return firstOf(host, [](HWND window) { return classOf(window) == kSurfaceClass; });
 }
 
 Box HostWindows::box() const {

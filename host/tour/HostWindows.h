@@ -18,17 +18,28 @@ struct Box {
 
 class HostWindows {
  public:
+  // From now on the host is the top-level window with this title, of whatever program.
+  void workOn(std::wstring title) { title_ = std::move(title); }
+
   // Null while the host has no visible window.
   HWND frame() const;
   // The form that is open over the host's window, null when there is none. Asks no window anything,
   // so that it answers for a host that is busy too.
   HWND form() const;
-  // The control with this name, of an open form first; null when there is none.
+  // The control with this name, of an open form first; null when there is none. Windows of the
+  // host's own have no name: "=TEXT" is the one that shows this text.
   HWND control(const std::wstring& name) const;
+  // What has the keyboard, as `control` would find it; "" for nothing of the host's.
+  std::wstring focused() const;
+  // The window of the control as a whole.
+  HWND surface() const;
   // The visible message box of the host; its window is null when there is none.
   Box box() const;
   // The box's button with this caption, null when it has none.
   HWND button(const Box& box, const std::wstring& caption) const;
+
+ private:
+  std::wstring title_;  // "" for the host in C++
 };
 
 // What a window shows. A window that does not answer within a second shows "".

@@ -14,6 +14,10 @@
 //   read NAME          what a control shows
 //   lines NAME         how many lines a list has
 //   await NAME TEXT    until the control shows the text
+//   host TITLE         the window of another host, by its title, is the host's from now on
+//   focus              what has the keyboard: a name, or "=TEXT" for a window of the host's own
+//   surface            the size of the control's window: "WIDTHxHEIGHT"
+//   size WIDTH HEIGHT  the host's window is made so large, in pixels
 //   state NAME         "shown" or "hidden", then "enabled" or "disabled"
 //   box                waits for a message box: its title, text and buttons, separated by "|"
 //   button CAPTION     where the middle of a button of the box is
@@ -47,7 +51,7 @@ namespace {
 constexpr DWORD kPatience = 15000;  // milliseconds
 constexpr DWORD kPause = 50;
 
-const HostWindows windows;
+HostWindows windows;
 
 // The thread's windows and input belong to the desktop from now on; it may not be there yet.
 bool enterDesktop(const std::wstring& name) {
@@ -168,6 +172,33 @@ std::wstring state(const std::wstring& name) {
          (IsWindowEnabled(window) != FALSE ? L" enabled" : L" disabled");
 }
 
+std::wstring host(const std::wstring& title) {
+  windows.workOn(title);
+  return {};
+}
+
+std::wstring focus(const std::wstring&) {
+  settle(windows.frame());
+  return windows.focused();
+}
+
+std::wstring surface(const std::wstring&) {
+  RECT place{};
+  require(GetClientRect(windows.surface(), &place) != FALSE, L"no window of the control");
+  return std::to_wstring(place.right) + L"x" + std::to_wstring(place.bottom);
+}
+
+std::wstring size(const std::wstring& argument) {
+  const std::size_t blank = argument.find(L' ');
+  require(blank != std::wstring::npos, L"size WIDTH HEIGHT");
+  require(SetWindowPos(windows.frame(), nullptr, 0, 0, std::stoi(argument.substr(0, blank)),
+                       std::stoi(argument.substr(blank + 1)),
+                       SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE) != FALSE,
+          L"no host");
+  settle(windows.frame());
+  return {};
+}
+
 std::wstring box(const std::wstring&) {
   Box found;
   require(until([&] {
@@ -226,7 +257,8 @@ const std::map<std::string, Command> kCommands = {
     {"window", window},    {"type", type},     {"key", key},     {"read", read},
     {"lines", lines},      {"await", await},   {"state", state}, {"box", box},
     {"button", boxButton}, {"closed", closed}, {"quiet", quiet}, {"close", close},
-    {"end", end},
+    {"end", end},          {"host", host},     {"focus", focus}, {"surface", surface},
+    {"size", size},
 };
 
 std::string onOneLine(std::string text) {
