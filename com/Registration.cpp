@@ -117,7 +117,7 @@ class Noting {
     own_.written.clear();
     for (const RegistryEntry& entry : table.entries) {
       noteKeys(entry.key);
-      if (entry.value) noteValue(entry);
+      if (entry.value) noteValue({entry.key, entry.name}, *entry.value);
     }
   }
 
@@ -149,12 +149,11 @@ class Noting {
     }
   }
 
-  void noteValue(const RegistryEntry& entry) {
-    const RegistryPlace place{entry.key, entry.name};
-    own_.written[place] = *entry.value;
-    auto& former = journalOf(entry.key).former;
+  void noteValue(const RegistryPlace& place, const RegistryValue& value) {
+    own_.written[place] = value;
+    auto& former = journalOf(place.first).former;
     if (former.contains(place)) return;
-    former[place] = adopted_ ? std::nullopt : root_.read(entry.key, entry.name);
+    former[place] = adopted_ ? std::nullopt : root_.read(place.first, place.second);
   }
 
   RegistryRoot& root_;

@@ -23,6 +23,8 @@ SIZEL naturalExtent(toolkit::Surface& surface, const toolkit::win32::Ambience& l
 
 }  // namespace
 
+IUnknown* ControlObject::make() { return &(new ControlObject)->automation_; }
+
 ControlObject::ControlObject()
     : place_(placed_, [this] { return heldEntry(); }),
       desktop_(toolkit::win32::makeWindowsDesktop(place_)),

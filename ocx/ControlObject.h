@@ -25,10 +25,12 @@ namespace ocx {
 class ControlObject final : private Lifetime {
  public:
   // The new object has one reference, the caller's.
-  static IUnknown* make() { return &(new ControlObject)->automation_; }
+  static IUnknown* make();
 
  private:
   ControlObject();
+  ControlObject(const ControlObject&) = delete;
+  ControlObject& operator=(const ControlObject&) = delete;
   ~ControlObject() override;
 
   void* find(REFIID wanted) override;

@@ -14,6 +14,7 @@ using Microsoft::WRL::ComPtr;
 namespace {
 
 constexpr const wchar_t* kWholeText = L"";
+constexpr const wchar_t* kExecuteSentence = L"ExecuteSentence";
 
 // Whatever a call of the host's objects fails with is a failure of the store.
 template <class Call>
@@ -150,10 +151,9 @@ class HostDatabase final : public store::Database {
   }
 
   store::DynamicArray ExecuteSentence(std::string_view request) override {
-    constexpr const wchar_t* kMember = L"ExecuteSentence";
     return storeCall([&] {
       return store::DynamicArray(
-          fullText(object_, kMember, object_.call(kMember, argument(request))));
+          fullText(object_, kExecuteSentence, object_.call(kExecuteSentence, argument(request))));
     });
   }
 

@@ -103,6 +103,7 @@ void Notices::tell(const Notice& notice) {
     return;
   }
   std::vector<VARIANT> arguments;
+  arguments.reserve(notice.arguments.size());
   for (const com::Variant& argument : notice.arguments) arguments.push_back(argument.get());
   points_.events().tell<IDispatch>([&](IDispatch& sink) {
     DISPPARAMS parameters{arguments.data(), nullptr, static_cast<UINT>(arguments.size()), 0};

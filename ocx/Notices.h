@@ -23,6 +23,7 @@ class Notices {
   Notices(Lifetime& whole, ConnectionPoints& points) : whole_(whole), points_(points) {}
   Notices(const Notices&) = delete;
   Notices& operator=(const Notices&) = delete;
+  ~Notices() = default;
 
   void sortirChanged(bool leave) noexcept;
   void enregistre(const std::string& code, bool creation) noexcept;

@@ -1,4 +1,5 @@
 // The control's picture in the device contexts of containers.
+#include <cstddef>
 #include <vector>
 
 #include "tests/windows/lifecycle/ControlTest.h"
@@ -10,6 +11,7 @@ using Microsoft::WRL::ComPtr;
 
 constexpr int kWidth = 600;
 constexpr int kHeight = 400;
+constexpr std::size_t kPixels = std::size_t{kWidth} * kHeight;
 
 // A bitmap in memory, 32 bits a pixel, its first row on top.
 class Paper {
@@ -37,7 +39,7 @@ class Paper {
   HDC context() const { return context_; }
   std::vector<DWORD> pixels() const {
     GdiFlush();
-    return {pixels_, pixels_ + kWidth * kHeight};
+    return {pixels_, pixels_ + kPixels};
   }
 
  private:
@@ -67,7 +69,7 @@ TEST_F(Picture, IsTheSameWhereTheAxisRunsUp) {
   SetViewportOrgEx(up.context(), 0, kHeight, nullptr);
   ASSERT_EQ(draw(up, {0, kHeight, kWidth, 0}), S_OK);
   EXPECT_TRUE(up.pixels() == down.pixels());
-  EXPECT_FALSE(std::vector<DWORD>(kWidth * kHeight, down.pixels()[0]) == down.pixels());
+  EXPECT_FALSE(std::vector<DWORD>(kPixels, down.pixels()[0]) == down.pixels());
 }
 
 TEST_F(Picture, LeavesTheContextAsItWas) {
