@@ -113,7 +113,10 @@ TEST_F(BuiltLibrary, CarriesItsTypeLibraryBitmapAndManifest) {
   ComPtr<ITypeLib> types;
   EXPECT_EQ(LoadTypeLibEx(library_.path().c_str(), REGKIND_NONE, &types), S_OK);
   EXPECT_NE(FindResourceW(library_.module(), MAKEINTRESOURCEW(101), RT_BITMAP), nullptr);
-  EXPECT_NE(FindResourceW(library_.module(), MAKEINTRESOURCEW(2), RT_MANIFEST), nullptr);
+  EXPECT_NE(FindResourceW(library_.module(), MAKEINTRESOURCEW(17), RT_MANIFEST), nullptr);
+  for (int i = 1; i <= 16; ++i) {  // where the system's loader looks
+    EXPECT_EQ(FindResourceW(library_.module(), MAKEINTRESOURCEW(i), RT_MANIFEST), nullptr) << i;
+  }
   EXPECT_NE(FindResourceW(library_.module(), MAKEINTRESOURCEW(1), RT_VERSION), nullptr);
 }
 
