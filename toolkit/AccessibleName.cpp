@@ -38,7 +38,6 @@ const Control* labelBefore(const Control& control) {
 }  // namespace
 
 std::string accessibleName(const Control& control) {
-  const std::string own = words(control.caption());
   switch (control.kind()) {
     case Kind::TextBox:
     case Kind::ComboBox:
@@ -49,10 +48,11 @@ std::string accessibleName(const Control& control) {
     }
     case Kind::OptionButton: {
       const std::string around = group(control);
+      const std::string own = words(control.caption());
       return around.empty() ? own : around + ", " + own;
     }
     default:
-      return own;
+      return words(control.caption());
   }
 }
 

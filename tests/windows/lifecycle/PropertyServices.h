@@ -18,7 +18,7 @@ class PropertyServices final : public IAccPropServices, public IClassFactory {
   PropertyServices();
   PropertyServices(const PropertyServices&) = delete;
   PropertyServices& operator=(const PropertyServices&) = delete;
-  virtual ~PropertyServices();
+  ~PropertyServices();
 
   // The names that are given now.
   const std::map<HWND, std::wstring>& names() const { return names_; }

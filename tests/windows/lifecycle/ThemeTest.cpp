@@ -1,8 +1,9 @@
 // The common controls in the control: the host's. Compiled into a host that has version 6 of them
 // and into one that has none.
-#include <psapi.h>
-
 #include "tests/windows/lifecycle/ControlTest.h"
+
+// After windows.h.
+#include <psapi.h>
 
 namespace lifecycle {
 namespace {

@@ -1,6 +1,6 @@
 // Everything can be read, in whatever colours hosts and users have.
-#include <commctrl.h>
 #include <gtest/gtest.h>
+#include <windows.h>
 
 #include <algorithm>
 #include <map>
@@ -11,6 +11,9 @@
 #include "toolkit/Contrast.h"
 #include "toolkit/win32/ChoicePeer.h"
 #include "toolkit/win32/Palette.h"
+
+// After windows.h.
+#include <commctrl.h>
 
 namespace look {
 namespace {

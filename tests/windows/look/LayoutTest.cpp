@@ -1,7 +1,7 @@
 // No text is cut and nothing covers anything, in every font and at every dots per inch that hosts
 // have; what has no room is scrolled to.
-#include <commctrl.h>
 #include <gtest/gtest.h>
+#include <windows.h>
 
 #include <string>
 #include <tuple>
@@ -10,6 +10,9 @@
 #include "toolkit/win32/ChoicePeer.h"
 #include "toolkit/win32/Scale.h"
 #include "toolkit/win32/WideText.h"
+
+// After windows.h.
+#include <commctrl.h>
 
 namespace look {
 namespace {

@@ -107,7 +107,7 @@ Picture::Picture(HWND window) {
   GetClientRect(window, &client);
   width_ = client.right;
   height_ = client.bottom;
-  pixels_.resize(static_cast<std::size_t>(width_ * height_));
+  pixels_.resize(index(width_) * index(height_));
   const HDC source = GetDC(window);
   const HDC memory = CreateCompatibleDC(source);
   const HBITMAP bitmap = CreateCompatibleBitmap(source, width_, height_);

@@ -51,9 +51,11 @@ class Picture {
   explicit Picture(HWND window);
   int width() const { return width_; }
   int height() const { return height_; }
-  COLORREF at(int x, int y) const { return pixels_[static_cast<std::size_t>(y * width_ + x)]; }
+  COLORREF at(int x, int y) const { return pixels_[index(y) * index(width_) + index(x)]; }
 
  private:
+  static std::size_t index(int pixel) { return static_cast<std::size_t>(pixel); }
+
   int width_ = 0;
   int height_ = 0;
   std::vector<COLORREF> pixels_;
