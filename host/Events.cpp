@@ -89,21 +89,6 @@ ULONG Events::Release() {
   return left;
 }
 
-HRESULT Events::GetTypeInfoCount(UINT* count) {
-  *count = 0;
-  return S_OK;
-}
-
-HRESULT Events::GetTypeInfo(UINT, LCID, ITypeInfo** info) {
-  *info = nullptr;
-  return DISP_E_BADINDEX;
-}
-
-HRESULT Events::GetIDsOfNames(REFIID, LPOLESTR*, UINT count, LCID, DISPID* ids) {
-  for (UINT i = 0; i < count; ++i) ids[i] = DISPID_UNKNOWN;
-  return DISP_E_UNKNOWNNAME;
-}
-
 HRESULT Events::Invoke(DISPID event, REFIID, LCID, WORD, DISPPARAMS* given, VARIANT*, EXCEPINFO*,
                        UINT*) {
   return comBorder([&]() -> HRESULT {

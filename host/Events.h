@@ -8,10 +8,12 @@
 #include <functional>
 #include <string>
 
+#include "host/NamelessDispatch.h"
+
 namespace host {
 
 // Found by the control's own class information: a control without events is none the worse.
-class Events final : public IDispatch {
+class Events final : public NamelessDispatch {
  public:
   using Told = std::function<void(const std::wstring& text)>;
 
@@ -25,10 +27,6 @@ class Events final : public IDispatch {
   STDMETHODIMP QueryInterface(REFIID iid, void** object) override;
   STDMETHODIMP_(ULONG) AddRef() override;
   STDMETHODIMP_(ULONG) Release() override;
-  STDMETHODIMP GetTypeInfoCount(UINT* count) override;
-  STDMETHODIMP GetTypeInfo(UINT index, LCID locale, ITypeInfo** info) override;
-  STDMETHODIMP GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT count, LCID locale,
-                             DISPID* ids) override;
   STDMETHODIMP Invoke(DISPID event, REFIID iid, LCID locale, WORD flags, DISPPARAMS* given,
                       VARIANT* result, EXCEPINFO* exception, UINT* wrong) override;
 

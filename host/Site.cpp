@@ -165,21 +165,6 @@ HRESULT Site::OnChanged(DISPID property) {
 
 HRESULT Site::OnRequestEdit(DISPID) { return S_OK; }
 
-HRESULT Site::GetTypeInfoCount(UINT* count) {
-  *count = 0;
-  return S_OK;
-}
-
-HRESULT Site::GetTypeInfo(UINT, LCID, ITypeInfo** info) {
-  *info = nullptr;
-  return DISP_E_BADINDEX;
-}
-
-HRESULT Site::GetIDsOfNames(REFIID, LPOLESTR*, UINT count, LCID, DISPID* ids) {
-  for (UINT i = 0; i < count; ++i) ids[i] = DISPID_UNKNOWN;
-  return DISP_E_UNKNOWNNAME;
-}
-
 HRESULT Site::Invoke(DISPID member, REFIID, LCID, WORD flags, DISPPARAMS*, VARIANT* result,
                      EXCEPINFO*, UINT*) {
   return comBorder([&]() -> HRESULT {

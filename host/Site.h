@@ -4,6 +4,8 @@
 #include <ocidl.h>
 #include <oleidl.h>
 
+#include "host/NamelessDispatch.h"
+
 namespace host {
 
 // What the site tells of, or asks of, the window that holds the control.
@@ -65,7 +67,7 @@ class Site final : public IOleClientSite,
                    public IOleInPlaceSiteEx,
                    public IOleControlSite,
                    public IPropertyNotifySink,
-                   public IDispatch {
+                   public NamelessDispatch {
  public:
   Site(Holder& holder, Frame& frame);
   Site(const Site&) = delete;
@@ -116,10 +118,6 @@ class Site final : public IOleClientSite,
   STDMETHODIMP OnRequestEdit(DISPID property) override;
 
   // IDispatch: the ambient properties.
-  STDMETHODIMP GetTypeInfoCount(UINT* count) override;
-  STDMETHODIMP GetTypeInfo(UINT index, LCID locale, ITypeInfo** info) override;
-  STDMETHODIMP GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT count, LCID locale,
-                             DISPID* ids) override;
   STDMETHODIMP Invoke(DISPID member, REFIID iid, LCID locale, WORD flags, DISPPARAMS* parameters,
                       VARIANT* result, EXCEPINFO* exception, UINT* wrong) override;
 

@@ -122,12 +122,12 @@ start_host() {
   exec {helper_out}<&"${HELPER[0]}" {helper_in}>&"${HELPER[1]}"
 }
 
-choose_printer() { # PICTURE: whoever sources this has a function `picture NAME WINDOW`
+choose_printer() { # [PICTURE]: whoever sources this has a function `picture NAME WINDOW`
   must wait Cbo_Imprimante
   must lines Cbo_Imprimante
   expect "printers offered" 1 "$answer" # the dot-matrix printer is not
   shows Cbo_Imprimante PDF_A4
-  picture "$1" form
+  [ $# -eq 0 ] || picture "$1" form
   must key Enter
 }
 
