@@ -25,12 +25,9 @@ constexpr int kNomAuMoins = 20;
 constexpr int kDate = 10;
 constexpr int kParticipation = 6;
 constexpr int kAvantTranche = 11;
-constexpr int kTranche = 2;
-constexpr int kEnteteSuite = 42;  // "Debut        Fin        Part. béneficiaire"
-// What stands beside the name: in a line, and in the wider of the two headers.
-constexpr int kSansNom =
-    kNumero + 1 + 1 +
-    std::max(kDate + 1 + kDate + 1 + kParticipation + kAvantTranche + kTranche, kEnteteSuite);
+// The headers of what stands after the name.
+constexpr std::string_view kEntete = "Debut      Fin          Part. bénef.";
+constexpr std::string_view kEnteteSuite = "Debut        Fin        Part. béneficiaire";
 
 // Attributes of accordsNonModifies.
 enum Attribut : int { Numero = 1, Debut, Fin, Participation, Tranche };
@@ -64,7 +61,7 @@ class Liste {
     feuille_.font("Courier New", 12);
     nom_ = largeurDuNom();
     titre();
-    enteteColonnes("Aidé :", "Debut      Fin          Part. bénef.");
+    enteteColonnes("Aidé :", kEntete);
     const int count = accords_.DCount(Numero);
     for (int k = 1; k <= count; ++k) {
       feuille_.leftTwips(0);
@@ -75,13 +72,22 @@ class Liste {
   }
 
  private:
-  // Of a page narrower than the line, the name gives way first.
+  // Of a page narrower than the widest line, the name gives way first.
   int largeurDuNom() {
     constexpr int kMesure = 100;
     const int cent = feuille_.widthOf(std::string(kMesure, '0'));
     const int page = feuille_.pageWidth();
     if (cent <= 0 || page <= 0) return kNom;
-    return std::clamp(page * kMesure / cent - kSansNom, kNomAuMoins, kNom);
+    return std::clamp(page * kMesure / cent - largeurSansNom(), kNomAuMoins, kNom);
+  }
+
+  // Characters beside the name, of the widest line or header.
+  int largeurSansNom() const {
+    std::size_t apres = text::length(kEnteteSuite);
+    for (int k = 1; k <= accords_.DCount(Numero); ++k) {
+      apres = std::max(apres, text::length(apresLeNom(k)));
+    }
+    return kNumero + 1 + 1 + static_cast<int>(apres);
   }
 
   void titre() {
@@ -105,14 +111,18 @@ class Liste {
     feuille_.centred("A suivre...");
     feuille_.newPage();
     titre();
-    enteteColonnes("Aidant :", "Debut        Fin        Part. béneficiaire");
+    enteteColonnes("Aidant :", kEnteteSuite);
   }
 
   std::string ligne(int k) {
     const std::string numero(accords_.get(Numero, k));
     return cadre(cadre(numero + " " + nomDeLAide(numero), kNumero + nom_), kNumero + 1 + nom_) +
-           " " + cadre(accords_.get(Debut, k), kDate) + " " + cadre(accords_.get(Fin, k), kDate) +
-           " " + participationMasquee(accords_.get(Participation, k)) + blancs(kAvantTranche) +
+           " " + apresLeNom(k);
+  }
+
+  std::string apresLeNom(int k) const {
+    return cadre(accords_.get(Debut, k), kDate) + " " + cadre(accords_.get(Fin, k), kDate) + " " +
+           participationMasquee(accords_.get(Participation, k)) + blancs(kAvantTranche) +
            std::string(accords_.get(Tranche, k));
   }
 

@@ -165,8 +165,10 @@ void PrintedSheet::write(std::string_view text) {
 
 void PrintedSheet::centred(std::string_view text) {
   apply(style_);
-  trapped([&] { printer_.setCurrentX((printer_.pageWidth() - printer_.textWidth(text)) / 2); });
-  trapped([&] { printer_.print(text, LineEnd::Break); });
+  trapped([&] {
+    printer_.setCurrentX(std::max(0, (printer_.pageWidth() - printer_.textWidth(text)) / 2));
+  });
+  line(text);
 }
 
 void PrintedSheet::newPage() {

@@ -51,7 +51,7 @@ class PrintedSheet {
   // A paragraph of one line.
   void line(std::string_view text);
   void write(std::string_view text);  // the next text follows on the same line
-  // On a line of its own, in the middle of the page.
+  // A paragraph of one line, in the middle of the page.
   void centred(std::string_view text);
 
   void newPage();

@@ -503,6 +503,31 @@ TEST_F(Letter, OnAPageAsWideAsItsLinesStandsAsItIs) {
   EXPECT_EQ(linesAt(all, 1, 13, 2)[1], " par l'organisme CRAM.");
 }
 
+TEST_F(Letter, KeepsWithinWhatPrintersWithMarginsPrint) {
+  responsible();
+  store_.put("TITRES", "1", {"Monsieur et Madame"});
+  store_.put("CIVILAIDE", "00001",
+             {"2", "HERBOTIERE DE LA FORET-NOIRE", "", "", "", "", "", "", "", "", "", "", "", "",
+              "GINETTE-ELEONORE"});
+  for (const int millimetres : {0, 4, 6}) {
+    SCOPED_TRACE(millimetres);
+    setMargins(millimetres);
+    agreements::Impression_ModifAccord(context_);
+    desktop_.page(0).endDoc();
+    const auto& job = desktop_.page(0).jobs().back();
+    EXPECT_EQ(job.pages, 1);
+    EXPECT_PRED_FORMAT2(same, outside(job), std::vector<Printed>());
+    const auto all = onPage(job);
+    EXPECT_EQ(lineAt(all, 13), "Un accord de prise en charge vous a été alloué du 19/02/2025 au");
+    EXPECT_EQ(lineAt(all, 13, 1), "18/02/2028 par l'organisme CRAM.");
+    EXPECT_EQ(lineAt(all, 15, 2), "à [b]12,50 Euros, et ce à compter du [b]01/02/2026.");
+    EXPECT_EQ(lineAt(all, 19),
+              "Nous vous prions d'agréer, Monsieur et Madame, l'expression de nos");
+    EXPECT_EQ(lineAt(all, 19, 1), "sentiments les plus dévoués.");
+    EXPECT_EQ(lineAt(all, 22), "Le Responsable");
+  }
+}
+
 // On narrow paper each paragraph is filled line by line, from the left, whatever its styles.
 TEST_F(Letter, FlowsAsParagraphsOnNarrowPaper) {
   desktop_.page(0).setPrintableSize(kCm + 50 * kCharacter, 16838);

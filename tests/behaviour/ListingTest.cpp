@@ -273,6 +273,62 @@ TEST_F(Listing, ANarrowPageTakesItsRoomFromTheName) {
   EXPECT_EQ(second.size(), 6U);
 }
 
+// The margins of the paper, the names that are left whole, and the column of the first day.
+struct OnA4 {
+  int margin = 0;  // millimetres
+  int name = 0;    // characters
+  int begin = 0;
+};
+constexpr OnA4 kMarginsOfPrinters[] = {{0, 32, 40}, {4, 29, 37}, {6, 27, 35}};
+
+TEST_F(Listing, KeepsWithinWhatPrintersWithMarginsPrint) {
+  person("00001", std::string(40, 'X'), "ANNE");
+  entries(2 * kLinesAPage + 3);
+  for (const OnA4& paper : kMarginsOfPrinters) {
+    SCOPED_TRACE(paper.margin);
+    setMargins(paper.margin);
+    const Job job = print();
+    EXPECT_EQ(job.pages, 3);
+    EXPECT_EQ(entriesOn(job), 2 * kLinesAPage + 3);
+    EXPECT_PRED_FORMAT2(same, outside(job), std::vector<Printed>());
+    const auto all = onPage(job);
+    EXPECT_EQ(all[4].x, paper.begin * kCharacter);
+    EXPECT_EQ(all[5].text, "00001 " + std::string(static_cast<std::size_t>(paper.name), 'X') +
+                               "  01/01/2025 31/12/2027  12,50           3");
+  }
+}
+
+TEST_F(Listing, TakesTheRoomOfItsWidestLineFromTheNames) {
+  const std::string name(40, 'X');
+  for (const char* number : {"00001", "00002"}) person(number, name);
+  entry("00001");
+  entry("00002", "123456789", "1234");
+  for (const OnA4& paper : kMarginsOfPrinters) {
+    SCOPED_TRACE(paper.margin);
+    setMargins(paper.margin);
+    const Job job = print();
+    EXPECT_PRED_FORMAT2(same, outside(job), std::vector<Printed>());
+    // Six characters more than the wider header has.
+    const std::string shown = name.substr(0, static_cast<std::size_t>(paper.name) - 6) + "  ";
+    const auto all = onPage(job);
+    ASSERT_EQ(all.size(), 7U);
+    EXPECT_EQ(all[5].text, "00001 " + shown + "01/01/2025 31/12/2027  12,50           3");
+    EXPECT_EQ(all[6].text, "00002 " + shown + "01/01/2025 31/12/2027  1234567,89           1234");
+    EXPECT_EQ(all[4].x, (paper.begin - 6) * kCharacter);
+  }
+}
+
+TEST_F(Listing, BeginsAShortNameThatIsWiderThanThePageAtItsEdge) {
+  setMargins(6);
+  screen_.bar.Txt_SigleOrgChg.setText(std::string(70, 'L') + " " + std::string(9, 'M'));
+  entries(1);
+  const Job job = print();
+  EXPECT_PRED_FORMAT2(same, outside(job), std::vector<Printed>());
+  const auto all = onPage(job);
+  EXPECT_EQ(all[1], (Printed{0, kCm + kLine, "[b]'" + std::string(70, 'L')}));
+  EXPECT_EQ(all[2], (Printed{0, kCm + 2 * kLine, "[b]" + std::string(9, 'M') + "'"}));
+}
+
 TEST_F(Listing, FollowsTheShortNameAndTheScaleOnScreen) {
   screen_.bar.Txt_SigleOrgChg.setText("L'ÉTÉ");
   screen_.participation.Txt_DatBaremCours.setText("15/03/2027");

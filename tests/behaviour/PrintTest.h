@@ -15,6 +15,7 @@
 #include "tests/support/MemoryStore.h"
 #include "tests/support/Same.h"
 #include "tests/support/TestDesktop.h"
+#include "text/Utf8.h"
 
 namespace behaviour {
 
@@ -105,6 +106,15 @@ class PrintTest : public testing::Test {
     screen_.participation.Txt_DatBaremCours.setText("01/02/2026");
   }
 
+  static int twips(int millimetres) { return millimetres * 1440 * 10 / 254; }
+  // Blanks at the end do not show.
+  static std::string withoutStyle(std::string text) {
+    for (const char* style : {"[b]", "[u]"}) {
+      if (text.starts_with(style)) text.erase(0, 3);
+    }
+    return text.substr(0, text.find_last_not_of(' ') + 1);
+  }
+
   // What stands on a page of the job that was ended last, or of the one that is not ended.
   static std::vector<Printed> onPage(const toolkit::headless::HeadlessPrinter::Job& job,
                                      int page = 1) {
@@ -116,6 +126,27 @@ class PrintTest : public testing::Test {
       const std::string style =
           std::string(piece.bold ? "[b]" : "") + (piece.underline ? "[u]" : "");
       all.push_back({piece.x, piece.y, style + piece.text});
+    }
+    return all;
+  }
+
+  // A4 with these margins on all four sides.
+  void setMargins(int millimetres) {
+    desktop_.page(0).setPrintableSize(twips(210 - 2 * millimetres), twips(297 - 2 * millimetres));
+  }
+  // Of what does not stand within the printable area.
+  std::vector<Printed> outside(const toolkit::headless::HeadlessPrinter::Job& job) {
+    std::vector<Printed> all;
+    const int width = desktop_.page(0).pageWidth();
+    const int height = desktop_.page(0).pageHeight();
+    for (int page = 1; page <= job.pages; ++page) {
+      for (const Printed& printed : onPage(job, page)) {
+        const std::string text = withoutStyle(printed.text);
+        const int right = printed.x + kCharacter * static_cast<int>(text::length(text));
+        const bool within =
+            printed.x >= 0 && printed.y >= 0 && right <= width && printed.y + kLine <= height;
+        if (!within) all.push_back(printed);
+      }
     }
     return all;
   }
