@@ -15,6 +15,9 @@ namespace {
 
 constexpr std::string_view kProcedure = "Imprimer_AccordsNonModifies";
 
+// What printers commonly leave free: a page without margins may be printed again on one of them.
+constexpr int kBords = 340;  // 6 mm
+
 constexpr int kHaut = kTwipsPerCentimetre;     // top of the title block
 constexpr int kBas = 2 * kTwipsPerCentimetre;  // no entry begins below it, from the bottom
 
@@ -59,6 +62,7 @@ class Liste {
   void imprimer() {
     feuille_.title(joints({"Accords non modifiés", context_.screen.bar.Txt_SigleOrgChg.text()}));
     feuille_.font("Courier New", 12);
+    feuille_.keepOffEdges(kBords);
     nom_ = largeurDuNom();
     titre();
     enteteColonnes("Aidé :", kEntete);

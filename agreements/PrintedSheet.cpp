@@ -65,6 +65,15 @@ void PrintedSheet::font(std::string_view name, int points) {
   trapped([&] { printer_.setFontSize(points); });
 }
 
+void PrintedSheet::keepOffEdges(int twips) {
+  trapped([&] {
+    const auto margins = printer_.margins();
+    if (!margins) return;
+    freeLeft_ = std::max(0, twips - margins->left);
+    freeRight_ = std::max(0, twips - margins->right);
+  });
+}
+
 void PrintedSheet::apply(Style style) {
   trapped([&] {
     if (printerBold_ == style.bold) return;
@@ -86,7 +95,7 @@ void PrintedSheet::place(int leftCm, int topCm) {
 void PrintedSheet::left(int leftCm) { leftTwips(leftCm * kTwipsPerCentimetre); }
 
 void PrintedSheet::leftTwips(int twips) {
-  trapped([&] { printer_.setCurrentX(twips); });
+  trapped([&] { printer_.setCurrentX(freeLeft_ + twips); });
 }
 
 void PrintedSheet::topTwips(int twips) {
@@ -126,7 +135,7 @@ Line PrintedSheet::printed(const Line& line) {
 
 // Nothing when the line fits, or cannot be broken.
 std::optional<PrintedSheet::Cut> PrintedSheet::cutOf(const Line& line) {
-  const int right = printer_.pageWidth();
+  const int right = printer_.pageWidth() - freeRight_;
   int x = printer_.currentX();
   std::optional<Cut> last;  // the last blank that has been passed
   for (std::size_t i = 0; i < line.size(); ++i) {
@@ -166,7 +175,8 @@ void PrintedSheet::write(std::string_view text) {
 void PrintedSheet::centred(std::string_view text) {
   apply(style_);
   trapped([&] {
-    printer_.setCurrentX(std::max(0, (printer_.pageWidth() - printer_.textWidth(text)) / 2));
+    const int width = printer_.pageWidth() - freeLeft_ - freeRight_;
+    printer_.setCurrentX(freeLeft_ + std::max(0, (width - printer_.textWidth(text)) / 2));
   });
   line(text);
 }
@@ -193,7 +203,7 @@ int PrintedSheet::widthOf(std::string_view text) {
 
 int PrintedSheet::pageWidth() {
   int width = 0;
-  trapped([&] { width = printer_.pageWidth(); });
+  trapped([&] { width = printer_.pageWidth() - freeLeft_ - freeRight_; });
   return width;
 }
 

@@ -36,6 +36,10 @@ class PrintedSheet {
   void bold(bool bold) { style_.bold = bold; }
   void underline(bool underline) { style_.underline = underline; }
 
+  // Leaves that much of the paper free on the left and on the right, where the printer would print
+  // nearer to its edges. From then on the sheet ends there.
+  void keepOffEdges(int twips);
+
   // The next text begins there; whole centimetres from the upper left corner.
   void place(int leftCm, int topCm);
   void left(int leftCm);
@@ -60,7 +64,7 @@ class PrintedSheet {
   // Has the position reached this distance from the bottom of the page? False when the printer
   // cannot tell.
   bool reached(int twipsFromBottom);
-  // Twips of a text, or of the page; 0 when the printer cannot tell.
+  // Twips of a text, or of the sheet; 0 when the printer cannot tell.
   int widthOf(std::string_view text);
   int pageWidth();
 
@@ -84,6 +88,9 @@ class PrintedSheet {
   toolkit::Printer& printer_;
   std::string_view procedure_;
   int margin_ = 0;
+  // Left free of what the printer could print.
+  int freeLeft_ = 0;
+  int freeRight_ = 0;
   Style style_;
   // What the printer is known to have.
   std::optional<bool> printerBold_;

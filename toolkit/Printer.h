@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -37,6 +38,13 @@ class Printer {
   virtual int textHeight() = 0;                      // twips, of one line
   virtual int pageWidth() = 0;                       // twips that can be printed
   virtual int pageHeight() = 0;
+  // Twips of the paper left and right of what can be printed; nothing from a printer that does not
+  // tell.
+  struct Margins {
+    int left = 0;
+    int right = 0;
+  };
+  virtual std::optional<Margins> margins() { return std::nullopt; }
 
   // Prints at the current position. LineEnd::Break: the position goes to the left edge of the next
   // line; LineEnd::Stay: it goes to the end of the text, on the same line.

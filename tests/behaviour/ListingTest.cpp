@@ -1,5 +1,8 @@
 // The listing of the agreements that an update has left as they were.
 #include "agreements/Listing.h"
+
+#include <algorithm>
+
 #include "agreements/ListingPages.h"
 #include "tests/behaviour/PrintTest.h"
 #include "text/Utf8.h"
@@ -315,6 +318,34 @@ TEST_F(Listing, TakesTheRoomOfItsWidestLineFromTheNames) {
     EXPECT_EQ(all[5].text, "00001 " + shown + "01/01/2025 31/12/2027  12,50           3");
     EXPECT_EQ(all[6].text, "00002 " + shown + "01/01/2025 31/12/2027  1234567,89           1234");
     EXPECT_EQ(all[4].x, (paper.begin - 6) * kCharacter);
+  }
+}
+
+// Where the printer tells of its margins, the narrower ones are made up for.
+TEST_F(Listing, KeepsOffTheEdgesOfThePaper) {
+  person("00001", std::string(40, 'X'));
+  entries(kLinesAPage + 1);
+  for (const int millimetres : {0, 4, 6, 9}) {
+    SCOPED_TRACE(millimetres);
+    setMargins(millimetres);
+    desktop_.page(0).setMargins({twips(millimetres), twips(millimetres)});
+    const int left = std::max(0, 340 - twips(millimetres));
+    const Job job = print();
+    EXPECT_EQ(entriesOn(job), kLinesAPage + 1);
+    const auto all = onPage(job);
+    const int width = desktop_.page(0).pageWidth();
+    for (const Printed& printed : all) {
+      const int right =
+          printed.x + kCharacter * static_cast<int>(text::length(withoutStyle(printed.text)));
+      EXPECT_GE(printed.x, left) << printed;
+      EXPECT_LE(right, width - left) << printed;
+    }
+    EXPECT_EQ(all[0].x, (width - 34 * kCharacter) / 2);
+    const int name = millimetres == 9 ? 25 : 27;
+    EXPECT_EQ(all[4].x, left + (name + 8) * kCharacter);
+    EXPECT_EQ(all[5], (Printed{left, kFirst,
+                               "00001 " + std::string(static_cast<std::size_t>(name), 'X') +
+                                   "  01/01/2025 31/12/2027  12,50           3"}));
   }
 }
 

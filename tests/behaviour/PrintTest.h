@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <optional>
 #include <ostream>
 #include <stdexcept>
 #include <string>
@@ -50,6 +51,7 @@ class FailingPrinter : public toolkit::Printer {
     return width == 0 ? whole : width;
   }
   int pageHeight() override { return asked().pageHeight(); }
+  std::optional<Margins> margins() override { return asked().margins(); }
   void print(std::string_view text, LineEnd end = LineEnd::Break) override {
     asked().print(text, end);
   }

@@ -41,6 +41,7 @@ class HeadlessPrinter : public Printer {
   void setTitle(std::string_view title) override { title_ = title; }
   int pageWidth() override { return width_; }
   int pageHeight() override { return height_; }
+  std::optional<Margins> margins() override { return margins_; }
   void print(std::string_view text, LineEnd end = LineEnd::Break) override;
   void newPage() override;
   void endDoc() override;
@@ -51,6 +52,9 @@ class HeadlessPrinter : public Printer {
     height_ = height;
   }
 
+  // It tells of no margins unless it is given some.
+  void setMargins(const Margins& margins) { margins_ = margins; }
+
   const std::vector<Job>& jobs() const { return jobs_; }  // those ended
   const Job& current() const { return job_; }             // the one not ended yet
 
@@ -59,6 +63,7 @@ class HeadlessPrinter : public Printer {
 
   int width_ = 11906;
   int height_ = 16838;
+  std::optional<Margins> margins_;
   int x_ = 0;
   int y_ = 0;
   std::string title_;

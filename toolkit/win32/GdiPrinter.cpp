@@ -76,6 +76,15 @@ class GdiPrinter final : public Printer {
     return MulDiv(capability(VERTRES), kTwipsPerInch, capability(LOGPIXELSY));
   }
 
+  std::optional<Margins> margins() override {
+    const int paper = GetDeviceCaps(context_.get(), PHYSICALWIDTH);
+    if (paper <= 0) return std::nullopt;
+    const int left = GetDeviceCaps(context_.get(), PHYSICALOFFSETX);
+    const int right = std::max(0, paper - left - capability(HORZRES));
+    return Margins{MulDiv(left, kTwipsPerInch, capability(LOGPIXELSX)),
+                   MulDiv(right, kTwipsPerInch, capability(LOGPIXELSX))};
+  }
+
   void print(std::string_view text, LineEnd end) override {
     openJob();
     const std::wstring characters = wide(text);
