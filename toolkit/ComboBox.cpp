@@ -1,10 +1,13 @@
 #include "toolkit/ComboBox.h"
 
+#include <algorithm>
 #include <stdexcept>
 #include <utility>
 
+#include "text/Utf8.h"
 #include "toolkit/FieldText.h"
 #include "toolkit/Keys.h"
+#include "toolkit/Surface.h"
 
 namespace toolkit {
 
@@ -48,6 +51,7 @@ void ComboBox::setText(std::string_view text) {
   }
   text_ = std::move(accepted);
   listIndex_ = -1;
+  placeSelection(length(), 0);
   changed(Aspect::Text);
   fire(onChange);
 }
@@ -56,7 +60,35 @@ bool ComboBox::choose(int line) {
   const bool hadText = !text_.empty();
   listIndex_ = line;
   text_ = items_.text(line);
+  placeSelection(length(), 0);
   return hadText;
+}
+
+int ComboBox::length() const { return static_cast<int>(text::length(text_)); }
+
+void ComboBox::placeSelection(int start, int length) {
+  const int end = this->length();
+  selectionStart_ = std::clamp(start, 0, end);
+  selectionLength_ = std::clamp(length, 0, end - selectionStart_);
+}
+
+void ComboBox::select(int start, int length) {
+  if (style_ == Style::ListOnly) return;
+  placeSelection(start, length);
+  changed(Aspect::Caret);
+}
+
+void ComboBox::arriving(By how) {
+  if (how == By::Keyboard) {
+    select(0, length());
+  } else if (selectionLength_ > 0) {
+    select(length(), 0);
+  }
+}
+
+// Of windows that are not in use none is marked.
+void ComboBox::leaving() {
+  if (selectionLength_ > 0) select(length(), 0);
 }
 
 void ComboBox::setListIndex(int line) {
@@ -91,7 +123,7 @@ char32_t ComboBox::userKeyPress(char32_t key) {
   return kept;
 }
 
-bool ComboBox::userEdit(std::string_view text) {
+bool ComboBox::userEdit(std::string_view text, int caret) {
   if (style_ == Style::ListOnly) return false;
   const bool done = userDoes(FocusFirst::No, [&] {
     std::string accepted = acceptedEdit(text, text_, maxLength_);
@@ -101,11 +133,17 @@ bool ComboBox::userEdit(std::string_view text) {
     pointed_ = -1;
     browsing_ = false;
     if (differs) listIndex_ = -1;
+    placeSelection(caret < 0 ? length() : caret, 0);
     if (!asGiven) changed(Aspect::Text);
     if (differs) fire(onChange);
   });
   if (!done) changed(Aspect::Text);
   return done;
+}
+
+bool ComboBox::userSelect(int start, int length) {
+  if (style_ == Style::ListOnly) return false;
+  return userDoes(FocusFirst::No, [&] { placeSelection(start, length); });
 }
 
 bool ComboBox::userChoose(int line) {
@@ -135,7 +173,8 @@ bool ComboBox::userDropDown() {
 
 void ComboBox::openList() {
   if (items_.count() == 0) return;
-  setFocus();
+  // What is being typed there goes on.
+  if (!hasFocus() || surface()->focusGoal()) setFocus();
   open(false);
 }
 

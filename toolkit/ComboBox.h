@@ -37,6 +37,12 @@ class ComboBox : public Control {
   // and text (and fires Change if there was a text). Throws std::invalid_argument past the end.
   void setListIndex(int line);
 
+  // Caret and selection in characters, 0-based. Assigning text or choosing a line moves the caret
+  // to its end. Never of a ListOnly combo.
+  int selectionStart() const { return selectionStart_; }
+  int selectionLength() const { return selectionLength_; }
+  void select(int start, int length);
+
   int maxLength() const { return maxLength_; }
   void setMaxLength(int characters);
 
@@ -56,8 +62,10 @@ class ComboBox : public Control {
   // Its window has closed the list by itself: nothing is chosen.
   void closedUp() { closeList(false); }
 
-  char32_t userKeyPress(char32_t key);   // as of a text box
-  bool userEdit(std::string_view text);  // as of a text box; never of a ListOnly combo
+  char32_t userKeyPress(char32_t key);  // as of a text box
+  // As of a text box (caret -1: at the end); never of a ListOnly combo.
+  bool userEdit(std::string_view text, int caret = -1);
+  bool userSelect(int start, int length);
   // Each moves the focus there first; false when it was dropped, or there is no such line.
   bool userChoose(int line);  // closes the list
   bool userDropDown();        // opens it, unless DropDown takes focus or input away
@@ -71,6 +79,10 @@ class ComboBox : public Control {
   bool hasOpenList() const override { return opened_; }
   bool listTakesEnter() const override;
   void closeList(bool confirmed) override;
+  void arriving(By how) override;
+  void leaving() override;
+  void placeSelection(int start, int length);
+  int length() const;  // of the text
   void open(bool browsing);
   // Gives back whether there was a text.
   bool choose(int line);
@@ -79,6 +91,8 @@ class ComboBox : public Control {
   ListItems items_;
   std::string text_;
   int listIndex_ = -1;
+  int selectionStart_ = 0;
+  int selectionLength_ = 0;
   int maxLength_ = 0;
   bool opened_ = false;
   int pointed_ = -1;

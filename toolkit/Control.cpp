@@ -157,7 +157,7 @@ bool Control::userDoes(FocusFirst focusFirst, const Handler& deed) {
   if (!top) return false;
   Surface::Action action(*top, Surface::Action::By::User);
   if (!action.accepted() || !usable()) return false;
-  if (focusFirst == FocusFirst::Yes && !top->bringFocus(this)) return false;
+  if (focusFirst == FocusFirst::Yes && !top->bringFocus(this, By::Pointer)) return false;
   deed();
   return true;
 }
@@ -166,6 +166,11 @@ void Control::tellBelow(Aspect what) {
   changed(what);
   if (!isContainer()) return;
   for (Control* child : static_cast<Container*>(this)->children_) child->tellBelow(what);
+}
+
+void Container::moveLast(Control& child) {
+  const auto at = std::find(children_.begin(), children_.end(), &child);
+  if (at != children_.end()) std::rotate(at, at + 1, children_.end());
 }
 
 Container::~Container() {

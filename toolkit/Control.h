@@ -60,11 +60,24 @@ enum class Kind {
 //   Text       the text of a text or combo box
 //   Items      the lines of a list or combo box
 //   Selection  chosen line or lines; caret and selection of a text box
+//   Caret      caret and selection of a combo box
 //   Value      of an option, check box or scroll bar; page in front; first line in view of a list;
 //              list of a combo box open or closed
 //   Range      of a scroll bar, its large change included
 //   Style      font, colour, alignment, limit of characters
-enum class Aspect { Text, Items, Selection, Value, Range, Caption, Enabled, Visible, Place, Style };
+enum class Aspect {
+  Text,
+  Items,
+  Selection,
+  Caret,
+  Value,
+  Range,
+  Caption,
+  Enabled,
+  Visible,
+  Place,
+  Style
+};
 
 // Mirrors one control on a window. Outlives nothing: it is detached before its window goes.
 class Peer {
@@ -135,7 +148,8 @@ class Control {
 
   // Gives the focus by code. Does nothing for a disabled or hidden control; asked for while only
   // the surface is disabled, it is remembered and given when the surface is enabled again. Within
-  // a LostFocus handler it decides where the focus goes instead.
+  // a LostFocus handler it decides where the focus goes instead. The text of a field is selected,
+  // of one that has the focus already too: what is typed replaces it.
   void setFocus();
   bool hasFocus() const;
 
@@ -167,6 +181,10 @@ class Control {
   virtual bool hasOpenList() const { return false; }
   virtual bool listTakesEnter() const { return false; }
   virtual void closeList(bool /*confirmed*/) {}
+  // The focus comes here, and is about to go; neither is for the system's handlers.
+  enum class By { Keyboard, Pointer };  // by the keyboard or by code, or by a click
+  virtual void arriving(By /*how*/) {}
+  virtual void leaving() {}
 
  private:
   friend class Container;
@@ -199,6 +217,8 @@ class Container : public Control {
   Container& operator=(const Container&) = delete;
   ~Container() override;
   const std::vector<Control*>& children() const { return children_; }
+  // Tab comes to that child last, whenever it was created. Before it is shown.
+  void moveLast(Control& child);
 
  protected:
   // Has been brought to the front, or put behind, with everything in it.

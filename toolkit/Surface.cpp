@@ -97,6 +97,14 @@ Control* setOptionBeside(Control* option) {
   return option;
 }
 
+Control* firstStop(const Container& container) {
+  std::vector<Control*> all;
+  collect(container, all);
+  const auto found =
+      std::find_if(all.begin(), all.end(), [](const Control* c) { return isTabStop(*c); });
+  return found == all.end() ? nullptr : *found;
+}
+
 // In a group of options, where Tab would stop.
 Control* firstThatTakesFocus(const Container& container) {
   std::vector<Control*> all;
@@ -120,18 +128,19 @@ void Surface::setRoom(Extent room) {
 
 bool Surface::moveFocus(Control* target) {
   Action action(*this, Action::By::User);
-  return action.accepted() && bringFocus(target);
+  return action.accepted() && bringFocus(target, By::Pointer);
 }
 
 bool Surface::enter(bool last) {
+  const Action action(*this, Action::By::User);
+  if (!action.accepted()) return false;
   const std::vector<Control*> stops = tabOrder();
-  if (stops.empty()) return false;
-  return moveFocus(last ? stops.back() : stops.front());
+  return !stops.empty() && bringFocus(last ? stops.back() : stops.front(), By::Keyboard);
 }
 
-bool Surface::bringFocus(Control* target) {
+bool Surface::bringFocus(Control* target, By how) {
   if (leaving_ || !target || !target->focusable() || !target->usable()) return false;
-  return transfer(target) && target->usable();
+  return transfer(target, how) && target->usable();
 }
 
 void Surface::giveFocus(Control* target) {
@@ -140,22 +149,25 @@ void Surface::giveFocus(Control* target) {
   if (leaving_) {
     diverted_ = target;
   } else if (target->usable()) {
-    transfer(target);
+    transfer(target, By::Keyboard);
     if (!acting_ && transfers_ == 0) finish();
   } else {
     wanted_ = target;
   }
 }
 
-bool Surface::transfer(Control* target) {
-  if (target == focus_ && !left_) return true;
+bool Surface::transfer(Control* target, By how) {
+  if (target == focus_ && !left_) {
+    if (how == By::Keyboard) target->arriving(how);
+    return true;
+  }
   const Scoped<int> inTransfer(transfers_, transfers_ + 1);
   Control* const old = focus_;
   Control* const diverted = leave(target);
   for (Control* goal : {diverted ? diverted : target, old, stopAfter(target)}) {
     if (!goal) continue;
     if (goal->usable()) {
-      arrive(goal);
+      arrive(goal, goal == target ? how : By::Keyboard);
       return focus_ == target && !left_;
     }
     if (goal->usableButForSurface()) {
@@ -170,6 +182,7 @@ bool Surface::transfer(Control* target) {
 Control* Surface::leave(const Control* target) {
   if (!focus_ || left_ || !focus_->usable()) return nullptr;
   focus_->closeList(false);
+  focus_->leaving();
   const Scoped<bool> leaving(leaving_, true);
   const Scoped<const Control*> goal(goal_, target);
   diverted_ = nullptr;
@@ -177,10 +190,11 @@ Control* Surface::leave(const Control* target) {
   return std::exchange(diverted_, nullptr);
 }
 
-void Surface::arrive(Control* target) {
+void Surface::arrive(Control* target, By how) {
   if (focus_ && focus_ != target) focus_->closeList(false);
   focus_ = target;
   left_ = false;
+  target->arriving(how);
   if (onFocusMoved) onFocusMoved();
   fire(target->onGotFocus);
 }
@@ -191,7 +205,7 @@ void Surface::repairFocus() {
   for (std::size_t tries = walk().size(); tries > 0; --tries) {
     Control* next = stopAfter(focus_);
     if (!next) return;
-    arrive(next);
+    arrive(next, By::Keyboard);
     if (!focus_ || focus_->usable()) return;
   }
 }
@@ -386,7 +400,7 @@ Surface::Deed Surface::pageDeed(bool backwards) const {
   const int count = tabs.tabs();
   for (int i = 1; i < count; ++i) {
     const int page = (tabs.tab() + (backwards ? count - i : i)) % count;
-    if (tabs.tabEnabled(page)) return {Deed::What::Page, around, page};
+    if (tabs.tabEnabled(page)) return {Deed::What::IntoPage, around, page};
   }
   return {};
 }
@@ -462,10 +476,10 @@ void Surface::perform(const Deed& deed) {
     case Deed::What::Nothing:
       break;
     case Deed::What::Focus:
-      bringFocus(deed.control);
+      bringFocus(deed.control, By::Keyboard);
       break;
     case Deed::What::Click:
-      if (bringFocus(deed.control)) deed.control->pressed();
+      if (bringFocus(deed.control, By::Keyboard)) deed.control->pressed();
       break;
     case Deed::What::Cancel:
       deed.control->pressed();
@@ -477,9 +491,14 @@ void Surface::perform(const Deed& deed) {
     case Deed::What::CancelList:
       deed.control->closeList(deed.what == Deed::What::ConfirmList);
       break;
-    case Deed::What::Page: {
+    case Deed::What::Page:
+    case Deed::What::IntoPage: {
       auto& tabs = static_cast<SSTab&>(*deed.control);
-      if (bringFocus(&tabs) && tabs.tabEnabled(deed.page)) tabs.setTab(deed.page);
+      if (!bringFocus(&tabs, By::Keyboard) || !tabs.tabEnabled(deed.page)) break;
+      tabs.setTab(deed.page);
+      Control* first =
+          deed.what == Deed::What::IntoPage ? firstStop(tabs.page(deed.page)) : nullptr;
+      if (first && focus_ == &tabs) bringFocus(first, By::Keyboard);
       break;
     }
   }

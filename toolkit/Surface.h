@@ -46,10 +46,11 @@ class Surface : public Container {
   // While a LostFocus handler runs, the control that the focus is being moved to; else null.
   const Control* focusGoal() const { return goal_; }
 
-  // The user moves the focus (mouse, mnemonic, Tab): the old control's LostFocus, then the new
-  // one's GotFocus. False when it did not arrive: the target takes none, input is not accepted
-  // now, or a LostFocus handler sent it back or elsewhere; whatever caused the move is then
-  // dropped. Moving to the control that has it is true and fires nothing.
+  // The user's click moves the focus: the old control's LostFocus, then the new one's GotFocus. In
+  // a field it places the caret, while a field reached by a key has its text selected. False when
+  // it did not arrive: the target takes none, input is not accepted now, or a LostFocus handler
+  // sent it back or elsewhere; whatever caused the move is then dropped. Moving to the control that
+  // has it is true and fires nothing.
   bool moveFocus(Control* target);
   // Tab enters the surface from the host: the first or the last control that takes the focus.
   bool enter(bool last);
@@ -64,7 +65,7 @@ class Surface : public Container {
   //                         is set; a check box toggled; a tab brought forward; a frame's goes to
   //                         its first control, of options to the one that is set
   //   Ctrl+PageUp/PageDown, Ctrl+Tab    previous, next enabled page, wrapping around; the focus
-  //                         goes to the tabs first
+  //                         goes to the tabs first, then to the page's first stop of Tab
   //   Enter                 of an open list: closes it, and the line pointed at is chosen;
   //                         key press 13 of a text or combo box; click of a focused button;
   //                         double-click of a list with a chosen line; else, click of the default
@@ -139,7 +140,18 @@ class Surface : public Container {
 
   // What a stroke would do.
   struct Deed {
-    enum class What { None, Focus, Click, Cancel, Enter, Page, ConfirmList, CancelList, Nothing };
+    enum class What {
+      None,
+      Focus,
+      Click,
+      Cancel,
+      Enter,
+      Page,      // in front
+      IntoPage,  // the same, and the focus into it
+      ConfirmList,
+      CancelList,
+      Nothing
+    };
     What what = What::None;
     Control* control = nullptr;
     int page = 0;
@@ -150,12 +162,12 @@ class Surface : public Container {
     std::size_t position = 0;  // of the deed's control in walk()
   };
 
-  void giveFocus(Control* target);   // by code
-  bool bringFocus(Control* target);  // by the user, within an action: did it arrive
-  bool transfer(Control* target);    // LostFocus, GotFocus: did it arrive
+  void giveFocus(Control* target);           // by code
+  bool bringFocus(Control* target, By how);  // by the user, within an action: did it arrive
+  bool transfer(Control* target, By how);    // LostFocus, GotFocus: did it arrive
   // LostFocus: where its handler sends the focus, or null.
   Control* leave(const Control* target);
-  void arrive(Control* target);  // GotFocus
+  void arrive(Control* target, By how);  // GotFocus
 
   void usabilityChanged();
   void infoChanged();

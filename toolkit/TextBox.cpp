@@ -44,6 +44,15 @@ void TextBox::select(int start, int length) {
   changed(Aspect::Selection);
 }
 
+// A selection that is left from an earlier visit is none of the click's.
+void TextBox::arriving(By how) {
+  if (how == By::Keyboard) {
+    select(0, static_cast<int>(text::length(text_)));
+  } else if (selectionLength_ > 0) {
+    select(selectionStart_ + selectionLength_, 0);
+  }
+}
+
 char32_t TextBox::keyPressed(char32_t key) {
   if (isMark(key)) return 0;
   if (onKeyPress && isKeyPress(key)) onKeyPress(key);

@@ -42,6 +42,7 @@ class TextBox : public Control {
  private:
   char32_t keyPressed(char32_t key) override;
   bool takesKeyPresses() const override { return true; }
+  void arriving(By how) override;
   void placeSelection(int start, int length);
 
   std::string text_;

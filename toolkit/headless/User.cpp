@@ -19,10 +19,34 @@ bool full(std::string_view text, int limit) {
   return limit > 0 && text::length(text) >= static_cast<std::size_t>(limit);
 }
 
-std::string replaced(const TextBox& box, int start, int length, std::string_view by) {
-  const std::string& whole = box.text();
+// What the selection of a text or combo box is replaced by.
+template <class Field>
+std::string replaced(const Field& field, int start, int length, std::string_view by) {
+  const std::string& whole = field.text();
   return text::left(whole, static_cast<std::size_t>(start)) + std::string(by) +
          text::mid(whole, static_cast<std::size_t>(start + length) + 1);
+}
+
+// What its window does with a key that it keeps.
+template <class Field>
+bool typedInto(Field& field, char32_t key) {
+  const char32_t kept = field.userKeyPress(key);
+  if (!kept || !field.hasFocus()) return true;
+  int start = field.selectionStart();
+  int length = field.selectionLength();
+  std::string inserted;
+  if (kept == kBackspace) {
+    if (length == 0 && start == 0) return true;
+    if (length == 0) {
+      --start;
+      length = 1;
+    }
+  } else {
+    if (length == 0 && full(field.text(), field.maxLength())) return true;
+    inserted = text::encode(kept);
+  }
+  const int caret = start + (inserted.empty() ? 0 : 1);
+  return field.userEdit(replaced(field, start, length, inserted), caret);
 }
 
 }  // namespace
@@ -45,45 +69,10 @@ bool User::typeKey(char32_t key) {
   if (key == U' ' && press(Key::Space, caller_)) return true;
   Control* focus = surface_.focus();
   if (!focus || !takesInput(surface_, *focus)) return false;
-  if (focus->kind() == Kind::TextBox) return typeInto(static_cast<TextBox&>(*focus), key);
-  if (focus->kind() == Kind::ComboBox) return typeInto(static_cast<ComboBox&>(*focus), key);
-  return false;
-}
-
-bool User::typeInto(TextBox& box, char32_t key) {
-  const char32_t kept = box.userKeyPress(key);
-  if (!kept || !box.hasFocus()) return true;
-  int start = box.selectionStart();
-  int length = box.selectionLength();
-  std::string inserted;
-  if (kept == kBackspace) {
-    if (length == 0 && start == 0) return true;
-    if (length == 0) {
-      --start;
-      length = 1;
-    }
-  } else {
-    if (length == 0 && full(box.text(), box.maxLength())) return true;
-    inserted = text::encode(kept);
-  }
-  const int caret = start + (inserted.empty() ? 0 : 1);
-  return box.userEdit(replaced(box, start, length, inserted), caret);
-}
-
-bool User::typeInto(ComboBox& combo, char32_t key) {
-  if (combo.style() == ComboBox::Style::ListOnly) return false;
-  const char32_t kept = combo.userKeyPress(key);
-  if (!kept || !combo.hasFocus()) return true;
-  std::string edited =
-      std::exchange(selectedCombo_, nullptr) == &combo ? std::string() : combo.text();
-  if (kept == kBackspace) {
-    const std::size_t length = text::length(edited);
-    edited = text::left(edited, length == 0 ? 0 : length - 1);
-  } else {
-    if (full(edited, combo.maxLength())) return true;
-    edited += text::encode(kept);
-  }
-  return combo.userEdit(edited);
+  if (focus->kind() == Kind::TextBox) return typedInto(static_cast<TextBox&>(*focus), key);
+  if (focus->kind() != Kind::ComboBox) return false;
+  auto& combo = static_cast<ComboBox&>(*focus);
+  return combo.style() == ComboBox::Style::Editable && typedInto(combo, key);
 }
 
 bool User::press(const KeyStroke& stroke, Caller at) {
@@ -129,7 +118,10 @@ bool User::fill(Control& field, std::string_view keys, Caller at) {
     auto& box = static_cast<TextBox&>(field);
     box.userSelect(0, static_cast<int>(text::length(box.text())));
   }
-  if (field.kind() == Kind::ComboBox) selectedCombo_ = static_cast<ComboBox*>(&field);
+  if (field.kind() == Kind::ComboBox) {
+    auto& combo = static_cast<ComboBox&>(field);
+    combo.userSelect(0, static_cast<int>(text::length(combo.text())));
+  }
   return type(keys.empty() ? "\b" : keys, at);
 }
 

@@ -61,15 +61,11 @@ class User {
 
  private:
   bool typeKey(char32_t key);
-  bool typeInto(TextBox& box, char32_t key);
-  bool typeInto(ComboBox& combo, char32_t key);
   bool pressIn(ComboBox& combo, const KeyStroke& stroke);
   bool select(ListBox& list, int line, bool control, bool shift);
 
   Surface& surface_;
   Caller caller_;
-  // A combo box keeps no caret: typing goes to the end of its text, or over the whole of it.
-  ComboBox* selectedCombo_ = nullptr;
   ListBox* anchored_ = nullptr;  // where a selection with Shift starts
   int anchor_ = 0;
 };

@@ -58,6 +58,7 @@ void ComboPeer::applyPlace() {
                height + kLinesShown * line, SWP_NOZORDER | SWP_NOACTIVATE);
   fitField(height);
   if (edit_) centreLine(edit_);
+  if (!combo_.hasFocus()) copyCaret();
 }
 
 // What the window adds around its field is known to the system alone, and may be more for a height
@@ -89,6 +90,9 @@ void ComboPeer::copy(Aspect what) {
     case Aspect::Text:
     case Aspect::Selection:
       if (!itemsChanged_) copyChoice();
+      break;
+    case Aspect::Caret:
+      copyCaret();
       break;
     case Aspect::Value:
       copyOpened();
@@ -140,7 +144,33 @@ void ComboPeer::copyChoice() {
     pass(CB_SETCURSEL, static_cast<WPARAM>(combo_.listIndex()));
   }
   if (editable()) setWindowText(text);
+  if (!combo_.hasFocus()) copyCaret();
   known_ = windowLine();
+}
+
+// The system selects what it has written into the field, also in one that the user is not in.
+void ComboPeer::copyCaret() {
+  if (!edit_) return;
+  const std::wstring text = wide(combo_.text());
+  const int start = toolkit::win32::unitsOf(text, combo_.selectionStart());
+  const int end = toolkit::win32::unitsOf(text, combo_.selectionStart() + combo_.selectionLength());
+  DWORD from = 0;
+  DWORD to = 0;
+  pass(edit_, EM_GETSEL, reinterpret_cast<WPARAM>(&from), reinterpret_cast<LPARAM>(&to));
+  if (static_cast<int>(from) == start && static_cast<int>(to) == end) return;
+  pass(edit_, EM_SETSEL, static_cast<WPARAM>(start), end);
+}
+
+void ComboPeer::reportCaret() {
+  if (!edit_) return;
+  DWORD from = 0;
+  DWORD to = 0;
+  pass(edit_, EM_GETSEL, reinterpret_cast<WPARAM>(&from), reinterpret_cast<LPARAM>(&to));
+  const std::wstring text = windowText();
+  const int start = charactersIn(text, static_cast<int>(from));
+  const int length = charactersIn(text, static_cast<int>(to)) - start;
+  if (start == combo_.selectionStart() && length == combo_.selectionLength()) return;
+  combo_.userSelect(start, length);
 }
 
 // The list ------------------------------------------------------------------------------------
@@ -210,6 +240,7 @@ LRESULT ComboPeer::open(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 
 // What the arrows and the mouse have pointed at in the open list.
 void ComboPeer::reportSilent() {
+  if (combo_.hasFocus()) reportCaret();
   if (!combo_.opened()) return;
   const int line = windowLine();
   if (line == known_) return;
@@ -245,8 +276,11 @@ void ComboPeer::commanded(WORD code) {
       known_ = windowLine();
       std::string typed = narrow(windowText());
       if (typed == combo_.text()) return;
+      DWORD end = 0;
+      if (edit_) pass(edit_, EM_GETSEL, 0, reinterpret_cast<LPARAM>(&end));
+      const int caret = edit_ ? charactersIn(windowText(), static_cast<int>(end)) : -1;
       host().note(*this, Host::Merge::Yes,
-                  [this, typed = std::move(typed)] { combo_.userEdit(typed); });
+                  [this, typed = std::move(typed), caret] { combo_.userEdit(typed, caret); });
       return;
     }
     case CBN_DROPDOWN:

@@ -43,6 +43,8 @@ class ComboPeer final : public LinePeer {
   void fitField(int height);
   void fill();
   void copyChoice();
+  void copyCaret();
+  void reportCaret();
   void showList();
   bool pointsAtNone();
   void pointAtFirst();

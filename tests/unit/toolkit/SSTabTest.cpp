@@ -110,11 +110,20 @@ TEST_F(SSTabRules, CtrlPageDownAndUpWalkOverTheEnabledPagesAndWrapAround) {
   user().go(one);
   user().press({Key::PageDown, 0, false, true, false});
   EXPECT_EQ(tabs.tab(), 2);
-  EXPECT_PRED_FORMAT1(hasFocus, tabs);
+  EXPECT_PRED_FORMAT1(hasFocus, three);
   user().press({Key::PageDown, 0, false, true, false});
   EXPECT_EQ(tabs.tab(), 0);
+  EXPECT_PRED_FORMAT1(hasFocus, one);
   user().press({Key::PageUp, 0, false, true, false});
   EXPECT_EQ(tabs.tab(), 2);
+}
+
+TEST_F(SSTabRules, CtrlPageDownStaysAtTheTabsOfAPageWhereTabDoesNotStop) {
+  two.setTabStop(false);
+  user().go(one);
+  user().press({Key::PageDown, 0, false, true, false});
+  EXPECT_EQ(tabs.tab(), 1);
+  EXPECT_PRED_FORMAT1(hasFocus, tabs);
 }
 
 TEST_F(SSTabRules, CtrlTabWalksOverThePages) {
