@@ -22,7 +22,8 @@ bool demander(toolkit::Desktop& desktop, std::string_view text, toolkit::Icon ic
 
 bool confirmer(toolkit::Desktop& desktop, std::string_view text) {
   desktop.beep();
-  return demander(desktop, text, Icon::Question);
+  return desktop.messageBox(text, kTitre, Buttons::YesNo, Icon::Question, Answer::No) ==
+         Answer::Yes;
 }
 
 void signalerEchec(toolkit::Desktop& desktop, const std::function<void()>& deed) {

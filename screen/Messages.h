@@ -18,7 +18,7 @@ void avertir(toolkit::Desktop& desktop, std::string_view text);
 void informer(toolkit::Desktop& desktop, std::string_view text);
 // Asks Yes/No. True for Yes.
 bool demander(toolkit::Desktop& desktop, std::string_view text, toolkit::Icon icon);
-// Beeps, then asks with the question icon.
+// Beeps, then asks with the question icon, for what destroys: Enter answers No.
 bool confirmer(toolkit::Desktop& desktop, std::string_view text);
 
 // Runs the deed. A failure of the store that ends it is told by a beep, and passes on.

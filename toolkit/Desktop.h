@@ -38,6 +38,12 @@ class Desktop {
 
   virtual Answer messageBox(std::string_view text, std::string_view title, Buttons buttons,
                             Icon icon) = 0;
+  // The same, with the answer that Enter gives (above: the first). A desktop that knows of none
+  // shows the box all the same.
+  virtual Answer messageBox(std::string_view text, std::string_view title, Buttons buttons,
+                            Icon icon, Answer /*proposed*/) {
+    return messageBox(text, title, buttons, icon);
+  }
   virtual void beep() = 0;
   virtual void setPointer(Pointer pointer) = 0;
   virtual Pointer pointer() const = 0;

@@ -37,6 +37,11 @@ class FaultyDesktop : public toolkit::Desktop {
                              toolkit::Buttons buttons, toolkit::Icon icon) override {
     return counted(Kind::MessageBox).messageBox(text, title, buttons, icon);
   }
+  toolkit::Answer messageBox(std::string_view text, std::string_view title,
+                             toolkit::Buttons buttons, toolkit::Icon icon,
+                             toolkit::Answer proposed) override {
+    return counted(Kind::MessageBox).messageBox(text, title, buttons, icon, proposed);
+  }
   void beep() override { counted(Kind::Beep).beep(); }
   void setPointer(toolkit::Pointer pointer) override {
     counted(Kind::SetPointer).setPointer(pointer);

@@ -73,6 +73,7 @@ Answer HeadlessDesktop::messageBox(std::string_view text, std::string_view title
   box.title = title;
   box.buttons = buttons;
   box.icon = icon;
+  box.proposed = std::exchange(proposed_, std::nullopt);
   if (whereabouts) box.where = whereabouts();
   const std::size_t position = journal_.size();
   journal_.push_back(box);
@@ -84,6 +85,13 @@ Answer HeadlessDesktop::messageBox(std::string_view text, std::string_view title
   if (!offers(buttons, answer)) fault("Answer not offered by: " + box.text);
   if (position < journal_.size()) journal_[position].answer = answer;
   return answer;
+}
+
+Answer HeadlessDesktop::messageBox(std::string_view text, std::string_view title, Buttons buttons,
+                                   Icon icon, Answer proposed) {
+  if (!offers(buttons, proposed)) throw std::invalid_argument("the box does not offer its answer");
+  proposed_ = proposed;
+  return messageBox(text, title, buttons, icon);
 }
 
 void HeadlessDesktop::fault(const std::string& what) {

@@ -5,6 +5,7 @@
 #include <deque>
 #include <functional>
 #include <map>
+#include <optional>
 
 #include "toolkit/Desktop.h"
 #include "toolkit/headless/HeadlessPrinter.h"
@@ -20,7 +21,8 @@ struct Entry {
   Buttons buttons = Buttons::Ok;
   Icon icon = Icon::None;
   Answer answer = Answer::Ok;
-  std::string where;  // what HeadlessDesktop::whereabouts said as it opened
+  std::optional<Answer> proposed;  // the answer that Enter gives, when it is not the first
+  std::string where;               // what HeadlessDesktop::whereabouts said as it opened
   // Of a pointer.
   Pointer pointer = Pointer::Normal;
 };
@@ -58,6 +60,8 @@ class HeadlessDesktop : public Desktop {
 
   Answer messageBox(std::string_view text, std::string_view title, Buttons buttons,
                     Icon icon) override;
+  Answer messageBox(std::string_view text, std::string_view title, Buttons buttons, Icon icon,
+                    Answer proposed) override;
   void beep() override;
   void setPointer(Pointer pointer) override;
   Pointer pointer() const override { return pointer_; }
@@ -77,6 +81,7 @@ class HeadlessDesktop : public Desktop {
   std::deque<Answer> answers_;
   std::vector<Entry> journal_;
   std::size_t taken_ = 0;
+  std::optional<Answer> proposed_;  // of the next box
   Pointer pointer_ = Pointer::Normal;
   CalendarDate today_{2026, 1, 15};
   std::vector<PrinterInfo> printers_;

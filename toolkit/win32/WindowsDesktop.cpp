@@ -54,6 +54,18 @@ UINT styleOf(Icon icon) {
   }
 }
 
+// Yes or OK stand first, No and Cancel after them, in this order.
+UINT styleOf(Answer proposed) {
+  switch (proposed) {
+    case Answer::No:
+      return MB_DEFBUTTON2;
+    case Answer::Cancel:
+      return MB_DEFBUTTON3;
+    default:
+      return MB_DEFBUTTON1;
+  }
+}
+
 std::optional<Answer> offeredAnswer(int result, Buttons buttons) {
   switch (result) {
     case IDOK:
@@ -91,9 +103,18 @@ class WindowsDesktop final : public Desktop {
 
   Answer messageBox(std::string_view text, std::string_view title, Buttons buttons,
                     Icon icon) override {
+    return ask(text, title, buttons, styleOf(icon));
+  }
+
+  Answer messageBox(std::string_view text, std::string_view title, Buttons buttons, Icon icon,
+                    Answer proposed) override {
+    return ask(text, title, buttons, styleOf(icon) | styleOf(proposed));
+  }
+
+  Answer ask(std::string_view text, std::string_view title, Buttons buttons, UINT look) {
     requireOpen();
     HWND owner = this->owner();
-    const UINT style = styleOf(buttons) | styleOf(icon) | (owner ? 0U : MB_TASKMODAL);
+    const UINT style = styleOf(buttons) | look | (owner ? 0U : MB_TASKMODAL);
     int result = 0;
     {
       const ModalSpell modal(host_);
