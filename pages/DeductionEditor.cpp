@@ -39,6 +39,7 @@ ListEditor::Parts parts(screen::PriseEnCharge& prise) {
   parts.supprimer = &prise.Cmd_SuppAbat;
   parts.verrouilles = {&prise.Cdr_AttribOrgChg, &prise.Cdr_TauxOrgChg,
                        &prise.Txt_CodeCptPrestationService, &prise.Cbo_CptPrestationService};
+  parts.preteurs = {&prise.Opt_MontantOrgChg, &prise.Cac_CoutGlobal};
   return parts;
 }
 
@@ -120,7 +121,7 @@ void DeductionEditor::Cmd_OKAbat_Click() {
     reprendre();
     poser(editor_.enAjout() ? record().DCount(attribut::DebAbatHOrgChg) : editor_.editee());
     TriAbat();
-    AfficherZonesAbat();
+    editor_.quitterConfirmee();
   });
 }
 

@@ -6,6 +6,7 @@
 #include "screen/Messages.h"
 #include "screen/StoreTrap.h"
 #include "store/Amounts.h"
+#include "toolkit/Keys.h"
 
 namespace pages {
 namespace {
@@ -23,7 +24,9 @@ void elargir(toolkit::Control& control, int width) {
 }  // namespace
 
 ListEditor::ListEditor(PageContext context, Parts parts)
-    : context_(context), parts_(std::move(parts)) {
+    : context_(context),
+      parts_(std::move(parts)),
+      lettres_(*parts_.ok, *parts_.annuler, *parts_.supprimer, parts_.preteurs) {
   fermer();
   dimensionner();
 }
@@ -49,6 +52,18 @@ void ListEditor::lierNombres(const screen::Handlers& handlers, std::size_t colum
       if (illisible(column) && !renonce()) zone->setFocus();
     });
   }
+  parts_.zones.back()->onKeyPress = handlers.key(*this, &ListEditor::derniereZoneKeyPress);
+}
+
+void ListEditor::derniereZoneKeyPress(char32_t& key) {
+  if (key == toolkit::kEnter) valider();
+  key = store::decimalKey(key);
+}
+
+// The zone is left as by a click: what it holds may be refused.
+void ListEditor::valider() {
+  parts_.ok->setFocus();
+  if (parts_.ok->hasFocus()) parts_.ok->onClick();
 }
 
 // The next list first, then the scroll bar: the ring comes to rest where all select the same row.
@@ -176,6 +191,7 @@ bool ListEditor::entrer(int line, bool adding) {
   parts_.ok->setEnabled(true);
   parts_.annuler->setEnabled(true);
   parts_.supprimer->setEnabled(!adding);
+  lettres_.take();
   parts_.annuler->surface()->setCancelButton(parts_.annuler);
   return true;
 }
@@ -232,6 +248,7 @@ void ListEditor::fermer() {
     ouvrirOnglets(true);
     for (const auto& [control, enabled] : avant_) control->setEnabled(enabled);
     avant_.clear();
+    lettres_.giveBack();
     parts_.annuler->surface()->setCancelButton(nullptr);
     screen::EditSession& session = context_.session;
     screen::CommandBar& bar = context_.screen.bar;
@@ -271,6 +288,24 @@ void ListEditor::quitter() {
   const bool closed = ouvert_;
   fermer();
   if (closed) parts_.ajouter->setFocus();
+}
+
+void ListEditor::quitterConfirmee() {
+  const int changed = ouvert_ && !ajout_ ? editee_ : -1;
+  if (changed < 0) return quitter();
+  fermer();
+  reprendreEn(std::min(changed + 1, lignes() - 1));
+}
+
+// In the list where Tab stops: a new scale has closed the first ones.
+void ListEditor::reprendreEn(int line) {
+  const auto open =
+      std::find_if(parts_.listes.begin(), parts_.listes.end(),
+                   [](const toolkit::ListBox* list) { return list->tabStop() && list->usable(); });
+  if (open == parts_.listes.end()) return parts_.ajouter->setFocus();
+  choisir(line);
+  for (toolkit::ListBox* list : parts_.listes) list->bringIntoView(line);
+  (*open)->setFocus();
 }
 
 }  // namespace pages

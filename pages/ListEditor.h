@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "pages/Page.h"
+#include "pages/RowLetters.h"
 #include "screen/Handlers.h"
 
 namespace pages {
@@ -32,6 +33,7 @@ class ListEditor {
     toolkit::CommandButton* annuler = nullptr;
     toolkit::CommandButton* supprimer = nullptr;
     std::vector<toolkit::Control*> verrouilles;  // of the same page, locked in edit mode
+    std::vector<toolkit::Control*> preteurs;  // of the same page, lend their letters (RowLetters)
   };
 
   ListEditor(PageContext context, Parts parts);
@@ -44,7 +46,8 @@ class ListEditor {
   void lier(const screen::Handlers& handlers, std::string_view procedure,
             const std::function<void()>& doubleClick);
   // The zones from that column on take numbers. One that holds none takes the focus back, unless
-  // the row was opened with that text, or is being given up.
+  // the row was opened with that text, or is being given up. Enter in the last of them does what a
+  // click on the OK button does.
   void lierNombres(const screen::Handlers& handlers, std::size_t column);
 
   int lignes() const;
@@ -85,6 +88,9 @@ class ListEditor {
   void fermer();
   // The same, and the focus goes to the add button.
   void quitter();
+  // The same once a row has been confirmed: after a change the focus goes to the lists, with the
+  // next row selected, or the last one.
+  void quitterConfirmee();
   bool ouvert() const { return ouvert_; }
   bool enAjout() const { return ouvert_ && ajout_; }
   // The row that was opened, whatever is selected since; -1 for none.
@@ -101,6 +107,9 @@ class ListEditor {
 
  private:
   void suivre(std::size_t list);
+  void valider();
+  void derniereZoneKeyPress(char32_t& key);
+  void reprendreEn(int line);
   void defiler(int line);
   bool entrer(int line, bool adding);
   void verrouiller(toolkit::Control& control);
@@ -109,6 +118,7 @@ class ListEditor {
 
   PageContext context_;
   Parts parts_;
+  RowLetters lettres_;
   bool ouvert_ = false;
   bool ajout_ = false;
   int editee_ = -1;

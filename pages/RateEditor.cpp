@@ -44,6 +44,7 @@ ListEditor::Parts parts(screen::PriseEnCharge& prise) {
   parts.supprimer = &prise.Cmd_SuppTaux;
   parts.verrouilles = {&prise.Cdr_AttribOrgChg, &prise.Cdr_AbatOrgChg, &prise.Cmd_AjoutAbat,
                        &prise.Txt_CodeCptPrestationService, &prise.Cbo_CptPrestationService};
+  parts.preteurs = {&prise.Opt_MontantOrgChg, &prise.Cac_CoutGlobal};
   return parts;
 }
 
@@ -151,7 +152,8 @@ void RateEditor::Cmd_OKTaux_Click() {
                               centiemesMontres(centiemesEcrits(prise_.Txt_TxRembOrgChg.text()));
     if (adding || shown != state.W_TauxAvantModif) state.W_TauxModifie = true;
     Tri2();
-    AfficherZonesTaux();
+    editor_.quitterConfirmee();
+    state.W_AjoutTaux = false;
   });
 }
 

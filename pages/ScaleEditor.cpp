@@ -49,6 +49,7 @@ ListEditor::Parts parts(screen::Participation& page) {
   parts.supprimer = &page.Cmd_SuppPart;
   parts.verrouilles = {&page.Cdr_Bareme, &page.Cdr_GestionParticipBenef, &page.Cac_Abonnement,
                        &page.Txt_DatBaremCours, &page.Cmd_NouveauBareme};
+  parts.preteurs = {&page.Etq_PersSeule, &page.Cmd_NouveauBareme};
   return parts;
 }
 
@@ -236,7 +237,8 @@ void ScaleEditor::Cmd_OKPart_Click() {
     }
     editor_.remplir(std::move(rows));
     TriBareme();
-    AfficherZonesBareme();
+    editor_.quitterConfirmee();
+    ouvrirAjout();
   });
 }
 

@@ -35,6 +35,17 @@ std::vector<std::vector<ListBox*>> tables(Screen& screen) {
            &part.Lst_FinRevMenOrgChg, &part.Lst_BaremPrecOrgChg, &part.Lst_BaremCoursOrgChg}};
 }
 
+// Tab goes from code and acronym into the page in front, and to the buttons at its end. The tabs
+// themselves have their letters and Ctrl+PageUp and PageDown.
+void setOrder(Screen& screen, toolkit::Surface& surface) {
+  screen.Ong_OrgPriseChg.setTabStop(false);
+  CommandBar& bar = screen.bar;
+  for (CommandButton* button :
+       {&bar.Cmd_Ajouter, &bar.Cmd_Supprimer, &bar.Cmd_OK, &bar.Cmd_Annuler, &bar.Cmd_Sortir}) {
+    surface.moveLast(*button);
+  }
+}
+
 // Tab stops once at a table, at its first column. Under a new scale that one is closed and only the
 // current participations are open.
 void setTables(Screen& screen) {
@@ -125,6 +136,7 @@ Screen::Screen(toolkit::Surface& surface)
   surface.onRoom = [this, &surface](toolkit::Extent room) { place(surface, room.height); };
   place(surface, kHeight);
   fillFixedLists(*this);
+  setOrder(*this, surface);
   setTables(*this);
   setFixedPitch(*this);
   setEditZones(*this);

@@ -1,5 +1,6 @@
 // Every child control of the control, by name: a struct a tab, and one for the bar above the tabs.
-// Within a container, the order of the members is the order of the Tab key. No behaviour.
+// Within a container, the order of the members is the order of the Tab key, but for the buttons of
+// the bar, which come last. No behaviour.
 #pragma once
 
 #include "toolkit/Buttons.h"
@@ -145,7 +146,7 @@ struct PriseEnCharge {
 
   Frame Cdr_AttribOrgChg{in, "Cdr_AttribOrgChg", "Attribution des notifications d'accord"};
   OptionButton Opt_HeureOrgChg{&Cdr_AttribOrgChg, "Opt_HeureOrgChg", "En &heures"};
-  OptionButton Opt_MontantOrgChg{&Cdr_AttribOrgChg, "Opt_MontantOrgChg", "En mon&tant"};
+  OptionButton Opt_MontantOrgChg{&Cdr_AttribOrgChg, "Opt_MontantOrgChg", "En &montant"};
   Frame Cdr_TauxOrgChg{in, "Cdr_TauxOrgChg", "Tau&x de remboursement "};
   Label Etq_DateRembOrgChg{&Cdr_TauxOrgChg, "Etq_DateRembOrgChg", "Date d'effet"};
   ListBox Lst_DateRembOrgChg{&Cdr_TauxOrgChg, "Lst_DateRembOrgChg"};
@@ -163,12 +164,12 @@ struct PriseEnCharge {
   TextBox Txt_TxRembOrgChg{&Cdr_TauxOrgChg, "Txt_TxRembOrgChg"};
   TextBox Txt_TxRembMajOrgChg{&Cdr_TauxOrgChg, "Txt_TxRembMajOrgChg"};
   TextBox Txt_PrestServOrgChg{&Cdr_TauxOrgChg, "Txt_PrestServOrgChg"};
-  // An open row takes the letters of the bar, whose buttons are locked meanwhile.
-  CommandButton Cmd_AjoutTaux{&Cdr_TauxOrgChg, "Cmd_AjoutTaux", "&Ajouter"};
-  CommandButton Cmd_OKTaux{&Cdr_TauxOrgChg, "Cmd_OKTaux", "&OK"};
-  CommandButton Cmd_AnnulerTaux{&Cdr_TauxOrgChg, "Cmd_AnnulerTaux", "A&nnuler"};
-  CommandButton Cmd_SuppTaux{&Cdr_TauxOrgChg, "Cmd_SuppTaux", "S&upprimer"};
-  Frame Cdr_AbatOrgChg{in, "Cdr_AbatOrgChg", "Abatte&ment participation bénéficiaire "};
+  // The other buttons of a row have their letters while one is open (pages/RowLetters.h).
+  CommandButton Cmd_AjoutTaux{&Cdr_TauxOrgChg, "Cmd_AjoutTaux", "A&jouter"};
+  CommandButton Cmd_OKTaux{&Cdr_TauxOrgChg, "Cmd_OKTaux", "OK"};
+  CommandButton Cmd_AnnulerTaux{&Cdr_TauxOrgChg, "Cmd_AnnulerTaux", "Annuler"};
+  CommandButton Cmd_SuppTaux{&Cdr_TauxOrgChg, "Cmd_SuppTaux", "Supprimer"};
+  Frame Cdr_AbatOrgChg{in, "Cdr_AbatOrgChg", "Abattement participation bénéficiaire "};
   Label Etq_TrancheAppli{&Cdr_AbatOrgChg, "Etq_TrancheAppli", "Tranche d'heures"};
   ListBox Lst_DebAbatHOrgChg{&Cdr_AbatOrgChg, "Lst_DebAbatHOrgChg"};
   ListBox Lst_FinAbatHOrgChg{&Cdr_AbatOrgChg, "Lst_FinAbatHOrgChg"};
@@ -178,10 +179,10 @@ struct PriseEnCharge {
   TextBox Txt_DebAbatHOrgChg{&Cdr_AbatOrgChg, "Txt_DebAbatHOrgChg"};
   TextBox Txt_FinAbatHOrgChg{&Cdr_AbatOrgChg, "Txt_FinAbatHOrgChg"};
   TextBox Txt_PourcentAbatOrgChg{&Cdr_AbatOrgChg, "Txt_PourcentAbatOrgChg"};
-  CommandButton Cmd_AjoutAbat{&Cdr_AbatOrgChg, "Cmd_AjoutAbat", "A&jouter"};
-  CommandButton Cmd_OKAbat{&Cdr_AbatOrgChg, "Cmd_OKAbat", "&OK"};
-  CommandButton Cmd_AnnulerAbat{&Cdr_AbatOrgChg, "Cmd_AnnulerAbat", "A&nnuler"};
-  CommandButton Cmd_SuppAbat{&Cdr_AbatOrgChg, "Cmd_SuppAbat", "S&upprimer"};
+  CommandButton Cmd_AjoutAbat{&Cdr_AbatOrgChg, "Cmd_AjoutAbat", "Ajou&ter"};
+  CommandButton Cmd_OKAbat{&Cdr_AbatOrgChg, "Cmd_OKAbat", "OK"};
+  CommandButton Cmd_AnnulerAbat{&Cdr_AbatOrgChg, "Cmd_AnnulerAbat", "Annuler"};
+  CommandButton Cmd_SuppAbat{&Cdr_AbatOrgChg, "Cmd_SuppAbat", "Supprimer"};
   Label Etq_DesFacture{in, "Etq_DesFacture", "&Désignation sur facture"};
   TextBox Txt_DesFacture{in, "Txt_DesFacture"};
   CheckBox Cac_AjusTarif{in, "Cac_AjusTarif", "Ajustement tarifaire sur facture aidé"};
@@ -230,10 +231,10 @@ struct Participation {
   TextBox Txt_DebRevMenOrgChg{&Cdr_ParticipBenef, "Txt_DebRevMenOrgChg"};
   TextBox Txt_FinRevMenOrgChg{&Cdr_ParticipBenef, "Txt_FinRevMenOrgChg"};
   TextBox Txt_BaremCoursOrgChg{&Cdr_ParticipBenef, "Txt_BaremCoursOrgChg"};
-  CommandButton Cmd_AjoutPart{&Cdr_ParticipBenef, "Cmd_AjoutPart", "&Ajouter"};
-  CommandButton Cmd_OKPart{&Cdr_ParticipBenef, "Cmd_OKPart", "&OK"};
-  CommandButton Cmd_AnnulerPart{&Cdr_ParticipBenef, "Cmd_AnnulerPart", "A&nnuler"};
-  CommandButton Cmd_SuppPart{&Cdr_ParticipBenef, "Cmd_SuppPart", "S&upprimer"};
+  CommandButton Cmd_AjoutPart{&Cdr_ParticipBenef, "Cmd_AjoutPart", "A&jouter"};
+  CommandButton Cmd_OKPart{&Cdr_ParticipBenef, "Cmd_OKPart", "OK"};
+  CommandButton Cmd_AnnulerPart{&Cdr_ParticipBenef, "Cmd_AnnulerPart", "Annuler"};
+  CommandButton Cmd_SuppPart{&Cdr_ParticipBenef, "Cmd_SuppPart", "Supprimer"};
   CommandButton Cmd_NouveauBareme{&Cdr_ParticipBenef, "Cmd_NouveauBareme", kNouveauBareme};
 };
 

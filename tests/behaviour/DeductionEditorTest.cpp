@@ -106,12 +106,15 @@ class DeductionsEditMode : public EditMode<Deductions> {
                      {"Cmd_AnnulerAbat", false, true, true},
                      {"Cmd_SuppAbat", false, true, false}}) {}
   void expectListModeAgain(Caller at = Caller::here()) {
+    expectListModeAgain(button("Cmd_AjoutAbat"), at);
+  }
+  void expectListModeAgain(const toolkit::Control& focus, Caller at = Caller::here()) {
     const auto trace = called("expectListModeAgain", at);
     expectLocks(&Lock::listMode);
     expectAsRemembered();
     EXPECT_PRED_FORMAT2(same, (Row{start().text(), end().text(), percentage().text()}),
                         (Row{"", "", ""}));
-    EXPECT_PRED_FORMAT1(hasFocus, button("Cmd_AjoutAbat"));
+    EXPECT_PRED_FORMAT1(hasFocus, focus);
     EXPECT_EQ(state(), kExisting);
   }
 };
@@ -141,7 +144,7 @@ TEST_F(DeductionsEditMode, EndsByOK) {
   expectListModeAgain();
   ASSERT_TRUE(openDeduction(0));
   ASSERT_TRUE(press("Cmd_OKAbat"));
-  expectListModeAgain();
+  expectListModeAgain(list("Lst_DebAbatHOrgChg"));
 }
 
 TEST_F(DeductionsEditMode, EndsByCancellingAChange) {

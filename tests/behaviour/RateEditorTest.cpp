@@ -111,13 +111,16 @@ class RatesEditMode : public EditMode<Rates> {
                      {"Cmd_AnnulerTaux", false, true, true},
                      {"Cmd_SuppTaux", false, true, false}}) {}
   void expectListModeAgain(Caller at = Caller::here()) {
+    expectListModeAgain(button("Cmd_AjoutTaux"), at);
+  }
+  void expectListModeAgain(const toolkit::Control& focus, Caller at = Caller::here()) {
     const auto trace = called("expectListModeAgain", at);
     expectLocks(&Lock::listMode);
     expectAsRemembered();
     for (TextBox* zone : {&date(), &normal(), &increased(), &service()}) {
       EXPECT_EQ(zone->text(), "") << zone->name();
     }
-    EXPECT_PRED_FORMAT1(hasFocus, button("Cmd_AjoutTaux"));
+    EXPECT_PRED_FORMAT1(hasFocus, focus);
     EXPECT_EQ(state(), kExisting);
   }
 };
@@ -152,7 +155,7 @@ TEST_F(RatesEditMode, EndsByOKOfAnAddition) {
 TEST_F(RatesEditMode, EndsByOKOfAChange) {
   ASSERT_TRUE(openRate(0));
   ASSERT_TRUE(press("Cmd_OKTaux"));
-  expectListModeAgain();
+  expectListModeAgain(list("Lst_DateRembOrgChg"));
 }
 
 TEST_F(RatesEditMode, EndsByCancellingAChange) {
@@ -769,6 +772,7 @@ TEST_F(Rates, ARateZoneTakesDecimalKeysAndReformatsWhenLeft) {
   ASSERT_TRUE(press("Cmd_AjoutTaux"));
   for (TextBox* zone : {&normal(), &increased(), &service()}) {
     for (const auto& keys : typed) {
+      if (zone == &service() && keys[0].ends_with("\r")) continue;  // in the last zone it confirms
       ASSERT_TRUE(user_->fill(*zone, keys[0]));
       EXPECT_EQ(zone->text(), keys[1]) << zone->name();
       ASSERT_TRUE(user_->go(date()));

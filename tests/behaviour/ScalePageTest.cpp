@@ -440,7 +440,7 @@ TEST_F(ScaleEditMode, UnderANewScaleTheDateIsLockedAndOpenedAgain) {
   EXPECT_FALSE(enabled("Cmd_NouveauBareme"));
   ASSERT_TRUE(press("Cmd_OKPart"));
   expectListModeAgain();
-  EXPECT_PRED_FORMAT1(hasFocus, button("Cmd_AjoutPart"));
+  EXPECT_PRED_FORMAT1(hasFocus, list("Lst_BaremCoursOrgChg"));
 }
 
 TEST_F(ScaleEditMode, TheUserReachesNothingElse) {

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -381,31 +382,12 @@ bool readBefore(const Control& first, const Control& second) {
   return first.place().left < second.place().left;
 }
 
-// Buttons that are usable in one mode alone; all other controls may be in any. What shows that the
-// modes are kept apart are the tests of the whole control, below.
-std::string modeOf(const std::string& name) {
-  static const std::map<std::string, std::string> modes = {{"Cmd_Ajouter", "no body"},
-                                                           {"Cmd_AjoutTaux", "body"},
-                                                           {"Cmd_AjoutAbat", "body"},
-                                                           {"Cmd_AjoutPart", "body"},
-                                                           {"Cmd_Supprimer", "body"},
-                                                           {"Cmd_OK", "body"},
-                                                           {"Cmd_Annuler", "body"},
-                                                           {"Cmd_OKTaux", "open rate"},
-                                                           {"Cmd_AnnulerTaux", "open rate"},
-                                                           {"Cmd_SuppTaux", "open rate"},
-                                                           {"Cmd_OKAbat", "open deduction"},
-                                                           {"Cmd_AnnulerAbat", "open deduction"},
-                                                           {"Cmd_SuppAbat", "open deduction"},
-                                                           {"Cmd_OKPart", "open bracket"},
-                                                           {"Cmd_AnnulerPart", "open bracket"},
-                                                           {"Cmd_SuppPart", "open bracket"}};
-  const auto found = modes.find(name);
-  return found == modes.end() ? "" : found->second;
-}
-
-bool mayShareALetter(const std::string& a, const std::string& b) {
-  return !modeOf(a).empty() && !modeOf(b).empty() && modeOf(a) != modeOf(b);
+// These have their letters while a row is open.
+bool isOfARow(const std::string& name) {
+  static const std::set<std::string> buttons = {"Cmd_OKTaux", "Cmd_AnnulerTaux", "Cmd_SuppTaux",
+                                                "Cmd_OKAbat", "Cmd_AnnulerAbat", "Cmd_SuppAbat",
+                                                "Cmd_OKPart", "Cmd_AnnulerPart", "Cmd_SuppPart"};
+  return buttons.contains(name);
 }
 
 class PageTest : public ScreenTest, public testing::WithParamInterface<int> {
@@ -419,8 +401,8 @@ class PageTest : public ScreenTest, public testing::WithParamInterface<int> {
       const char32_t letter = toolkit::mnemonicOf(caption);
       if (!letter) return;
       for (const std::string& other : letters[letter]) {
-        EXPECT_TRUE(mayShareALetter(name, other))
-            << name << " and " << other << " share " << std::string(1, static_cast<char>(letter));
+        ADD_FAILURE() << name << " and " << other << " share "
+                      << std::string(1, static_cast<char>(letter));
       }
       letters[letter].push_back(name);
     };
@@ -445,11 +427,11 @@ INSTANTIATE_TEST_SUITE_P(Every, PageTest,
                                          screen::kPriseEnCharge, screen::kParticipation,
                                          screen::kBordereau, screen::kActivites));
 
-TEST_P(PageTest, MnemonicsAreUniqueAmongWhatIsUsableTogether) {
+TEST_P(PageTest, NoMnemonicIsSeenTwice) {
   mnemonics();
   for (Control* control : seen()) {
     const bool arrow = control->caption().ends_with("->") || control->caption().starts_with("<-");
-    if (control->kind() != Kind::CommandButton || arrow) continue;
+    if (control->kind() != Kind::CommandButton || arrow || isOfARow(control->name())) continue;
     EXPECT_NE(toolkit::mnemonicOf(control->caption()), 0U) << control->name();
   }
 }
@@ -459,7 +441,7 @@ TEST_P(PageTest, MnemonicsAreUniqueAmongWhatIsUsableTogether) {
 TEST_P(PageTest, NoCaptionGoesWithoutAMnemonicThatHasALetterLeft) {
   const auto taken = mnemonics();
   for (Control* control : seenOnPage()) {
-    if (toolkit::mnemonicOf(control->caption())) continue;
+    if (toolkit::mnemonicOf(control->caption()) || isOfARow(control->name())) continue;
     if (control->isContainer()) {
       const auto& inside = dynamic_cast<Container&>(*control).children();
       const auto has = [](Control* child) { return toolkit::mnemonicOf(child->caption()) != 0; };
@@ -928,13 +910,16 @@ struct Letter {
 
 class KeyboardOnAPage : public ScreenTest {
  protected:
-  // The tab stops of the page, from the tabs on.
+  // The tab stops of the page: the buttons of the bar come after them.
   std::vector<std::string> walk(int tab, Caller at = Caller::here()) {
     const auto trace = called("walk", at);
     screen_.Ong_OrgPriseChg.setTab(tab);
     EXPECT_TRUE(user_.go(screen_.Ong_OrgPriseChg));
     std::vector<std::string> order;
-    while (user_.tab()) order.push_back(surface_.focus()->name());
+    while (user_.tab() && surface_.focus() != &screen_.bar.Cmd_Ajouter) {
+      order.push_back(surface_.focus()->name());
+    }
+    EXPECT_PRED_FORMAT1(hasFocus, screen_.bar.Cmd_Ajouter);
     return order;
   }
   void expectLetters(int tab, const std::vector<Letter>& letters, Caller at = Caller::here()) {
@@ -948,6 +933,34 @@ class KeyboardOnAPage : public ScreenTest {
   }
   toolkit::headless::User user_{surface_};
 };
+
+// Of two controls anywhere on the page, by the boxes around them that stand in one container.
+bool readBeforeOnPage(const Control& first, const Control& second) {
+  const auto around = [](const Control& control) {
+    std::vector<const Control*> outwards;
+    for (const Control* c = &control; c; c = c->parent()) outwards.push_back(c);
+    std::reverse(outwards.begin(), outwards.end());
+    return outwards;
+  };
+  const auto a = around(first);
+  const auto b = around(second);
+  std::size_t depth = 0;
+  while (a[depth] == b[depth]) ++depth;
+  return readBefore(*a[depth], *b[depth]);
+}
+
+TEST_F(KeyboardOnAPage, TabGoesFromStopToStopAsThePageIsRead) {
+  const int stops[] = {13, 19, 23, 17, 14, 7};
+  for (int tab = 0; tab < 6; ++tab) {
+    SCOPED_TRACE(screen_.Ong_OrgPriseChg.page(tab).caption());
+    const std::vector<std::string> order = walk(tab);
+    ASSERT_EQ(static_cast<int>(order.size()), stops[tab]);
+    for (std::size_t i = 0; i + 1 < order.size(); ++i) {
+      EXPECT_TRUE(readBeforeOnPage(*surface_.find(order[i]), *surface_.find(order[i + 1])))
+          << order[i] << " before " << order[i + 1];
+    }
+  }
+}
 
 TEST_F(KeyboardOnAPage, OfTheManagementRules) {
   EXPECT_PRED_FORMAT2(
@@ -984,10 +997,10 @@ TEST_F(KeyboardOnAPage, OfTheCoverage) {
                                 "Cac_CoutGlobal",          "Txt_CodeCptPrestationService",
                                 "Cbo_CptPrestationService"}));
   expectLetters(screen::kPriseEnCharge, {{'H', "Opt_HeureOrgChg"},
-                                         {'T', "Opt_MontantOrgChg"},
+                                         {'M', "Opt_MontantOrgChg"},
                                          {'X', "Lst_DateRembOrgChg"},
-                                         {'M', "Lst_DebAbatHOrgChg"},
-                                         {'J', "Cmd_AjoutAbat"},
+                                         {'J', "Cmd_AjoutTaux"},
+                                         {'T', "Cmd_AjoutAbat"},
                                          {'D', "Txt_DesFacture"},
                                          {'L', "Cac_CoutGlobal"},
                                          {'C', "Txt_CodeCptPrestationService"}});
@@ -1006,6 +1019,7 @@ TEST_F(KeyboardOnAPage, OfTheParticipation) {
                                          {'T', "Opt_GestPartMont"},
                                          {'L', "Lst_DebRevSeulOrgChg"},
                                          {'C', "Lst_BaremCoursOrgChg"},
+                                         {'J', "Cmd_AjoutPart"},
                                          {'M', "Cmd_NouveauBareme"}});
 }
 
@@ -1056,27 +1070,13 @@ TEST_F(Keyboard, TabFollowsTheReadingOrder) {
   lookUp("001");
   std::vector<std::string> order = {control_->surface().focus()->name()};
   while (user_->tab()) order.push_back(control_->surface().focus()->name());
-  EXPECT_PRED_FORMAT2(same, order,
-                      (std::vector<std::string>{"Txt_CodOrgChg",
-                                                "Cbo_SigleOrgChg",
-                                                "Cmd_Supprimer",
-                                                "Cmd_OK",
-                                                "Cmd_Annuler",
-                                                "Cmd_Sortir",
-                                                "Ong_OrgPriseChg",
-                                                "Txt_RaisonOrgChg",
-                                                "Txt_Complement",
-                                                "Txt_NumVoie",
-                                                "Cbo_NatureVoie",
-                                                "Txt_NomVoie",
-                                                "Txt_Localite",
-                                                "Txt_CodePostal",
-                                                "Txt_Ville",
-                                                "Txt_Telephone",
-                                                "Txt_Fax",
-                                                "Txt_Email",
-                                                "Txt_InterlocDossOrgChg",
-                                                "Txt_InterlocFactOrgChg"}));
+  EXPECT_PRED_FORMAT2(
+      same, order,
+      (std::vector<std::string>{
+          "Txt_CodOrgChg", "Cbo_SigleOrgChg", "Txt_RaisonOrgChg", "Txt_Complement", "Txt_NumVoie",
+          "Cbo_NatureVoie", "Txt_NomVoie", "Txt_Localite", "Txt_CodePostal", "Txt_Ville",
+          "Txt_Telephone", "Txt_Fax", "Txt_Email", "Txt_InterlocDossOrgChg",
+          "Txt_InterlocFactOrgChg", "Cmd_Supprimer", "Cmd_OK", "Cmd_Annuler", "Cmd_Sortir"}));
 }
 
 TEST_F(Keyboard, LabelsLeadToTheirFields) {
@@ -1162,17 +1162,17 @@ TEST_F(SharedLetters, BelongToTheEditorWhoseRowIsOpen) {
     const char* ok;
     const char* cancel;
   };
-  for (const Editor& editor : {Editor{'P', 'A', "Cmd_OKTaux", "Cmd_AnnulerTaux"},
-                               Editor{'P', 'J', "Cmd_OKAbat", "Cmd_AnnulerAbat"},
-                               Editor{'F', 'A', "Cmd_OKPart", "Cmd_AnnulerPart"}}) {
+  for (const Editor& editor : {Editor{'P', 'J', "Cmd_OKTaux", "Cmd_AnnulerTaux"},
+                               Editor{'P', 'T', "Cmd_OKAbat", "Cmd_AnnulerAbat"},
+                               Editor{'F', 'J', "Cmd_OKPart", "Cmd_AnnulerPart"}}) {
     user_->alt(editor.page);
     user_->alt(editor.add);
     ASSERT_TRUE(button(editor.ok).usable()) << editor.ok;
     expectUnique(editor.ok);
-    expectLeadsTo('O', editor.ok);
-    expectLeadsTo('N', editor.cancel);
+    expectLeadsTo('K', editor.ok);
+    expectLeadsTo('L', editor.cancel);
     desktop_.answer(toolkit::Answer::Yes);
-    user_->alt('N');
+    user_->alt('L');
     ASSERT_FALSE(button(editor.ok).usable()) << editor.ok;
   }
 }
@@ -1201,9 +1201,9 @@ TEST_F(Keyboard, AWholeCreationNeedsNoMouse) {
   user_->press(toolkit::Key::Space);
   user_->alt('P');
   user_->alt('H');
-  user_->alt('A');
+  user_->alt('J');
   user_->type("01/01/2026\t22,5\t24\t20");
-  user_->alt('O');
+  user_->alt('K');
   ASSERT_PRED_FORMAT1(hasFocus, button("Cmd_AjoutTaux"));
   user_->alt('O');
   expectNoBox();

@@ -113,11 +113,11 @@ void ByKeyboard::enterCoverage() {
   ASSERT_EQ(user().tab(), kPriseEnCharge);
   user().alt(L'h');
   user().alt(L'x');
-  user().alt(L'a');
+  user().alt(L'j');
   typeInto({L"01012026", L"20,5", L"25", L"15"});
   EXPECT_EQ(user().focused(), L"Cmd_OKTaux");
   user().key(VK_RETURN);
-  user().alt(L'j');
+  user().alt(L't');
   typeInto({L"0", L"10", L"12,5"});
   EXPECT_EQ(user().focused(), L"Cmd_OKAbat");
   user().key(VK_RETURN);
@@ -141,7 +141,7 @@ void ByKeyboard::enterParticipation() {
   boxes().expect(L"Souhaitez-vous créer un nouveau barème ?", kQuestion, L"YESNO", IDYES);
   user().alt(L'm');
   user().type(L"01022026");
-  user().alt(L'a');
+  user().alt(L'j');
   typeInto({L"0", L"100", L"0", L"150", L"1,25"});
   EXPECT_EQ(user().focused(), L"Cmd_OKPart");
   user().key(VK_RETURN);

@@ -102,7 +102,7 @@ class Rates : public RowEditor {
     ASSERT_EQ(user().focused(), L"Lst_DateRembOrgChg");
   }
   void add(const Lines& texts) {
-    user().alt(L'a');
+    user().alt(L'j');
     ASSERT_EQ(user().focused(), L"Txt_DateRembOrgChg");
     enterZones(texts, L"Cmd_OKTaux");
   }
@@ -152,8 +152,8 @@ TEST_P(Rates, AreOpenedByEnterInTheListAndChanged) {
   EXPECT_EQ(user().text(L"Txt_TxRembOrgChg"), L"21,5");
   user().key(VK_TAB);
   user().retype(L"22");
-  user().alt(L'o');
-  EXPECT_EQ(user().focused(), L"Cmd_AjoutTaux");
+  user().alt(L'k');
+  EXPECT_EQ(user().focused(), L"Lst_DateRembOrgChg");
   EXPECT_EQ(user().lines(L"Lst_TxRembOrgChg"), (Lines{L"22,00", L"20,00"}));
   save();
   expectStored(attribut::DateRembOrgChg, {L"21551", L"21186"});
@@ -165,10 +165,10 @@ TEST_P(Rates, AreDeletedByKeyboardAfterAQuestion) {
   add({L"01012027", L"21,5", L"26", L"16"});
   openRow(L"Lst_DateRembOrgChg", 0);
   boxes().expect(kDeleteRow, kQuestion, L"YESNO", IDNO);
-  user().alt(L'u');
+  user().alt(L'm');
   EXPECT_EQ(user().lines(L"Lst_DateRembOrgChg").size(), 2U);
   boxes().expect(kDeleteRow, kQuestion, L"YESNO", IDYES);
-  user().alt(L'u');
+  user().alt(L'm');
   EXPECT_EQ(boxes().report(), "");
   EXPECT_EQ(user().lines(L"Lst_DateRembOrgChg"), (Lines{L"01/01/2026"}));
   EXPECT_EQ(user().focused(), L"Cmd_AjoutTaux");
@@ -179,7 +179,7 @@ TEST_P(Rates, AreDeletedByKeyboardAfterAQuestion) {
 
 TEST_P(Rates, BeingAddedAreLeftByEscapeAfterAQuestion) {
   loadRates();
-  user().alt(L'a');
+  user().alt(L'j');
   user().type(L"0101");
   boxes().expect(kLeaveCreation, kQuestion, L"YESNO", IDNO);
   user().key(VK_ESCAPE);
@@ -259,7 +259,7 @@ TEST_P(Deductions, AreAddedChangedAndDeletedByKeyboard) {
   load(L'p', kPriseEnCharge);
   const std::vector<bool> before = bar();
   for (const Lines& row : {Lines{L"10", L"20,5", L"25"}, Lines{L"0", L"10", L"50"}}) {
-    user().alt(L'j');
+    user().alt(L't');
     ASSERT_EQ(user().focused(), L"Txt_DebAbatHOrgChg");
     enterZones(row, L"Cmd_OKAbat");
     EXPECT_EQ(user().focused(), L"Cmd_AjoutAbat");
@@ -270,14 +270,14 @@ TEST_P(Deductions, AreAddedChangedAndDeletedByKeyboard) {
   expectLocked(kPriseEnCharge);
   user().click(L"Txt_FinAbatHOrgChg");
   user().retype(L"15");
-  user().alt(L'o');
+  user().alt(L'k');
   expectOpen(kPriseEnCharge, before);
-  user().alt(L'm');
+  user().clickLine(L"Lst_DebAbatHOrgChg", 0);
   openRow(L"Lst_DebAbatHOrgChg", 0);
   boxes().expect(kDeleteRow, kQuestion, L"YESNO", IDYES);
-  user().alt(L'u');
+  user().alt(L'm');
   EXPECT_EQ(boxes().report(), "");
-  user().alt(L'j');
+  user().alt(L't');
   boxes().expect(kLeaveCreation, kQuestion, L"YESNO", IDYES);
   user().key(VK_ESCAPE);
   EXPECT_EQ(boxes().report(), "");
