@@ -24,6 +24,14 @@ void fillFixedLists(Screen& screen) {
   }
 }
 
+void setCompletion(Screen& screen) {
+  Regles& regles = screen.regles;
+  for (ComboBox* fixed :
+       {&regles.Cbo_RenouvOrgChg, &regles.Cbo_PeriodFactOrgChg, &regles.Cbo_StatsOrgChg}) {
+    fixed->setCompletes(true);
+  }
+}
+
 // The lists of the three tables, column by column.
 std::vector<std::vector<ListBox*>> tables(Screen& screen) {
   PriseEnCharge& prise = screen.priseEnCharge;
@@ -136,6 +144,7 @@ Screen::Screen(toolkit::Surface& surface)
   surface.onRoom = [this, &surface](toolkit::Extent room) { place(surface, room.height); };
   place(surface, kHeight);
   fillFixedLists(*this);
+  setCompletion(*this);
   setOrder(*this, surface);
   setTables(*this);
   setFixedPitch(*this);

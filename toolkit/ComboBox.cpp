@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "text/Utf8.h"
+#include "toolkit/Completion.h"
 #include "toolkit/FieldText.h"
 #include "toolkit/Keys.h"
 #include "toolkit/Surface.h"
@@ -70,6 +71,25 @@ void ComboBox::placeSelection(int start, int length) {
   const int end = this->length();
   selectionStart_ = std::clamp(start, 0, end);
   selectionLength_ = std::clamp(length, 0, end - selectionStart_);
+  completed_ = -1;
+}
+
+// Nothing is completed in the middle of a text.
+bool ComboBox::complete() {
+  const int typed = length();
+  if (!completes_ || selectionStart_ != typed) return false;
+  const int line = lineBegunBy(items_, text_);
+  if (line < 0) return false;
+  text_ += text::mid(items_.text(line), static_cast<std::size_t>(typed) + 1);
+  placeSelection(typed, length() - typed);
+  completed_ = line;
+  return true;
+}
+
+void ComboBox::takeCompletion() {
+  if (completed_ < 0) return;
+  const std::string line = items_.text(std::exchange(completed_, -1));
+  setText(line);
 }
 
 void ComboBox::select(int start, int length) {
@@ -79,6 +99,7 @@ void ComboBox::select(int start, int length) {
 }
 
 void ComboBox::arriving(By how) {
+  takeCompletion();
   if (how == By::Keyboard) {
     select(0, length());
   } else if (selectionLength_ > 0) {
@@ -88,6 +109,7 @@ void ComboBox::arriving(By how) {
 
 // Of windows that are not in use none is marked.
 void ComboBox::leaving() {
+  takeCompletion();
   if (selectionLength_ > 0) select(length(), 0);
 }
 
@@ -111,7 +133,10 @@ void ComboBox::setMaxLength(int characters) {
 
 char32_t ComboBox::keyPressed(char32_t key) {
   if (isMark(key)) return 0;
-  if (key == kEnter) closeList(false);
+  if (key == kEnter) {
+    closeList(false);
+    takeCompletion();
+  }
   if (onKeyPress && isKeyPress(key)) onKeyPress(key);
   return isMark(key) ? 0 : key;
 }
@@ -129,12 +154,17 @@ bool ComboBox::userEdit(std::string_view text, int caret) {
     std::string accepted = acceptedEdit(text, text_, maxLength_);
     const bool differs = accepted != text_;
     const bool asGiven = accepted == text;
+    const int before = length();
     text_ = std::move(accepted);
     pointed_ = -1;
     browsing_ = false;
     if (differs) listIndex_ = -1;
+    // Backspace takes the rest away, and may be meant so.
+    const bool longer = length() > (selectionLength_ > 0 ? selectionStart_ : before);
     placeSelection(caret < 0 ? length() : caret, 0);
-    if (!asGiven) changed(Aspect::Text);
+    const bool completed = longer && complete();
+    if (!asGiven || completed) changed(Aspect::Text);
+    if (completed) changed(Aspect::Caret);
     if (differs) fire(onChange);
   });
   if (!done) changed(Aspect::Text);
@@ -143,7 +173,10 @@ bool ComboBox::userEdit(std::string_view text, int caret) {
 
 bool ComboBox::userSelect(int start, int length) {
   if (style_ == Style::ListOnly) return false;
-  return userDoes(FocusFirst::No, [&] { placeSelection(start, length); });
+  return userDoes(FocusFirst::No, [&] {
+    takeCompletion();
+    placeSelection(start, length);
+  });
 }
 
 bool ComboBox::userChoose(int line) {

@@ -43,6 +43,12 @@ class ComboBox : public Control {
   int selectionLength() const { return selectionLength_; }
   void select(int start, int length);
 
+  // What the user types is completed by the line that it begins, without regard to capitals and
+  // accents: the rest stands selected behind it. Left with such a rest, the field takes the line as
+  // it is written in the list. What is typed in full stays as typed. Before it is shown.
+  bool completes() const { return completes_; }
+  void setCompletes(bool completes) { completes_ = completes; }
+
   int maxLength() const { return maxLength_; }
   void setMaxLength(int characters);
 
@@ -83,6 +89,8 @@ class ComboBox : public Control {
   void leaving() override;
   void placeSelection(int start, int length);
   int length() const;  // of the text
+  bool complete();     // is there a rest that was not typed
+  void takeCompletion();
   void open(bool browsing);
   // Gives back whether there was a text.
   bool choose(int line);
@@ -94,6 +102,8 @@ class ComboBox : public Control {
   int selectionStart_ = 0;
   int selectionLength_ = 0;
   int maxLength_ = 0;
+  bool completes_ = false;
+  int completed_ = -1;  // the line that the selected rest is of
   bool opened_ = false;
   int pointed_ = -1;
   bool browsing_ = false;  // the user has opened the list, and typed nothing since

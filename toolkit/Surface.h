@@ -25,7 +25,8 @@ enum class Key {
   PageUp,
   PageDown,
   Home,
-  End
+  End,
+  F4  // left to combo boxes
 };
 
 struct KeyStroke {

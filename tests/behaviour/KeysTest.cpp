@@ -82,6 +82,77 @@ TEST_F(Keys, AListThatASearchHasOpenedLeavesTheCaretBehindWhatWasTyped) {
   EXPECT_EQ(sigles().text(), "CA");
 }
 
+// Fixed lists -------------------------------------------------------------------------------------
+
+class FixedListKeys : public Keys {
+ protected:
+  FixedListKeys() {
+    lookUp("001");
+    user_->click(tabs(), kRegles);
+    user_->fill(trigger(), "");
+  }
+  ComboBox& trigger() { return combo("Cbo_RenouvOrgChg"); }
+  ComboBox& period() { return combo("Cbo_PeriodFactOrgChg"); }
+};
+
+TEST_F(FixedListKeys, ABeginningIsCompletedAndTakenOnLeaving) {
+  user_->fill(period(), "TR");
+  EXPECT_EQ(period().text(), "TRimestrielle");
+  EXPECT_EQ(period().selectionStart(), 2);
+  EXPECT_EQ(period().selectionLength(), 11);
+  user_->tab();
+  expectNoBox();
+  EXPECT_EQ(period().text(), "Trimestrielle");
+  EXPECT_FALSE(period().hasFocus());
+}
+
+TEST_F(FixedListKeys, AccentsDoNotCount) {
+  user_->fill(trigger(), "renouvellement a - 4");
+  user_->tab();
+  expectNoBox();
+  EXPECT_EQ(trigger().text(), "Renouvellement à - 4 mois");
+}
+
+TEST_F(FixedListKeys, BackspaceTakesTheRestAwayAndThenWhatWasTyped) {
+  user_->fill(period(), "tri\b");
+  EXPECT_EQ(period().text(), "tri");
+  user_->type("\b");
+  EXPECT_EQ(period().text(), "tr");
+  user_->type("i");
+  EXPECT_EQ(period().text(), "trimestrielle");
+}
+
+TEST_F(FixedListKeys, WhatBeginsNoLineStaysAsTypedAndIsRefused) {
+  user_->fill(period(), "trix");
+  EXPECT_EQ(period().text(), "trix");
+  user_->tab();
+  expectBox("La période de facturation saisie n'existe pas, veuillez la ressaisir.",
+            Icon::Exclamation);
+}
+
+TEST_F(FixedListKeys, EnterTakesTheLine) {
+  user_->fill(period(), "a\r");
+  EXPECT_EQ(period().text(), "A fin de prise en charge");
+}
+
+TEST_F(FixedListKeys, OtherComboBoxesCompleteNothing) {
+  user_->click(tabs(), kCoordonnees);
+  user_->fill(combo("Cbo_NatureVoie"), "r");
+  EXPECT_EQ(combo("Cbo_NatureVoie").text(), "r");
+}
+
+TEST_F(FixedListKeys, F4AndAltDownOpenTheList) {
+  user_->go(period());
+  ASSERT_TRUE(user_->press(Key::F4));
+  EXPECT_TRUE(period().opened());
+  user_->press(Key::F4);
+  EXPECT_FALSE(period().opened());
+  KeyStroke down{Key::Down};
+  down.alt = true;
+  user_->press(down);
+  EXPECT_TRUE(period().opened());
+}
+
 // The order of Tab --------------------------------------------------------------------------------
 
 TEST_F(Keys, AfterAjouterComeTheAcronymAndTheCompanyName) {

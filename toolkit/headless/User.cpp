@@ -85,8 +85,9 @@ bool User::press(const KeyStroke& stroke, Caller at) {
 
 // What a combo box's window does with the keys that the surface leaves to it.
 bool User::pressIn(ComboBox& combo, const KeyStroke& stroke) {
-  if (stroke.key != Key::Up && stroke.key != Key::Down) return false;
-  if (stroke.alt) return combo.opened() ? combo.userCloseUp(true) : combo.userDropDown();
+  const bool arrow = stroke.key == Key::Up || stroke.key == Key::Down;
+  if (stroke.key != Key::F4 && !arrow) return false;
+  if (stroke.alt || !arrow) return combo.opened() ? combo.userCloseUp(true) : combo.userDropDown();
   const int from = combo.pointedLine() >= 0 ? combo.pointedLine() : combo.listIndex();
   const int line = stroke.key == Key::Down ? from + 1 : from - 1;
   return combo.opened() ? combo.userPoint(line) : combo.userChoose(line);

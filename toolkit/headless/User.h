@@ -26,7 +26,7 @@ class User {
   // Backspace and Enter, '\t' moves on.
   bool type(std::string_view keys, Caller at = Caller::here());
   // Up and Down in a combo box choose the line beside; while its list is open they only point at
-  // it. With Alt they open and close the list (closing confirms).
+  // it. With Alt they, and F4, open and close the list (closing confirms).
   bool press(const KeyStroke& stroke, Caller at = Caller::here());
   bool press(Key key, Caller at = Caller::here());
   bool tab(bool backwards = false, Caller at = Caller::here());
