@@ -164,7 +164,7 @@ TEST_F(Keys, AfterAjouterComeTheAcronymAndTheCompanyName) {
 
 TEST_F(Keys, CtrlPageDownAndUpLeadIntoTheFirstFieldOfAPage) {
   lookUp("001");
-  const char* const firsts[] = {"Opt_TypePrincipalOrgChg", "Opt_HeureOrgChg", "Opt_Quotient",
+  const char* const firsts[] = {"Opt_TypePrincipalOrgChg", "Opt_HeureOrgChg", "Opt_Ressource",
                                 "Lst_ParamPossOrgChg",     "Txt_Entite",      "Txt_RaisonOrgChg"};
   for (const char* first : firsts) {
     ASSERT_TRUE(user_->press(kNextPage)) << first;
@@ -309,8 +309,13 @@ TEST_F(RowLetters, DeleteTheRowThatIsOpen) {
   desktop_.answer(Answer::Yes);
   user_->alt('M');
   EXPECT_EQ(list("Lst_DateRembOrgChg").listCount(), 0);
+  EXPECT_PRED_FORMAT2(boxCount, desktop_.takeBoxes(), 1U);
   user_->alt('M');
-  EXPECT_TRUE(option("Opt_MontantOrgChg").value());
+  EXPECT_EQ(focus(), "Opt_MontantOrgChg");
+  expectBox(
+      "Vous ne pouvez attribuer une notification en montant à un organisme 'Principal' de type "
+      "'Prestataire'.",
+      Icon::Exclamation);
 }
 
 TEST_F(RowLetters, OfOtherCaptionsAreBackOnceTheRowIsClosed) {
@@ -352,7 +357,7 @@ TEST_F(ScaleKeys, EnterConfirmsNothingThatAClickWouldNot) {
   EXPECT_TRUE(rowOpen());
   EXPECT_EQ(focus(), "Txt_BaremCoursOrgChg");
   EXPECT_EQ(box("Txt_BaremCoursOrgChg").text(), "-");
-  user_->fill(box("Txt_BaremCoursOrgChg"), "\r");
+  user_->fill(box("Txt_BaremCoursOrgChg"), "\b\r");
   expectBox("Le montant du barème en cours est obligatoire.", Icon::Exclamation);
   EXPECT_TRUE(rowOpen());
 }
@@ -375,7 +380,7 @@ TEST_F(ScaleKeys, ARowThatHasMovedLeadsToTheOneBelowItsNewPlace) {
   Rows before = rows();
   ASSERT_GE(before.size(), 3U);
   ASSERT_TRUE(open(0));
-  fillZones({before[1][0] + "1", "99999", before[1][2], "99999", "1"});
+  fillZones({"600", "99999", before[1][2], "99999", "1"});
   press("Cmd_OKPart");
   expectNoBox();
   EXPECT_EQ(list("Lst_DebRevSeulOrgChg").listIndex(), 2);

@@ -291,7 +291,7 @@ TEST_F(RulesWritten, AStatisticsCodeThatIsGoneStaysUntilAnotherIsChosen) {
   EXPECT_EQ(statistics().text(), "");
   expectSaved("001", {});
   show("001");
-  ASSERT_TRUE(user_->fill(statistics(), "Mut"));
+  ASSERT_TRUE(user_->fill(statistics(), "Muts"));
   ASSERT_FALSE(user_->go(period()));
   expectSaved("001", {});
   show("001");

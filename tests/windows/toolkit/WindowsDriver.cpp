@@ -40,6 +40,8 @@ WORD virtualKeyOf(const KeyStroke& stroke) {
       return VK_HOME;
     case Key::End:
       return VK_END;
+    case Key::F4:
+      return VK_F4;
   }
   return 0;
 }
