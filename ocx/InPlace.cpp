@@ -298,7 +298,7 @@ void InPlace::mnemonic(char32_t letter) {
   if (!ambients_.userMode) return;
   if (active()) activateUi(nullptr);
   handled("OnMnemonic", [&] {
-    if (windows_) windows_->showCues();
+    if (windows_) return windows_->mnemonic(letter);
     return surface_->key({.key = toolkit::Key::Character, .character = letter, .alt = true});
   });
 }

@@ -275,7 +275,8 @@ void ComboPeer::commanded(WORD code) {
     case CBN_EDITCHANGE: {
       known_ = windowLine();
       std::string typed = narrow(windowText());
-      if (typed == combo_.text()) return;
+      // A completed rest that is typed in full leaves the same text.
+      if (typed == combo_.text() && combo_.selectionLength() == 0) return;
       DWORD end = 0;
       if (edit_) pass(edit_, EM_GETSEL, 0, reinterpret_cast<LPARAM>(&end));
       const int caret = edit_ ? charactersIn(windowText(), static_cast<int>(end)) : -1;
@@ -357,6 +358,7 @@ LRESULT ComboPeer::leftKey(HWND window, UINT message, WPARAM wParam, LPARAM lPar
     return 0;
   }
   if (!opensList(message, wParam)) return ControlPeer::leftKey(window, message, wParam, lParam);
+  if (message == WM_SYSKEYDOWN) host().keyboard().spendAlt();
   if (!combo_.opened()) return open(window, message, wParam, lParam);
   combo_.userCloseUp(true);
   return 0;

@@ -26,15 +26,30 @@ bool movesFocus(const KeyStroke& stroke) {
 
 // Keys -------------------------------------------------------------------------------------------
 
+// As any key that is pressed with Alt and reaches a window: this one means nothing to anybody.
+void SurfaceKeyboard::spendAlt() {
+  constexpr LPARAM kWithAlt = MAKELPARAM(1, KF_ALTDOWN);
+  if (window()) DefWindowProcW(window(), WM_SYSKEYDOWN, VK_NONAME, kWithAlt);
+}
+
 bool SurfaceKeyboard::key(UINT message, WPARAM wParam) {
   const std::optional<KeyStroke> stroke = strokeOf(message, wParam);
   if (!stroke) return false;
   const auto alive = host_.shared_from_this();
+  if (stroke->alt && surface().wouldUse(*stroke)) spendAlt();
   if (movesFocus(*stroke)) showCues();
   if (!host_.attached() || surface().key(*stroke) || !host_.attached()) return true;
   if (!wrapsAround(*stroke)) return false;
   surface().enter(stroke->shift);
   return true;
+}
+
+bool SurfaceKeyboard::mnemonic(char32_t letter) {
+  const auto alive = host_.shared_from_this();
+  spendAlt();
+  showCues();
+  return host_.attached() &&
+         surface().key({.key = Key::Character, .character = letter, .alt = true});
 }
 
 bool SurfaceKeyboard::translate(const MSG& message) {
@@ -53,7 +68,10 @@ bool SurfaceKeyboard::translate(const MSG& message) {
   const std::optional<KeyStroke> stroke = strokeOf(message.message, message.wParam);
   if (!stroke) return false;
   if (keepsTabs_ && wrapsAround(*stroke)) return key(message.message, message.wParam);
-  if (movesFocus(*stroke) && surface().wouldUse(*stroke)) showCues();
+  if (movesFocus(*stroke) && surface().wouldUse(*stroke)) {
+    if (stroke->alt) spendAlt();
+    showCues();
+  }
   return !host_.attached() || surface().key(*stroke);
 }
 

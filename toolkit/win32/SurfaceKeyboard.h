@@ -30,8 +30,13 @@ class SurfaceKeyboard {
   void keepTabs() { keepsTabs_ = true; }
 
   bool translate(const MSG& message);
+  // Alt has been used together with another key: whichever of the two goes up first, the system
+  // must not take it for a call of the menu. Before what the keys do, which may open a box.
+  void spendAlt();
   // A key message on its way to a window. True: it must not reach it.
   bool key(UINT message, WPARAM wParam);
+  // The letter of a mnemonic that the host has used up.
+  bool mnemonic(char32_t letter);
   // One to the surface's own window, which has the keyboard while no control can.
   std::optional<LRESULT> keyMessage(UINT message, WPARAM wParam);
   // The answer to WM_GETDLGCODE: what the window itself needs, and what the surface would use.

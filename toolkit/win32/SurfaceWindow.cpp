@@ -45,6 +45,11 @@ void SurfaceWindow::takeFocus() {
   self->keyboard().take();
 }
 
+bool SurfaceWindow::mnemonic(char32_t letter) {
+  const auto self = implementation_;
+  return self->keyboard().mnemonic(letter);
+}
+
 void SurfaceWindow::showCues() {
   if (handle()) implementation_->keyboard().showCues();
 }

@@ -36,6 +36,8 @@ class SurfaceWindow {
   void takeFocus();
   // The user has come or gone on by the keyboard, which the host knows: the focus shall be marked.
   void showCues();
+  // The host has used up the letter of a mnemonic, and says so: as if it had been pressed here.
+  bool mnemonic(char32_t letter);
   bool hasKeyboard() const;  // the focus of the thread is in the window or one below it
 
   // Paints what the windows would show into a device context, without windows (design mode,

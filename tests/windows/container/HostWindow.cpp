@@ -77,6 +77,10 @@ LRESULT HostWindow::procedure(HWND window, UINT message, WPARAM w, LPARAM l) {
     self->onFocus();
     return 0;
   }
+  if (self != nullptr && message == WM_SYSCOMMAND && (w & 0xFFF0) == SC_KEYMENU) {
+    ++self->menus_;
+    return 0;
+  }
   if (self != nullptr && message == WM_DESTROY) {
     const auto notify = std::exchange(self->onDestroy, {});
     if (notify) notify();

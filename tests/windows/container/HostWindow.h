@@ -20,6 +20,8 @@ class HostWindow {
   HWND after() const { return after_; }
   // Where the control goes, in client pixels.
   RECT place() const;
+  // How often its menu was asked for by the keyboard. It does not open: it would keep the loop.
+  int menus() const { return menus_; }
   // Takes the window down at once; harmless the second time.
   void destroy();
 
@@ -34,6 +36,7 @@ class HostWindow {
   HWND window_ = nullptr;
   HWND before_ = nullptr;
   HWND after_ = nullptr;
+  int menus_ = 0;
 };
 
 // Dispatches what is waiting, and what that brings, until nothing is left. Each message goes

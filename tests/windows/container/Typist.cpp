@@ -96,6 +96,11 @@ void Typist::alt(wchar_t letter) {
   key(static_cast<WORD>(VkKeyScanW(letter) & 0xFF), false, false, true);
 }
 
+void Typist::crossed(WORD held, WORD code) {
+  send({input::key(held, false), input::key(code, false), input::key(held, true),
+        input::key(code, true)});
+}
+
 void Typist::type(std::wstring_view text) {
   for (const wchar_t character : text) send(input::typed(character));
 }
@@ -257,6 +262,10 @@ std::vector<int> Typist::selected(const std::wstring& name) const {
     if (SendMessageW(list, LB_GETSEL, static_cast<WPARAM>(line), 0) > 0) all.push_back(line);
   }
   return all;
+}
+
+bool Typist::opened(const std::wstring& name) const {
+  return SendMessageW(require(name), CB_GETDROPPEDSTATE, 0, 0) != FALSE;
 }
 
 bool Typist::checked(const std::wstring& name) const {

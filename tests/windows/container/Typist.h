@@ -31,6 +31,8 @@ class Typist {
   // One key by its virtual code, with Shift, Ctrl or Alt held.
   void key(WORD code, bool shift = false, bool control = false, bool alt = false);
   void alt(wchar_t letter);
+  // One key held while the other one is pressed, and released before it.
+  void crossed(WORD held, WORD code);
   // The mouse, on the middle of a control of this name (of a combo box: on its text), or of a
   // window.
   void click(const std::wstring& name);
@@ -66,6 +68,8 @@ class Typist {
   std::vector<std::wstring> lines(const std::wstring& name) const;
   // The positions of a list box's selected lines.
   std::vector<int> selected(const std::wstring& name) const;
+  // Is the list of a combo box open?
+  bool opened(const std::wstring& name) const;
   // Is an option or check box set?
   bool checked(const std::wstring& name) const;
   // The tab in front.

@@ -70,6 +70,19 @@ TEST_P(Keyboard, AMnemonicTypesNothing) {
   EXPECT_EQ(user().text(L"Cbo_SigleOrgChg"), L"");
 }
 
+// Whether the host lets the letter through or uses it up itself.
+TEST_P(Keyboard, AMnemonicLeavesNoMenuModeWhicheverKeyGoesUpFirst) {
+  for (int round = 0; round < 3; ++round) {
+    user().crossed(VK_MENU, L'I');
+    EXPECT_EQ(user().focused(), L"Cbo_SigleOrgChg") << round;
+    user().alt(L'e');
+    EXPECT_EQ(user().focused(), L"Txt_CodOrgChg") << round;
+  }
+  user().crossed(VK_MENU, L'A');
+  EXPECT_EQ(user().focused(), L"Txt_SigleOrgChg");
+  EXPECT_EQ(control().window.menus(), 0);
+}
+
 TEST_P(Keyboard, ADisabledButtonsMnemonicDoesNothing) {
   user().alt(L'o');
   EXPECT_EQ(user().focused(), L"Txt_CodOrgChg");
