@@ -1,7 +1,9 @@
 #include "toolkit/win32/ComboPeer.h"
 
+#include <algorithm>
 #include <utility>
 
+#include "toolkit/win32/Handles.h"
 #include "toolkit/win32/Typing.h"
 #include "toolkit/win32/WideText.h"
 
@@ -10,6 +12,7 @@ namespace toolkit::win32 {
 namespace {
 
 constexpr int kLinesShown = 12;
+constexpr int kSideMargin = 3;  // pixels at 96 dots per inch
 constexpr UINT kOpenList = WM_APP + 5;
 
 bool opensList(UINT message, WPARAM wParam) {
@@ -36,7 +39,8 @@ bool changesLines(UINT message) {
 }  // namespace
 
 ControlPeer::Blueprint ComboPeer::blueprint() const {
-  const DWORD kind = editable() ? CBS_DROPDOWN : CBS_DROPDOWNLIST;
+  const DWORD kind =
+      editable() ? CBS_DROPDOWN : CBS_DROPDOWNLIST | CBS_OWNERDRAWFIXED | CBS_HASSTRINGS;
   return {L"COMBOBOX", WS_TABSTOP | WS_VSCROLL | CBS_AUTOHSCROLL | kind, 0};
 }
 
@@ -78,7 +82,38 @@ void ComboPeer::fitField(int height) {
 
 void ComboPeer::applyFont() {
   ControlPeer::applyFont();
+  if (!editable()) pass(CB_SETITEMHEIGHT, 0, lineHeight(window()));
   applyPlace();
+}
+
+// As high as in a text box of the same height, where the border of the edit keeps one more pixel.
+int ComboPeer::spareAbove(HWND edit, const RECT& place) {
+  constexpr int kKept = 1;
+  RECT combo{};
+  GetClientRect(window(), &combo);
+  const int above = (static_cast<int>(combo.bottom) - lineHeight(edit)) / 2 + kKept;
+  return std::max(0, above - static_cast<int>(place.top));
+}
+
+// Painted here: in a field that cannot be typed into, the system writes the text at the top.
+void ComboPeer::drawItem(const DRAWITEMSTRUCT& item) {
+  const auto line = static_cast<int>(item.itemID);
+  const bool chosen = (item.itemState & ODS_SELECTED) != 0;
+  const bool disabled = (item.itemState & ODS_DISABLED) != 0;
+  FillRect(item.hDC, &item.rcItem, GetSysColorBrush(chosen ? COLOR_HIGHLIGHT : COLOR_WINDOW));
+  SetBkMode(item.hDC, TRANSPARENT);
+  int color = disabled ? COLOR_GRAYTEXT : COLOR_WINDOWTEXT;
+  if (chosen) color = COLOR_HIGHLIGHTTEXT;
+  SetTextColor(item.hDC, GetSysColor(color));
+  RECT area = item.rcItem;
+  area.left += host().scale().ofPixelsAt96(kSideMargin);
+  const std::wstring text = wide(combo_.items().text(line));
+  const Selected font(item.hDC, host().font(combo_.font()));
+  constexpr UINT kHow = DT_SINGLELINE | DT_NOPREFIX | DT_VCENTER | DT_END_ELLIPSIS;
+  DrawTextW(item.hDC, text.c_str(), -1, &area, kHow);
+  if ((item.itemState & ODS_FOCUS) == 0 || hidesFocus()) return;
+  SetBkColor(item.hDC, GetSysColor(chosen ? COLOR_HIGHLIGHT : COLOR_WINDOW));
+  DrawFocusRect(item.hDC, &item.rcItem);
 }
 
 void ComboPeer::copy(Aspect what) {

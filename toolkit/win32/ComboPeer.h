@@ -14,6 +14,7 @@ class ComboPeer final : public LinePeer {
   HBRUSH colors(HDC, UINT) override { return nullptr; }
   void applyPlace() override;
   void applyFont() override;
+  void drawItem(const DRAWITEMSTRUCT& item) override;
 
  protected:
   Blueprint blueprint() const override;
@@ -27,6 +28,7 @@ class ComboPeer final : public LinePeer {
   void reportSilent() override;
   void flush() override;
   void lost(HWND window) override;
+  int spareAbove(HWND edit, const RECT& place) override;
 
  private:
   bool dropped() { return pass(CB_GETDROPPEDSTATE) != 0; }

@@ -11,15 +11,19 @@ void LinePeer::centreLine(HWND edit) {
                SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED);
 }
 
-int LinePeer::spareAbove(HWND edit, int height) {
-  HDC context = GetDC(edit);
+int LinePeer::lineHeight(HWND window) {
+  HDC context = GetDC(window);
   TEXTMETRICW metrics{};
   {
     const Selected font(context, host().font(control().font()));
     GetTextMetricsW(context, &metrics);
   }
-  ReleaseDC(edit, context);
-  return std::max(0, (height - static_cast<int>(metrics.tmHeight)) / 2);
+  ReleaseDC(window, context);
+  return static_cast<int>(metrics.tmHeight);
+}
+
+int LinePeer::spareAbove(HWND edit, const RECT& place) {
+  return std::max(0, (static_cast<int>(place.bottom - place.top) - lineHeight(edit)) / 2);
 }
 
 // Between the border, which is as wide above as it is on the left, and the client area.
@@ -47,7 +51,7 @@ LRESULT LinePeer::lineMessage(HWND edit, UINT message, WPARAM wParam, LPARAM lPa
     case WM_NCCALCSIZE: {
       if (lParam == 0) return result;
       auto& client = *reinterpret_cast<RECT*>(lParam);  // first in either of the two structures
-      client.top += spareAbove(edit, client.bottom - client.top);
+      client.top += spareAbove(edit, client);
       return result;
     }
     case WM_NCPAINT:

@@ -17,9 +17,12 @@ class LinePeer : public ControlPeer {
   LRESULT lineMessage(HWND edit, UINT message, WPARAM wParam, LPARAM lParam);
   // After the font or the size of the edit has changed.
   static void centreLine(HWND edit);
+  int lineHeight(HWND window);
+  // Where the line begins below the upper edge of an edit that has this place in its parent's
+  // window.
+  virtual int spareAbove(HWND edit, const RECT& place);
 
  private:
-  int spareAbove(HWND edit, int height);
   void paintAbove(HWND edit);
 };
 

@@ -24,6 +24,15 @@ class Dpi : public ControlTest {
     GetWindowRect(user().find(name), &place);
     return {place.right - place.left, place.bottom - place.top};
   }
+  // Where the line of an edit begins on the screen, in pixels: its client area, and what it keeps
+  // above its text.
+  static int lineOf(HWND edit) {
+    RECT format = {};
+    SendMessageW(edit, EM_GETRECT, 0, reinterpret_cast<LPARAM>(&format));
+    POINT top = {0, format.top};
+    ClientToScreen(edit, &top);
+    return static_cast<int>(top.y);
+  }
   static int pixels(int twips) { return MulDiv(twips, expectedDpi(), kTwipsPerInch); }
 };
 
@@ -64,6 +73,19 @@ TEST_F(Dpi, TheNaturalSizeIsTheSameEverywhere) {
   ASSERT_EQ(object->GetExtent(DVASPECT_CONTENT, &extent), S_OK);
   EXPECT_NEAR(extent.cx, MulDiv(kWidth, kHimetricPerInch, kTwipsPerInch), 1);
   EXPECT_NEAR(extent.cy, MulDiv(kHeight, kHimetricPerInch, kTwipsPerInch), 1);
+}
+
+// What is in a text box and what is in a combo box beside it stand on one line.
+TEST_F(Dpi, TheTextOfAComboBoxStandsAsHighAsThatOfATextBox) {
+  load(L"001");
+  user().clickTab(kRegles);
+  const HWND box = user().find(L"Txt_CpteProdAide");
+  const HWND combo = user().find(L"Cbo_CpteProdAide");
+  const HWND field = FindWindowExW(combo, nullptr, L"Edit", nullptr);
+  ASSERT_NE(box, nullptr);
+  ASSERT_NE(field, nullptr);
+  ASSERT_EQ(sizeOf(L"Txt_CpteProdAide").cy, sizeOf(L"Cbo_CpteProdAide").cy);
+  EXPECT_EQ(lineOf(field), lineOf(box));
 }
 
 TEST_F(Dpi, AFieldIsTypedIntoWhereItIsSeen) {
