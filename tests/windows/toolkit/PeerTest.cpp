@@ -79,6 +79,43 @@ TEST_F(Peers, TheNameIsCutToTheRoomThatTheAskerHas) {
   EXPECT_EQ(SendMessageW(window(box), message, 0, 0), 0);
 }
 
+// The rows of an area that hold more than one colour, from the first to the last, from its top.
+std::pair<int, int> inkedRows(HDC context, const RECT& area) {
+  std::pair<int, int> rows{-1, -1};
+  for (LONG y = area.top; y < area.bottom; ++y) {
+    const COLORREF first = GetPixel(context, area.left, y);
+    for (LONG x = area.left; x < area.right; ++x) {
+      if (GetPixel(context, x, y) == first) continue;
+      if (rows.first < 0) rows.first = static_cast<int>(y - area.top);
+      rows.second = static_cast<int>(y - area.top);
+    }
+  }
+  return rows;
+}
+
+TEST_F(Peers, AClosedListShowsItsLineInTheMiddleOfAFieldOfAnyHeight) {
+  fixed.setItems({{"HHHH", 0}});
+  fixed.setListIndex(0);
+  host();
+  Place place = fixed.place();
+  place.height = 900;
+  fixed.setPlace(place);
+  host().pump();
+  UpdateWindow(window(fixed));
+  COMBOBOXINFO info{};
+  info.cbSize = sizeof info;
+  ASSERT_TRUE(GetComboBoxInfo(window(fixed), &info));
+  RECT inner = info.rcItem;
+  InflateRect(&inner, -1, -1);
+  ASSERT_GT(inner.bottom - inner.top, 40);
+  HDC context = GetDC(window(fixed));
+  const auto [first, last] = inkedRows(context, inner);
+  ReleaseDC(window(fixed), context);
+  ASSERT_GE(first, 0);
+  const int below = static_cast<int>(inner.bottom - inner.top) - 1 - last;
+  EXPECT_NEAR(first, below, 3);
+}
+
 TEST_F(Peers, GroupBoxesAreSiblingsOfTheirFieldsAndEachPageIsAWindow) {
   EXPECT_EQ(GetParent(window(option)), host().surface().handle());
   EXPECT_EQ(GetParent(window(frame)), host().surface().handle());
