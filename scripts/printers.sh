@@ -1,5 +1,6 @@
 # A print server of one's own, on a socket of its own; source it from bash, as root.
-#   start_printers DIR OUT NAME...   the first one is the default; every job becomes a PDF in OUT
+#   start_printers DIR OUT NAME...   the first one is the default; every job becomes a PDF in OUT;
+#                                    NAME=MM prints no nearer to the edges of A4 than that
 #   stop_printers
 #   newest_pdfs                      the PDFs that came so far, oldest first
 
@@ -53,13 +54,26 @@ CONF
     >"$work/log/out" 2>&1 &
   printers_pid=$!
   export CUPS_SERVER=$work/socket
-  local tries printer
+  local tries printer name
   for tries in $(seq 50); do [ -S "$work/socket" ] && break; sleep 0.1; done
   [ -S "$work/socket" ] || { cat "$work/log/out" >&2; return 1; }
   for printer in "$@"; do
-    lpadmin -p "$printer" -E -v "cups-pdf:/tessaline$$" -P /usr/share/ppd/cups-pdf/CUPS-PDF_noopt.ppd 2>/dev/null
+    name=${printer%=*}
+    describe_printer "${printer#"$name"}" >"$work/$name.ppd"
+    lpadmin -p "$name" -E -v "cups-pdf:/tessaline$$" -P "$work/$name.ppd" 2>/dev/null
   done
-  lpadmin -d "$1" 2>/dev/null
+  lpadmin -d "${1%=*}" 2>/dev/null
+}
+
+# In whole points of a printer, 72 to the inch: Wine reads no fractions where they have a comma.
+describe_printer() { # [=MILLIMETRES]
+  awk -v millimetres="${1#=}" '
+    /^\*ImageableArea A4\// && millimetres != "" {
+      edge = int(millimetres * 72 / 25.4 + 0.5)
+      printf "*ImageableArea A4/A4: \"%d %d %d %d\"\n", edge, edge, 595 - edge, 842 - edge
+      next
+    }
+    { print }' /usr/share/ppd/cups-pdf/CUPS-PDF_noopt.ppd
 }
 
 stop_printers() {
