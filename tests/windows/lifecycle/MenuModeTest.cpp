@@ -5,8 +5,6 @@
 namespace lifecycle {
 namespace {
 
-using container::Typist;
-
 class MenuMode : public PagesTest {
  protected:
   int menus() { return hosted_->window.menus(); }
