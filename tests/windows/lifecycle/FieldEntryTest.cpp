@@ -1,5 +1,6 @@
 // What is typed into a field that the keys lead to, and into one that is clicked; row after row,
 // and into a fixed list. Nothing is emptied first.
+#include "host/input/Input.h"
 #include "tests/windows/lifecycle/PagesTest.h"
 
 namespace lifecycle {
@@ -132,6 +133,18 @@ TEST_P(FieldEntry, OfARowThatIsAddedEndsAtTheAddButton) {
   user().key(VK_RETURN);
   EXPECT_EQ(user().focused(), L"Cmd_AjoutPart");
   EXPECT_EQ(user().lines(L"Lst_BaremCoursOrgChg"), (Lines{L"4,50"}));
+}
+
+// Enter pressed once too often destroys nothing.
+TEST_P(FieldEntry, GoesOnAfterEnterInABoxThatAsksWhetherToLeaveIt) {
+  user().alt(L'a');
+  user().type(L"CPAM");
+  const auto enter = [](HWND) { input::send(input::stroke(VK_RETURN)); };
+  boxes().expect(kLeaveCreation, kQuestion, L"YESNO", enter);
+  user().alt(L'n');
+  EXPECT_EQ(boxes().report(), "");
+  EXPECT_EQ(shown(L"Txt_SigleOrgChg"), L"CPAM");
+  EXPECT_FALSE(user().enabled(L"Txt_CodOrgChg"));
 }
 
 // Fixed lists ---------------------------------------------------------------------------------

@@ -40,6 +40,18 @@ TEST_F(Desktops, TheAnswersAreThoseOffered) {
   EXPECT_EQ(ask(IDCANCEL, Buttons::YesNoCancel), Answer::Cancel);
 }
 
+TEST_F(Desktops, EnterGivesTheAnswerThatABoxProposes) {
+  const auto asked = [this](Answer proposed) {
+    BoxAnswerer answerer(0, [](HWND) { press(VK_RETURN); });
+    return desktop->messageBox("text", "title", Buttons::YesNoCancel, Icon::Question, proposed);
+  };
+  for (const Answer proposed : {Answer::Yes, Answer::No, Answer::Cancel}) {
+    EXPECT_EQ(asked(proposed), proposed);
+  }
+  BoxAnswerer answerer(0, [](HWND) { press(VK_RETURN); });
+  EXPECT_EQ(desktop->messageBox("text", "title", Buttons::YesNo, Icon::Question), Answer::Yes);
+}
+
 TEST_F(Desktops, ABoxWithoutAWindowHasNoOwner) {
   windowless_ = true;
   BoxAnswerer answerer(IDOK);
