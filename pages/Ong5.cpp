@@ -321,7 +321,9 @@ void Ong5::Long_ListeParam() {
 void Ong5::Afficher_NbCarSelect() {
   Long_ListeParam();
   const int total = context_.session.longueurParams;
-  page_.Etq_NbCarSelect.setColor(total > kLargeurBordereau ? toolkit::kRed : toolkit::kBlack);
+  const bool tropLarge = total > kLargeurBordereau;
+  page_.Etq_NbCarSelect.setColor(tropLarge ? toolkit::kRed : toolkit::kBlack);
+  page_.Etq_NbCarSelect.setRemark(tropLarge ? "le bordereau est trop large" : "");
   page_.Etq_NbCarSelect.setCaption(
       total < 1 ? "" : std::to_string(total) + "/" + std::to_string(kLargeurBordereau));
 }

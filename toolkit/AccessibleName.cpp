@@ -35,9 +35,7 @@ const Control* labelBefore(const Control& control) {
   return label;
 }
 
-}  // namespace
-
-std::string accessibleName(const Control& control) {
+std::string nameOf(const Control& control) {
   switch (control.kind()) {
     case Kind::TextBox:
     case Kind::ComboBox:
@@ -54,6 +52,13 @@ std::string accessibleName(const Control& control) {
     default:
       return words(control.caption());
   }
+}
+
+}  // namespace
+
+std::string accessibleName(const Control& control) {
+  const std::string name = nameOf(control);
+  return control.remark().empty() ? name : name + ", " + control.remark();
 }
 
 }  // namespace toolkit

@@ -117,6 +117,12 @@ void Control::setCaption(std::string_view caption) {
   if (Surface* top = surface()) top->infoChanged();
 }
 
+void Control::setRemark(std::string_view remark) {
+  if (remark == remark_) return;
+  remark_ = remark;
+  changed(Aspect::Caption);
+}
+
 bool Control::focusable() const {
   switch (kind_) {
     case Kind::Frame:

@@ -134,6 +134,9 @@ class Control {
   // Text shown by the control itself; of a text or combo box it is unused.
   const std::string& caption() const { return caption_; }
   void setCaption(std::string_view caption);
+  // What a screen reader says after its name: what is seen by a colour alone. "" for nothing.
+  const std::string& remark() const { return remark_; }
+  void setRemark(std::string_view remark);
 
   // The label that names it to a screen reader, where that is not the one before it; must outlive
   // it. Null: none is said.
@@ -205,6 +208,7 @@ class Control {
   Font font_;
   Color color_ = kBlack;
   std::string caption_;
+  std::string remark_;
   const Control* label_ = nullptr;
   Peer* peer_ = nullptr;
 };

@@ -6,6 +6,7 @@
 #include "pages/Ong5.h"
 #include "tests/behaviour/ControlTest.h"
 #include "tests/behaviour/Snapshot.h"
+#include "toolkit/AccessibleName.h"
 #include "toolkit/Frame.h"
 #include "toolkit/ScrollBar.h"
 
@@ -471,6 +472,19 @@ TEST_F(SlipPage, TheOrderOnScreenIsTheOrderOfTheRecord) {
 }
 
 // --- Widths
+
+// What the red says is said in words too.
+TEST_F(SlipPage, AScreenReaderSaysThatTheSlipIsTooWide) {
+  show(values({"1", "2"}));
+  EXPECT_EQ(toolkit::accessibleName(counter()), counter().caption());
+  show(k131);
+  EXPECT_EQ(toolkit::accessibleName(counter()), "131/130, le bordereau est trop large");
+  dblClick(chosen(), "Nom");
+  EXPECT_EQ(toolkit::accessibleName(counter()), counter().caption());
+  show(k131);
+  press("Cmd_Annuler");
+  EXPECT_EQ(toolkit::accessibleName(counter()), "");
+}
 
 TEST_F(SlipPage, TheCounterIsBlackUpTo130AndRedFrom131On) {
   show(k129);

@@ -186,7 +186,11 @@ std::shared_ptr<ControlPeer> SurfaceWindow::Implementation::peerOf(const Control
 
 void SurfaceWindow::Implementation::nameWindows() {
   for (const auto& peer : peers_) {
-    if (!peer->attached() || !peer->control().focusable()) continue;
+    if (!peer->attached()) continue;
+    if (!peer->control().focusable() && peer->control().remark().empty()) {
+      names_.forget(peer->window());
+      continue;
+    }
     const std::wstring name = wide(accessibleName(peer->control()));
     names_.tell(peer->window(), name);
     names_.tell(peer->focusWindow(), name);

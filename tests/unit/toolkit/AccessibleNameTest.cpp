@@ -58,6 +58,14 @@ TEST_F(AccessibleName, OfAnOptionIsItsGroupsAndItsOwn) {
   EXPECT_EQ(accessibleName(alone), "Seul");
 }
 
+TEST_F(AccessibleName, EndsWithItsRemark) {
+  Label counter(&surface, "Etq_Compteur", "131/130");
+  counter.setRemark("trop large");
+  EXPECT_EQ(accessibleName(counter), "131/130, trop large");
+  counter.setRemark("");
+  EXPECT_EQ(accessibleName(counter), "131/130");
+}
+
 TEST_F(AccessibleName, HasOneBlankBetweenWords) {
   const Label label(&surface, "Etq_Prest", "       Dont     Prest. services");
   const ListBox list(&surface, "Lst_Prest");
