@@ -11,6 +11,7 @@ inline constexpr int kLabelDrop = 75;  // brings a label's text to the line of t
 inline constexpr int kChoiceHeight = 255;  // of an option or check box
 inline constexpr int kButtonHeight = 375;
 inline constexpr int kHeadHeight = 225;  // from a heading's top to that of the list below it
+inline constexpr int kEndHead = 300;     // width of the heading of a bracket's end
 inline constexpr int kRow = 420;         // from field to field
 inline constexpr int kChoiceRow = 300;   // from option to option
 // Of a list box that shows twelve rows of the fixed-pitch font, its border included.

@@ -39,13 +39,23 @@ void placeModes(Participation& page) {
   choice(page.Cac_Abonnement, kAbonnement, kModes + 300, kInFrameEnd - kAbonnement);
 }
 
+// Whose bracket it is stands above the headings of its two columns.
+void placeBracketHeads(Label& whose, Label& from, Label& to, int left) {
+  whose.setPlace(
+      {left, kHeads - kLabelHeight, kBracket - kEndHead, kLists - kHeads + kLabelHeight});
+  head(from, left + kBracket - kEndHead, kHeads, kEndHead);
+  head(to, left + 2 * kBracket - kEndHead, kHeads, kEndHead);
+}
+
 void placeHeads(Participation& page) {
-  label(page.Etq_TrancheRevenus, kLabelInFrame, kDates, 4 * kBracket);
+  head(page.Etq_TrancheRevenus, kLabelInFrame, kUpperHeads, 4 * kBracket);
   head(page.Etq_Montant, kParticipations, kUpperHeads, kPrevious);
   field(page.Txt_DatBaremPrec, kParticipations, kDates, kLastColumnWithBar);
   field(page.Txt_DatBaremCours, kCurrent, kDates, kLastColumnWithBar);
-  head(page.Etq_PersSeule, kLabelInFrame, kHeads, 2 * kBracket);
-  head(page.Etq_Menage, kLabelInFrame + 2 * kBracket, kHeads, 2 * kBracket);
+  placeBracketHeads(page.Etq_PersSeule, page.Etq_DebRevSeulOrgChg, page.Etq_FinRevSeulOrgChg,
+                    kLabelInFrame);
+  placeBracketHeads(page.Etq_Menage, page.Etq_DebRevMenOrgChg, page.Etq_FinRevMenOrgChg,
+                    kLabelInFrame + 2 * kBracket);
   head(page.Etq_BaremPrecOrgChg, kParticipations, kHeads, kPrevious);
   head(page.Etq_BaremCoursOrgChg, kCurrent, kHeads, kLastColumn);
 }

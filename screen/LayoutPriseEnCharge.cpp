@@ -48,7 +48,9 @@ void placeAbattement(PriseEnCharge& page, int height, int more) {
               page.Bdv_AbatOrgChg,
               {&page.Cmd_AjoutAbat, &page.Cmd_OKAbat, &page.Cmd_AnnulerAbat, &page.Cmd_SuppAbat}},
              kLabelInFrame, kLists, more);
-  head(page.Etq_TrancheAppli, kLabelInFrame, kLowerHeads, 2 * kHours);
+  page.Etq_TrancheAppli.setPlace({kLabelInFrame, kHeads, kHours - kEndHead, kLists - kHeads});
+  head(page.Etq_DebAbatHOrgChg, kLabelInFrame + kHours - kEndHead, kLowerHeads, kEndHead);
+  head(page.Etq_FinAbatHOrgChg, kLabelInFrame + 2 * kHours - kEndHead, kLowerHeads, kEndHead);
   head(page.Etq_PourcentOrgChg, kLabelInFrame + 2 * kHours, kLowerHeads, kLastColumn);
 }
 

@@ -54,6 +54,28 @@ void setOrder(Screen& screen, toolkit::Surface& surface) {
   }
 }
 
+// Numbers stand as in the zones below them: on the right, in the font of the lists.
+void setNumbers(Screen& screen) {
+  PriseEnCharge& prise = screen.priseEnCharge;
+  Participation& part = screen.participation;
+  for (ListBox* list :
+       {&prise.Lst_TxRembOrgChg, &prise.Lst_TxRembMajOrgChg, &prise.Lst_DebAbatHOrgChg,
+        &prise.Lst_FinAbatHOrgChg, &part.Lst_DebRevSeulOrgChg, &part.Lst_FinRevSeulOrgChg,
+        &part.Lst_DebRevMenOrgChg, &part.Lst_FinRevMenOrgChg, &part.Lst_BaremPrecOrgChg}) {
+    list->setRightAligned();
+  }
+  prise.Lst_PrestServOrgChg.setRightAligned(&prise.Bdv_TauxOrgChg);
+  prise.Lst_PourcentAbatOrgChg.setRightAligned(&prise.Bdv_AbatOrgChg);
+  part.Lst_BaremCoursOrgChg.setRightAligned(&part.Bdv_Bareme);
+  for (Label* head :
+       {&prise.Etq_TxRembOrgChg, &prise.Etq_TxRembMajOrgChg, &prise.Etq_DebAbatHOrgChg,
+        &prise.Etq_FinAbatHOrgChg, &prise.Etq_PourcentOrgChg, &part.Etq_DebRevSeulOrgChg,
+        &part.Etq_FinRevSeulOrgChg, &part.Etq_DebRevMenOrgChg, &part.Etq_FinRevMenOrgChg,
+        &part.Etq_BaremPrecOrgChg, &part.Etq_BaremCoursOrgChg}) {
+    head->setRightAligned();
+  }
+}
+
 // Tab stops once at a table, at its first column. Under a new scale that one is closed and only the
 // current participations are open.
 void setTables(Screen& screen) {
@@ -71,15 +93,19 @@ void setTables(Screen& screen) {
   }
 }
 
+const toolkit::Font& courier() {
+  static const toolkit::Font font{"Courier New", 9, false};
+  return font;
+}
+
 void setFixedPitch(Screen& screen) {
-  const toolkit::Font courier{"Courier New", 9, false};
   Activites& activites = screen.activites;
   for (const std::vector<ListBox*>& table : tables(screen)) {
-    for (ListBox* list : table) list->setFont(courier);
+    for (ListBox* list : table) list->setFont(courier());
   }
   for (ListBox* list :
        {&activites.Lst_Activite, &activites.Lst_ActSelect, &activites.Lst_TypeAct}) {
-    list->setFont(courier);
+    list->setFont(courier());
   }
 }
 
@@ -97,7 +123,9 @@ void setEditZones(Screen& screen) {
         &part.Txt_FinRevMenOrgChg, &part.Txt_BaremCoursOrgChg}) {
     number->setMaxLength(15);
     number->setRightAligned(true);
+    number->setFont(courier());
   }
+  prise.Txt_DateRembOrgChg.setFont(courier());
 }
 
 // Elsewhere a field is named by the label before it.
@@ -147,6 +175,7 @@ Screen::Screen(toolkit::Surface& surface)
   setCompletion(*this);
   setOrder(*this, surface);
   setTables(*this);
+  setNumbers(*this);
   setFixedPitch(*this);
   setEditZones(*this);
   nameEditZones(*this);

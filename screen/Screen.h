@@ -183,6 +183,9 @@ struct PriseEnCharge {
   CommandButton Cmd_OKAbat{&Cdr_AbatOrgChg, "Cmd_OKAbat", "OK"};
   CommandButton Cmd_AnnulerAbat{&Cdr_AbatOrgChg, "Cmd_AnnulerAbat", "Annuler"};
   CommandButton Cmd_SuppAbat{&Cdr_AbatOrgChg, "Cmd_SuppAbat", "Supprimer"};
+  // Above the columns that they head. Here, for the lists are named by the label before them.
+  Label Etq_DebAbatHOrgChg{&Cdr_AbatOrgChg, "Etq_DebAbatHOrgChg", "de"};
+  Label Etq_FinAbatHOrgChg{&Cdr_AbatOrgChg, "Etq_FinAbatHOrgChg", "à"};
   Label Etq_DesFacture{in, "Etq_DesFacture", "&Désignation sur facture"};
   TextBox Txt_DesFacture{in, "Txt_DesFacture"};
   CheckBox Cac_AjusTarif{in, "Cac_AjusTarif", "Ajustement tarifaire sur facture aidé"};
@@ -236,6 +239,11 @@ struct Participation {
   CommandButton Cmd_AnnulerPart{&Cdr_ParticipBenef, "Cmd_AnnulerPart", "Annuler"};
   CommandButton Cmd_SuppPart{&Cdr_ParticipBenef, "Cmd_SuppPart", "Supprimer"};
   CommandButton Cmd_NouveauBareme{&Cdr_ParticipBenef, "Cmd_NouveauBareme", kNouveauBareme};
+  // As in the deductions.
+  Label Etq_DebRevSeulOrgChg{&Cdr_ParticipBenef, "Etq_DebRevSeulOrgChg", "de"};
+  Label Etq_FinRevSeulOrgChg{&Cdr_ParticipBenef, "Etq_FinRevSeulOrgChg", "à"};
+  Label Etq_DebRevMenOrgChg{&Cdr_ParticipBenef, "Etq_DebRevMenOrgChg", "de"};
+  Label Etq_FinRevMenOrgChg{&Cdr_ParticipBenef, "Etq_FinRevMenOrgChg", "à"};
 };
 
 struct Bordereau {

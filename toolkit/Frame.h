@@ -16,9 +16,14 @@ class Label : public Control {
   Label(Container* parent, std::string name, std::string_view caption = {});
   bool centered() const { return centered_; }
   void setCentered(bool centered);
+  // The heading of a column of numbers: ends where they end, not at the edge. Set before it is
+  // shown; not of one that is centred.
+  bool rightAligned() const { return rightAligned_; }
+  void setRightAligned() { rightAligned_ = true; }
 
  private:
   bool centered_ = false;
+  bool rightAligned_ = false;
 };
 
 }  // namespace toolkit

@@ -15,6 +15,16 @@ std::size_t at(int line) { return static_cast<std::size_t>(line); }
 ListBox::ListBox(Container* parent, std::string name, Selection selection)
     : Control(parent, Kind::ListBox, std::move(name)), selection_(selection) {}
 
+void ListBox::setRightAligned(const Control* bar) {
+  rightAligned_ = true;
+  bar_ = bar;
+}
+
+int ListBox::covered() const {
+  if (!bar_ || !bar_->visible()) return 0;
+  return std::clamp(place().left + place().width - bar_->place().left, 0, place().width);
+}
+
 void ListBox::requireLine(int line) const {
   if (!items_.has(line)) throw std::invalid_argument("no such line in the list box");
 }

@@ -15,6 +15,12 @@ class ListBox : public Control {
   // others. Set before it is shown.
   bool scrollBar() const { return scrollBar_; }
   void setScrollBar(bool own) { scrollBar_ = own; }
+  // Lines of numbers end at the right edge, or before the bar that stands over it while that is
+  // shown. Set before it is shown; the bar, null for none, must outlive it.
+  bool rightAligned() const { return rightAligned_; }
+  void setRightAligned(const Control* bar = nullptr);
+  // Twips at the right edge that the bar covers now.
+  int covered() const;
 
   const ListItems& items() const { return items_; }
   int listCount() const { return items_.count(); }
@@ -82,6 +88,8 @@ class ListBox : public Control {
 
   Selection selection_;
   bool scrollBar_ = true;
+  bool rightAligned_ = false;
+  const Control* bar_ = nullptr;
   ListItems items_;
   std::vector<char> selected_;  // Extended: one flag a line
   int listIndex_ = -1;

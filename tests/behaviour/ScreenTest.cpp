@@ -6,6 +6,8 @@
 #include <map>
 #include <set>
 #include <string>
+#include <string_view>
+#include <tuple>
 #include <vector>
 
 #include "pages/AddressPanel.h"
@@ -774,6 +776,47 @@ TEST_P(TableTest, TheScrollBarStandsInTheRoomThatTheLastColumnGains) {
   const auto& order = last().parent()->children();
   EXPECT_LT(std::find(order.begin(), order.end(), &bar()),
             std::find(order.begin(), order.end(), &last()));
+}
+
+// Dates stand on the left, in the lists as in the zones.
+TEST_P(TableTest, NumbersStandOnTheRightInOneFont) {
+  for (std::size_t i = 0; i < GetParam().lists.size(); ++i) {
+    const bool date = std::string_view(GetParam().lists[i]) == "Lst_DateRembOrgChg";
+    EXPECT_EQ(list(i).rightAligned(), !date) << list(i).name();
+    if (GetParam().zones[i][0] == '\0') continue;
+    const auto& zone = dynamic_cast<const toolkit::TextBox&>(*surface_.find(GetParam().zones[i]));
+    EXPECT_EQ(zone.rightAligned(), list(i).rightAligned()) << zone.name();
+    EXPECT_EQ(zone.font(), list(i).font()) << zone.name();
+  }
+}
+
+TEST_P(TableTest, TheNumbersOfTheLastColumnKeepClearOfTheBar) {
+  Place wide = last().place();
+  wide.width = 1215;
+  last().setPlace(wide);
+  EXPECT_EQ(last().covered(), 0);
+  bar().setVisible(true);
+  EXPECT_EQ(last().covered(), right(last()) - bar().place().left);
+  for (std::size_t i = 0; i + 1 < GetParam().lists.size(); ++i) EXPECT_EQ(list(i).covered(), 0);
+}
+
+TEST_F(ScreenTest, ABracketsColumnsAreHeadedByItsEnds) {
+  for (const auto& [head, list, caption] :
+       std::vector<std::tuple<const char*, const char*, const char*>>{
+           {"Etq_DebAbatHOrgChg", "Lst_DebAbatHOrgChg", "de"},
+           {"Etq_FinAbatHOrgChg", "Lst_FinAbatHOrgChg", "à"},
+           {"Etq_DebRevSeulOrgChg", "Lst_DebRevSeulOrgChg", "de"},
+           {"Etq_FinRevSeulOrgChg", "Lst_FinRevSeulOrgChg", "à"},
+           {"Etq_DebRevMenOrgChg", "Lst_DebRevMenOrgChg", "de"},
+           {"Etq_FinRevMenOrgChg", "Lst_FinRevMenOrgChg", "à"}}) {
+    const auto& label = dynamic_cast<const toolkit::Label&>(*surface_.find(head));
+    const Control& column = *surface_.find(list);
+    EXPECT_EQ(label.caption(), caption) << head;
+    EXPECT_TRUE(label.rightAligned()) << head;
+    EXPECT_EQ(label.parent(), column.parent()) << head;
+    EXPECT_EQ(right(label), right(column)) << head;
+    EXPECT_EQ(bottom(label), column.place().top) << head;
+  }
 }
 
 // Room -------------------------------------------------------------------------------------------

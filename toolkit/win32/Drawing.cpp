@@ -117,7 +117,9 @@ void drawList(const Sheet& sheet, const ListBox& list, const RECT& area) {
   drawField(sheet, area, list.reachable());
   std::string lines;
   for (int line = list.topIndex(); line < list.listCount(); ++line) lines += list.list(line) + '\n';
-  writeInField(sheet, list, lines, inside(sheet, area), DT_NOPREFIX);
+  RECT room = inside(sheet, area);
+  room.right -= sheet.x(list.covered()) - sheet.x(0);
+  writeInField(sheet, list, lines, room, DT_NOPREFIX | (list.rightAligned() ? DT_RIGHT : DT_LEFT));
 }
 
 void drawMarked(const Sheet& sheet, const Control& control, RECT area, UINT mark) {
@@ -189,10 +191,13 @@ void drawControl(const Sheet& sheet, const Control& control, const Place& at) {
             GetSysColor(control.reachable() ? COLOR_BTNTEXT : COLOR_GRAYTEXT));
       break;
     }
-    case Kind::Label:
-      write(sheet, control, control.caption(), area,
-            DT_WORDBREAK | (static_cast<const Label&>(control).centered() ? DT_CENTER : DT_LEFT));
+    case Kind::Label: {
+      const auto& label = static_cast<const Label&>(control);
+      UINT alignment = label.centered() ? DT_CENTER : DT_LEFT;
+      if (label.rightAligned()) alignment = DT_RIGHT;
+      write(sheet, control, control.caption(), area, DT_WORDBREAK | alignment);
       break;
+    }
     case Kind::Frame:
       drawFrame(sheet, static_cast<const Frame&>(control), area);
       break;

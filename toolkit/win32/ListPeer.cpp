@@ -15,12 +15,17 @@ bool changesLines(UINT message) {
          message == LB_SETCOUNT;
 }
 
+constexpr int kSideMargin = 3;  // pixels at 96 dpi, as a field keeps beside its text
+
 }  // namespace
 
 ControlPeer::Blueprint ListPeer::blueprint() const {
   const DWORD selection = extended() ? LBS_EXTENDEDSEL : 0;
   const DWORD scroll = list_.scrollBar() ? WS_VSCROLL : 0;
-  return {L"LISTBOX", WS_TABSTOP | scroll | LBS_NOTIFY | LBS_NOINTEGRALHEIGHT | selection,
+  // The system writes every line on the left. With its strings kept in the window, what reads
+  // windows reads them there.
+  const DWORD drawing = list_.rightAligned() ? LBS_OWNERDRAWFIXED | LBS_HASSTRINGS : 0;
+  return {L"LISTBOX", WS_TABSTOP | scroll | LBS_NOTIFY | LBS_NOINTEGRALHEIGHT | selection | drawing,
           WS_EX_CLIENTEDGE};
 }
 
@@ -31,7 +36,21 @@ void ListPeer::applyPlace() {
 
 void ListPeer::applyFont() {
   ControlPeer::applyFont();
+  fitLines();
   countLines();
+}
+
+// As high as in the lists beside it that the system draws.
+void ListPeer::fitLines() {
+  if (!list_.rightAligned()) return;
+  TEXTMETRICW metrics{};
+  HDC context = GetDC(window());
+  {
+    const Selected font(context, host().font(list_.font()));
+    GetTextMetricsW(context, &metrics);
+  }
+  ReleaseDC(window(), context);
+  if (metrics.tmHeight > 0) pass(LB_SETITEMHEIGHT, 0, metrics.tmHeight);
 }
 
 void ListPeer::countLines() {
@@ -160,6 +179,36 @@ void ListPeer::commanded(WORD code) {
     if (line < 0 || line == list_.listIndex()) return;
     host().note(*this, Host::Merge::Yes, [this, line] { list_.userSelect(line); });
   }
+}
+
+COLORREF ListPeer::textColor() const {
+  if (!windowEnabled()) return GetSysColor(COLOR_GRAYTEXT);
+  if (list_.color() == kBlack) return GetSysColor(COLOR_WINDOWTEXT);
+  return host().palette().field(list_.color());
+}
+
+// A number that has no room is seen to be cut: what is left of it would be another number.
+void ListPeer::drawItem(const DRAWITEMSTRUCT& item) {
+  const auto line = static_cast<int>(item.itemID);
+  if (!list_.items().has(line)) return;
+  const bool chosen = (item.itemState & ODS_SELECTED) != 0;
+  FillRect(item.hDC, &item.rcItem, GetSysColorBrush(chosen ? COLOR_HIGHLIGHT : COLOR_WINDOW));
+  SetBkMode(item.hDC, TRANSPARENT);
+  SetTextColor(item.hDC, chosen ? GetSysColor(COLOR_HIGHLIGHTTEXT) : textColor());
+  const int margin = host().scale().ofPixelsAt96(kSideMargin);
+  RECT area = item.rcItem;
+  area.left += margin;
+  area.right -= margin + host().scale().across(list_.covered());
+  const std::wstring text = wide(list_.list(line));
+  const Selected font(item.hDC, host().font(list_.font()));
+  RECT needed{};
+  constexpr UINT kHow = DT_SINGLELINE | DT_NOPREFIX;
+  DrawTextW(item.hDC, text.c_str(), -1, &needed, kHow | DT_CALCRECT);
+  const bool fits = needed.right <= area.right - area.left;
+  DrawTextW(item.hDC, text.c_str(), -1, &area, kHow | (fits ? DT_RIGHT : DT_END_ELLIPSIS));
+  if ((item.itemState & ODS_FOCUS) == 0 || hidesFocus()) return;
+  SetBkColor(item.hDC, GetSysColor(chosen ? COLOR_HIGHLIGHT : COLOR_WINDOW));
+  DrawFocusRect(item.hDC, &item.rcItem);
 }
 
 HBRUSH ListPeer::colors(HDC context, UINT) {

@@ -12,6 +12,7 @@ class ListPeer final : public ControlPeer {
   ListPeer(Host& host, ListBox& list) : ControlPeer(host, list), list_(list) {}
   void commanded(WORD code) override;
   HBRUSH colors(HDC context, UINT message) override;
+  void drawItem(const DRAWITEMSTRUCT& item) override;
   void applyPlace() override;
   void applyFont() override;
 
@@ -28,6 +29,8 @@ class ListPeer final : public ControlPeer {
   // What the window says may be what another program has made of it.
   bool holdsTheLines();
   int lineAt(LPARAM position);  // -1 for none
+  void fitLines();
+  COLORREF textColor() const;
   void countLines();
   std::vector<int> selectedLines();
   void fill();

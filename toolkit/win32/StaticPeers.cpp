@@ -6,7 +6,8 @@ namespace toolkit::win32 {
 
 namespace {
 
-constexpr int kCaptionLeft = 8;  // pixels from a frame's edge to its caption, at any dpi
+constexpr int kCaptionLeft = 8;    // pixels from a frame's edge to its caption, at any dpi
+constexpr int kBesideNumbers = 5;  // pixels at 96 dpi: the border of a list and its margin
 
 }  // namespace
 
@@ -75,7 +76,11 @@ void LabelPeer::drawItem(const DRAWITEMSTRUCT& item) {
   const Selected font(item.hDC, host().font(label_.font()));
   SetBkMode(item.hDC, TRANSPARENT);
   SetTextColor(item.hDC, host().palette().text(label_.color(), windowEnabled()));
-  const UINT alignment = label_.centered() ? DT_CENTER : DT_LEFT;
+  UINT alignment = label_.centered() ? DT_CENTER : DT_LEFT;
+  if (label_.rightAligned()) {
+    alignment = DT_RIGHT;
+    area.right -= host().scale().ofPixelsAt96(kBesideNumbers);
+  }
   DrawTextW(item.hDC, caption.c_str(), -1, &area,
             DT_WORDBREAK | DT_EXPANDTABS | alignment | hiddenPrefix());
 }
