@@ -3,12 +3,14 @@
 #include <algorithm>
 #include <utility>
 
+#include "control/Rights.h"
 #include "control/States.h"
 #include "store/Layouts.h"
 
 namespace control {
 
 void RecordView::Afficher_Donnees() {
+  if (context_.session.consultation) relireDroits(context_);
   const screen::Quiet quiet(context_.session);
   for (pages::Page* page : context_.pages) {
     if (context_.session.RecOrgChg) {

@@ -10,7 +10,7 @@ class RecordView {
   explicit RecordView(Context& context) : context_(context) {}
 
   // Shows the record in hand, or clears the pages when there is none, and the state that goes with
-  // it.
+  // it. To who could only read before, as the rights allow now.
   void Afficher_Donnees();
 
   // Clears the screen, code and acronym included, and lets go of the record in hand: the Empty

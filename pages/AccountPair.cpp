@@ -76,9 +76,9 @@ void AccountPair::numeroGotFocus() { exigerEntite(fields_.sansEntiteNumero); }
 void AccountPair::libelleGotFocus() { exigerEntite(fields_.sansEntiteLibelle); }
 
 // A code that is no entity's, or not yet, has no chart: a search would find what others call
-// theirs.
+// theirs. Who may only read an account searches none.
 void AccountPair::exigerEntite(std::string_view message) {
-  if (!context_.session.entiteCourante.empty()) return;
+  if (!context_.session.entiteCourante.empty() || fields_.numero.readOnly()) return;
   screen::avertir(context_.desktop, message);
   context_.screen.Ong_OrgPriseChg.setTab(screen::kActivites);
   context_.screen.activites.Txt_Entite.setFocus();

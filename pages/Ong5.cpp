@@ -295,6 +295,7 @@ void Ong5::Cmd_BasBord_Click() { deplacer(1); }
 // the focus rectangle. Of several the one clicked last is meant, if it is highlighted still, else
 // the first.
 void Ong5::deplacer(int step) {
+  if (!screen::droitsComplets(context_.session)) return;
   toolkit::ListBox& list = page_.Lst_ParamSelecOrgChg;
   if (list.selectedCount() == 0) return;
   const int line =

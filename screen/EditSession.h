@@ -53,6 +53,7 @@ struct FicheEnMain {
   std::string imageNormalisee;       // as read, then written by the pages without any change
   store::DynamicArray AncienOrgChg;  // a copy of it as read
   bool EnCreation = false;
+  bool droitsRelus = false;  // when the user began to change it
   EtatTaux taux;
 
   // Takes the record read under that code instead of the one before; of an empty one, nothing.
@@ -124,6 +125,8 @@ struct EditSession : FicheEnMain {
   StoreFiles files;
   bool pret = false;  // Init has succeeded; before, no member and no handler works, but leaving
   bool demarrage = false;  // Init fills the lists: the look-up of an only body works already
+  // The screen is shown as to who may only read: what the rights said when they were last applied.
+  bool consultation = false;
   // Code tables, kept for the life of the control.
   std::unique_ptr<store::Record> piecesRenouv;
   std::unique_ptr<store::Record> statOrgChg;

@@ -63,6 +63,7 @@ void placeBar(Screen& screen, int more) {
     button->setPlace({left, 90, 1128, 375});
     left += 1218;
   }
+  label(bar.Etq_Consultation, 5280, top, 2 * 1218);
 
   const toolkit::Place tabs{kMargin, 600, kWidth - 2 * kMargin, kHeight + more - 600 - kMargin};
   screen.Ong_OrgPriseChg.setPlace(tabs);

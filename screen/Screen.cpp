@@ -180,6 +180,8 @@ Screen::Screen(toolkit::Surface& surface)
   setEditZones(*this);
   nameEditZones(*this);
   limitLengths(*this);
+  bar.Etq_Consultation.setVisible(false);
+  bar.Etq_Consultation.setFont({"", 0, true});
   bordereau.Lst_LongParam.setVisible(false);
   activites.Lst_CodActSelect.setVisible(false);
   activites.Lst_TypeAct.setScrollBar(false);

@@ -50,6 +50,8 @@ struct CommandBar {
   CommandButton Cmd_OK{in, "Cmd_OK", "&OK"};
   CommandButton Cmd_Annuler{in, "Cmd_Annuler", "A&nnuler"};
   CommandButton Cmd_Sortir{in, "Cmd_Sortir", "&Sortir"};
+  // In the place of the buttons that who may only read does not have.
+  Label Etq_Consultation{in, "Etq_Consultation", "Consultation"};
 };
 
 // The fields of the address control.

@@ -33,7 +33,9 @@ void OptionButton::setValue(bool value) {
   if (value) fire(onClick);
 }
 
-void OptionButton::pressed() { setValue(true); }
+void OptionButton::pressed() {
+  if (mayChange()) setValue(true);
+}
 
 bool OptionButton::userClick() {
   return userDoes(FocusFirst::Yes, [this] { pressed(); });
@@ -51,7 +53,9 @@ void CheckBox::setValue(bool value) {
   fire(onClick);
 }
 
-void CheckBox::pressed() { setValue(!value_); }
+void CheckBox::pressed() {
+  if (mayChange()) setValue(!value_);
+}
 
 bool CheckBox::userClick() {
   return userDoes(FocusFirst::Yes, [this] { pressed(); });

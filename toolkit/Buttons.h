@@ -6,6 +6,7 @@
 namespace toolkit {
 
 // The user's click on each of them moves the focus there first; false when it was dropped.
+// That is all it does to an option or check box that is read-only.
 
 class CommandButton : public Control {
  public:

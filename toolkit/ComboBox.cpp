@@ -132,7 +132,7 @@ void ComboBox::setMaxLength(int characters) {
 }
 
 char32_t ComboBox::keyPressed(char32_t key) {
-  if (isMark(key)) return 0;
+  if (isMark(key) || (isKeyPress(key) && !mayChange())) return 0;
   if (key == kEnter) {
     closeList(false);
     takeCompletion();
@@ -150,7 +150,10 @@ char32_t ComboBox::userKeyPress(char32_t key) {
 
 bool ComboBox::userEdit(std::string_view text, int caret) {
   if (style_ == Style::ListOnly) return false;
-  const bool done = userDoes(FocusFirst::No, [&] {
+  bool done = false;
+  userDoes(FocusFirst::No, [&] {
+    if (!mayChange()) return;
+    done = true;
     std::string accepted = acceptedEdit(text, text_, maxLength_);
     const bool differs = accepted != text_;
     const bool asGiven = accepted == text;
@@ -180,13 +183,17 @@ bool ComboBox::userSelect(int start, int length) {
 }
 
 bool ComboBox::userChoose(int line) {
-  const bool done = items_.has(line) && userDoes(FocusFirst::Yes, [&] {
-                      if (!items_.has(line)) return;
-                      choose(line);
-                      closeList(false);
-                      changed(Aspect::Selection);
-                      fire(onClick);
-                    });
+  bool done = false;
+  if (items_.has(line)) {
+    userDoes(FocusFirst::Yes, [&] {
+      done = mayChange();
+      if (!done || !items_.has(line)) return;
+      choose(line);
+      closeList(false);
+      changed(Aspect::Selection);
+      fire(onClick);
+    });
+  }
   if (!done) {
     closeList(false);
     changed(Aspect::Selection);
@@ -195,8 +202,10 @@ bool ComboBox::userChoose(int line) {
 }
 
 bool ComboBox::userDropDown() {
-  const bool done = userDoes(FocusFirst::Yes, [this] {
-    if (opened_) return;
+  bool done = false;
+  userDoes(FocusFirst::Yes, [&] {
+    done = mayChange();
+    if (!done || opened_) return;
     fire(onDropDown);
     if (hasFocus()) open(true);
   });
@@ -212,7 +221,7 @@ void ComboBox::openList() {
 }
 
 void ComboBox::open(bool browsing) {
-  if (opened_ || !usable()) return;
+  if (opened_ || !usable() || readOnly()) return;
   opened_ = true;
   browsing_ = browsing;
   changed(Aspect::Value);

@@ -72,7 +72,8 @@ class ComboBox : public Control {
   // As of a text box (caret -1: at the end); never of a ListOnly combo.
   bool userEdit(std::string_view text, int caret = -1);
   bool userSelect(int start, int length);
-  // Each moves the focus there first; false when it was dropped, or there is no such line.
+  // Each moves the focus there first; false when it was dropped, there is no such line, or the
+  // combo is read-only.
   bool userChoose(int line);  // closes the list
   bool userDropDown();        // opens it, unless DropDown takes focus or input away
   // In the open list; false when it is closed, or this was dropped.

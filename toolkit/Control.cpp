@@ -71,16 +71,28 @@ void Control::setVisible(bool visible) {
   usabilityChanged();
 }
 
+void Control::setReadOnly(bool readOnly) {
+  if (readOnly == readOnly_) return;
+  readOnly_ = readOnly;
+  changed(Aspect::ReadOnly);
+  usabilityChanged();
+}
+
+bool Control::closed() const {
+  const bool readable = kind_ != Kind::CommandButton && kind_ != Kind::ScrollBar;
+  return !enabled_ || (readOnly_ && !readable);
+}
+
 bool Control::usableButForSurface() const {
   for (const Control* c = this; c->kind_ != Kind::Surface; c = c->parent_) {
-    if (!c->enabled_ || !c->parent_) return false;
+    if (c->closed() || !c->parent_) return false;
   }
   return shown();
 }
 
 bool Control::reachable() const {
   for (const Control* c = this; c; c = c->parent_) {
-    if (!c->enabled_) return false;
+    if (c->closed()) return false;
   }
   return true;
 }
@@ -166,6 +178,12 @@ bool Control::userDoes(FocusFirst focusFirst, const Handler& deed) {
   if (focusFirst == FocusFirst::Yes && !top->bringFocus(this, By::Pointer)) return false;
   deed();
   return true;
+}
+
+bool Control::mayChange() {
+  const Surface* top = surface();
+  if (top && top->onAttempt) top->onAttempt(*this);
+  return !readOnly_;
 }
 
 void Control::tellBelow(Aspect what) {

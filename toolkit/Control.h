@@ -65,6 +65,7 @@ enum class Kind {
 //              list of a combo box open or closed
 //   Range      of a scroll bar, its large change included
 //   Style      font, colour, alignment, limit of characters
+//   ReadOnly   whether the user may change what it holds
 enum class Aspect {
   Text,
   Items,
@@ -76,7 +77,8 @@ enum class Aspect {
   Enabled,
   Visible,
   Place,
-  Style
+  Style,
+  ReadOnly
 };
 
 // Mirrors one control on a window. Outlives nothing: it is detached before its window goes.
@@ -124,6 +126,13 @@ class Control {
   bool shown() const;
   // Takes input: reachable and shown.
   bool usable() const { return reachable() && shown(); }
+
+  // What a read-only control holds is changed by code alone: the user reads it, goes there, selects
+  // and copies. A button or scroll bar, where there is nothing to be read, takes no input.
+  bool readOnly() const { return readOnly_; }
+  void setReadOnly(bool readOnly);
+  // Takes no input by its own state, whatever is around it.
+  bool closed() const;
 
   const Place& place() const { return place_; }
   void setPlace(const Place& place);
@@ -173,6 +182,9 @@ class Control {
   // did not arrive here.
   enum class FocusFirst { Yes, No };
   bool userDoes(FocusFirst focusFirst, const Handler& deed);
+  // May the user change what it holds? The surface is told of the attempt first
+  // (Surface::onAttempt). Within an action.
+  bool mayChange();
 
   // What a click does once the focus is here, and what a key press gives; both within an action.
   virtual void pressed() {}
@@ -203,6 +215,7 @@ class Control {
   std::string name_;
   bool enabled_ = true;
   bool visible_ = true;
+  bool readOnly_ = false;
   bool tabStop_ = true;
   Place place_;
   Font font_;

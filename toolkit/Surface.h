@@ -104,6 +104,9 @@ class Surface : public Container {
 
   // Called when page, visibility, enabling or captions have changed what mnemonics() gives.
   std::function<void()> onInfoChanged;
+  // The user is about to change what a control holds, or to try, where it is read-only: the last
+  // moment to make it so, or to make it no longer so.
+  std::function<void(const Control&)> onAttempt;
   // Called when focus() has changed, for the windows behind.
   std::function<void()> onFocusMoved;
 

@@ -54,7 +54,7 @@ void TextBox::arriving(By how) {
 }
 
 char32_t TextBox::keyPressed(char32_t key) {
-  if (isMark(key)) return 0;
+  if (isMark(key) || (isKeyPress(key) && !mayChange())) return 0;
   if (onKeyPress && isKeyPress(key)) onKeyPress(key);
   return isMark(key) ? 0 : key;
 }
@@ -66,7 +66,10 @@ char32_t TextBox::userKeyPress(char32_t key) {
 }
 
 bool TextBox::userEdit(std::string_view text, int caret) {
-  const bool done = userDoes(FocusFirst::No, [&] {
+  bool done = false;
+  userDoes(FocusFirst::No, [&] {
+    if (!mayChange()) return;
+    done = true;
     std::string accepted = acceptedEdit(text, text_, maxLength_);
     const bool differs = accepted != text_;
     const bool asGiven = accepted == text;

@@ -29,12 +29,14 @@ class TextBox : public Control {
 
   // The user presses a character key: fires KeyPress and gives the key to keep, 0 to drop it.
   // The characters U+00FE and U+00FD are dropped always; control characters other than Enter and
-  // Backspace are commands: kept without an event. 0 too while the box takes no input.
+  // Backspace are commands: kept without an event. 0 too while the box takes no input; of a
+  // read-only one, for all but commands.
   char32_t userKeyPress(char32_t key);
   // The user's edit made this text: it becomes the text, without marks and cut to the limit (a
   // longer text that code assigned may stay as long as it was), with the caret at `caret` (-1: as
   // near as can be to where it was); fires Change if it differs. Without effect, and false, while
-  // the box takes no input. The peer is told only when its window does not hold the outcome.
+  // the box takes no input or is read-only. The peer is told only when its window does not hold the
+  // outcome.
   bool userEdit(std::string_view text, int caret = -1);
   // The user moved caret or selection.
   bool userSelect(int start, int length);

@@ -462,6 +462,16 @@ TEST_F(SlipPage, InConsultationNothingMovesBetweenTheLists) {
   expectNoBox();
 }
 
+TEST_F(SlipPage, InConsultationTheOrderStays) {
+  show(values({"1", "2"}));
+  level_->value = 1;
+  select(chosen(), {"Heures"});
+  press("Cmd_HautBord");
+  select(chosen(), {"Nom"});
+  press("Cmd_BasBord");
+  EXPECT_PRED_FORMAT2(same, linesOf(chosen()), (Lines{"Nom", "Heures"}));
+}
+
 TEST_F(SlipPage, TheOrderOnScreenIsTheOrderOfTheRecord) {
   show(values({"1", "2", "3"}));
   select(chosen(), {"Adresse"});

@@ -92,14 +92,15 @@ void ChoicePeer::paintMark(HDC context, const RECT& client, int side) {
   RECT mark{0, top, side, top + side};
   const bool option = control().kind() == Kind::OptionButton;
   const auto look = static_cast<UINT>(pass(BM_GETSTATE));
-  const bool pressed = (look & BST_PUSHED) != 0;
+  const bool answers = !control().readOnly();
+  const bool pressed = answers && (look & BST_PUSHED) != 0;
   if (const OwnedTheme theme = themeOf(window())) {
     int state = value() ? kSet : kUnset;
     if (!windowEnabled()) {
       state += kDisabled;
     } else if (pressed) {
       state += kPressed;
-    } else if ((look & BST_HOT) != 0) {
+    } else if (answers && (look & BST_HOT) != 0) {
       state += kHot;
     }
     DrawThemeBackground(theme.get(), context, option ? kOptionPart : kCheckPart, state, &mark,
@@ -108,7 +109,8 @@ void ChoicePeer::paintMark(HDC context, const RECT& client, int side) {
   }
   UINT kind = option ? DFCS_BUTTONRADIO : DFCS_BUTTONCHECK;
   if (value()) kind |= DFCS_CHECKED;
-  if (pressed) kind |= DFCS_PUSHED;
+  // That is a mark on the ground of what cannot be changed, as read-only fields have it.
+  if (pressed || !answers) kind |= DFCS_PUSHED;
   if (!windowEnabled()) kind |= DFCS_INACTIVE;
   DrawFrameControl(context, &mark, DFC_BUTTON, kind);
 }

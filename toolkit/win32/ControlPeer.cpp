@@ -146,6 +146,10 @@ void ControlPeer::update(Aspect what) {
       copy(what);
       host_.captionChanged();
       break;
+    case Aspect::ReadOnly:
+      applyReadOnly();
+      applyEnabled();
+      break;
     default:
       copy(what);
   }
@@ -156,6 +160,7 @@ void ControlPeer::refresh() {
                             Aspect::Selection, Aspect::Value, Aspect::Style}) {
     copy(what);
   }
+  applyReadOnly();
   applyEnabled();
   applyVisible();
 }
@@ -187,7 +192,7 @@ void ControlPeer::applyPlace() {
 // The surface's own disabling is portable: windows follow what is between it and the control.
 bool ControlPeer::windowEnabled() const {
   for (const Control* c = &control_; c && c->kind() != Kind::Surface; c = c->parent()) {
-    if (!c->enabled()) return false;
+    if (c->closed()) return false;
   }
   return true;
 }
@@ -215,11 +220,30 @@ void ControlPeer::applyEnabled() {
   if (window_) EnableWindow(window_, enabled ? TRUE : FALSE);
 }
 
+// An edit lets its text be selected and copied still.
+void ControlPeer::applyReadOnly() {
+  const bool field = control_.kind() == Kind::TextBox || control_.kind() == Kind::ComboBox;
+  if (field && focusWindow()) {
+    const bool shown = (GetWindowLongW(focusWindow(), GWL_STYLE) & ES_READONLY) != 0;
+    if (shown == control_.readOnly()) return;
+    pass(focusWindow(), EM_SETREADONLY, control_.readOnly() ? TRUE : FALSE);
+  }
+  RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_FRAME | RDW_ALLCHILDREN);
+}
+
 void ControlPeer::applyVisible() {
   const bool visible = windowVisible();
   if (((GetWindowLongW(window_, GWL_STYLE) & WS_VISIBLE) != 0) == visible) return;
   if (!visible && (GetFocus() == window_ || IsChild(window_, GetFocus()))) host_.keyboard().park();
   if (window_) ShowWindow(window_, visible ? SW_SHOWNA : SW_HIDE);
+}
+
+HBRUSH ControlPeer::ground(HDC context, UINT message) {
+  const bool field = control_.kind() == Kind::TextBox || control_.kind() == Kind::ComboBox;
+  if (!field || !control_.readOnly() || message != WM_CTLCOLORSTATIC) {
+    return colors(context, message);
+  }
+  return ControlPeer::colors(context, message);
 }
 
 HBRUSH ControlPeer::colors(HDC context, UINT) {
@@ -302,7 +326,15 @@ LRESULT ControlPeer::keyMessage(HWND window, UINT message, WPARAM wParam, LPARAM
   }
   reportSilent();
   if (!attached() || host_.keyboard().key(message, wParam)) return 0;
+  if (isForNobody(message, wParam)) return 0;
   return attached() ? leftKey(window, message, wParam, lParam) : 0;
+}
+
+bool ControlPeer::isForNobody(UINT message, WPARAM wParam) const {
+  if (control_.kind() != Kind::ComboBox || !control_.readOnly() || message != WM_KEYDOWN) {
+    return false;
+  }
+  return wParam == VK_UP || wParam == VK_DOWN || wParam == VK_PRIOR || wParam == VK_NEXT;
 }
 
 LRESULT ControlPeer::leftKey(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {

@@ -41,7 +41,10 @@ class ControlPeer : public Peer, public std::enable_shared_from_this<ControlPeer
   virtual void scrolled(WORD) {}
   virtual LRESULT notified(const NMHDR&) { return 0; }
   virtual void drawItem(const DRAWITEMSTRUCT&) {}
-  // The brush for the window's background, null for the system's own colours.
+  // The brush for the window's background, null for the system's own colours; for a field that is
+  // read-only, the surface's own, on which its text is read as a caption is.
+  HBRUSH ground(HDC context, UINT message);
+  // The same, of what is not read-only.
   virtual HBRUSH colors(HDC context, UINT message);
 
  protected:
@@ -92,6 +95,7 @@ class ControlPeer : public Peer, public std::enable_shared_from_this<ControlPeer
   bool windowEnabled() const;
   virtual bool windowVisible() const;
   virtual void applyEnabled();
+  void applyReadOnly();
 
   // What the user has not asked to see yet: the lines below mnemonics, as a format of DrawText, and
   // the mark of the focus.
@@ -118,6 +122,8 @@ class ControlPeer : public Peer, public std::enable_shared_from_this<ControlPeer
   LRESULT keyMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
   LRESULT press(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
   void applyVisible();
+  // Of a combo that is read-only: its window would choose another line, and be put right after.
+  bool isForNobody(UINT message, WPARAM wParam) const;
   LRESULT giveName(WPARAM room, LPARAM buffer) const;
   void forget(HWND window);
 

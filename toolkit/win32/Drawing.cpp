@@ -85,8 +85,8 @@ void writeInField(const Sheet& sheet, const Control& control, std::string_view t
         control.reachable() ? sheet.palette().field(control.color()) : GetSysColor(COLOR_GRAYTEXT));
 }
 
-void drawField(const Sheet& sheet, RECT area, bool reachable) {
-  FillRect(sheet.context(), &area, GetSysColorBrush(reachable ? COLOR_WINDOW : COLOR_BTNFACE));
+void drawField(const Sheet& sheet, RECT area, bool typed) {
+  FillRect(sheet.context(), &area, GetSysColorBrush(typed ? COLOR_WINDOW : COLOR_BTNFACE));
   DrawEdge(sheet.context(), &area, EDGE_SUNKEN, BF_RECT);
 }
 
@@ -96,14 +96,14 @@ RECT inside(const Sheet& sheet, RECT area) {
 }
 
 void drawText(const Sheet& sheet, const TextBox& box, const RECT& area) {
-  drawField(sheet, area, box.reachable());
+  drawField(sheet, area, box.reachable() && !box.readOnly());
   writeInField(
       sheet, box, box.text(), inside(sheet, area),
       DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | (box.rightAligned() ? DT_RIGHT : DT_LEFT));
 }
 
 void drawCombo(const Sheet& sheet, const ComboBox& combo, RECT area) {
-  drawField(sheet, area, combo.reachable());
+  drawField(sheet, area, combo.reachable() && !combo.readOnly());
   RECT arrow = area;
   arrow.left = std::max(area.left, area.right - (sheet.x(kArrow) - sheet.x(0)));
   DrawFrameControl(sheet.context(), &arrow, DFC_SCROLL,

@@ -37,7 +37,8 @@ void LinePeer::paintAbove(HWND edit) {
   const RECT above{border, border, client.right - window.left, client.top - window.top};
   if (above.bottom <= above.top) return;
   HDC context = GetWindowDC(edit);
-  const UINT asked = IsWindowEnabled(edit) ? WM_CTLCOLOREDIT : WM_CTLCOLORSTATIC;
+  const bool typed = IsWindowEnabled(edit) && (GetWindowLongW(edit, GWL_STYLE) & ES_READONLY) == 0;
+  const UINT asked = typed ? WM_CTLCOLOREDIT : WM_CTLCOLORSTATIC;
   const LRESULT brush = SendMessageW(GetParent(edit), asked, reinterpret_cast<WPARAM>(context),
                                      reinterpret_cast<LPARAM>(edit));
   if (brush) FillRect(context, &above, reinterpret_cast<HBRUSH>(brush));

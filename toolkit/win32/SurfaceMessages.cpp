@@ -110,7 +110,7 @@ std::optional<LRESULT> SurfaceWindow::Implementation::reflected(UINT message, WP
     case WM_CTLCOLORSTATIC:
     case WM_CTLCOLORBTN: {
       const auto peer = at(lParam);
-      HBRUSH brush = peer ? peer->colors(reinterpret_cast<HDC>(wParam), message) : nullptr;
+      HBRUSH brush = peer ? peer->ground(reinterpret_cast<HDC>(wParam), message) : nullptr;
       if (!brush) return std::nullopt;
       return reinterpret_cast<LRESULT>(brush);
     }

@@ -86,7 +86,7 @@ HBRUSH TextPeer::colors(HDC context, UINT message) {
 LRESULT TextPeer::message(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   if (message != WM_PASTE) return lineMessage(window, message, wParam, lParam);
   host().deliver();
-  if (attached() && host().takesInput()) pasteCleaned(window);
+  if (attached() && host().takesInput() && !box_.readOnly()) pasteCleaned(window);
   return 0;
 }
 
