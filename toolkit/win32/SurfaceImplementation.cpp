@@ -129,6 +129,8 @@ void SurfaceWindow::Implementation::layOut() {
   for (const auto& peer : peers_) {
     if (peer->attached() && siteOf(peer->control()).window == window_) peer->applyPlace();
   }
+  if (!keyboard_.isHere() || !surface_->focus()) return;
+  if (const auto focused = peerOf(*surface_->focus())) reveal(focused->focusWindow());
 }
 
 void SurfaceWindow::Implementation::reread() {
