@@ -53,7 +53,7 @@ class ReadOnlyRules : public RuleTest {
   OptionButton second{&frame, "Opt_Second", "&Second"};
   CheckBox check{&surface, "Cac_Check", "&Check"};
   CommandButton button{&surface, "Cmd_Button", "&Button"};
-  ScrollBar bar{&surface, "Bdh_Bar", ScrollBar::Direction::Horizontal};
+  ScrollBar bar{&surface, "Bdv_Bar", ScrollBar::Direction::Vertical};
   TextBox last{&surface, "Txt_Last"};
 };
 

@@ -285,6 +285,88 @@ TEST_F(Consultation, ShowsBodiesWithoutEditingButtons) {
   EXPECT_TRUE(control().wSortir());
 }
 
+std::wstring copied() {
+  std::wstring text;
+  if (!OpenClipboard(nullptr)) return L"the clipboard stays closed";
+  if (HANDLE data = GetClipboardData(CF_UNICODETEXT)) {
+    text = static_cast<const wchar_t*>(GlobalLock(data));
+    GlobalUnlock(data);
+  }
+  CloseClipboard();
+  return text;
+}
+
+TEST_F(Consultation, SaysSoAndHasFieldsToReadAndToCopy) {
+  load(L"001");
+  EXPECT_TRUE(user().visible(L"Etq_Consultation"));
+  EXPECT_EQ(user().text(L"Etq_Consultation"), L"Consultation");
+  const std::wstring name = user().text(L"Txt_RaisonOrgChg");
+  user().fill(L"Txt_RaisonOrgChg", L"Autre");
+  user().key(VK_DELETE);
+  user().key(VK_BACK);
+  user().key(L'V', false, true);
+  EXPECT_EQ(user().text(L"Txt_RaisonOrgChg"), name);
+  user().key(VK_HOME);
+  user().key(VK_END, true);
+  user().key(L'X', false, true);
+  user().key(L'C', false, true);
+  EXPECT_EQ(user().text(L"Txt_RaisonOrgChg"), name);
+  EXPECT_EQ(copied(), name);
+  EXPECT_NE(GetWindowLongW(user().find(L"Txt_RaisonOrgChg"), GWL_STYLE) & ES_READONLY, 0);
+}
+
+TEST_F(Consultation, HasOptionsBoxesAndCombosThatDoNotAnswer) {
+  load(L"001");
+  user().clickTab(kRegles);
+  const bool principal = user().checked(L"Opt_TypePrincipalOrgChg");
+  user().click(L"Opt_TypeComplOrgChg");
+  user().click(L"Opt_TypePrincipalOrgChg");
+  user().click(L"Opt_TypeComplOrgChg");
+  user().key(VK_UP);
+  user().key(VK_SPACE);
+  EXPECT_EQ(user().checked(L"Opt_TypePrincipalOrgChg"), principal);
+  const bool letters = user().checked(L"Cac_LettresInfo");
+  user().click(L"Cac_LettresInfo");
+  EXPECT_EQ(user().checked(L"Cac_LettresInfo"), letters);
+  EXPECT_EQ(user().focused(), L"Cac_LettresInfo");
+  const std::wstring renewal = user().text(L"Cbo_RenouvOrgChg");
+  user().clickArrow(L"Cbo_RenouvOrgChg");
+  EXPECT_EQ(SendMessageW(user().find(L"Cbo_RenouvOrgChg"), CB_GETDROPPEDSTATE, 0, 0), FALSE);
+  user().click(L"Cbo_RenouvOrgChg");
+  user().key(VK_DOWN);
+  user().key(VK_DOWN, false, false, true);
+  user().key(VK_F4);
+  user().key(VK_DELETE);
+  user().type(L"R");
+  user().key(L'V', false, true);
+  EXPECT_EQ(SendMessageW(user().find(L"Cbo_RenouvOrgChg"), CB_GETDROPPEDSTATE, 0, 0), FALSE);
+  EXPECT_EQ(user().text(L"Cbo_RenouvOrgChg"), renewal);
+  EXPECT_FALSE(user().enabled(L"Cmd_DroiteRenouv"));
+  EXPECT_TRUE(user().visible(L"Cmd_DroiteRenouv"));
+}
+
+TEST_F(Consultation, EndsWithTheLevel) {
+  load(L"001");
+  control().state().rightsLevel = 2;
+  user().fill(L"Txt_RaisonOrgChg", L"Autre");
+  EXPECT_EQ(user().text(L"Txt_RaisonOrgChg"), L"Autre");
+  EXPECT_FALSE(user().visible(L"Etq_Consultation"));
+  EXPECT_TRUE(user().visible(L"Cmd_OK"));
+  user().clickTab(kRegles);
+  user().click(L"Opt_TypeComplOrgChg");
+  EXPECT_TRUE(user().checked(L"Opt_TypeComplOrgChg"));
+  EXPECT_TRUE(user().enabled(L"Cmd_DroiteRenouv"));
+  user().click(L"Cmd_Annuler");
+  control().state().rightsLevel = 1;
+  load(L"002");
+  user().clickTab(kCoordonnees);
+  const std::wstring name = user().text(L"Txt_RaisonOrgChg");
+  user().fill(L"Txt_RaisonOrgChg", L"Autre");
+  EXPECT_EQ(user().text(L"Txt_RaisonOrgChg"), name);
+  EXPECT_TRUE(user().visible(L"Etq_Consultation"));
+  EXPECT_FALSE(user().visible(L"Cmd_OK"));
+}
+
 TEST_F(Consultation, RefusesWhatWouldWrite) {
   load(L"001");
   for (const wchar_t* member : {L"Ecrire_Donnees", L"Creer_Donnees", L"Ecrire_Ong1", L"Ecrire_Ong2",

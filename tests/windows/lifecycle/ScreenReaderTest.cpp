@@ -201,6 +201,19 @@ TEST_F(ScreenReader, ANameFollowsTheCaptionItIsOf) {
   EXPECT_EQ(said(user().find(L"Txt_DatBaremCours")), shown(L"Etq_Montant"));
 }
 
+// Its red is said too, for as long as it is red.
+TEST_F(ScreenReader, TheCounterOfASlipThatIsTooWideSaysSo) {
+  control().store.put(L"PARAMBORDORGCHG", L"8", {L"Observations", L"131"});
+  control().store.set(L"ORGPRISECHARGE", L"001", attribut::ParamSelecOrgChg, L"8");
+  control().init();
+  load(L"001");
+  HWND counter = user().find(L"Etq_NbCarSelect");
+  EXPECT_EQ(said(counter), L"131/130, le bordereau est trop large");
+  load(L"002");
+  EXPECT_EQ(said(counter), shown(L"Etq_NbCarSelect"));
+  EXPECT_FALSE(services_.names().contains(counter));
+}
+
 TEST_F(ScreenReader, NoNameIsLeftWhenTheWindowsGo) {
   ASSERT_FALSE(services_.names().empty());
   control().host.deactivate();

@@ -157,6 +157,52 @@ void expectReadableLiveAndDisabled(const Ambience& ambience) {
   expectAllReadable(page);
 }
 
+// Of a combo, its field alone.
+HWND writtenIn(HWND window) {
+  HWND field = FindWindowExW(window, nullptr, L"Edit", nullptr);
+  return field ? field : window;
+}
+
+// In all fields, options and checks there is something to read, and nothing to change.
+void expectReadOnlyReadable(const Ambience& ambience) {
+  Page page(ambience);
+  const COLORREF ground = toolkit::win32::Palette(ambience).back();
+  int seen = 0;
+  page.each([&](Control& control) {
+    if (auto* box = dynamic_cast<toolkit::TextBox*>(&control)) box->setText("0123456789 MONTAUBAN");
+    if (auto* combo = dynamic_cast<toolkit::ComboBox*>(&control)) combo->setText("MONTAUBAN");
+    if (auto* option = dynamic_cast<toolkit::OptionButton*>(&control)) option->setValue(true);
+    control.setReadOnly(true);
+    page.pump();
+    const bool field = control.kind() == Kind::TextBox || control.kind() == Kind::ComboBox;
+    const bool onPage = control.parent()->kind() != Kind::Surface;  // the bar's are never so
+    if (!field || !onPage || !control.shown()) return;
+    const Picture picture(writtenIn(page.windowOf(control)));
+    const RECT area{0, 0, picture.width(), picture.height()};
+    EXPECT_GE(contrastIn(picture, area), toolkit::kReadable) << control.name();
+    EXPECT_EQ(picture.at(picture.width() - 1, 0), ground) << control.name();
+    ++seen;
+  });
+  EXPECT_GT(seen, 40);
+  expectAllReadable(page);
+}
+
+TEST(Colors, WhatIsReadOnlyIsReadable) {
+  expectReadOnlyReadable(ambienceOf(8, 96));
+  Ambience dark = ambienceOf(8, 96);
+  dark.backColor = RGB(0x20, 0x20, 0x20);
+  expectReadOnlyReadable(dark);
+}
+
+TEST(Colors, WhatIsReadOnlyIsReadableUnderHighContrast) {
+  {
+    const SystemColors scheme(highContrastBlack());
+    expectReadOnlyReadable(ambienceOf(8, 96));
+  }
+  const SystemColors scheme(highContrastWhite());
+  expectReadOnlyReadable(ambienceOf(8, 96));
+}
+
 TEST(Colors, TheSystemsOwnAreReadable) { expectReadableLiveAndDisabled(ambienceOf(8, 96)); }
 
 TEST(Colors, HighContrastBlackIsReadable) {

@@ -281,6 +281,32 @@ TEST(Room, TheFocusIsScrolledIntoView) {
   }
 }
 
+TEST(Room, TheFocusStaysInViewWhenTheRoomShrinks) {
+  Page page(ambienceOf(8, 96));
+  page.windows().takeFocus();
+  ASSERT_TRUE(page.surface().moveFocus(&page.screen().coordonnees.Txt_InterlocFactOrgChg));
+  page.windows().setPlace({0, 0, 500, 300});
+  RECT client{};
+  GetClientRect(page.windows().handle(), &client);
+  const RECT place = page.placeOf(page.screen().coordonnees.Txt_InterlocFactOrgChg);
+  EXPECT_GE(place.top, 0);
+  EXPECT_LE(place.bottom, client.bottom);
+}
+
+TEST(Room, TheBarAndTheTabsStayAtTheTopOfMoreOfIt) {
+  Page page(ambienceOf(8, 96));
+  const RECT leave = page.placeOf(page.screen().bar.Cmd_Sortir);
+  const RECT tabs = page.placeOf(page.screen().Ong_OrgPriseChg);
+  page.windows().setPlace({0, 0, 1200, 900});
+  const RECT leaveAfter = page.placeOf(page.screen().bar.Cmd_Sortir);
+  const RECT tabsAfter = page.placeOf(page.screen().Ong_OrgPriseChg);
+  EXPECT_TRUE(EqualRect(&leave, &leaveAfter));
+  EXPECT_EQ(tabsAfter.top, tabs.top);
+  EXPECT_EQ(tabsAfter.bottom, tabs.bottom + 350);
+  EXPECT_FALSE(has(page.windows().handle(), WS_HSCROLL));
+  EXPECT_FALSE(has(page.windows().handle(), WS_VSCROLL));
+}
+
 TEST(Room, WhatIsScrolledStaysInPlaceWhenTheRoomChanges) {
   Page page(ambienceOf(8, 96), {500, 300});
   HWND window = page.windows().handle();
