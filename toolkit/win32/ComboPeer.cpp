@@ -98,22 +98,15 @@ int ComboPeer::spareAbove(HWND edit, const RECT& place) {
 // Painted here: in a field that cannot be typed into, the system writes the text at the top.
 void ComboPeer::drawItem(const DRAWITEMSTRUCT& item) {
   const auto line = static_cast<int>(item.itemID);
-  const bool chosen = (item.itemState & ODS_SELECTED) != 0;
   const bool disabled = (item.itemState & ODS_DISABLED) != 0;
-  FillRect(item.hDC, &item.rcItem, GetSysColorBrush(chosen ? COLOR_HIGHLIGHT : COLOR_WINDOW));
-  SetBkMode(item.hDC, TRANSPARENT);
-  int color = disabled ? COLOR_GRAYTEXT : COLOR_WINDOWTEXT;
-  if (chosen) color = COLOR_HIGHLIGHTTEXT;
-  SetTextColor(item.hDC, GetSysColor(color));
+  beginLine(item, GetSysColor(disabled ? COLOR_GRAYTEXT : COLOR_WINDOWTEXT));
   RECT area = item.rcItem;
   area.left += host().scale().ofPixelsAt96(kSideMargin);
   const std::wstring text = wide(combo_.items().text(line));
   const Selected font(item.hDC, host().font(combo_.font()));
   constexpr UINT kHow = DT_SINGLELINE | DT_NOPREFIX | DT_VCENTER | DT_END_ELLIPSIS;
   DrawTextW(item.hDC, text.c_str(), -1, &area, kHow);
-  if ((item.itemState & ODS_FOCUS) == 0 || hidesFocus()) return;
-  SetBkColor(item.hDC, GetSysColor(chosen ? COLOR_HIGHLIGHT : COLOR_WINDOW));
-  DrawFocusRect(item.hDC, &item.rcItem);
+  endLine(item);
 }
 
 void ComboPeer::copy(Aspect what) {

@@ -78,6 +78,26 @@ HWND ControlPeer::makeWindow(HWND parent, const RECT& place) {
       reinterpret_cast<HINSTANCE>(GetWindowLongPtrW(parent, GWLP_HINSTANCE)), nullptr);
 }
 
+namespace {
+
+bool isChosen(const DRAWITEMSTRUCT& item) { return (item.itemState & ODS_SELECTED) != 0; }
+
+int groundOf(const DRAWITEMSTRUCT& item) { return isChosen(item) ? COLOR_HIGHLIGHT : COLOR_WINDOW; }
+
+}  // namespace
+
+void ControlPeer::beginLine(const DRAWITEMSTRUCT& item, COLORREF ink) {
+  FillRect(item.hDC, &item.rcItem, GetSysColorBrush(groundOf(item)));
+  SetBkMode(item.hDC, TRANSPARENT);
+  SetTextColor(item.hDC, isChosen(item) ? GetSysColor(COLOR_HIGHLIGHTTEXT) : ink);
+}
+
+void ControlPeer::endLine(const DRAWITEMSTRUCT& item) const {
+  if ((item.itemState & ODS_FOCUS) == 0 || hidesFocus()) return;
+  SetBkColor(item.hDC, GetSysColor(groundOf(item)));
+  DrawFocusRect(item.hDC, &item.rcItem);
+}
+
 void ControlPeer::subclass(HWND window) {
   peers().add(window, this);
   const LONG_PTR original =

@@ -102,6 +102,11 @@ class ControlPeer : public Peer, public std::enable_shared_from_this<ControlPeer
   UINT hiddenPrefix() const;
   bool hidesFocus() const;
 
+  // A line that is painted here: before its text, its ground and the ink, which is `ink` while it
+  // is not chosen; after it, the mark of the focus.
+  static void beginLine(const DRAWITEMSTRUCT& item, COLORREF ink);
+  void endLine(const DRAWITEMSTRUCT& item) const;
+
   void subclass(HWND window);
   // To the standard window's own procedure.
   LRESULT pass(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0);

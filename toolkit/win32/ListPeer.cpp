@@ -191,10 +191,7 @@ COLORREF ListPeer::textColor() const {
 void ListPeer::drawItem(const DRAWITEMSTRUCT& item) {
   const auto line = static_cast<int>(item.itemID);
   if (!list_.items().has(line)) return;
-  const bool chosen = (item.itemState & ODS_SELECTED) != 0;
-  FillRect(item.hDC, &item.rcItem, GetSysColorBrush(chosen ? COLOR_HIGHLIGHT : COLOR_WINDOW));
-  SetBkMode(item.hDC, TRANSPARENT);
-  SetTextColor(item.hDC, chosen ? GetSysColor(COLOR_HIGHLIGHTTEXT) : textColor());
+  beginLine(item, textColor());
   const int margin = host().scale().ofPixelsAt96(kSideMargin);
   RECT area = item.rcItem;
   area.left += margin;
@@ -206,9 +203,7 @@ void ListPeer::drawItem(const DRAWITEMSTRUCT& item) {
   DrawTextW(item.hDC, text.c_str(), -1, &needed, kHow | DT_CALCRECT);
   const bool fits = needed.right <= area.right - area.left;
   DrawTextW(item.hDC, text.c_str(), -1, &area, kHow | (fits ? DT_RIGHT : DT_END_ELLIPSIS));
-  if ((item.itemState & ODS_FOCUS) == 0 || hidesFocus()) return;
-  SetBkColor(item.hDC, GetSysColor(chosen ? COLOR_HIGHLIGHT : COLOR_WINDOW));
-  DrawFocusRect(item.hDC, &item.rcItem);
+  endLine(item);
 }
 
 HBRUSH ListPeer::colors(HDC context, UINT) {
