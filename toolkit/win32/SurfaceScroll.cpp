@@ -23,6 +23,9 @@ void setBar(HWND window, int bar, LONG content, LONG room, LONG position) {
   SetScrollInfo(window, bar, &info, TRUE);
 }
 
+// Of hundredths of millimetres, in which hosts are told the natural size, a pixel may get lost.
+LONG forgiven(LONG content, LONG room) { return content == room + 1 ? room : content; }
+
 // How far to go from where a stretch of the view begins.
 LONG missing(LONG from, LONG to, LONG room) {
   if (from < 0 || to - from > room) return from;
@@ -34,8 +37,9 @@ LONG missing(LONG from, LONG to, LONG room) {
 void SurfaceScroll::fit(HWND window, SIZE content) {
   RECT outer{};
   GetWindowRect(window, &outer);
-  content_ = content;
   room_ = {outer.right - outer.left, outer.bottom - outer.top};
+  content = {forgiven(content.cx, room_.cx), forgiven(content.cy, room_.cy)};
+  content_ = content;
   const unsigned dpi = dpiOf(window);
   const bool across = content.cx > room_.cx;
   if (across) room_.cy -= metricOf(SM_CYHSCROLL, dpi);

@@ -12,7 +12,6 @@ namespace toolkit::win32 {
 namespace {
 
 constexpr int kTabMargin = 6;   // pixels at 96 dpi beside and above a tab's caption
-constexpr int kSpare = 15;      // percent that a caption may be wider in another font
 constexpr int kAroundTabs = 8;  // pixels at 96 dpi that the row leaves free, lest it scrolls
 
 class WindowContext {
@@ -92,14 +91,9 @@ void TabsPeer::sizeTabs() {
   const int row = client.right - host().scale().ofPixelsAt96(kAroundTabs);
   const int margin = host().scale().ofPixelsAt96(kTabMargin);
   int captions = 0;
-  int widest = 0;
-  for (int tab = 0; tab < count; ++tab) {
-    const int width = captionWidth(tab);
-    captions += width;
-    widest = std::max(widest, width);
-  }
+  for (int tab = 0; tab < count; ++tab) captions += captionWidth(tab);
   const int padding = (row - captions) / (2 * count);
-  if (padding >= margin + MulDiv(widest, kSpare, 200)) {
+  if (padding >= margin) {
     sizeByCaption(std::min(padding, 4 * margin));
   } else {
     sizeAlike(std::max(row / count, 2 * margin), margin);
