@@ -130,6 +130,8 @@ bool Connection::inTransaction() const { return sqlite3_get_autocommit(database_
 
 bool Connection::readOnly() const { return sqlite3_db_readonly(database_.get(), "main") == 1; }
 
+std::int64_t Connection::rowsChanged() const { return sqlite3_changes64(database_.get()); }
+
 void Connection::setBusyTimeout(int milliseconds) {
   sqlite3_busy_timeout(database_.get(), milliseconds);
 }
@@ -169,20 +171,6 @@ WriteScope::~WriteScope() {
 void WriteScope::commit() {
   Query(connection_, nested_ ? "RELEASE part" : "COMMIT").run();
   open_ = false;
-}
-
-ReadScope::ReadScope(Connection& connection)
-    : connection_(connection), nested_(connection.inTransaction()) {
-  if (!nested_) Query(connection_, "BEGIN").run();
-}
-
-ReadScope::~ReadScope() {
-  if (nested_ || !connection_.inTransaction()) return;
-  try {
-    Query(connection_, "COMMIT").run();
-  } catch (const store::StoreError&) {
-    // Nothing was written; the connection's next transaction starts afresh.
-  }
 }
 
 }  // namespace localstore

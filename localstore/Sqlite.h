@@ -68,6 +68,8 @@ class Connection {
   // True between the beginning and the end of a transaction.
   bool inTransaction() const;
   bool readOnly() const;
+  // By the last statement that changed any.
+  std::int64_t rowsChanged() const;
   void setBusyTimeout(int milliseconds);
 
   // Throws the StoreError that stands for an SQLite result.
@@ -104,19 +106,6 @@ class WriteScope {
   Connection& connection_;
   bool nested_;
   bool open_ = true;
-};
-
-// All reads in its life see the same state of the store.
-class ReadScope {
- public:
-  explicit ReadScope(Connection& connection);
-  ReadScope(const ReadScope&) = delete;
-  ReadScope& operator=(const ReadScope&) = delete;
-  ~ReadScope();
-
- private:
-  Connection& connection_;
-  bool nested_;
 };
 
 }  // namespace localstore

@@ -6,8 +6,8 @@
 #include <set>
 #include <stdexcept>
 
-#include "localstore/JsonLines.h"
 #include "store/Layouts.h"
+#include "storetool/JsonLines.h"
 #include "toolkit/Window.h"
 
 namespace fuzz {
@@ -32,11 +32,10 @@ std::string sampleFile(const std::string& name) {
 
 void load(testing_support::MemoryStore& store, const std::string& file,
           const std::function<bool(const std::string& id)>& wanted) {
-  localstore::readJsonLines(sampleFile(file),
-                            [&](const localstore::TextRecord& record, std::size_t) {
-                              if (!wanted(record.id)) return;
-                              store.put(file, record.id, store::DynamicArray(record.text));
-                            });
+  storetool::readJsonLines(sampleFile(file), [&](const storetool::TextRecord& record, std::size_t) {
+    if (!wanted(record.id)) return;
+    store.put(file, record.id, store::DynamicArray(record.text));
+  });
 }
 
 }  // namespace

@@ -8,9 +8,9 @@
 #include <optional>
 #include <vector>
 
-#include "localstore/Comparison.h"
 #include "localstore/LocalDatabase.h"
-#include "localstore/Sentence.h"
+#include "multivalue/Comparison.h"
+#include "multivalue/Sentence.h"
 #include "store/StoreError.h"
 #include "tests/fuzz/Fuzz.h"
 
@@ -155,7 +155,7 @@ class Store {
 
 struct Looked {
   int attribute = 0;
-  localstore::Criterion criterion;
+  multivalue::Criterion criterion;
 };
 
 struct Plan {
@@ -166,9 +166,9 @@ struct Plan {
 };
 
 std::optional<Plan> planOf(Store& store, const DynamicArray& request) {
-  localstore::Sentence sentence;
+  multivalue::Sentence sentence;
   try {
-    sentence = localstore::parseSentence(request.get(1));
+    sentence = multivalue::parseSentence(request.get(1));
   } catch (const store::StoreError&) {
     return std::nullopt;
   }
@@ -185,9 +185,9 @@ std::optional<Plan> planOf(Store& store, const DynamicArray& request) {
     return attribute.value_or(0);
   };
   for (const auto& [field, comparison, value] : sentence.conditions) {
-    plan.tests.push_back({look(field.text), localstore::Criterion(comparison, value)});
+    plan.tests.push_back({look(field.text), multivalue::Criterion(comparison, value)});
   }
-  for (const localstore::Word& field : sentence.order) plan.order.push_back(look(field.text));
+  for (const multivalue::Word& field : sentence.order) plan.order.push_back(look(field.text));
   std::string_view columns = request.get(3);
   while (!columns.empty()) {
     const std::string_view name = upTo(' ', columns);
@@ -207,7 +207,7 @@ std::string fullScan(const Plan& plan, const std::vector<Candidate>& all) {
   }
   std::stable_sort(found.begin(), found.end(), [&](const Candidate* a, const Candidate* b) {
     for (const int attribute : plan.order) {
-      const int compared = localstore::compareForOrder(a->first(attribute), b->first(attribute));
+      const int compared = multivalue::compareForOrder(a->first(attribute), b->first(attribute));
       if (compared != 0) return compared < 0;
     }
     return false;
@@ -296,7 +296,7 @@ void check(std::string_view input) {
   static Store store;
   std::string request(input);
   std::replace(request.begin(), request.end(), '\n', kAttributeMark);
-  if (localstore::isSelection(DynamicArray(request).get(1))) {
+  if (multivalue::isSelection(DynamicArray(request).get(1))) {
     checkSelection(store, request);
   } else {
     checkCommands(store, request);

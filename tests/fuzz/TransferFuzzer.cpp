@@ -6,34 +6,34 @@
 #include <optional>
 #include <vector>
 
-#include "localstore/Csv.h"
-#include "localstore/JsonLines.h"
 #include "store/DynamicArray.h"
+#include "storetool/Csv.h"
+#include "storetool/JsonLines.h"
 #include "tests/fuzz/Fuzz.h"
 #include "text/Utf8.h"
 
 namespace fuzz {
 namespace {
 
-using localstore::FormatError;
-using localstore::TextRecord;
 using store::kAttributeMark;
 using store::kValueMark;
+using storetool::FormatError;
+using storetool::TextRecord;
 
 struct Format {
-  void (*read)(std::string_view text, const localstore::RecordVisitor& visitor);
+  void (*read)(std::string_view text, const storetool::RecordVisitor& visitor);
   std::string (*write)(std::string_view id, std::string_view record);
   bool withHeader;
 };
 
-constexpr Format kCsv{localstore::readCsv, localstore::csvRow, true};
-constexpr Format kJsonLines{localstore::readJsonLines, localstore::jsonLine, false};
+constexpr Format kCsv{storetool::readCsv, storetool::csvRow, true};
+constexpr Format kJsonLines{storetool::readJsonLines, storetool::jsonLine, false};
 
 std::string fileOf(const Format& format, const TextRecord& record) {
   std::string header;
   if (format.withHeader) {
     const auto marks = std::count(record.text.begin(), record.text.end(), kAttributeMark);
-    header = localstore::csvHeader(static_cast<int>(marks) + 1) + "\n";
+    header = storetool::csvHeader(static_cast<int>(marks) + 1) + "\n";
   }
   return header + format.write(record.id, record.text) + "\n";
 }

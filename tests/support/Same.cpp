@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 
-#include "localstore/StandardFiles.h"
+#include "multivalue/StandardFiles.h"
 
 namespace testing_support {
 namespace {
@@ -55,8 +55,8 @@ Lines joined(const std::vector<Lines>& rows) {
 }
 
 std::string nameOf(std::string_view file, int attribute) {
-  if (const localstore::StandardFile* standard = localstore::standardFile(file)) {
-    for (const localstore::FieldName& field : standard->fields) {
+  if (const multivalue::StandardFile* standard = multivalue::standardFile(file)) {
+    for (const multivalue::FieldName& field : standard->fields) {
       if (field.attribute == attribute) return std::string(field.name);
     }
   }

@@ -5,8 +5,8 @@
 #include <functional>
 
 #include "com/ComBorder.h"
-#include "localstore/com/StoreRegistration.h"
 #include "ocx/ControlRegistration.h"
+#include "storecom/StoreRegistration.h"
 #include "tests/windows/registration/ScratchRoot.h"
 
 namespace {
@@ -97,7 +97,7 @@ constexpr Width kWidths[] = {Width::Bits64, Width::Bits32};
 
 INSTANTIATE_TEST_SUITE_P(Of, Widths,
                          testing::Values(Library{"Control", &ocx::controlTable},
-                                         Library{"Store", &localstore::face::storeTable}),
+                                         Library{"Store", &storecom::storeTable}),
                          [](const auto& given) { return given.param.name; });
 
 TEST_P(Widths, EachAloneLeavesNothing) {
@@ -239,7 +239,7 @@ class OlderVersion : public Widths {
 
 INSTANTIATE_TEST_SUITE_P(Of, OlderVersion,
                          testing::Values(Library{"Control", &ocx::controlTable},
-                                         Library{"Store", &localstore::face::storeTable}),
+                                         Library{"Store", &storecom::storeTable}),
                          [](const auto& given) { return given.param.name; });
 
 TEST_P(OlderVersion, IsReplacedAndUndone) {

@@ -13,7 +13,7 @@
 #include "com/Module.h"
 #include "com/Variant.h"
 #include "localstore/LocalDatabase.h"
-#include "localstore/com/Classes.h"
+#include "storecom/Classes.h"
 
 namespace com {
 const wchar_t* errorSource() { return L"StoreLibraryTest"; }
@@ -23,9 +23,9 @@ namespace {
 
 using com::LateBound;
 using com::Variant;
-using localstore::face::kClientClass;
-using localstore::face::kRightsClass;
 using Microsoft::WRL::ComPtr;
+using storecom::kClientClass;
+using storecom::kRightsClass;
 
 std::wstring beside(const wchar_t* name) {
   const std::wstring program = com::modulePath();

@@ -1,0 +1,276 @@
+#include "localstore/SqliteEngine.h"
+
+#include <utility>
+
+#include "multivalue/RecordText.h"
+#include "store/StoreError.h"
+
+namespace localstore {
+
+using multivalue::AccessPath;
+using multivalue::FileDescription;
+using multivalue::Scan;
+
+namespace {
+
+// Marks the file as a store ("Tess"), so that no other database is taken for one.
+constexpr std::int64_t kApplicationId = 0x54657373;
+constexpr std::int64_t kFormat = 1;
+
+std::string recordTable(const FileDescription& file) { return "\"record_" + file.name + "\""; }
+
+std::string indexTable(const FileDescription& file, int attribute) {
+  return "\"index_" + file.name + "_" + std::to_string(attribute) + "\"";
+}
+
+// The condition on a column, with two parameters: the range's beginning, the one numbered `first`,
+// and its end.
+std::string condition(const AccessPath& path, std::string_view column, int first) {
+  const std::string name(column);
+  const std::string lowest = "?" + std::to_string(first);
+  if (path.exact) return name + " = " + lowest;
+  if (!path.high) return name + " >= " + lowest;
+  return name + " >= " + lowest + " AND " + name + " < ?" + std::to_string(first + 1);
+}
+
+void bindRange(Query& query, const AccessPath& path, int first) {
+  query.bind(first, path.low);
+  if (!path.exact && path.high) query.bind(first + 1, *path.high);
+}
+
+// The statement of a scan: key and record; of an index, key, value and whether it is the first.
+std::string statementOf(const Scan& scan, const std::optional<AccessPath>& keys) {
+  const AccessPath* const path = scan.path;
+  const std::string records = recordTable(scan.file);
+  if (path == nullptr || path->attribute == 0) {
+    const bool keysOnly = scan.gives == Scan::Gives::Keys;
+    std::string sql = (keysOnly ? "SELECT id, x'' FROM " : "SELECT id, record FROM ") + records;
+    if (path != nullptr) sql += " WHERE " + condition(*path, "id", 1);
+    return sql + " ORDER BY id";
+  }
+  const std::string index = indexTable(scan.file, path->attribute);
+  std::string sql = scan.gives == Scan::Gives::IndexEntries
+                        ? "SELECT i.id, i.value, i.first FROM " + index + " i"
+                        : "SELECT i.id, r.record FROM " + index + " i CROSS JOIN " + records +
+                              " r ON r.id = i.id";
+  sql += " WHERE " + condition(*path, "i.value", 1);
+  if (keys) sql += " AND " + condition(*keys, "i.id", 3);
+  if (path->exact) sql += " ORDER BY i.id";
+  return sql;
+}
+
+// Keeps what its statement's parameters are bound to.
+class SqliteCursor final : public multivalue::Cursor {
+ public:
+  SqliteCursor(Connection& connection, const Scan& scan, std::optional<AccessPath> keys)
+      : connection_(connection),
+        path_(scan.path != nullptr ? *scan.path : AccessPath{}),
+        keys_(std::move(keys)),
+        entries_(path_.attribute != 0 && scan.gives == Scan::Gives::IndexEntries),
+        query_(connection, statementOf(scan, keys_)),
+        reading_(entries_ ? "SELECT record FROM " + recordTable(scan.file) + " WHERE id = ?1"
+                          : std::string()) {
+    if (scan.path != nullptr) bindRange(query_, path_, 1);
+    if (keys_) bindRange(query_, *keys_, 3);
+  }
+
+  bool next(multivalue::Entry& entry) override {
+    if (!query_.step()) return false;
+    entry.id = query_.text(0);
+    if (!entries_) {
+      entry.record = query_.text(1);
+      return true;
+    }
+    entry.value = query_.text(1);
+    entry.first = query_.number(2) != 0;
+    entry.record = {};
+    if (!entry.first) {
+      Query record(connection_, reading_);
+      record_ = record.bind(1, entry.id).step() ? std::string(record.text(0)) : std::string();
+      entry.record = record_;
+    }
+    return true;
+  }
+
+ private:
+  Connection& connection_;
+  const AccessPath path_;
+  const std::optional<AccessPath> keys_;
+  const bool entries_;
+  Query query_;
+  const std::string reading_;
+  std::string record_;
+};
+
+class SqliteTransaction final : public multivalue::Transaction {
+ public:
+  explicit SqliteTransaction(Connection& connection) : scope_(connection) {}
+  void commit() override { scope_.commit(); }
+
+ private:
+  WriteScope scope_;
+};
+
+}  // namespace
+
+void SqliteEngine::create() {
+  WriteScope scope(connection_);
+  connection_.execute(
+      "CREATE TABLE store_file(name TEXT PRIMARY KEY COLLATE NOCASE) WITHOUT ROWID;"
+      "CREATE TABLE store_dictionary(file TEXT, name TEXT, attribute INTEGER NOT NULL,"
+      " PRIMARY KEY(file, name)) WITHOUT ROWID;"
+      "CREATE TABLE store_index(file TEXT, attribute INTEGER,"
+      " PRIMARY KEY(file, attribute)) WITHOUT ROWID;");
+  connection_.execute("PRAGMA application_id = " + std::to_string(kApplicationId));
+  connection_.execute("PRAGMA user_version = " + std::to_string(kFormat));
+  scope.commit();
+}
+
+void SqliteEngine::checkFormat() {
+  Query application(connection_, "PRAGMA application_id");
+  if (!application.step() || application.number(0) != kApplicationId) {
+    throw store::StoreError(store::kIoFailure, "the file is no store");
+  }
+  Query format(connection_, "PRAGMA user_version");
+  if (!format.step() || format.number(0) != kFormat) {
+    throw store::StoreError(store::kIoFailure, "the store has a format that is not known here");
+  }
+}
+
+std::vector<std::string> SqliteEngine::fileNames() {
+  std::vector<std::string> found;
+  Query query(connection_, "SELECT name FROM store_file ORDER BY name");
+  while (query.step()) found.emplace_back(query.text(0));
+  return found;
+}
+
+std::shared_ptr<const FileDescription> SqliteEngine::describe(std::string_view name) {
+  Query present(connection_, "SELECT 1 FROM store_file WHERE name = ?1 COLLATE BINARY");
+  if (!present.bind(1, name).step()) return nullptr;
+  auto file = std::make_shared<FileDescription>();
+  file->name = name;
+  Query fields(connection_, "SELECT name, attribute FROM store_dictionary WHERE file = ?1");
+  fields.bind(1, name);
+  while (fields.step()) file->fields.emplace(fields.text(0), static_cast<int>(fields.number(1)));
+  Query indexes(connection_, "SELECT attribute FROM store_index WHERE file = ?1");
+  indexes.bind(1, name);
+  while (indexes.step()) file->indexed.push_back(static_cast<int>(indexes.number(0)));
+  return file;
+}
+
+std::string SqliteEngine::sameName(std::string_view name) {
+  Query present(connection_, "SELECT name FROM store_file WHERE name = ?1");
+  return present.bind(1, name).step() ? std::string(present.text(0)) : std::string();
+}
+
+void SqliteEngine::addFile(const FileDescription& file) {
+  Query(connection_, "INSERT INTO store_file VALUES(?1)").bind(1, file.name).run();
+  connection_.execute("CREATE TABLE " + recordTable(file) +
+                      "(id TEXT PRIMARY KEY, record BLOB NOT NULL) WITHOUT ROWID");
+  for (const auto& [name, attribute] : file.fields) {
+    Query(connection_, "INSERT INTO store_dictionary VALUES(?1, ?2, ?3)")
+        .bind(1, file.name)
+        .bind(2, name)
+        .bind(3, attribute)
+        .run();
+  }
+  for (const int attribute : file.indexed) {
+    Query(connection_, "INSERT INTO store_index VALUES(?1, ?2)")
+        .bind(1, file.name)
+        .bind(2, attribute)
+        .run();
+    connection_.execute("CREATE TABLE " + indexTable(file, attribute) +
+                        "(value TEXT, id TEXT, first INTEGER NOT NULL,"
+                        " PRIMARY KEY(value, id)) WITHOUT ROWID");
+  }
+}
+
+std::int64_t SqliteEngine::filesVersion() {
+  Query query(connection_, "PRAGMA schema_version");
+  return query.step() ? query.number(0) : 0;
+}
+
+std::unique_ptr<multivalue::Transaction> SqliteEngine::begin() {
+  return std::make_unique<SqliteTransaction>(connection_);
+}
+
+std::optional<std::string> SqliteEngine::read(const FileDescription& file, std::string_view id) {
+  Query query(connection_, "SELECT record FROM " + recordTable(file) + " WHERE id = ?1");
+  if (!query.bind(1, id).step()) return std::nullopt;
+  return std::string(query.text(0));
+}
+
+bool SqliteEngine::exchange(const FileDescription& file, std::string_view id,
+                            std::optional<std::string_view> before,
+                            std::optional<std::string_view> after) {
+  const std::string table = recordTable(file);
+  if (!before) {
+    Query(connection_, "INSERT INTO " + table + " VALUES(?1, ?2) ON CONFLICT(id) DO NOTHING")
+        .bind(1, id)
+        .bindBytes(2, after.value())
+        .run();
+  } else if (!after) {
+    Query(connection_, "DELETE FROM " + table + " WHERE id = ?1 AND record = ?2")
+        .bind(1, id)
+        .bindBytes(2, *before)
+        .run();
+  } else {
+    Query(connection_, "UPDATE " + table + " SET record = ?3 WHERE id = ?1 AND record = ?2")
+        .bind(1, id)
+        .bindBytes(2, *before)
+        .bindBytes(3, *after)
+        .run();
+  }
+  if (connection_.rowsChanged() == 0) return false;
+  for (const int attribute : file.indexed) {
+    reindex(file, attribute, id, multivalue::attributeOf(before.value_or(""), attribute),
+            multivalue::attributeOf(after.value_or(""), attribute));
+  }
+  return true;
+}
+
+void SqliteEngine::reindex(const FileDescription& file, int attribute, std::string_view id,
+                           std::string_view before, std::string_view after) {
+  if (before == after) return;
+  const std::string table = indexTable(file, attribute);
+  const auto remove = [&](std::string_view value) {
+    Query(connection_, "DELETE FROM " + table + " WHERE value = ?1 AND id = ?2")
+        .bind(1, value)
+        .bind(2, id)
+        .run();
+  };
+  const auto put = [&](std::string_view value, bool first) {
+    Query(connection_, "INSERT INTO " + table +
+                           " VALUES(?1, ?2, ?3) ON CONFLICT(value, id) DO UPDATE SET first = ?3")
+        .bind(1, value)
+        .bind(2, id)
+        .bind(3, static_cast<std::int64_t>(first))
+        .run();
+  };
+  multivalue::changeIndex(before, after, {remove, put});
+}
+
+// A range of keys among the tests narrows the entries of an index where they are read.
+std::unique_ptr<multivalue::Cursor> SqliteEngine::scan(const Scan& scan) {
+  const bool indexed = scan.path != nullptr && scan.path->attribute != 0;
+  std::optional<AccessPath> keys;
+  if (indexed && scan.tests != nullptr) keys = multivalue::keyPath(scan.file, *scan.tests);
+  return std::make_unique<SqliteCursor>(connection_, scan, std::move(keys));
+}
+
+std::int64_t SqliteEngine::count(const FileDescription& file, const AccessPath* path,
+                                 std::int64_t limit) {
+  const bool byKey = path == nullptr || path->attribute == 0;
+  const std::string table = byKey ? recordTable(file) : indexTable(file, path->attribute);
+  if (path == nullptr) {
+    Query query(connection_, "SELECT count(*) FROM " + table);
+    return query.step() ? query.number(0) : 0;
+  }
+  Query query(connection_, "SELECT count(*) FROM (SELECT 1 FROM " + table + " WHERE " +
+                               condition(*path, byKey ? "id" : "value", 1) + " LIMIT ?3)");
+  bindRange(query, *path, 1);
+  query.bind(3, limit);
+  return query.step() ? query.number(0) : 0;
+}
+
+}  // namespace localstore

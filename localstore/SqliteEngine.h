@@ -1,0 +1,41 @@
+// The port of multivalue/ over one SQLite file. Its tables: docs/local-store.md.
+#pragma once
+
+#include "localstore/Sqlite.h"
+#include "multivalue/Engine.h"
+
+namespace localstore {
+
+class SqliteEngine final : public multivalue::Engine {
+ public:
+  SqliteEngine(const std::string& path, Connection::Mode mode) : connection_(path, mode) {}
+
+  Connection& connection() { return connection_; }
+  // Makes the tables of an empty database.
+  void create();
+  // Throws StoreError (kIoFailure) when the database is no store, or one of a later format.
+  void checkFormat();
+
+  std::vector<std::string> fileNames() override;
+  std::shared_ptr<const multivalue::FileDescription> describe(std::string_view name) override;
+  std::string sameName(std::string_view name) override;
+  void addFile(const multivalue::FileDescription& file) override;
+  std::int64_t filesVersion() override;
+  std::unique_ptr<multivalue::Transaction> begin() override;
+  std::optional<std::string> read(const multivalue::FileDescription& file,
+                                  std::string_view id) override;
+  bool exchange(const multivalue::FileDescription& file, std::string_view id,
+                std::optional<std::string_view> before,
+                std::optional<std::string_view> after) override;
+  std::unique_ptr<multivalue::Cursor> scan(const multivalue::Scan& scan) override;
+  std::int64_t count(const multivalue::FileDescription& file, const multivalue::AccessPath* path,
+                     std::int64_t limit) override;
+
+ private:
+  void reindex(const multivalue::FileDescription& file, int attribute, std::string_view id,
+               std::string_view before, std::string_view after);
+
+  Connection connection_;
+};
+
+}  // namespace localstore

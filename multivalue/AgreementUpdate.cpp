@@ -1,0 +1,192 @@
+#include "multivalue/AgreementUpdate.h"
+
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "multivalue/ParticipationScale.h"
+#include "multivalue/RecordText.h"
+#include "multivalue/Records.h"
+#include "multivalue/Sentence.h"
+#include "store/Dates.h"
+#include "store/Layouts.h"
+#include "store/StoreError.h"
+#include "text/Utf8.h"
+
+namespace multivalue {
+
+namespace {
+
+constexpr std::string_view kName = "MAJTXACCGENE";
+
+// The arguments, and where they stand in the command.
+struct Arguments {
+  std::string_view command;
+  long day = 0;
+  std::string_view code;
+  std::size_t codeOffset = 0;
+};
+
+Arguments argumentsOf(std::string_view command) {
+  std::vector<std::size_t> bars;
+  for (std::size_t at = command.find('|'); at != std::string_view::npos;
+       at = command.find('|', at + 1)) {
+    bars.push_back(at);
+  }
+  if (bars.size() != 2) {
+    refuseSentence(command, bars.size() < 2 ? command.size() : bars[2],
+                   std::string(kName) + " takes a date and a body's code, each after a \"|\"");
+  }
+  const auto day = store::dayOfText(command.substr(bars[0] + 1, bars[1] - bars[0] - 1));
+  if (!day) refuseSentence(command, bars[0] + 1, "a date dd/mm/yyyy is expected");
+  const std::string_view code = text::trim(command.substr(bars[1] + 1));
+  if (code.empty()) refuseSentence(command, bars[1] + 1, "a body's code is expected");
+  return {command, *day, code, bars[1] + 1};
+}
+
+// The code that even a command with wrong arguments names; "" when it names none.
+std::string_view codeNamed(std::string_view command) {
+  for (int argument = 0; argument < 2; ++argument) {
+    const std::size_t bar = command.find('|');
+    if (bar == std::string_view::npos) return {};
+    command.remove_prefix(bar + 1);
+  }
+  return text::trim(command.substr(0, command.find('|')));
+}
+
+std::string listId(std::string_view word, std::string_view code) {
+  return std::string(word) + std::string(code);
+}
+
+// What an earlier command has left for that body.
+void removeLists(Engine& engine, Catalogue& catalogue, std::string_view code) {
+  if (code.empty()) return;
+  Records lists(engine, catalogue.forWriting(store::tempo::kFile));
+  lists.remove(listId(store::tempo::kAccordsModifies, code));
+  lists.remove(listId(store::tempo::kAccordsLimite, code));
+}
+
+// Keys as a record holds them, one an attribute.
+class KeyList {
+ public:
+  void add(std::string_view key) {
+    if (!text_.empty()) text_ += store::kAttributeMark;
+    text_ += key;
+  }
+  // An empty list leaves no record.
+  void write(Records& records, std::string_view word, std::string_view code) const {
+    if (!text_.empty()) records.write(listId(word, code), text_);
+  }
+
+ private:
+  std::string text_;
+};
+
+// Lives inside the transaction.
+class Update {
+ public:
+  Update(Engine& engine, Catalogue& catalogue, const Arguments& arguments)
+      : engine_(engine),
+        catalogue_(catalogue),
+        arguments_(arguments),
+        scale_(body(), arguments.day),
+        agreements_(catalogue.forWriting(store::accord::kFile)),
+        elements_(engine, catalogue.forWriting(store::eltsfactaide::kFile)) {}
+
+  void run() {
+    throughAgreements();
+    Records lists(engine_, catalogue_.forWriting(store::tempo::kFile));
+    modified_.write(lists, store::tempo::kAccordsModifies, arguments_.code);
+    limit_.write(lists, store::tempo::kAccordsLimite, arguments_.code);
+  }
+
+ private:
+  store::DynamicArray body() {
+    Records bodies(engine_, catalogue_.forWriting(store::orgprisecharge::kFile));
+    const std::optional<std::string> record = bodies.read(arguments_.code);
+    if (!record) {
+      refuseSentence(arguments_.command, arguments_.codeOffset, "no funding body has this code");
+    }
+    return store::DynamicArray(*record);
+  }
+
+  // In the order of the keys. Only agreements are written meanwhile, and none of them changes the
+  // attribute that the index is of.
+  void throughAgreements() {
+    AccessPath path;
+    path.attribute = store::accord::OrgChgAcc;
+    path.low = arguments_.code;
+    path.exact = true;
+    const auto cursor = engine_.scan({*agreements_, &path});
+    Entry entry;
+    while (cursor->next(entry)) update(std::string(entry.id), std::string(entry.record));
+  }
+
+  void update(const std::string& key, const std::string& record) {
+    if (!attributeOf(record, store::accord::ClotureAcc).empty()) return;
+    const std::string_view end = attributeOf(record, store::accord::DateFinAcc);
+    if (end.empty()) return;
+    const std::optional<long long> lastDay = storedDay(end);
+    if (lastDay && *lastDay < arguments_.day) return;
+    const bool changed = lastDay && carryScale(key, record);
+    (changed ? modified_ : limit_).add(key);
+  }
+
+  bool carryScale(const std::string& key, const std::string& record) {
+    const std::optional<Period>& period = periodOf(text::left(key, store::accord::kNumeroAide));
+    const std::optional<std::string> changed =
+        period ? beginPeriod(record, *period) : std::optional<std::string>();
+    if (!changed) return false;
+    if (!engine_.exchange(*agreements_, key, record, *changed)) {
+      throw store::StoreError(store::kBusy, "an agreement was changed during the update");
+    }
+    return true;
+  }
+
+  // A beneficiary's agreements follow each other.
+  const std::optional<Period>& periodOf(const std::string& number) {
+    if (number == number_) return period_;
+    const std::string elements = elements_.read(number).value_or("");
+    period_ = scale_.periodOf(attributeOf(elements, store::eltsfactaide::RevenuElt),
+                              attributeOf(elements, store::eltsfactaide::FoyerElt));
+    number_ = number;
+    return period_;
+  }
+
+  Engine& engine_;
+  Catalogue& catalogue_;
+  const Arguments& arguments_;
+  const ParticipationScale scale_;
+  const std::shared_ptr<const FileDescription> agreements_;
+  Records elements_;
+  KeyList modified_;
+  KeyList limit_;
+  std::string number_;  // the beneficiary of period_, "" before the first
+  std::optional<Period> period_;
+};
+
+}  // namespace
+
+bool isAgreementUpdate(std::string_view command) {
+  return text::trim(command.substr(0, command.find('|'))) == kName;
+}
+
+void updateAgreements(Engine& engine, Catalogue& catalogue, std::string_view command) {
+  const auto whole = engine.begin();
+  removeLists(engine, catalogue, codeNamed(command));
+  try {
+    const auto update = engine.begin();
+    const Arguments arguments = argumentsOf(command);
+    Update(engine, catalogue, arguments).run();
+    update->commit();
+  } catch (const store::StoreError& error) {
+    // Who reads on all the same must not find an earlier command's answer.
+    if (error.code() == store::kBadSentence) whole->commit();
+    throw;
+  }
+  whole->commit();
+}
+
+}  // namespace multivalue

@@ -1,0 +1,148 @@
+#include "multivalue/Comparison.h"
+
+#include <cstddef>
+#include <optional>
+
+#include "store/DynamicArray.h"
+
+namespace multivalue {
+
+namespace {
+
+// Digits without leading zeros before the point and without trailing zeros after it; zero is
+// neither negative nor written.
+struct Decimal {
+  bool negative = false;
+  std::string_view whole;
+  std::string_view fraction;
+};
+
+std::size_t digitsAt(std::string_view text, std::size_t start) {
+  std::size_t end = start;
+  while (end < text.size() && text[end] >= '0' && text[end] <= '9') ++end;
+  return end - start;
+}
+
+std::optional<Decimal> decimal(std::string_view text) {
+  Decimal number;
+  std::size_t at = 0;
+  if (!text.empty() && (text[0] == '-' || text[0] == '+')) {
+    number.negative = text[0] == '-';
+    at = 1;
+  }
+  const std::size_t whole = digitsAt(text, at);
+  if (whole == 0) return std::nullopt;
+  number.whole = text.substr(at, whole);
+  at += whole;
+  if (at < text.size() && (text[at] == '.' || text[at] == ',')) {
+    const std::size_t fraction = digitsAt(text, at + 1);
+    if (fraction == 0) return std::nullopt;
+    number.fraction = text.substr(at + 1, fraction);
+    at += 1 + fraction;
+  }
+  if (at != text.size()) return std::nullopt;
+  while (number.whole.starts_with('0')) number.whole.remove_prefix(1);
+  while (number.fraction.ends_with('0')) number.fraction.remove_suffix(1);
+  if (number.whole.empty() && number.fraction.empty()) number.negative = false;
+  return number;
+}
+
+// Digits that need no further look: no sign, no leading zero, no fraction.
+bool isPlain(std::string_view text) {
+  return !text.empty() && text[0] != '0' && digitsAt(text, 0) == text.size();
+}
+
+int sign(int comparison) { return (comparison > 0) - (comparison < 0); }
+
+int compareDecimals(const Decimal& a, const Decimal& b) {
+  if (a.negative != b.negative) return a.negative ? -1 : 1;
+  int magnitude = 0;
+  if (a.whole.size() != b.whole.size()) {
+    magnitude = a.whole.size() < b.whole.size() ? -1 : 1;
+  } else {
+    magnitude = sign(a.whole.compare(b.whole));
+    if (magnitude == 0) magnitude = sign(a.fraction.compare(b.fraction));
+  }
+  return a.negative ? -magnitude : magnitude;
+}
+
+}  // namespace
+
+int compareSizes(std::string_view a, std::string_view b) {
+  if (isPlain(a) && isPlain(b)) {
+    return a.size() == b.size() ? sign(a.compare(b)) : a.size() < b.size() ? -1 : 1;
+  }
+  const std::optional<Decimal> left = decimal(a);
+  if (left) {
+    const std::optional<Decimal> right = decimal(b);
+    if (right) return compareDecimals(*left, *right);
+  }
+  return sign(a.compare(b));
+}
+
+int compareForOrder(std::string_view a, std::string_view b) {
+  if (a.empty() || b.empty()) return static_cast<int>(b.empty()) - static_cast<int>(a.empty());
+  const std::optional<Decimal> left = decimal(a);
+  const std::optional<Decimal> right = decimal(b);
+  if (left && right) return compareDecimals(*left, *right);
+  if (left || right) return left ? -1 : 1;
+  return sign(a.compare(b));
+}
+
+Criterion::Criterion(Operator comparison, std::string_view value) : comparison_(comparison) {
+  if (comparison == Operator::Equal || comparison == Operator::Different) {
+    const bool begins = value.ends_with(']');
+    if (begins) value.remove_suffix(1);
+    const bool ends = value.starts_with('[');
+    if (ends) value.remove_prefix(1);
+    if (begins) match_ = ends ? Match::Contains : Match::Begins;
+    if (ends && !begins) match_ = Match::Ends;
+  }
+  text_ = value;
+}
+
+bool Criterion::holdsForValue(std::string_view value) const {
+  const auto matches = [&] {
+    switch (match_) {
+      case Match::Begins:
+        return value.starts_with(text_);
+      case Match::Ends:
+        return value.ends_with(text_);
+      case Match::Contains:
+        return value.find(text_) != std::string_view::npos;
+      case Match::Whole:
+        break;
+    }
+    return value == text_;
+  };
+  switch (comparison_) {
+    case Operator::Equal:
+      return matches();
+    case Operator::Different:
+      return !matches();
+    case Operator::Less:
+      return compareSizes(value, text_) < 0;
+    case Operator::AtMost:
+      return compareSizes(value, text_) <= 0;
+    case Operator::Greater:
+      return compareSizes(value, text_) > 0;
+    case Operator::AtLeast:
+      return compareSizes(value, text_) >= 0;
+  }
+  return false;
+}
+
+bool Criterion::holdsForAttribute(std::string_view attribute) const {
+  if (text_.empty() && match_ == Match::Whole) {
+    if (comparison_ == Operator::Equal) return attribute.empty();
+    if (comparison_ == Operator::Different) return !attribute.empty();
+  }
+  for (;;) {
+    const std::size_t mark = attribute.find(store::kValueMark);
+    if (holdsForValue(attribute.substr(0, mark))) return true;
+    if (mark == std::string_view::npos) return false;
+    attribute.remove_prefix(mark + 1);
+  }
+}
+
+}  // namespace multivalue

@@ -1,0 +1,157 @@
+#include "multivalue/Database.h"
+
+#include <limits>
+#include <optional>
+#include <utility>
+
+#include "multivalue/Catalogue.h"
+#include "multivalue/Commands.h"
+#include "multivalue/Records.h"
+#include "multivalue/Selection.h"
+#include "multivalue/Sentence.h"
+#include "store/StoreError.h"
+
+namespace multivalue {
+
+namespace {
+
+// Shared by the database object, its files and its records: the store closes with the last.
+struct Client {
+  explicit Client(std::unique_ptr<Engine> opened) : engine(std::move(opened)), catalogue(*engine) {}
+
+  const std::unique_ptr<Engine> engine;
+  Catalogue catalogue;
+
+  // The file is looked up inside the transaction: another process may have given it an index.
+  void write(std::string_view file, std::string_view id, std::string_view record) {
+    const auto transaction = engine->begin();
+    Records(*engine, catalogue.forWriting(file)).write(id, record);
+    transaction->commit();
+  }
+
+  bool remove(std::string_view file, std::string_view id) {
+    const auto transaction = engine->begin();
+    const bool removed = Records(*engine, catalogue.forWriting(file)).remove(id).has_value();
+    transaction->commit();
+    return removed;
+  }
+};
+
+class EngineRecord final : public store::Record {
+ public:
+  EngineRecord(std::shared_ptr<Client> client, std::string file, std::string_view id,
+               std::string_view text, bool found)
+      : Record(store::DynamicArray(text), found),
+        client_(std::move(client)),
+        file_(std::move(file)),
+        id_(id) {}
+
+  void DBWrite() override { client_->write(file_, id_, fields().text()); }
+
+ private:
+  std::shared_ptr<Client> client_;
+  std::string file_;
+  std::string id_;
+};
+
+class EngineFile final : public store::File {
+ public:
+  EngineFile(std::shared_ptr<Client> client, std::string_view name)
+      : client_(std::move(client)), name_(name) {}
+
+  std::unique_ptr<store::Record> ReadRecord(std::string_view id) override {
+    const std::optional<std::string> text =
+        client_->engine->read(*client_->catalogue.forReading(name_), id);
+    return std::make_unique<EngineRecord>(client_, name_, id, text.value_or(""), text.has_value());
+  }
+
+  int DeleteRecord(std::string_view id) override {
+    return client_->remove(name_, id) ? 0 : static_cast<int>(store::kRecordNotFound);
+  }
+
+ private:
+  std::shared_ptr<Client> client_;
+  std::string name_;
+};
+
+class ClientTransaction final : public Transaction {
+ public:
+  explicit ClientTransaction(std::shared_ptr<Client> client)
+      : client_(std::move(client)), transaction_(client_->engine->begin()) {}
+  ClientTransaction(const ClientTransaction&) = delete;
+  ClientTransaction& operator=(const ClientTransaction&) = delete;
+  ~ClientTransaction() override {
+    transaction_.reset();
+    client_->catalogue.forget();
+  }
+
+  void commit() override { transaction_->commit(); }
+
+ private:
+  std::shared_ptr<Client> client_;
+  std::unique_ptr<Transaction> transaction_;  // ends before what it has made is forgotten
+};
+
+class EngineDatabase final : public Database {
+ public:
+  explicit EngineDatabase(std::shared_ptr<Client> client) : client_(std::move(client)) {}
+
+  std::unique_ptr<store::File> OpenFile(std::string_view name) override {
+    return std::make_unique<EngineFile>(client_, client_->catalogue.forReading(name)->name);
+  }
+
+  store::DynamicArray ExecuteSentence(std::string_view request) override {
+    const store::DynamicArray parts(request);
+    if (isSelection(parts.get(1))) {
+      return runSelection(*client_->engine, client_->catalogue, parts.get(1), parts.get(2),
+                          parts.get(3));
+    }
+    if (parts.empty()) refuseSentence("", 0, "the request is empty");
+    for (int i = 1; i <= parts.DCount(); ++i) {
+      runCommand(*client_->engine, client_->catalogue, parts.get(i));
+    }
+    return {};
+  }
+
+  std::vector<std::string> fileNames() override { return client_->engine->fileNames(); }
+
+  void createFile(std::string_view name) override { client_->catalogue.createFile(name); }
+
+  std::string fieldName(std::string_view file, int attribute) override {
+    for (const auto& [name, number] : client_->catalogue.forReading(file)->fields) {
+      if (number == attribute) return name;
+    }
+    return {};
+  }
+
+  std::unique_ptr<Transaction> begin() override {
+    return std::make_unique<ClientTransaction>(client_);
+  }
+
+  void write(std::string_view file, std::string_view id, std::string_view record) override {
+    client_->write(file, id, record);
+  }
+
+  long long recordCount(std::string_view file) override {
+    return client_->engine->count(*client_->catalogue.forReading(file), nullptr,
+                                  std::numeric_limits<std::int64_t>::max());
+  }
+
+  void forEachRecord(std::string_view file, const Visitor& visitor) override {
+    const auto description = client_->catalogue.forReading(file);
+    const auto cursor = client_->engine->scan({*description});
+    Entry entry;
+    while (cursor->next(entry)) visitor(entry.id, entry.record);
+  }
+
+ private:
+  std::shared_ptr<Client> client_;
+};
+
+}  // namespace
+
+std::shared_ptr<Database> databaseOver(std::unique_ptr<Engine> engine) {
+  return std::make_shared<EngineDatabase>(std::make_shared<Client>(std::move(engine)));
+}
+
+}  // namespace multivalue

@@ -1,0 +1,342 @@
+#include "multivalue/Selection.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "multivalue/AccessPath.h"
+#include "multivalue/RecordText.h"
+#include "multivalue/Sentence.h"
+#include "store/StoreError.h"
+#include "text/Utf8.h"
+
+namespace multivalue {
+
+namespace {
+
+// Far above any layout; keeps a mistyped number from looking like an attribute.
+constexpr int kHighestAttribute = 9999;
+
+// Attribute number of a name; nothing for an unknown one.
+std::optional<int> attributeNumber(const FileDescription& file, std::string_view name) {
+  if (name == "@ID") return 0;
+  const auto named = file.fields.find(name);
+  if (named != file.fields.end()) return named->second;
+  int number = 0;
+  const auto [end, error] = std::from_chars(name.data(), name.data() + name.size(), number);
+  if (error != std::errc() || end != name.data() + name.size()) return std::nullopt;
+  if (number < 0 || number > kHighestAttribute) return std::nullopt;
+  return number;
+}
+
+struct Plan {
+  std::shared_ptr<const FileDescription> file;
+  std::vector<Test> tests;
+  std::vector<int> order;
+  std::vector<int> columns;
+
+  // Can all be known from the key and the first value of one attribute, where that attribute's own
+  // tests are `path`'s only?
+  bool coveredBy(const AccessPath& path) const {
+    const auto known = [&](int attribute) { return attribute == 0 || attribute == path.attribute; };
+    const auto onPath = [&](const Test& test) { return test.attribute == path.attribute; };
+    return std::all_of(order.begin(), order.end(), known) &&
+           std::all_of(columns.begin(), columns.end(), known) &&
+           std::all_of(tests.begin(), tests.end(),
+                       [&](const Test& test) { return known(test.attribute); }) &&
+           (path.attribute == 0 || std::count_if(tests.begin(), tests.end(), onPath) == 1);
+  }
+};
+
+Plan planOf(Catalogue& catalogue, std::string_view text, const Sentence& sentence) {
+  Plan plan;
+  try {
+    plan.file = catalogue.forReading(sentence.file.text);
+  } catch (const store::StoreError& error) {
+    if (error.code() != store::kUnknownFile) throw;
+    const std::size_t place = text::length(text.substr(0, sentence.file.offset)) + 1;
+    throw store::StoreError(error.code(),
+                            "character " + std::to_string(place) + ": " + error.what());
+  }
+  const auto attribute = [&](const Word& field) {
+    const std::optional<int> number = attributeNumber(*plan.file, field.text);
+    if (!number) {
+      refuseSentence(text, field.offset,
+                     "unknown field " + field.text + " in file " + plan.file->name);
+    }
+    return *number;
+  };
+  for (const Condition& condition : sentence.conditions) {
+    plan.tests.push_back(
+        {attribute(condition.field), Criterion(condition.comparison, condition.value)});
+  }
+  for (const Word& field : sentence.order) plan.order.push_back(attribute(field));
+  return plan;
+}
+
+std::vector<int> columnsOf(const FileDescription& file, std::string_view columns) {
+  std::vector<int> numbers;
+  std::size_t at = 0;
+  while ((at = columns.find_first_not_of(' ', at)) != std::string_view::npos) {
+    const std::size_t end = std::min(columns.find(' ', at), columns.size());
+    const std::string_view name = columns.substr(at, end - at);
+    const std::optional<int> number = attributeNumber(file, name);
+    if (!number) {
+      throw store::StoreError(store::kBadSentence,
+                              "columns, character " +
+                                  std::to_string(text::length(columns.substr(0, at)) + 1) +
+                                  ": unknown field " + std::string(name) + " in file " + file.name);
+    }
+    numbers.push_back(*number);
+    at = end;
+  }
+  if (numbers.empty()) numbers.push_back(0);
+  return numbers;
+}
+
+// Attributes of a record in one pass: each asked for is the one before or a later one.
+class RecordScan {
+ public:
+  explicit RecordScan(std::string_view record)
+      : at_(record.data()), end_(record.data() + record.size()) {}
+
+  std::string_view attribute(int wanted) {
+    while (number_ < wanted && at_ != end_) number_ += *at_++ == store::kAttributeMark;
+    if (number_ < wanted) return {};
+    const char* stop = at_;
+    while (stop != end_ && *stop != store::kAttributeMark) ++stop;
+    return {at_, static_cast<std::size_t>(stop - at_)};
+  }
+
+ private:
+  const char* at_;  // where attribute `number_` begins
+  const char* end_;
+  int number_ = 1;
+};
+
+// What was selected, in one pool of text: a store may select a million records.
+class Rows {
+ public:
+  explicit Rows(const Plan& plan) : plan_(plan) {}
+
+  // `valueOf` gives the first value of an attribute, the key for 0.
+  template <typename ValueOf>
+  void add(const ValueOf& valueOf) {
+    Row row;
+    row.answer.start = pool_.size();
+    columns_.clear();
+    for (const int attribute : plan_.columns) {
+      if (!columns_.empty()) pool_ += store::kValueMark;
+      columns_.push_back(keep(valueOf(attribute)));
+    }
+    row.answer.size = pool_.size() - row.answer.start;
+    row.id = kept(0, valueOf);
+    row.keys = keys_.size();
+    for (const int attribute : plan_.order) keys_.push_back(kept(attribute, valueOf));
+    rows_.push_back(row);
+  }
+
+  void clear() {
+    pool_.clear();
+    keys_.clear();
+    rows_.clear();
+  }
+
+  store::DynamicArray answer() {
+    const auto before = [this](const Row& a, const Row& b) { return comesBefore(a, b); };
+    if (!std::is_sorted(rows_.begin(), rows_.end(), before)) {
+      std::sort(rows_.begin(), rows_.end(), before);
+    }
+    // A record that was met under several of its values has stood beside itself since the sort.
+    const auto same = [this](const Row& a, const Row& b) { return view(a.id) == view(b.id); };
+    rows_.erase(std::unique(rows_.begin(), rows_.end(), same), rows_.end());
+    store::DynamicArray answer;
+    int number = 0;
+    for (const Row& row : rows_) answer.set(++number, view(row.answer));
+    return answer;
+  }
+
+ private:
+  struct Slice {
+    std::size_t start = 0;
+    std::size_t size = 0;
+  };
+  struct Row {
+    Slice id;
+    Slice answer;
+    std::size_t keys = 0;  // where its sort keys start
+  };
+
+  Slice keep(std::string_view text) {
+    const Slice slice{pool_.size(), text.size()};
+    pool_ += text;
+    return slice;
+  }
+
+  // What the answer holds already is not kept twice.
+  template <typename ValueOf>
+  Slice kept(int attribute, const ValueOf& valueOf) {
+    const auto column = std::find(plan_.columns.begin(), plan_.columns.end(), attribute);
+    if (column == plan_.columns.end()) return keep(valueOf(attribute));
+    return columns_[static_cast<std::size_t>(column - plan_.columns.begin())];
+  }
+
+  std::string_view view(const Slice& slice) const {
+    return {pool_.data() + slice.start, slice.size};
+  }
+
+  bool comesBefore(const Row& a, const Row& b) const {
+    for (std::size_t i = 0; i < plan_.order.size(); ++i) {
+      const int comparison = compareForOrder(view(keys_[a.keys + i]), view(keys_[b.keys + i]));
+      if (comparison != 0) return comparison < 0;
+    }
+    return view(a.id) < view(b.id);
+  }
+
+  const Plan& plan_;
+  std::string pool_;
+  std::vector<Slice> keys_;
+  std::vector<Row> rows_;
+  std::vector<Slice> columns_;  // of the row being added
+};
+
+// The first of the paths with fewer entries than the limit; none when all have as many.
+const AccessPath* pathBelow(Engine& engine, const FileDescription& file,
+                            const std::vector<AccessPath>& paths, std::int64_t limit) {
+  for (const AccessPath& path : paths) {
+    if (engine.count(file, &path, limit) < limit) return &path;
+  }
+  return nullptr;
+}
+
+// One scan reads all that counts, so that it sees one state of the store.
+class Selector {
+ public:
+  Selector(Engine& engine, const Plan& plan) : engine_(engine), plan_(plan), rows_(plan) {}
+
+  store::DynamicArray run() {
+    const std::vector<AccessPath> paths = accessPaths(*plan_.file, plan_.tests);
+    if (paths.empty()) {
+      throughRecords(nullptr);
+    } else if (paths.size() == 1) {
+      through(paths.front());
+    } else {
+      throughNarrowest(paths);
+    }
+    return rows_.answer();
+  }
+
+ private:
+  // Which range is the narrowest is found by counting a bounded number of entries in each. An index
+  // that answers alone is gone through about as fast as it is counted, so that is tried first.
+  void throughNarrowest(const std::vector<AccessPath>& paths) {
+    constexpr std::int64_t kFew = 64;
+    constexpr std::int64_t kTrial = 1024;
+    constexpr std::int64_t kGrowth = 16;
+    const AccessPath* path = pathBelow(engine_, *plan_.file, paths, kFew);
+    if (path == nullptr) {
+      for (const AccessPath& offered : paths) {
+        if (offered.attribute == 0 || !plan_.coveredBy(offered)) continue;
+        if (throughIndexAlone(offered, kTrial)) return;
+        rows_.clear();
+        break;
+      }
+    }
+    for (std::int64_t limit = kTrial; path == nullptr; limit *= kGrowth) {
+      path = pathBelow(engine_, *plan_.file, paths, limit);
+    }
+    through(*path);
+  }
+
+  void through(const AccessPath& path) {
+    if (path.attribute != 0 && plan_.coveredBy(path)) {
+      throughIndexAlone(path, std::numeric_limits<std::int64_t>::max());
+    } else {
+      throughRecords(&path);
+    }
+  }
+
+  void throughRecords(const AccessPath* path) {
+    leaveTests(path);
+    const bool byKey = path == nullptr || path->attribute == 0;
+    const bool keyOnly = byKey && plan_.coveredBy(AccessPath{});
+    const auto cursor = engine_.scan(
+        {*plan_.file, path, keyOnly ? Scan::Gives::Keys : Scan::Gives::Records, &plan_.tests});
+    Entry entry;
+    while (cursor->next(entry)) addRecord(entry.id, entry.record);
+  }
+
+  // The index answers by itself, but for a record whose first value is another one. False when it
+  // was left after `limit` entries.
+  bool throughIndexAlone(const AccessPath& path, std::int64_t limit) {
+    leaveTests(&path);
+    const bool counted = limit < std::numeric_limits<std::int64_t>::max();
+    const auto cursor = engine_.scan(
+        {*plan_.file, &path, Scan::Gives::IndexEntries, counted ? nullptr : &plan_.tests});
+    Entry entry;
+    while (cursor->next(entry)) {
+      if (limit-- == 0) return false;
+      const auto holds = [&](const Test& test) {
+        return test.attribute != 0 || test.criterion.holdsForValue(entry.id);
+      };
+      if (!std::all_of(plan_.tests.begin(), plan_.tests.end(), holds)) continue;
+      if (!entry.first) {
+        addRecord(entry.id, entry.record);
+        continue;
+      }
+      rows_.add([&](int attribute) { return attribute == 0 ? entry.id : entry.value; });
+    }
+    return true;
+  }
+
+  // What a path does not answer is tested on each record, in the order of the attributes.
+  void leaveTests(const AccessPath* path) {
+    left_.clear();
+    for (const Test& test : plan_.tests) {
+      if (path == nullptr || &test != path->answers) left_.push_back(&test);
+    }
+    std::stable_sort(left_.begin(), left_.end(),
+                     [](const Test* a, const Test* b) { return a->attribute < b->attribute; });
+  }
+
+  void addRecord(std::string_view id, std::string_view record) {
+    RecordScan scan(record);
+    for (const Test* test : left_) {
+      const bool holds = test->attribute == 0
+                             ? test->criterion.holdsForValue(id)
+                             : test->criterion.holdsForAttribute(scan.attribute(test->attribute));
+      if (!holds) return;
+    }
+    rows_.add([&](int attribute) {
+      return attribute == 0 ? id : firstValue(attributeOf(record, attribute));
+    });
+  }
+
+  Engine& engine_;
+  const Plan& plan_;
+  std::vector<const Test*> left_;
+  Rows rows_;
+};
+
+}  // namespace
+
+store::DynamicArray runSelection(Engine& engine, Catalogue& catalogue, std::string_view sentence,
+                                 std::string_view file, std::string_view columns) {
+  const Sentence parsed = parseSentence(sentence);
+  if (!file.empty() && file != parsed.file.text) {
+    refuseSentence(sentence, parsed.file.offset,
+                   "the sentence selects from " + parsed.file.text + ", the request from " +
+                       std::string(file));
+  }
+  Plan plan = planOf(catalogue, sentence, parsed);
+  plan.columns = columnsOf(*plan.file, columns);
+  return Selector(engine, plan).run();
+}
+
+}  // namespace multivalue

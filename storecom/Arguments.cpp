@@ -1,0 +1,68 @@
+#include "storecom/Arguments.h"
+
+#include <algorithm>
+
+#include "com/ComBorder.h"
+#include "com/Variant.h"
+
+namespace storecom {
+
+using com::Error;
+
+namespace {
+
+// Left out on purpose: `rec.DCount()` from a language that fills in what is optional.
+bool isMissing(const VARIANT& value) {
+  return value.vt == VT_ERROR && value.scode == DISP_E_PARAMNOTFOUND;
+}
+
+}  // namespace
+
+Arguments::Arguments(const DISPPARAMS& parameters, bool isPut, std::size_t most) {
+  const UINT named = parameters.cNamedArgs;
+  // The others come last to first, behind the named ones.
+  for (UINT i = parameters.cArgs; i > named; --i) values_.push_back(&parameters.rgvarg[i - 1]);
+  for (UINT i = 0; i < named; ++i) {
+    const DISPID id = parameters.rgdispidNamedArgs[i];
+    if (id == DISPID_PROPERTYPUT) {
+      assigned_ = &parameters.rgvarg[i];
+      continue;
+    }
+    const auto position = static_cast<std::size_t>(id);
+    if (id < 0 || position >= most) throw Error(DISP_E_PARAMNOTFOUND, "no such argument");
+    values_.resize(std::max(values_.size(), position + 1));
+    values_[position] = &parameters.rgvarg[i];
+  }
+  if (isPut && assigned_ == nullptr && !values_.empty()) {
+    assigned_ = values_.back();
+    values_.pop_back();
+  }
+  if (values_.size() > most) throw Error(DISP_E_BADPARAMCOUNT, "too many arguments");
+}
+
+bool Arguments::has(std::size_t position) const {
+  return position < values_.size() && values_[position] != nullptr &&
+         !isMissing(*values_[position]);
+}
+
+const VARIANT& Arguments::at(std::size_t position) const {
+  if (!has(position)) throw Error(DISP_E_PARAMNOTOPTIONAL, "an argument is missing");
+  return *values_[position];
+}
+
+int Arguments::number(std::size_t position) const { return com::numberOf(at(position)); }
+
+std::string Arguments::text(std::size_t position) const {
+  return com::utf8(com::textOf(at(position)));
+}
+
+std::string Arguments::record(std::size_t position) const {
+  return com::recordText(com::textOf(at(position)));
+}
+
+std::string Arguments::assigned() const {
+  if (assigned_ == nullptr) throw Error(DISP_E_PARAMNOTOPTIONAL, "there is nothing to assign");
+  return com::recordText(com::textOf(*assigned_));
+}
+
+}  // namespace storecom

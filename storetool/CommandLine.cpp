@@ -1,0 +1,191 @@
+#include "storetool/CommandLine.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <exception>
+#include <functional>
+#include <memory>
+#include <ostream>
+
+#include "localstore/LocalDatabase.h"
+#include "multivalue/Sentence.h"
+#include "store/Request.h"
+#include "store/StoreError.h"
+#include "storetool/ProgressBar.h"
+#include "storetool/TextRecord.h"
+#include "storetool/Transfer.h"
+
+namespace storetool {
+
+namespace {
+
+constexpr const char* kExitCodes =
+    "Exit codes: 0 done, 1 no such record (show), 2 wrong command line, 3 a line or record that\n"
+    "cannot be imported or exported, 4 refused (unknown file, bad sentence), 5 the store is busy,\n"
+    "6 the store or a file cannot be read or written.";
+
+struct Arguments {
+  std::string store;
+  std::vector<std::string> paths;
+  std::string file;
+  std::string id;
+  std::string output;
+  std::string sentence;
+  std::string columns = "0";
+};
+
+class Commands {
+ public:
+  Commands(const Arguments& arguments, std::ostream& out, std::ostream& err, bool progress)
+      : arguments_(arguments), out_(out), err_(err), progress_(progress) {}
+
+  int create() {
+    localstore::createLocalDatabase(arguments_.store);
+    return kDone;
+  }
+
+  int importAll() {
+    const auto database = localstore::openLocalDatabase(arguments_.store);
+    ProgressBar bar(err_, progress_);
+    const long long count =
+        importFiles(*database, arguments_.paths, [&](double done) { bar.show(done); });
+    out_ << count << " records imported\n";
+    return kDone;
+  }
+
+  int exportOne() {
+    const auto database = localstore::openLocalDatabase(arguments_.store);
+    ProgressBar bar(err_, progress_);
+    const long long count = exportFile(*database, arguments_.file, arguments_.output,
+                                       [&](double done) { bar.show(done); });
+    out_ << count << " records exported\n";
+    return kDone;
+  }
+
+  // A command would be run before its columns are found to be none of its own.
+  int query() {
+    if (!multivalue::isSelection(arguments_.sentence)) {
+      multivalue::refuseSentence(arguments_.sentence, 0,
+                                 "a selection is expected: SSELECT or SELECT");
+    }
+    const auto database = localstore::openLocalDatabase(arguments_.store);
+    const store::DynamicArray answer =
+        store::select(*database, arguments_.sentence, "", arguments_.columns);
+    for (int i = 1; i <= answer.DCount(); ++i) {
+      std::string line(answer.get(i));
+      std::replace(line.begin(), line.end(), store::kValueMark, '\t');
+      out_ << line << '\n';
+    }
+    return kDone;
+  }
+
+  int show() {
+    const auto database = localstore::openLocalDatabase(arguments_.store);
+    const auto file = database->OpenFile(arguments_.file);
+    const auto record = file->ReadRecord(arguments_.id);
+    if (!record->found()) {
+      err_ << "tessaline-store: no record " << arguments_.id << " in " << arguments_.file << '\n';
+      return kNothingFound;
+    }
+    const store::DynamicArray& fields = record->fields();
+    for (int i = 1; i <= fields.DCount(); ++i) showAttribute(*database, fields, i);
+    return kDone;
+  }
+
+ private:
+  // "  1 SigleOrgChg: CD01"; of several values one a line, "25.2 DateRembOrgChg: 20000".
+  void showAttribute(multivalue::Database& database, const store::DynamicArray& fields,
+                     int attribute) {
+    std::string name = database.fieldName(arguments_.file, attribute);
+    if (!name.empty()) name.insert(0, " ");
+    const int values = fields.DCount(attribute);
+    for (int value = 1; value <= values; ++value) {
+      std::string place = std::to_string(attribute);
+      if (values > 1) place += "." + std::to_string(value);
+      out_ << place << name << ": " << fields.get(attribute, value) << '\n';
+    }
+  }
+
+  const Arguments& arguments_;
+  std::ostream& out_;
+  std::ostream& err_;
+  bool progress_;
+};
+
+int exitCodeOf(const store::StoreError& error) {
+  switch (error.code()) {
+    case store::kUnknownFile:
+    case store::kBadSentence:
+    case store::kBadValue:
+      return kRefused;
+    case store::kBusy:
+      return kStoreBusy;
+    default:
+      return kCannotAccess;
+  }
+}
+
+int guarded(const std::function<int()>& command, std::ostream& err) {
+  try {
+    return command();
+  } catch (const FormatError& error) {
+    err << "tessaline-store: " << error.what() << '\n';
+    return kBadRecord;
+  } catch (const store::StoreError& error) {
+    err << "tessaline-store: " << error.what() << '\n';
+    return exitCodeOf(error);
+  } catch (const std::exception& error) {
+    err << "tessaline-store: " << error.what() << '\n';
+    return kCannotAccess;
+  }
+}
+
+}  // namespace
+
+int runCommandLine(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err,
+                   bool progress) {
+  Arguments given;
+  Commands commands(given, out, err, progress);
+  std::function<int()> chosen;
+  CLI::App app("Makes, fills and questions a store in one file.", "tessaline-store");
+  app.footer(kExitCodes);
+  app.require_subcommand(1);
+  const auto add = [&](const char* name, const char* description, int (Commands::*command)()) {
+    CLI::App* added = app.add_subcommand(name, description);
+    added->add_option("STORE", given.store, "the store's file")->required();
+    added->callback([&chosen, &commands, command] {
+      chosen = [&commands, command] { return (commands.*command)(); };
+    });
+    return added;
+  };
+
+  add("create", "Make a new store with the system's files, all empty", &Commands::create);
+  CLI::App* import = add("import",
+                         "Import .jsonl and .csv files named after the store's files, or all such\n"
+                         "files of a folder; all of it or, when a line is bad, nothing",
+                         &Commands::importAll);
+  import->add_option("FILE-OR-FOLDER", given.paths, "what to import")->required();
+  CLI::App* exporting =
+      add("export", "Write the records of a file as .jsonl or .csv", &Commands::exportOne);
+  exporting->add_option("FILE", given.file, "the store's file to export")->required();
+  exporting->add_option("-o,--output", given.output, "the text file to write")->required();
+  CLI::App* query =
+      add("query", "Run a sentence; a line a record, columns separated by tabs", &Commands::query);
+  query->add_option("SENTENCE", given.sentence, "SSELECT file AVEC field = \"value\" PAR field")
+      ->required();
+  query->add_option("--columns", given.columns,
+                    "attributes to show, 0 for the key, separated by blanks (default: 0)");
+  CLI::App* show = add("show", "Show one record, an attribute a line", &Commands::show);
+  show->add_option("FILE", given.file, "the record's file")->required();
+  show->add_option("ID", given.id, "the record's key")->required();
+
+  std::vector<std::string> reversed(arguments.rbegin(), arguments.rend());
+  try {
+    app.parse(reversed);
+  } catch (const CLI::ParseError& error) {
+    return app.exit(error, out, err) == 0 ? kDone : kWrongUsage;
+  }
+  return guarded(chosen, err);
+}
+
+}  // namespace storetool

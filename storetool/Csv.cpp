@@ -1,0 +1,173 @@
+#include "storetool/Csv.h"
+
+#include <algorithm>
+#include <cstddef>
+
+#include "multivalue/RecordText.h"
+#include "store/DynamicArray.h"
+
+namespace storetool {
+
+namespace {
+
+// Rows of cells, with the line on which the last row read starts.
+class Rows {
+ public:
+  explicit Rows(std::string_view text) : text_(text) {
+    if (text_.starts_with("\xEF\xBB\xBF")) at_ = 3;
+  }
+
+  // False at the end of the text.
+  bool next(std::vector<std::string>& cells) {
+    while (at_ < text_.size() && (text_[at_] == '\n' || text_[at_] == '\r')) skip();
+    if (at_ == text_.size()) return false;
+    start_ = line_;
+    cells.clear();
+    for (;;) {
+      cells.push_back(cell());
+      if (at_ == text_.size()) return true;
+      const bool more = text_[at_] == ',';
+      if (!more && text_[at_] == '\r') skip();
+      if (at_ < text_.size()) skip();
+      if (!more) return true;
+    }
+  }
+
+  std::size_t line() const { return start_; }
+  std::size_t offset() const { return at_; }
+
+ private:
+  void skip() {
+    if (text_[at_] == '\n') ++line_;
+    ++at_;
+  }
+
+  bool endsLine(std::size_t at) const {
+    return at >= text_.size() || text_[at] == '\n' ||
+           (text_[at] == '\r' && (at + 1 == text_.size() || text_[at + 1] == '\n'));
+  }
+
+  std::string cell() {
+    if (at_ < text_.size() && text_[at_] == '"') return quotedCell();
+    const std::size_t start = at_;
+    while (!endsLine(at_) && text_[at_] != ',') {
+      if (text_[at_] == '"') throw FormatError("a double quote inside a cell without quotes");
+      ++at_;
+    }
+    return std::string(text_.substr(start, at_ - start));
+  }
+
+  std::string quotedCell() {
+    std::string cell;
+    skip();
+    for (;; skip()) {
+      if (at_ == text_.size()) throw FormatError("the cell's closing double quote is missing");
+      if (text_[at_] == '"') {
+        skip();
+        if (endsLine(at_) || text_[at_] == ',') return cell;
+        if (text_[at_] != '"') throw FormatError("a comma is expected after the closing quote");
+      }
+      cell += text_[at_];
+    }
+  }
+
+  std::string_view text_;
+  std::size_t at_ = 0;
+  std::size_t line_ = 1;
+  std::size_t start_ = 1;
+};
+
+void checkHeader(const std::vector<std::string>& cells) {
+  bool right = cells[0] == "id";
+  for (std::size_t i = 1; i < cells.size(); ++i) right = right && cells[i] == std::to_string(i);
+  if (!right) throw FormatError("the header is not id,1,2,...");
+}
+
+std::string attributeText(std::string_view cell) {
+  std::string text;
+  for (std::size_t i = 0; i < cell.size(); ++i) {
+    if (cell[i] == store::kAttributeMark || cell[i] == store::kValueMark) {
+      throw FormatError("a cell holds a mark");
+    }
+    if (cell[i] == ';') {
+      text += store::kValueMark;
+    } else if (cell[i] != '\\') {
+      text += cell[i];
+    } else {
+      ++i;
+      if (i == cell.size() || (cell[i] != ';' && cell[i] != '\\')) {
+        throw FormatError("a backslash is followed by neither \";\" nor \"\\\"");
+      }
+      text += cell[i];
+    }
+  }
+  return text;
+}
+
+TextRecord recordOfRow(const std::vector<std::string>& cells, std::size_t columns) {
+  if (cells.size() > columns) throw FormatError("more cells than the header has");
+  TextRecord record;
+  record.id = cells[0];
+  if (!multivalue::isIdentifier(record.id)) throw FormatError("the id is empty or holds a mark");
+  for (std::size_t i = 1; i < cells.size(); ++i) {
+    if (i > 1) record.text += store::kAttributeMark;
+    record.text += attributeText(cells[i]);
+  }
+  return record;
+}
+
+std::string quotedCell(std::string_view text) {
+  if (text.find_first_of(",\"\r\n") == std::string_view::npos) return std::string(text);
+  std::string cell = "\"";
+  for (const char c : text) {
+    if (c == '"') cell += '"';
+    cell += c;
+  }
+  return cell + '"';
+}
+
+}  // namespace
+
+void readCsv(std::string_view text, const RecordVisitor& visitor) {
+  Rows rows(text);
+  std::vector<std::string> cells;
+  std::size_t columns = 0;
+  for (;;) {
+    TextRecord record;
+    try {
+      if (!rows.next(cells)) break;
+      if (columns == 0) {
+        checkHeader(cells);
+        columns = cells.size();
+        continue;
+      }
+      record = recordOfRow(cells, columns);
+    } catch (const FormatError& error) {
+      throw FormatError("line " + std::to_string(rows.line()) + ": " + error.what());
+    }
+    visitor(record, rows.offset());
+  }
+  if (columns == 0) throw FormatError("line 1: the header is missing");
+}
+
+std::string csvHeader(int attributes) {
+  std::string header = "id";
+  for (int i = 1; i <= attributes; ++i) header += "," + std::to_string(i);
+  return header;
+}
+
+std::string csvRow(std::string_view id, std::string_view record) {
+  std::string row = quotedCell(id);
+  for (const std::string_view attribute : partsOf(record, store::kAttributeMark)) {
+    std::string cell;
+    for (const char c : attribute) {
+      if (c == ';' || c == '\\') cell += '\\';
+      cell += c == store::kValueMark ? ';' : c;
+    }
+    row += ',';
+    row += quotedCell(cell);
+  }
+  return row;
+}
+
+}  // namespace storetool

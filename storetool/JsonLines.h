@@ -1,0 +1,19 @@
+// JSON Lines: one record a line, {"id":"001","fields":["CD01","NAME",["v1","v2"]]}. fields[i] is
+// attribute i + 1: a string, or an array of strings for an attribute of several values.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "storetool/TextRecord.h"
+
+namespace storetool {
+
+// Visits the records of a whole file's text in order; blank lines and a byte order mark are passed
+// over. Throws FormatError ("line 3: ...").
+void readJsonLines(std::string_view text, const RecordVisitor& visitor);
+
+// One line, without its end. Throws FormatError for a text that is no UTF-8.
+std::string jsonLine(std::string_view id, std::string_view record);
+
+}  // namespace storetool

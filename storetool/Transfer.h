@@ -1,0 +1,28 @@
+// Import and export between a store and text files, the format told by the extension: ".jsonl" or
+// ".csv". A text file is named after the store file it goes into.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "multivalue/Database.h"
+
+namespace storetool {
+
+// Told now and then what part of the work is done, from 0 to 1.
+using ProgressListener = std::function<void(double done)>;
+
+// Imports files, and of folders all files with one of the extensions, sorted by name. Store files
+// that do not exist are created; records that exist are replaced. All is done in one transaction:
+// when anything throws, nothing has been imported. Gives the number of records.
+// Throws FormatError ("path, line 3: ...") and StoreError.
+long long importFiles(multivalue::Database& database, const std::vector<std::string>& paths,
+                      const ProgressListener& listener);
+
+// Writes a store file's records in the order of their keys. Gives their number.
+long long exportFile(multivalue::Database& database, std::string_view file, const std::string& path,
+                     const ProgressListener& listener);
+
+}  // namespace storetool

@@ -1,0 +1,193 @@
+#include "storetool/Transfer.h"
+
+#include <gtest/gtest.h>
+
+#include "storetool/Csv.h"
+#include "storetool/JsonLines.h"
+#include "tests/unit/localstore/LocalStore.h"
+
+namespace {
+
+using storetool::exportFile;
+using storetool::importFiles;
+
+void noListener(double) {}
+
+class Transfer : public testing::Test {
+ protected:
+  // Writes a text file and imports it; the message of the error, "no error" without one.
+  std::string importText(const std::string& name, std::string_view text) {
+    writeText(folder_ / name, text);
+    return messageOfAny([&] { importFiles(*store_, {folder_ / name}, noListener); });
+  }
+
+  template <typename Action>
+  static std::string messageOfAny(const Action& action) {
+    try {
+      action();
+    } catch (const std::exception& error) {
+      return error.what();
+    }
+    return "no error";
+  }
+
+  std::string record(const std::string& file, const std::string& id) {
+    return store_->OpenFile(file)->ReadRecord(id)->fields().text();
+  }
+
+  TemporaryFolder folder_;
+  LocalStore store_;
+};
+
+TEST_F(Transfer, JsonLinesBecomeRecordsOfTheFileTheyAreNamedAfter) {
+  EXPECT_EQ(importText("NEW.jsonl",
+                       "\xEF\xBB\xBF{\"id\":\"1\",\"fields\":[\"CD01\",[\"a\",\"b\"],\"\"]}\r\n"
+                       "\n"
+                       "{\"fields\":[],\"id\":\"2\"}\n"
+                       "{\"id\":\"3\",\"fields\":[[\"only\"],[],\"\\u00e9\\n\"]}"),
+            "no error");
+  EXPECT_EQ(record("NEW", "1"), recordText({"CD01", "a;b", ""}));
+  EXPECT_EQ(record("NEW", "2"), "");
+  EXPECT_EQ(record("NEW", "3"), recordText({"only", "", "\xC3\xA9\n"}));
+  EXPECT_EQ(store_->recordCount("NEW"), 3);
+}
+
+TEST_F(Transfer, ABadJsonLineIsNamedAndNothingIsImported) {
+  const std::string path = folder_ / "TABLES.jsonl";
+  const std::string good = "{\"id\":\"1\",\"fields\":[\"x\"]}\n";
+  const auto bad = [&](const std::string& line) { return importText("TABLES.jsonl", good + line); };
+  const std::string at = path + ", line 2: ";
+  EXPECT_EQ(bad("{\"id\":\"2\""), at + "no JSON");
+  EXPECT_EQ(bad("[1]"), at + "a record is an object with \"id\" and \"fields\"");
+  EXPECT_EQ(bad("{\"id\":2,\"fields\":[]}"), at + "\"id\" is missing or no string");
+  EXPECT_EQ(bad("{\"fields\":[]}"), at + "\"id\" is missing or no string");
+  EXPECT_EQ(bad("{\"id\":\"\",\"fields\":[]}"), at + "\"id\" is empty");
+  EXPECT_EQ(bad("{\"id\":\"2\"}"), at + "\"fields\" is missing or no array");
+  EXPECT_EQ(bad("{\"id\":\"2\",\"fields\":\"x\"}"), at + "\"fields\" is missing or no array");
+  EXPECT_EQ(bad("{\"id\":\"2\",\"fields\":[1]}"),
+            at + "a field is a string or an array of strings");
+  EXPECT_EQ(bad("{\"id\":\"2\",\"fields\":[[\"a\",null]]}"), at + "a value is a string");
+  EXPECT_EQ(bad("{\"id\":\"2\",\"fields\":[],\"feilds\":[]}"), at + "unknown member \"feilds\"");
+  EXPECT_EQ(bad("{\"id\":\"2\",\"fields\":[\"\xFE\"]}"), at + "no JSON");
+  EXPECT_EQ(bad("{\"id\":\"2\",\"fields\":[]} x"), at + "no JSON");
+  EXPECT_EQ(store_->recordCount("TABLES"), 0);
+}
+
+TEST_F(Transfer, CsvCellsHoldAnything) {
+  EXPECT_EQ(importText("NEW.csv",
+                       "\xEF\xBB\xBFid,1,2,3\r\n"
+                       "1,CD01,a;b,\r\n"
+                       "2\n"
+                       "\"3,x\",\"a \"\"quoted\"\"\r\nline\",\"\\;\\\\\",;\n"
+                       "\n"
+                       "4,x"),
+            "no error");
+  EXPECT_EQ(record("NEW", "1"), recordText({"CD01", "a;b", ""}));
+  EXPECT_EQ(record("NEW", "2"), "");
+  EXPECT_EQ(record("NEW", "3,x"),
+            "a \"quoted\"\r\nline\xFE"
+            ";\\\xFE\xFD");
+  EXPECT_EQ(record("NEW", "4"), "x");
+}
+
+TEST_F(Transfer, ABadCsvRowIsNamedByTheLineItStartsOn) {
+  const std::string path = folder_ / "TABLES.csv";
+  const auto bad = [&](const std::string& text) { return importText("TABLES.csv", text); };
+  const std::string good = "id,1,2\n1,\"two\nlines\",x\n";
+  const std::string at = path + ", line 4: ";
+  EXPECT_EQ(bad(good + "2,a,b,c\n"), at + "more cells than the header has");
+  EXPECT_EQ(bad(good + ",a\n"), at + "the id is empty or holds a mark");
+  EXPECT_EQ(bad(good + "2,\"a\n"), at + "the cell's closing double quote is missing");
+  EXPECT_EQ(bad(good + "2,\"a\"b\n"), at + "a comma is expected after the closing quote");
+  EXPECT_EQ(bad(good + "2,a\"b\n"), at + "a double quote inside a cell without quotes");
+  EXPECT_EQ(bad(good + "2,a\\b\n"), at + "a backslash is followed by neither \";\" nor \"\\\"");
+  EXPECT_EQ(bad(good + "2,a\\"), at + "a backslash is followed by neither \";\" nor \"\\\"");
+  EXPECT_EQ(bad(good + "2,a\xFD"
+                       "b\n"),
+            at + "a cell holds a mark");
+  EXPECT_EQ(bad("1,x\n"), path + ", line 1: the header is not id,1,2,...");
+  EXPECT_EQ(bad("id,1,3\n"), path + ", line 1: the header is not id,1,2,...");
+  EXPECT_EQ(bad(""), path + ", line 1: the header is missing");
+  EXPECT_EQ(store_->recordCount("TABLES"), 0);
+}
+
+TEST_F(Transfer, AFolderIsImportedWholeOrNotAtAll) {
+  std::filesystem::create_directory(fromUtf8(folder_ / "in"));
+  writeText(folder_ / "in/ORGPRISECHARGE.jsonl", "{\"id\":\"1\",\"fields\":[\"A\"]}");
+  writeText(folder_ / "in/TABLES.csv", "id,1\nT,x\n");
+  writeText(folder_ / "in/notes.txt", "not for the store");
+  writeText(folder_ / "in/ZZZ.jsonl", "nonsense");
+  const auto run = [&] { importFiles(*store_, {folder_ / "in"}, noListener); };
+  EXPECT_NE(messageOfAny(run), "no error");
+  EXPECT_EQ(store_->recordCount("ORGPRISECHARGE"), 0);
+  EXPECT_EQ(errorOf([&] { store_->OpenFile("ZZZ"); }), store::kUnknownFile);
+  std::filesystem::remove(fromUtf8(folder_ / "in/ZZZ.jsonl"));
+  EXPECT_EQ(importFiles(*store_, {folder_ / "in"}, noListener), 2);
+  EXPECT_EQ(store_.select("SSELECT ORGPRISECHARGE AVEC 1 = \"A\""), "1");
+}
+
+TEST_F(Transfer, WhatCannotBeReadOrWrittenIsAnError) {
+  EXPECT_EQ(errorOf([&] { importFiles(*store_, {folder_ / "none.jsonl"}, noListener); }),
+            store::kIoFailure);
+  std::filesystem::create_directory(fromUtf8(folder_ / "empty"));
+  EXPECT_EQ(errorOf([&] { importFiles(*store_, {folder_ / "empty"}, noListener); }),
+            store::kIoFailure);
+  EXPECT_EQ(errorOf([&] { exportFile(*store_, "TABLES", folder_ / "no/T.csv", noListener); }),
+            store::kIoFailure);
+  EXPECT_EQ(errorOf([&] { exportFile(*store_, "NOWHERE", folder_ / "T.csv", noListener); }),
+            store::kUnknownFile);
+  EXPECT_EQ(importText("TABLES.txt", ""), (folder_ / "TABLES.txt") + ": neither .jsonl nor .csv");
+  EXPECT_EQ(importText("BAD NAME.jsonl", "{\"id\":\"1\",\"fields\":[]}"),
+            "no name for a file: \"BAD NAME\"");
+}
+
+TEST_F(Transfer, ExportAndImportGiveEveryRecordBack) {
+  const std::string records[] = {"",
+                                 "A",
+                                 recordText({"A", ""}),
+                                 recordText({"", "", "x;y;;z", "", ""}),
+                                 recordText({";", "back\\slash", "semi"}) + "; \\;",
+                                 "comma, \"quote\"\r\nline",
+                                 std::string("zero\0byte", 9),
+                                 "\xC3\xA9t\xC3\xA9"};
+  int number = 0;
+  for (const std::string& text : records) {
+    store_->write("TABLES", "id, \"" + std::to_string(number++) + "\"", text);
+  }
+  for (const char* const extension : {".csv", ".jsonl"}) {
+    const std::string path = folder_ / (std::string("TABLES") + extension);
+    EXPECT_EQ(exportFile(*store_, "TABLES", path, noListener), std::ssize(records));
+    LocalStore other;
+    EXPECT_EQ(importFiles(*other, {path}, noListener), std::ssize(records));
+    for (number = 0; const std::string& text : records) {
+      const auto record =
+          other->OpenFile("TABLES")->ReadRecord("id, \"" + std::to_string(number++) + "\"");
+      EXPECT_TRUE(record->found());
+      EXPECT_EQ(record->fields().text(), text) << extension;
+    }
+  }
+}
+
+TEST_F(Transfer, BytesThatAreNoTextGoThroughCsvAlone) {
+  store_->write("TABLES", "1", "\x80\xFF");
+  EXPECT_EQ(
+      messageOfAny([&] { exportFile(*store_, "TABLES", folder_ / "TABLES.jsonl", noListener); }),
+      "record \"1\" is no UTF-8, which JSON cannot hold; CSV can");
+  EXPECT_FALSE(std::filesystem::exists(fromUtf8(folder_ / "TABLES.jsonl")));
+  exportFile(*store_, "TABLES", folder_ / "TABLES.csv", noListener);
+  EXPECT_EQ(readText(folder_ / "TABLES.csv"), "id,1\n1,\x80\xFF\n");
+}
+
+TEST_F(Transfer, TheListenerIsToldHowFarTheWorkIs) {
+  std::string text;
+  for (int i = 0; i < 5000; ++i) text += storetool::jsonLine(std::to_string(i), "x") + "\n";
+  writeText(folder_ / "TABLES.jsonl", text);
+  std::vector<double> told;
+  importFiles(*store_, {folder_ / "TABLES.jsonl"}, [&](double done) { told.push_back(done); });
+  EXPECT_GE(told.size(), 4U);
+  EXPECT_TRUE(std::is_sorted(told.begin(), told.end()));
+  EXPECT_GT(told.front(), 0);
+  EXPECT_LE(told.back(), 1);
+}
+
+}  // namespace
