@@ -20,7 +20,6 @@ void configure(Connection& connection, const Options& options) {
   connection.setBusyTimeout(options.busyTimeout);
   connection.execute("PRAGMA cache_size = -" + std::to_string(options.cacheSize));
   connection.execute("PRAGMA temp_store = MEMORY");
-  connection.execute("PRAGMA trusted_schema = OFF");
   // Each commit is on the disk before it is confirmed, not only the ends of the log.
   connection.execute("PRAGMA synchronous = FULL");
 }
@@ -40,17 +39,8 @@ std::shared_ptr<LocalDatabase> openLocalDatabase(const std::string& path, const 
   }
   auto engine = std::make_unique<SqliteEngine>(path, Connection::Mode::Open);
   configure(engine->connection(), options);
-  try {
-    engine->checkFormat();
-  } catch (const store::StoreError& error) {
-    if (error.code() != store::kIoFailure) throw;
-    const std::string message = error.what();
-    if (message.starts_with(path)) throw;
-    throw store::StoreError(error.code(), path + ": " + message);
-  }
-  if (engine->connection().readOnly()) {
-    throw store::StoreError(store::kIoFailure, path + ": the store is read-only");
-  }
+  engine->checkFormat();
+  if (engine->connection().readOnly()) engine->connection().refuse("the store is read-only");
   limitPages(engine->connection(), options);
   return multivalue::databaseOver(std::move(engine));
 }

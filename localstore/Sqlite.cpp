@@ -1,5 +1,7 @@
 #include "localstore/Sqlite.h"
 
+#include <utility>
+
 #include "store/StoreError.h"
 
 namespace localstore {
@@ -119,6 +121,19 @@ Connection::Connection(const std::string& path, Mode mode) : path_(path) {
   database_.reset(opened);
   if (result != SQLITE_OK) fail(result);
   sqlite3_extended_result_codes(opened, 1);
+  runNothingOfTheFile();
+}
+
+// Whoever can put a file in the place of a store could have it run statements of their own.
+void Connection::runNothingOfTheFile() {
+  constexpr std::pair<int, int> kSettings[] = {{SQLITE_DBCONFIG_DEFENSIVE, 1},
+                                               {SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0},
+                                               {SQLITE_DBCONFIG_ENABLE_TRIGGER, 0},
+                                               {SQLITE_DBCONFIG_ENABLE_VIEW, 0}};
+  for (const auto& [setting, on] : kSettings) {
+    const int result = sqlite3_db_config(database_.get(), setting, on, nullptr);
+    if (result != SQLITE_OK) fail(result);
+  }
 }
 
 void Connection::execute(const std::string& sql) {
@@ -143,6 +158,10 @@ void Connection::fail(int result) const {
     message += std::string(" (") + sqlite3_errmsg(database_.get()) + ")";
   }
   throw store::StoreError(codeOf(result), message);
+}
+
+void Connection::refuse(const std::string& reason) const {
+  throw store::StoreError(store::kIoFailure, path_ + ": " + reason);
 }
 
 StatementHandle Connection::prepare(std::string_view sql) {
@@ -171,6 +190,20 @@ WriteScope::~WriteScope() {
 void WriteScope::commit() {
   Query(connection_, nested_ ? "RELEASE part" : "COMMIT").run();
   open_ = false;
+}
+
+ReadScope::ReadScope(Connection& connection)
+    : connection_(connection), nested_(connection.inTransaction()) {
+  if (!nested_) Query(connection_, "BEGIN").run();
+}
+
+ReadScope::~ReadScope() {
+  if (nested_ || !connection_.inTransaction()) return;
+  try {
+    Query(connection_, "COMMIT").run();
+  } catch (const store::StoreError&) {
+    // Nothing was written; the connection's next transaction starts afresh.
+  }
 }
 
 }  // namespace localstore

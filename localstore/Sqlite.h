@@ -52,7 +52,7 @@ class Query {
   StatementHandle statement_;
 };
 
-// An open SQLite file. Not to be carried across a fork.
+// An open SQLite file. Triggers and views of the file are off. Not to be carried across a fork.
 class Connection {
  public:
   enum class Mode { Open, Create };
@@ -74,6 +74,8 @@ class Connection {
 
   // Throws the StoreError that stands for an SQLite result.
   [[noreturn]] void fail(int result) const;
+  // Throws StoreError (kIoFailure) that names the file.
+  [[noreturn]] void refuse(const std::string& reason) const;
 
  private:
   friend class Query;
@@ -81,6 +83,7 @@ class Connection {
     void operator()(sqlite3* database) const { sqlite3_close_v2(database); }
   };
 
+  void runNothingOfTheFile();
   StatementHandle prepare(std::string_view sql);
 
   std::string path_;
@@ -106,6 +109,19 @@ class WriteScope {
   Connection& connection_;
   bool nested_;
   bool open_ = true;
+};
+
+// All reads in its life see the same state of the store.
+class ReadScope {
+ public:
+  explicit ReadScope(Connection& connection);
+  ReadScope(const ReadScope&) = delete;
+  ReadScope& operator=(const ReadScope&) = delete;
+  ~ReadScope();
+
+ private:
+  Connection& connection_;
+  bool nested_;
 };
 
 }  // namespace localstore

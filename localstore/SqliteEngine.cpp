@@ -1,9 +1,11 @@
 #include "localstore/SqliteEngine.h"
 
+#include <iterator>
+#include <set>
 #include <utility>
 
+#include "multivalue/Catalogue.h"
 #include "multivalue/RecordText.h"
-#include "store/StoreError.h"
 
 namespace localstore {
 
@@ -17,10 +19,44 @@ namespace {
 constexpr std::int64_t kApplicationId = 0x54657373;
 constexpr std::int64_t kFormat = 1;
 
-std::string recordTable(const FileDescription& file) { return "\"record_" + file.name + "\""; }
+constexpr std::string_view kRecord = "record_";
+constexpr std::string_view kIndex = "index_";
+constexpr std::string_view kOwnTables[] = {
+    "CREATE TABLE store_file(name TEXT PRIMARY KEY COLLATE NOCASE) WITHOUT ROWID",
+    "CREATE TABLE store_dictionary(file TEXT, name TEXT, attribute INTEGER NOT NULL,"
+    " PRIMARY KEY(file, name)) WITHOUT ROWID",
+    "CREATE TABLE store_index(file TEXT, attribute INTEGER,"
+    " PRIMARY KEY(file, attribute)) WITHOUT ROWID"};
+
+std::string recordName(std::string_view file) { return std::string(kRecord) + std::string(file); }
+
+std::string indexName(std::string_view file, std::int64_t attribute) {
+  return std::string(kIndex) + std::string(file) + "_" + std::to_string(attribute);
+}
+
+std::string recordTable(const FileDescription& file) { return '"' + recordName(file.name) + '"'; }
 
 std::string indexTable(const FileDescription& file, int attribute) {
-  return "\"index_" + file.name + "_" + std::to_string(attribute) + "\"";
+  return '"' + indexName(file.name, attribute) + '"';
+}
+
+std::string recordTableMade(std::string_view name) {
+  return "CREATE TABLE \"" + std::string(name) +
+         "\"(id TEXT PRIMARY KEY, record BLOB NOT NULL) WITHOUT ROWID";
+}
+
+std::string indexTableMade(std::string_view name) {
+  return "CREATE TABLE \"" + std::string(name) +
+         "\"(value TEXT, id TEXT, first INTEGER NOT NULL, PRIMARY KEY(value, id)) WITHOUT ROWID";
+}
+
+// Could the store have made a table of this name by this statement?
+bool isOwn(std::string_view name, std::string_view made) {
+  for (const std::string_view own : kOwnTables) {
+    if (made == own) return own.starts_with("CREATE TABLE " + std::string(name) + "(");
+  }
+  return (name.starts_with(kRecord) && made == recordTableMade(name)) ||
+         (name.starts_with(kIndex) && made == indexTableMade(name));
 }
 
 // The condition on a column, with two parameters: the range's beginning, the one numbered `first`,
@@ -115,26 +151,51 @@ class SqliteTransaction final : public multivalue::Transaction {
 
 void SqliteEngine::create() {
   WriteScope scope(connection_);
-  connection_.execute(
-      "CREATE TABLE store_file(name TEXT PRIMARY KEY COLLATE NOCASE) WITHOUT ROWID;"
-      "CREATE TABLE store_dictionary(file TEXT, name TEXT, attribute INTEGER NOT NULL,"
-      " PRIMARY KEY(file, name)) WITHOUT ROWID;"
-      "CREATE TABLE store_index(file TEXT, attribute INTEGER,"
-      " PRIMARY KEY(file, attribute)) WITHOUT ROWID;");
+  for (const std::string_view own : kOwnTables) connection_.execute(std::string(own));
   connection_.execute("PRAGMA application_id = " + std::to_string(kApplicationId));
   connection_.execute("PRAGMA user_version = " + std::to_string(kFormat));
   scope.commit();
 }
 
 void SqliteEngine::checkFormat() {
+  const ReadScope oneState(connection_);
   Query application(connection_, "PRAGMA application_id");
   if (!application.step() || application.number(0) != kApplicationId) {
-    throw store::StoreError(store::kIoFailure, "the file is no store");
+    connection_.refuse("the file is no store");
   }
   Query format(connection_, "PRAGMA user_version");
   if (!format.step() || format.number(0) != kFormat) {
-    throw store::StoreError(store::kIoFailure, "the store has a format that is not known here");
+    connection_.refuse("the store has a format that is not known here");
   }
+  filesVersion();
+}
+
+// Each table is one that is made here, by its very statement, and the files and indexes that the
+// store tells of are those that there are tables of.
+void SqliteEngine::checkTables() {
+  constexpr const char* kOthers = "the tables of the file are not those of a store";
+  std::set<std::string, std::less<>> tables;
+  Query made(connection_, "SELECT type, name, tbl_name, sql FROM sqlite_schema");
+  while (made.step()) {
+    const std::string_view name = made.text(1);
+    if (made.text(0) != "table" || made.text(2) != name || !isOwn(name, made.text(3))) {
+      connection_.refuse(kOthers);
+    }
+    tables.emplace(name);
+  }
+  std::size_t told = std::size(kOwnTables);
+  Query files(connection_, "SELECT name FROM store_file");
+  for (; files.step(); ++told) {
+    if (!multivalue::isFileName(files.text(0)) || !tables.contains(recordName(files.text(0)))) {
+      connection_.refuse(kOthers);
+    }
+  }
+  Query indexes(connection_, "SELECT file, attribute FROM store_index");
+  for (; indexes.step(); ++told) {
+    if (!tables.contains(indexName(indexes.text(0), indexes.number(1))))
+      connection_.refuse(kOthers);
+  }
+  if (told != tables.size()) connection_.refuse(kOthers);
 }
 
 std::vector<std::string> SqliteEngine::fileNames() {
@@ -165,8 +226,7 @@ std::string SqliteEngine::sameName(std::string_view name) {
 
 void SqliteEngine::addFile(const FileDescription& file) {
   Query(connection_, "INSERT INTO store_file VALUES(?1)").bind(1, file.name).run();
-  connection_.execute("CREATE TABLE " + recordTable(file) +
-                      "(id TEXT PRIMARY KEY, record BLOB NOT NULL) WITHOUT ROWID");
+  connection_.execute(recordTableMade(recordName(file.name)));
   for (const auto& [name, attribute] : file.fields) {
     Query(connection_, "INSERT INTO store_dictionary VALUES(?1, ?2, ?3)")
         .bind(1, file.name)
@@ -179,15 +239,16 @@ void SqliteEngine::addFile(const FileDescription& file) {
         .bind(1, file.name)
         .bind(2, attribute)
         .run();
-    connection_.execute("CREATE TABLE " + indexTable(file, attribute) +
-                        "(value TEXT, id TEXT, first INTEGER NOT NULL,"
-                        " PRIMARY KEY(value, id)) WITHOUT ROWID");
+    connection_.execute(indexTableMade(indexName(file.name, attribute)));
   }
 }
 
 std::int64_t SqliteEngine::filesVersion() {
   Query query(connection_, "PRAGMA schema_version");
-  return query.step() ? query.number(0) : 0;
+  const std::int64_t version = query.step() ? query.number(0) : 0;
+  if (version != checked_) checkTables();
+  checked_ = version;
+  return version;
 }
 
 std::unique_ptr<multivalue::Transaction> SqliteEngine::begin() {

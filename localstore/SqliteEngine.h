@@ -13,7 +13,8 @@ class SqliteEngine final : public multivalue::Engine {
   Connection& connection() { return connection_; }
   // Makes the tables of an empty database.
   void create();
-  // Throws StoreError (kIoFailure) when the database is no store, or one of a later format.
+  // Throws StoreError (kIoFailure) when the database is no store, one of a later format, or has
+  // anything but the tables of a store, as they are made here. Nothing else is read before.
   void checkFormat();
 
   std::vector<std::string> fileNames() override;
@@ -32,10 +33,12 @@ class SqliteEngine final : public multivalue::Engine {
                      std::int64_t limit) override;
 
  private:
+  void checkTables();
   void reindex(const multivalue::FileDescription& file, int attribute, std::string_view id,
                std::string_view before, std::string_view after);
 
   Connection connection_;
+  std::int64_t checked_ = -1;  // the version of the tables that were looked at
 };
 
 }  // namespace localstore

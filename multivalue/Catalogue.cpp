@@ -47,7 +47,7 @@ std::shared_ptr<const FileDescription> Catalogue::forReading(std::string_view na
 }
 
 void Catalogue::createFile(std::string_view name) {
-  if (name.empty() || !std::all_of(name.begin(), name.end(), isNameCharacter)) {
+  if (!isFileName(name)) {
     throw store::StoreError(store::kBadValue, "no name for a file: \"" + std::string(name) + "\"");
   }
   const auto transaction = engine_.begin();
@@ -66,6 +66,10 @@ void Catalogue::createFile(std::string_view name) {
 void Catalogue::forget() {
   version_ = -1;
   files_.clear();
+}
+
+bool isFileName(std::string_view name) {
+  return !name.empty() && std::all_of(name.begin(), name.end(), isNameCharacter);
 }
 
 void createStandardFiles(Engine& engine) {

@@ -32,6 +32,9 @@ class Catalogue {
   std::map<std::string, std::shared_ptr<const FileDescription>, std::less<>> files_;
 };
 
+// Letters, digits, "_", "-" and "."; at least one.
+bool isFileName(std::string_view name);
+
 // The files that the system opens, all empty.
 void createStandardFiles(Engine& engine);
 

@@ -52,6 +52,8 @@ const VARIANT& Arguments::at(std::size_t position) const {
 
 int Arguments::number(std::size_t position) const { return com::numberOf(at(position)); }
 
+long Arguments::wholeNumber(std::size_t position) const { return com::wholeNumberOf(at(position)); }
+
 std::string Arguments::text(std::size_t position) const {
   return com::utf8(com::textOf(at(position)));
 }

@@ -22,7 +22,7 @@ int RightsObject::mostArguments(DISPID member, bool isPut) const {
 com::Variant RightsObject::call(DISPID member, const Arguments& arguments) {
   std::string name = arguments.text(0);
   if (member == kSetLevel) {
-    (*levels_)[name] = arguments.number(1);
+    (*levels_)[name] = arguments.wholeNumber(1);
     return {};
   }
   return com::Variant::ofObject(make<RightsEntryObject>(levels_, std::move(name)).Get());

@@ -5,52 +5,35 @@
 
 #include "multivalue/RecordText.h"
 #include "store/DynamicArray.h"
+#include "storetool/Lines.h"
 
 namespace storetool {
 
 namespace {
 
-// Rows of cells, with the line on which the last row read starts.
-class Rows {
+// The cells of a row's text.
+class Row {
  public:
-  explicit Rows(std::string_view text) : text_(text) {
-    if (text_.starts_with("\xEF\xBB\xBF")) at_ = 3;
-  }
+  explicit Row(std::string_view text) : text_(text) {}
 
-  // False at the end of the text.
-  bool next(std::vector<std::string>& cells) {
-    while (at_ < text_.size() && (text_[at_] == '\n' || text_[at_] == '\r')) skip();
-    if (at_ == text_.size()) return false;
-    start_ = line_;
+  void cells(std::vector<std::string>& cells) {
     cells.clear();
     for (;;) {
       cells.push_back(cell());
-      if (at_ == text_.size()) return true;
-      const bool more = text_[at_] == ',';
-      if (!more && text_[at_] == '\r') skip();
-      if (at_ < text_.size()) skip();
-      if (!more) return true;
+      if (endsLine()) return;
+      ++at_;  // the comma
     }
   }
 
-  std::size_t line() const { return start_; }
-  std::size_t offset() const { return at_; }
-
  private:
-  void skip() {
-    if (text_[at_] == '\n') ++line_;
-    ++at_;
-  }
-
-  bool endsLine(std::size_t at) const {
-    return at >= text_.size() || text_[at] == '\n' ||
-           (text_[at] == '\r' && (at + 1 == text_.size() || text_[at + 1] == '\n'));
+  bool endsLine() const {
+    return at_ == text_.size() || (text_[at_] == '\r' && at_ + 1 == text_.size());
   }
 
   std::string cell() {
     if (at_ < text_.size() && text_[at_] == '"') return quotedCell();
     const std::size_t start = at_;
-    while (!endsLine(at_) && text_[at_] != ',') {
+    while (!endsLine() && text_[at_] != ',') {
       if (text_[at_] == '"') throw FormatError("a double quote inside a cell without quotes");
       ++at_;
     }
@@ -59,12 +42,11 @@ class Rows {
 
   std::string quotedCell() {
     std::string cell;
-    skip();
-    for (;; skip()) {
+    for (++at_;; ++at_) {
       if (at_ == text_.size()) throw FormatError("the cell's closing double quote is missing");
       if (text_[at_] == '"') {
-        skip();
-        if (endsLine(at_) || text_[at_] == ',') return cell;
+        ++at_;
+        if (endsLine() || text_[at_] == ',') return cell;
         if (text_[at_] != '"') throw FormatError("a comma is expected after the closing quote");
       }
       cell += text_[at_];
@@ -73,7 +55,41 @@ class Rows {
 
   std::string_view text_;
   std::size_t at_ = 0;
-  std::size_t line_ = 1;
+};
+
+// Rows of cells, with the line on which the last row read starts.
+class Rows {
+ public:
+  explicit Rows(std::istream& text) : lines_(text) {}
+
+  // False at the end of the text.
+  bool next(std::vector<std::string>& cells) {
+    do {
+      start_ = lines_.number() + 1;
+      if (!lines_.next(row_)) return false;
+      row_.erase(0, row_.find_first_not_of('\r'));
+    } while (row_.empty());
+    // A row goes on behind a line feed within quotes, that is behind an odd number of them.
+    auto quotes = std::count(row_.begin(), row_.end(), '"');
+    while (quotes % 2 != 0 && lines_.next(line_)) {
+      if (row_.size() + line_.size() >= Lines::kLongest) {
+        throw FormatError("the row is longer than 64 MiB");
+      }
+      quotes += std::count(line_.begin(), line_.end(), '"');
+      row_ += '\n';
+      row_ += line_;
+    }
+    Row(row_).cells(cells);
+    return true;
+  }
+
+  std::size_t line() const { return start_; }
+  std::size_t offset() const { return lines_.offset(); }
+
+ private:
+  Lines lines_;
+  std::string row_;
+  std::string line_;
   std::size_t start_ = 1;
 };
 
@@ -128,7 +144,7 @@ std::string quotedCell(std::string_view text) {
 
 }  // namespace
 
-void readCsv(std::string_view text, const RecordVisitor& visitor) {
+void readCsv(std::istream& text, const RecordVisitor& visitor) {
   Rows rows(text);
   std::vector<std::string> cells;
   std::size_t columns = 0;

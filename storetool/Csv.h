@@ -4,6 +4,7 @@
 // attribute, so that every record comes back exactly as it was, byte for byte.
 #pragma once
 
+#include <istream>
 #include <string>
 #include <string_view>
 
@@ -11,9 +12,10 @@
 
 namespace storetool {
 
-// Visits the records of a whole file's text in order; blank lines and a byte order mark are passed
-// over. Throws FormatError ("line 3: ..."), the line being the one on which the row starts.
-void readCsv(std::string_view text, const RecordVisitor& visitor);
+// Visits the records of a file's text in order, a row in memory at a time; blank lines and a byte
+// order mark are passed over. Throws FormatError ("line 3: ..."), the line being the one on which
+// the row starts.
+void readCsv(std::istream& text, const RecordVisitor& visitor);
 
 std::string csvHeader(int attributes);
 // One row, without its end.

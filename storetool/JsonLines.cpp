@@ -4,6 +4,7 @@
 
 #include "multivalue/RecordText.h"
 #include "store/DynamicArray.h"
+#include "storetool/Lines.h"
 
 namespace storetool {
 
@@ -48,21 +49,21 @@ TextRecord recordOfLine(std::string_view line) {
 
 }  // namespace
 
-void readJsonLines(std::string_view text, const RecordVisitor& visitor) {
-  std::size_t at = text.starts_with("\xEF\xBB\xBF") ? 3 : 0;
-  for (std::size_t number = 1; at < text.size(); ++number) {
-    const std::size_t end = std::min(text.find('\n', at), text.size());
-    std::string_view line = text.substr(at, end - at);
-    at = end + 1;
-    if (line.ends_with('\r')) line.remove_suffix(1);
-    if (line.find_first_not_of(" \t") == std::string_view::npos) continue;
+void readJsonLines(std::istream& text, const RecordVisitor& visitor) {
+  Lines lines(text);
+  std::string held;
+  for (;;) {
     TextRecord record;
     try {
+      if (!lines.next(held)) return;
+      std::string_view line = held;
+      if (line.ends_with('\r')) line.remove_suffix(1);
+      if (line.find_first_not_of(" \t") == std::string_view::npos) continue;
       record = recordOfLine(line);
     } catch (const FormatError& error) {
-      throw FormatError("line " + std::to_string(number) + ": " + error.what());
+      throw FormatError("line " + std::to_string(lines.number()) + ": " + error.what());
     }
-    visitor(record, std::min(at, text.size()));
+    visitor(record, lines.offset());
   }
 }
 

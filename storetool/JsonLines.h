@@ -2,6 +2,7 @@
 // attribute i + 1: a string, or an array of strings for an attribute of several values.
 #pragma once
 
+#include <istream>
 #include <string>
 #include <string_view>
 
@@ -9,9 +10,9 @@
 
 namespace storetool {
 
-// Visits the records of a whole file's text in order; blank lines and a byte order mark are passed
-// over. Throws FormatError ("line 3: ...").
-void readJsonLines(std::string_view text, const RecordVisitor& visitor);
+// Visits the records of a file's text in order, a line in memory at a time; blank lines and a byte
+// order mark are passed over. Throws FormatError ("line 3: ...").
+void readJsonLines(std::istream& text, const RecordVisitor& visitor);
 
 // One line, without its end. Throws FormatError for a text that is no UTF-8.
 std::string jsonLine(std::string_view id, std::string_view record);

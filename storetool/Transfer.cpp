@@ -4,7 +4,6 @@
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <system_error>
 
 #include "store/DynamicArray.h"
@@ -66,13 +65,6 @@ std::vector<fs::path> filesOf(const std::vector<std::string>& paths) {
   return files;
 }
 
-std::string contentOf(const fs::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  std::string content{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-  if (!file) failOn(path, "the file cannot be read");
-  return content;
-}
-
 double sizeOf(const fs::path& path) {
   std::error_code error;
   const std::uintmax_t size = fs::file_size(path, error);
@@ -81,7 +73,8 @@ double sizeOf(const fs::path& path) {
 
 long long importFile(multivalue::Database& database, const fs::path& path,
                      const std::function<void(std::size_t offset)>& listener) {
-  const std::string content = contentOf(path);
+  std::ifstream content(path, std::ios::binary);
+  if (!content) failOn(path, "the file cannot be read");
   const std::string file = textOf(path.stem());
   database.createFile(file);
   long long count = 0;
@@ -94,6 +87,7 @@ long long importFile(multivalue::Database& database, const fs::path& path,
   } catch (const FormatError& error) {
     throw FormatError(textOf(path) + ", " + error.what());
   }
+  if (content.bad()) failOn(path, "the file cannot be read");
   return count;
 }
 

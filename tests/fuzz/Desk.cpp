@@ -2,7 +2,6 @@
 
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <set>
 #include <stdexcept>
 
@@ -23,16 +22,12 @@ class AllRights : public screen::Rights {
   }
 };
 
-std::string sampleFile(const std::string& name) {
-  const auto path = std::filesystem::path(TESSALINE_SAMPLE) / (name + ".jsonl");
-  std::ifstream in(path, std::ios::binary);
-  if (!in) throw std::runtime_error("no sample " + path.string());
-  return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-}
-
 void load(testing_support::MemoryStore& store, const std::string& file,
           const std::function<bool(const std::string& id)>& wanted) {
-  storetool::readJsonLines(sampleFile(file), [&](const storetool::TextRecord& record, std::size_t) {
+  const auto path = std::filesystem::path(TESSALINE_SAMPLE) / (file + ".jsonl");
+  std::ifstream text(path, std::ios::binary);
+  if (!text) throw std::runtime_error("no sample " + path.string());
+  storetool::readJsonLines(text, [&](const storetool::TextRecord& record, std::size_t) {
     if (!wanted(record.id)) return;
     store.put(file, record.id, store::DynamicArray(record.text));
   });

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <optional>
+#include <sstream>
 #include <vector>
 
 #include "store/DynamicArray.h"
@@ -21,9 +22,14 @@ using storetool::FormatError;
 using storetool::TextRecord;
 
 struct Format {
-  void (*read)(std::string_view text, const storetool::RecordVisitor& visitor);
+  void (*readFrom)(std::istream& text, const storetool::RecordVisitor& visitor);
   std::string (*write)(std::string_view id, std::string_view record);
   bool withHeader;
+
+  void read(std::string_view text, const storetool::RecordVisitor& visitor) const {
+    std::istringstream stream{std::string(text)};
+    readFrom(stream, visitor);
+  }
 };
 
 constexpr Format kCsv{storetool::readCsv, storetool::csvRow, true};

@@ -73,6 +73,25 @@ TEST_F(Transfer, ABadJsonLineIsNamedAndNothingIsImported) {
   EXPECT_EQ(store_->recordCount("TABLES"), 0);
 }
 
+// Of a line that goes on for ever, no more than its beginning is looked at.
+TEST_F(Transfer, ALineBeyond64MiBIsRefusedBeforeItIsHeld) {
+  const std::map<std::string, std::string> beginnings{
+      {"TABLES.jsonl", "{\"id\":\"1\",\"fields\":[]}\n"}, {"TABLES.csv", "id,1\n"}};
+  for (const auto& file : beginnings) {
+    const std::string path = folder_ / file.first;
+    writeText(path, file.second);
+    std::filesystem::resize_file(fromUtf8(path), std::uintmax_t{3} << 30);
+    EXPECT_EQ(messageOfAny([&] { importFiles(*store_, {path}, noListener); }),
+              path + ", line 2: the line is longer than 64 MiB");
+    std::filesystem::remove(fromUtf8(path));
+  }
+  std::string row = "id,1\n1,\"";
+  for (int i = 0; i < 66; ++i) row += std::string(1 << 20, 'x') + "\n";
+  EXPECT_EQ(importText("TABLES.csv", row + "\"\n"),
+            (folder_ / "TABLES.csv") + ", line 2: the row is longer than 64 MiB");
+  EXPECT_EQ(store_->recordCount("TABLES"), 0);
+}
+
 TEST_F(Transfer, CsvCellsHoldAnything) {
   EXPECT_EQ(importText("NEW.csv",
                        "\xEF\xBB\xBFid,1,2,3\r\n"

@@ -1,5 +1,5 @@
 ' The rights object.
-Dim rights, entry
+Dim rights, entry, level
 Set rights = CreateObject("TessalineStore.Rights")
 Set entry = rights("CONSULTATIONORGCHARGE")
 Equal "a right without a level", 0, entry.Level
@@ -22,6 +22,16 @@ Equal "two rights objects are apart", 0, rights("CONSULTATIONORGCHARGE").Level
 On Error Resume Next
 rights.SetLevel "CONSULTATIONORGCHARGE", "much"
 Hold "a level that is no number", Err.Number <> 0
+Err.Clear
+For Each level In Array(1.5, "1,5", True, #01/01/2026#, Empty, Null)
+  rights.SetLevel "CONSULTATIONORGCHARGE", level
+  Hold "a level that is no whole number: " & TypeName(level), Err.Number <> 0
+  Err.Clear
+Next
+Equal "the level is as it was", 0, rights("CONSULTATIONORGCHARGE").Level
+rights.SetLevel "CONSULTATIONORGCHARGE", 2.0
+Hold "a whole number with a fraction's type", Err.Number = 0
+Equal "its level", 2, rights("CONSULTATIONORGCHARGE").Level
 Err.Clear
 rights.SetLevel "CONSULTATIONORGCHARGE"
 Hold "a missing level", Err.Number <> 0
