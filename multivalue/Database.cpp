@@ -7,6 +7,7 @@
 #include "multivalue/Catalogue.h"
 #include "multivalue/Commands.h"
 #include "multivalue/Records.h"
+#include "multivalue/SeenRecords.h"
 #include "multivalue/Selection.h"
 #include "multivalue/Sentence.h"
 #include "store/StoreError.h"
@@ -21,37 +22,51 @@ struct Client {
 
   const std::unique_ptr<Engine> engine;
   Catalogue catalogue;
+  SeenRecords seen;
 
   // The file is looked up inside the transaction: another process may have given it an index.
   void write(std::string_view file, std::string_view id, std::string_view record) {
     const auto transaction = engine->begin();
-    Records(*engine, catalogue.forWriting(file)).write(id, record);
+    const auto before = Records(*engine, catalogue.forWriting(file)).write(id, record);
     transaction->commit();
+    seen.changed(file, id, before, std::string(record));
   }
 
   bool remove(std::string_view file, std::string_view id) {
     const auto transaction = engine->begin();
-    const bool removed = Records(*engine, catalogue.forWriting(file)).remove(id).has_value();
+    const auto before = Records(*engine, catalogue.forWriting(file)).remove(id);
     transaction->commit();
-    return removed;
+    seen.changed(file, id, before, std::nullopt);
+    return before.has_value();
+  }
+
+  // Writes a record over what has been seen of it.
+  void replace(const SeenRecords::Seen& record, const std::string& text) {
+    const auto transaction = engine->begin();
+    const auto file = catalogue.forWriting(record.file());
+    requireIdentifier(*file, record.id());
+    if (!engine->exchange(*file, record.id(), record.text(), text)) {
+      throw store::StoreError(store::kChanged, "somebody else has changed a record of " +
+                                                   file->name + " since it was read");
+    }
+    transaction->commit();
+    seen.changed(record.file(), record.id(), SeenRecords::Text(record.text()), text);
   }
 };
 
 class EngineRecord final : public store::Record {
  public:
-  EngineRecord(std::shared_ptr<Client> client, std::string file, std::string_view id,
-               std::string_view text, bool found)
-      : Record(store::DynamicArray(text), found),
+  EngineRecord(std::shared_ptr<Client> client, const std::string& file, std::string_view id,
+               std::optional<std::string> text)
+      : Record(text ? store::DynamicArray(*text) : store::DynamicArray(), text.has_value()),
         client_(std::move(client)),
-        file_(std::move(file)),
-        id_(id) {}
+        seen_(client_->seen, file, id, std::move(text)) {}
 
-  void DBWrite() override { client_->write(file_, id_, fields().text()); }
+  void DBWrite() override { client_->replace(seen_, fields().text()); }
 
  private:
-  std::shared_ptr<Client> client_;
-  std::string file_;
-  std::string id_;
+  const std::shared_ptr<Client> client_;
+  const SeenRecords::Seen seen_;
 };
 
 class EngineFile final : public store::File {
@@ -60,9 +75,8 @@ class EngineFile final : public store::File {
       : client_(std::move(client)), name_(name) {}
 
   std::unique_ptr<store::Record> ReadRecord(std::string_view id) override {
-    const std::optional<std::string> text =
-        client_->engine->read(*client_->catalogue.forReading(name_), id);
-    return std::make_unique<EngineRecord>(client_, name_, id, text.value_or(""), text.has_value());
+    return std::make_unique<EngineRecord>(
+        client_, name_, id, client_->engine->read(*client_->catalogue.forReading(name_), id));
   }
 
   int DeleteRecord(std::string_view id) override {
@@ -77,15 +91,21 @@ class EngineFile final : public store::File {
 class ClientTransaction final : public Transaction {
  public:
   explicit ClientTransaction(std::shared_ptr<Client> client)
-      : client_(std::move(client)), transaction_(client_->engine->begin()) {}
+      : client_(std::move(client)), transaction_(client_->engine->begin()) {
+    client_->seen.begin();
+  }
   ClientTransaction(const ClientTransaction&) = delete;
   ClientTransaction& operator=(const ClientTransaction&) = delete;
   ~ClientTransaction() override {
     transaction_.reset();
+    client_->seen.undo();
     client_->catalogue.forget();
   }
 
-  void commit() override { transaction_->commit(); }
+  void commit() override {
+    transaction_->commit();
+    client_->seen.end();
+  }
 
  private:
   std::shared_ptr<Client> client_;

@@ -14,7 +14,9 @@ namespace multivalue {
 
 // Every call throws StoreError when the store refuses it: kUnknownFile, kBadSentence, kBadValue
 // (an empty identifier, or one with a mark), kBusy, kIoFailure (disk full, no store, damaged,
-// read-only). What DBWrite, DeleteRecord and Transaction::commit have done when they return
+// read-only). DBWrite of a record that somebody else has changed, created or deleted since it was
+// read is kChanged. Somebody else is every other database object, and a command of this one's.
+// What DBWrite, DeleteRecord and Transaction::commit have done when they return
 // survives a killed process and a cut of power. Files and records may outlive the database object.
 // Not to be used after a fork by the child.
 class Database : public store::Database {
@@ -31,7 +33,7 @@ class Database : public store::Database {
   // Writes between its making and commit() are kept together or not at all. One at a time; the
   // database must outlive it.
   virtual std::unique_ptr<Transaction> begin() = 0;
-  // Creates or replaces a record from its full text.
+  // Creates or replaces a record from its full text, whatever is stored.
   virtual void write(std::string_view file, std::string_view id, std::string_view record) = 0;
   virtual long long recordCount(std::string_view file) = 0;
   // In the order of the keys. The views live until the visitor returns.

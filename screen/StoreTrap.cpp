@@ -6,12 +6,22 @@
 namespace screen {
 namespace {
 
+constexpr const char* kModifieeAilleurs =
+    "La fiche a été modifiée, créée ou supprimée par quelqu'un d'autre depuis sa lecture. Rien n'a "
+    "été enregistré : saisissez à nouveau le code pour voir la fiche telle qu'elle est.";
+
+// What the user can do something about is told in the user's words.
+store::StoreError told(const store::StoreError& failure) {
+  if (failure.code() != store::kChanged) return failure;
+  return {failure.code(), kModifieeAilleurs, failure.member()};
+}
+
 void announcing(EditSession& session, std::string_view procedure,
                 const std::function<void()>& handler) {
   try {
     handler();
   } catch (const store::StoreError& failure) {
-    if (session.annonces.echec) session.annonces.echec(procedure, failure);
+    if (session.annonces.echec) session.annonces.echec(procedure, told(failure));
     throw;
   }
 }

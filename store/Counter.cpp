@@ -35,13 +35,20 @@ NoCode::NoCode(Why why)
       why_(why) {}
 
 std::string nextCode(File& counters) {
-  const std::unique_ptr<Record> counter = counters.ReadRecord(kCounterRecord);
-  const int last = lastNumber(counter->fields().get(compteur::DernierOrgChg, 1));
-  if (last >= kLargest) throw NoCode(NoCode::Why::AllGivenOut);
-  std::string code = padded(last + 1);
-  counter->fields().set(compteur::DernierOrgChg, 1, code);
-  counter->DBWrite();
-  return code;
+  for (;;) {
+    const std::unique_ptr<Record> counter = counters.ReadRecord(kCounterRecord);
+    const int last = lastNumber(counter->fields().get(compteur::DernierOrgChg, 1));
+    if (last >= kLargest) throw NoCode(NoCode::Why::AllGivenOut);
+    std::string code = padded(last + 1);
+    counter->fields().set(compteur::DernierOrgChg, 1, code);
+    try {
+      counter->DBWrite();
+      return code;
+    } catch (const StoreError& failure) {
+      if (failure.code() != kChanged) throw;
+      // Somebody else has taken this code: the next one is free.
+    }
+  }
 }
 
 }  // namespace store

@@ -21,7 +21,9 @@ class Record {
   const DynamicArray& fields() const { return fields_; }
   // False when no record had the identifier: it then reads as an empty array.
   bool found() const { return found_; }
-  // Writes the fields under the identifier, creating the record when it did not exist.
+  // Writes the fields under the identifier, creating the record when it did not exist. A store that
+  // watches over it refuses with kChanged, and writes nothing, when somebody else has changed,
+  // created or deleted the record since it was read: it has to be read again.
   virtual void DBWrite() = 0;
 
  private:

@@ -15,6 +15,8 @@ inline constexpr unsigned kBadSentence = 0x80040002U;
 inline constexpr unsigned kBusy = 0x80040003U;      // another process held the store too long
 inline constexpr unsigned kBadValue = 0x80040004U;  // a value that the store cannot hold
 inline constexpr unsigned kIoFailure = 0x80040005U;
+// What is stored is not what was read: somebody else has changed, created or deleted the record.
+inline constexpr unsigned kChanged = 0x80040006U;
 inline constexpr unsigned kFailed = 0x80004005U;  // anything else
 
 // A call on a store object has failed.

@@ -25,6 +25,7 @@ struct MemoryStore::State {
   std::vector<Call> calls;
   std::shared_ptr<std::vector<std::string>> releases = std::make_shared<std::vector<std::string>>();
   std::vector<Fault> faults;
+  bool watching = false;
   int callsUntilFailure = 0;
   unsigned failureCode = 0;
 
@@ -172,20 +173,30 @@ class MemoryRecord : public store::Record {
       : Record(std::move(fields), found),
         state_(std::move(state)),
         file_(std::move(file)),
-        id_(std::move(id)) {}
+        id_(std::move(id)) {
+    if (found) seen_ = this->fields();
+  }
   MemoryRecord(const MemoryRecord&) = delete;
   MemoryRecord& operator=(const MemoryRecord&) = delete;
   ~MemoryRecord() override { state_->releases->push_back("Record " + file_ + " " + id_); }
 
   void DBWrite() override {
     state_->note(CallKind::DBWrite, file_, id_, fields().text());
-    state_->files[file_][id_] = fields();
+    auto& records = state_->files[file_];
+    const auto stored = records.find(id_);
+    const bool same = stored == records.end() ? !seen_ : seen_ == stored->second;
+    if (state_->watching && !same) {
+      throw store::StoreError(store::kChanged, "changed since it was read");
+    }
+    records[id_] = fields();
+    seen_ = fields();
   }
 
  private:
   std::shared_ptr<State> state_;
   std::string file_;
   std::string id_;
+  std::optional<DynamicArray> seen_;
 };
 
 class MemoryFile : public store::File {
@@ -379,6 +390,8 @@ void MemoryStore::failAt(int nthCall, unsigned code) {
 void MemoryStore::fail(CallKind kind, std::string_view file, unsigned code) {
   state_->faults.push_back({kind, std::string(file), code});
 }
+
+void MemoryStore::watchOverChanges() { state_->watching = true; }
 
 void MemoryStore::stopFailing() {
   state_->faults.clear();

@@ -71,6 +71,10 @@ class MemoryStore {
   void fail(CallKind kind, std::string_view file = {}, unsigned code = store::kFailed);
   void stopFailing();
 
+  // --- Other users. From here on DBWrite refuses, with kChanged, a record that put(), set() or
+  // erase() has changed since it was read: it plays the store that watches over that.
+  void watchOverChanges();
+
   // --- Release log: "Record TABLES STATORGCHG", "File TABLES", "Database", in the order in which
   // the objects went. Others may append to it.
   std::vector<std::string>& releases();

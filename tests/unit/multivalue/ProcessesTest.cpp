@@ -4,8 +4,10 @@
 
 #include <algorithm>
 #include <chrono>
+#include <stdexcept>
 
 #include "TemporaryStore.h"
+#include "store/Counter.h"
 #include "tests/support/ChildProcess.h"
 #include "tests/support/Seed.h"
 
@@ -102,6 +104,91 @@ TEST(Processes, SeveralWritersLoseNothing) {
   EXPECT_EQ(c.finish(), 0);
   EXPECT_EQ(store->recordCount("ORGPRISECHARGE"), 75);
   EXPECT_EQ(store->ExecuteSentence("SSELECT ORGPRISECHARGE AVEC 1 = \"b\"").DCount(), 25);
+}
+
+// --- Two that work on the same records
+
+constexpr int kRounds = 1000;
+
+TEST(TwoAtOnce, NoConfirmedSaveIsLost) {
+  const TemporaryStore store;
+  store->write("ORGPRISECHARGE", "001", "0");
+  const auto count = [&](int) {
+    const auto database = store.connect(waiting(60000));
+    const auto file = database->OpenFile("ORGPRISECHARGE");
+    for (int saved = 0; saved < kRounds;) {
+      const auto record = file->ReadRecord("001");
+      record->fields().setText(std::to_string(std::stoi(record->fields().text()) + 1));
+      const unsigned code = errorOf([&] { record->DBWrite(); });
+      if (code != 0 && code != store::kChanged) throw std::runtime_error("another error");
+      saved += code == 0;
+    }
+  };
+  Child one(count);
+  Child other(count);
+  EXPECT_EQ(one.finish(), 0);
+  EXPECT_EQ(other.finish(), 0);
+  EXPECT_EQ(store.select("SSELECT ORGPRISECHARGE", "1"), std::to_string(2 * kRounds));
+}
+
+// Each code is given out once, and the body of each stays its creator's.
+TEST(TwoAtOnce, NoCodeIsGivenOutTwice) {
+  constexpr int kEach = 499;  // the codes end at 999
+  for (int stores = 0; stores < kRounds / kEach; ++stores) {
+    const TemporaryStore store;
+    const auto create = [&](const std::string& who) {
+      return [&store, who](int) {
+        const auto database = store.connect(waiting(60000));
+        const auto counters = database->OpenFile("COMPTEUR");
+        const auto bodies = database->OpenFile("ORGPRISECHARGE");
+        for (int i = 0; i < kEach; ++i) {
+          const auto body = bodies->ReadRecord(store::nextCode(*counters));
+          body->fields().setText(who + std::to_string(i));
+          body->DBWrite();
+        }
+      };
+    };
+    Child one(create("A"));
+    Child other(create("B"));
+    EXPECT_EQ(one.finish(), 0);
+    EXPECT_EQ(other.finish(), 0);
+    EXPECT_EQ(store->recordCount("ORGPRISECHARGE"), 2 * kEach);
+    for (const char* const who : {"A", "B"}) {
+      const std::string sentence = std::string("SSELECT ORGPRISECHARGE AVEC 1 = \"") + who + "]\"";
+      EXPECT_EQ(store->ExecuteSentence(sentence).DCount(), kEach);
+    }
+  }
+}
+
+TEST(TwoAtOnce, WhatOneDeletesTheOthersSaveDoesNotBringBack) {
+  const TemporaryStore store;
+  {
+    const auto transaction = store->begin();
+    for (int i = 0; i < kRounds; ++i) store->write("ORGPRISECHARGE", std::to_string(i), "before");
+    transaction->commit();
+  }
+  Child saver([&](int) {
+    const auto database = store.connect(waiting(60000));
+    const auto file = database->OpenFile("ORGPRISECHARGE");
+    for (int i = 0; i < kRounds; ++i) {
+      const auto record = file->ReadRecord(std::to_string(i));
+      if (!record->found()) continue;
+      record->fields().setText("saved");
+      const unsigned code = errorOf([&] { record->DBWrite(); });
+      if (code != 0 && code != store::kChanged) throw std::runtime_error("another error");
+    }
+  });
+  Child deleter([&](int) {
+    const auto database = store.connect(waiting(60000));
+    const auto file = database->OpenFile("ORGPRISECHARGE");
+    for (int i = 0; i < kRounds; ++i) {
+      if (file->DeleteRecord(std::to_string(i)) != 0) throw std::runtime_error("nothing there");
+    }
+  });
+  EXPECT_EQ(saver.finish(), 0);
+  EXPECT_EQ(deleter.finish(), 0);
+  EXPECT_EQ(store->recordCount("ORGPRISECHARGE"), 0);
+  EXPECT_EQ(store.select("SSELECT ORGPRISECHARGE AVEC 1 = \"saved\""), "");
 }
 
 // --- Kill tests

@@ -140,6 +140,112 @@ TEST(Records, ARefusedWriteInATransactionLeavesTheOthers) {
   EXPECT_EQ(store.select("SSELECT ORGPRISECHARGE PAR 1", "1"), "A|C");
 }
 
+// --- Records that somebody else has changed
+
+class TwoClients : public testing::Test {
+ protected:
+  std::unique_ptr<store::Record> read() { return mine_->ReadRecord("K"); }
+  // Writes a text over a record in hand.
+  static unsigned write(store::Record& record, std::string_view text) {
+    record.fields().setText(text);
+    return errorOf([&] { record.DBWrite(); });
+  }
+  std::string stored() const {
+    const auto file = store_.connect()->OpenFile("ORGPRISECHARGE");
+    const auto record = file->ReadRecord("K");
+    return record->found() ? record->fields().text() : "none";
+  }
+
+  TemporaryStore store_;
+  std::shared_ptr<multivalue::Database> other_ = store_.connect();
+  std::unique_ptr<store::File> mine_ = store_->OpenFile("ORGPRISECHARGE");
+  std::unique_ptr<store::File> theirs_ = other_->OpenFile("ORGPRISECHARGE");
+};
+
+TEST_F(TwoClients, WhatSomebodyElseHasChangedIsNotOverwritten) {
+  store_->write("ORGPRISECHARGE", "K", "before");
+  const auto record = read();
+  EXPECT_EQ(write(*theirs_->ReadRecord("K"), "theirs"), 0U);
+  EXPECT_EQ(write(*record, "mine"), store::kChanged);
+  EXPECT_EQ(write(*record, "mine"), store::kChanged) << "a second time";
+  EXPECT_EQ(stored(), "theirs");
+  EXPECT_EQ(store_.select("SSELECT ORGPRISECHARGE AVEC 1 = \"theirs\""), "K");
+  EXPECT_EQ(write(*read(), "mine"), 0U);
+  EXPECT_EQ(stored(), "mine");
+}
+
+TEST_F(TwoClients, WhatSomebodyElseHasCreatedIsNotOverwritten) {
+  const auto record = read();
+  other_->write("ORGPRISECHARGE", "K", "theirs");
+  EXPECT_EQ(write(*record, "mine"), store::kChanged);
+  EXPECT_EQ(stored(), "theirs");
+}
+
+TEST_F(TwoClients, AnEmptyRecordOfSomebodyElseIsNotOverwrittenEither) {
+  const auto record = read();
+  other_->write("ORGPRISECHARGE", "K", "");
+  EXPECT_EQ(write(*record, "mine"), store::kChanged);
+  EXPECT_EQ(stored(), "");
+}
+
+TEST_F(TwoClients, WhatSomebodyElseHasDeletedDoesNotComeBack) {
+  store_->write("ORGPRISECHARGE", "K", "before");
+  const auto record = read();
+  EXPECT_EQ(theirs_->DeleteRecord("K"), 0);
+  EXPECT_EQ(write(*record, "mine"), store::kChanged);
+  EXPECT_EQ(stored(), "none");
+}
+
+TEST_F(TwoClients, WhatSomebodyElseHasPutBackIsAsItWasRead) {
+  store_->write("ORGPRISECHARGE", "K", "before");
+  const auto record = read();
+  other_->write("ORGPRISECHARGE", "K", "theirs");
+  other_->write("ORGPRISECHARGE", "K", "before");
+  EXPECT_EQ(write(*record, "mine"), 0U);
+}
+
+TEST_F(TwoClients, OnesOwnWritesAndDeletionsAreNobodyElses) {
+  const auto record = read();
+  const auto again = read();
+  EXPECT_EQ(write(*record, "first"), 0U);
+  EXPECT_EQ(write(*record, "second"), 0U);
+  EXPECT_EQ(write(*again, "third"), 0U) << "by the other record in hand";
+  EXPECT_EQ(write(*record, "fourth"), 0U);
+  EXPECT_EQ(mine_->DeleteRecord("K"), 0);
+  EXPECT_EQ(write(*again, "fifth"), 0U);
+  store_->write("ORGPRISECHARGE", "K", "sixth");
+  EXPECT_EQ(write(*record, "seventh"), 0U);
+  EXPECT_EQ(stored(), "seventh");
+}
+
+// What this client has read and written since says nothing of a record that it read before.
+TEST_F(TwoClients, ARecordReadBeforeSomebodyElsesChangeStaysRefused) {
+  store_->write("ORGPRISECHARGE", "K", "before");
+  const auto early = read();
+  other_->write("ORGPRISECHARGE", "K", "theirs");
+  EXPECT_EQ(write(*read(), "theirs and mine"), 0U);
+  EXPECT_EQ(write(*early, "mine"), store::kChanged);
+  EXPECT_EQ(stored(), "theirs and mine");
+}
+
+TEST_F(TwoClients, AnUndoneTransactionLeavesARecordAsItWasRead) {
+  store_->write("ORGPRISECHARGE", "K", "before");
+  const auto record = read();
+  {
+    const auto transaction = store_->begin();
+    EXPECT_EQ(write(*record, "undone"), 0U);
+    EXPECT_EQ(write(*record, "undone too"), 0U);
+  }
+  EXPECT_EQ(write(*record, "mine"), 0U);
+  {
+    const auto transaction = store_->begin();
+    EXPECT_EQ(write(*record, "kept"), 0U);
+    transaction->commit();
+  }
+  EXPECT_EQ(write(*record, "after"), 0U);
+  EXPECT_EQ(stored(), "after");
+}
+
 TEST(Records, RecordsAreVisitedByKeyWhileOthersAreRead) {
   TemporaryStore store;
   for (const char* const id : {"2", "1", "3"}) store.put("TABLES", id, {id});

@@ -46,6 +46,37 @@ class Counter : public testing::Test {
   std::unique_ptr<store::File> counters = database->OpenFile("COMPTEUR");
 };
 
+// A store of which somebody else takes a code just before this one writes the counter.
+class Overtaken : public store::File {
+ public:
+  Overtaken(MemoryStore& memory, store::File& counters) : memory_(memory), counters_(counters) {}
+  std::unique_ptr<store::Record> ReadRecord(std::string_view id) override {
+    auto record = counters_.ReadRecord(id);
+    if (times-- > 0) {
+      memory_.set("COMPTEUR", "999", store::compteur::DernierOrgChg, std::to_string(++taken));
+    }
+    return record;
+  }
+  int DeleteRecord(std::string_view id) override { return counters_.DeleteRecord(id); }
+
+  int times = 0;
+  int taken = 0;
+
+ private:
+  MemoryStore& memory_;
+  store::File& counters_;
+};
+
+TEST_F(Counter, ACodeThatSomebodyElseTakesMeanwhileIsNotGivenAgain) {
+  memory.watchOverChanges();
+  holds("041");
+  Overtaken overtaken(memory, *counters);
+  overtaken.times = 2;
+  overtaken.taken = 41;
+  EXPECT_EQ(store::nextCode(overtaken), "044");
+  EXPECT_EQ(held(), "044");
+}
+
 TEST_F(Counter, WithoutARecordGivesTheFirstCode) {
   EXPECT_EQ(next(), "001");
   EXPECT_EQ(held(), "001");

@@ -9,6 +9,7 @@ Const BadSentence = &H80040002
 Const Busy = &H80040003
 Const BadValue = &H80040004
 Const IoFailure = &H80040005
+Const Changed = &H80040006
 Const Unspecified = &H80004005
 Const InvalidArgument = &H80070057
 

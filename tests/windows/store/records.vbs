@@ -84,6 +84,28 @@ record.DBWrite
 Equal "a long record", long1.Value, file.ReadRecord("long").Value
 file.DeleteRecord "long"
 
+' Two that work on one record.
+Dim other, theirs
+Set other = client.OpenDatabase(WScript.Arguments(1)).OpenFile("ORGPRISECHARGE")
+Set record = file.ReadRecord("two")
+Set theirs = other.ReadRecord("two")
+theirs.Value(1) = "theirs"
+theirs.DBWrite
+theirs.DBWrite
+record.Value(1) = "mine"
+On Error Resume Next
+record.DBWrite
+Refused "a record that somebody else has created", Changed
+On Error GoTo 0
+Equal "what they have written stays", "theirs", file.ReadRecord("two").Value(1)
+Set record = file.ReadRecord("two")
+other.DeleteRecord "two"
+On Error Resume Next
+record.DBWrite
+Refused "a record that somebody else has deleted", Changed
+On Error GoTo 0
+Equal "it does not come back", RecordNotFound, file.ReadRecord("two").Status
+
 On Error Resume Next
 client.OpenDatabase WScript.Arguments(0) & "\no such store"
 Refused "no such store", IoFailure
