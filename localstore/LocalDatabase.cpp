@@ -1,9 +1,9 @@
 #include "localstore/LocalDatabase.h"
 
-#include <filesystem>
 #include <system_error>
 #include <utility>
 
+#include "localstore/Paths.h"
 #include "localstore/SqliteEngine.h"
 #include "multivalue/Catalogue.h"
 #include "store/StoreError.h"
@@ -11,10 +11,6 @@
 namespace localstore {
 
 namespace {
-
-std::filesystem::path pathOf(const std::string& utf8) {
-  return std::filesystem::path(std::u8string(utf8.begin(), utf8.end()));
-}
 
 void configure(Connection& connection, const Options& options) {
   connection.setBusyTimeout(options.busyTimeout);
@@ -32,7 +28,7 @@ void limitPages(Connection& connection, const Options& options) {
 
 }  // namespace
 
-std::shared_ptr<LocalDatabase> openLocalDatabase(const std::string& path, const Options& options) {
+std::unique_ptr<SqliteEngine> openEngine(const std::string& path, const Options& options) {
   std::error_code ignored;
   if (!std::filesystem::is_regular_file(pathOf(path), ignored)) {
     throw store::StoreError(store::kIoFailure, path + ": there is no such store");
@@ -42,7 +38,13 @@ std::shared_ptr<LocalDatabase> openLocalDatabase(const std::string& path, const 
   engine->checkFormat();
   if (engine->connection().readOnly()) engine->connection().refuse("the store is read-only");
   limitPages(engine->connection(), options);
-  return multivalue::databaseOver(std::move(engine));
+  // Readers and writers need not wait for each other; a copy that was put in place may be without.
+  engine->connection().execute("PRAGMA journal_mode = WAL");
+  return engine;
+}
+
+std::shared_ptr<LocalDatabase> openLocalDatabase(const std::string& path, const Options& options) {
+  return multivalue::databaseOver(openEngine(path, options));
 }
 
 std::shared_ptr<LocalDatabase> createLocalDatabase(const std::string& path,

@@ -141,6 +141,29 @@ void Connection::execute(const std::string& sql) {
   if (result != SQLITE_OK) fail(result);
 }
 
+void Connection::copyFrom(Connection& source) {
+  struct Finisher {
+    void operator()(sqlite3_backup* copy) const { sqlite3_backup_finish(copy); }
+  };
+  std::unique_ptr<sqlite3_backup, Finisher> copy(
+      sqlite3_backup_init(database_.get(), "main", source.database_.get(), "main"));
+  if (!copy) fail(sqlite3_errcode(database_.get()));
+  // In one step, so that nobody's write makes it begin again; in a log, writers need not wait.
+  const int result = sqlite3_backup_step(copy.get(), -1);
+  if (result != SQLITE_DONE) fail(result);
+  const int finished = sqlite3_backup_finish(copy.release());
+  if (finished != SQLITE_OK) fail(finished);
+}
+
+bool Connection::lockFile() {
+  sqlite3_file* file = nullptr;
+  sqlite3_file_control(database_.get(), "main", SQLITE_FCNTL_FILE_POINTER,
+                       static_cast<void*>(&file));
+  return file != nullptr && file->pMethods != nullptr &&
+         file->pMethods->xLock(file, SQLITE_LOCK_SHARED) == SQLITE_OK &&
+         file->pMethods->xLock(file, SQLITE_LOCK_EXCLUSIVE) == SQLITE_OK;
+}
+
 bool Connection::inTransaction() const { return sqlite3_get_autocommit(database_.get()) == 0; }
 
 bool Connection::readOnly() const { return sqlite3_db_readonly(database_.get(), "main") == 1; }

@@ -65,6 +65,10 @@ class Connection {
   ~Connection() = default;
 
   void execute(const std::string& sql);
+  // Makes this file a copy of the other's, as that one is at this moment.
+  void copyFrom(Connection& source);
+  // Takes the file for itself, whatever it holds; false when another has it open. For good.
+  bool lockFile();
   // True between the beginning and the end of a transaction.
   bool inTransaction() const;
   bool readOnly() const;

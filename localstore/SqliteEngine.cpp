@@ -34,12 +34,6 @@ std::string indexName(std::string_view file, std::int64_t attribute) {
   return std::string(kIndex) + std::string(file) + "_" + std::to_string(attribute);
 }
 
-std::string recordTable(const FileDescription& file) { return '"' + recordName(file.name) + '"'; }
-
-std::string indexTable(const FileDescription& file, int attribute) {
-  return '"' + indexName(file.name, attribute) + '"';
-}
-
 std::string recordTableMade(std::string_view name) {
   return "CREATE TABLE \"" + std::string(name) +
          "\"(id TEXT PRIMARY KEY, record BLOB NOT NULL) WITHOUT ROWID";
@@ -77,14 +71,14 @@ void bindRange(Query& query, const AccessPath& path, int first) {
 // The statement of a scan: key and record; of an index, key, value and whether it is the first.
 std::string statementOf(const Scan& scan, const std::optional<AccessPath>& keys) {
   const AccessPath* const path = scan.path;
-  const std::string records = recordTable(scan.file);
+  const std::string records = SqliteEngine::recordTable(scan.file);
   if (path == nullptr || path->attribute == 0) {
     const bool keysOnly = scan.gives == Scan::Gives::Keys;
     std::string sql = (keysOnly ? "SELECT id, x'' FROM " : "SELECT id, record FROM ") + records;
     if (path != nullptr) sql += " WHERE " + condition(*path, "id", 1);
     return sql + " ORDER BY id";
   }
-  const std::string index = indexTable(scan.file, path->attribute);
+  const std::string index = SqliteEngine::indexTable(scan.file, path->attribute);
   std::string sql = scan.gives == Scan::Gives::IndexEntries
                         ? "SELECT i.id, i.value, i.first FROM " + index + " i"
                         : "SELECT i.id, r.record FROM " + index + " i CROSS JOIN " + records +
@@ -104,7 +98,8 @@ class SqliteCursor final : public multivalue::Cursor {
         keys_(std::move(keys)),
         entries_(path_.attribute != 0 && scan.gives == Scan::Gives::IndexEntries),
         query_(connection, statementOf(scan, keys_)),
-        reading_(entries_ ? "SELECT record FROM " + recordTable(scan.file) + " WHERE id = ?1"
+        reading_(entries_ ? "SELECT record FROM " + SqliteEngine::recordTable(scan.file) +
+                                " WHERE id = ?1"
                           : std::string()) {
     if (scan.path != nullptr) bindRange(query_, path_, 1);
     if (keys_) bindRange(query_, *keys_, 3);
@@ -148,6 +143,14 @@ class SqliteTransaction final : public multivalue::Transaction {
 };
 
 }  // namespace
+
+std::string SqliteEngine::recordTable(const FileDescription& file) {
+  return '"' + recordName(file.name) + '"';
+}
+
+std::string SqliteEngine::indexTable(const FileDescription& file, int attribute) {
+  return '"' + indexName(file.name, attribute) + '"';
+}
 
 void SqliteEngine::create() {
   WriteScope scope(connection_);

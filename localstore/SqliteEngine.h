@@ -11,6 +11,10 @@ class SqliteEngine final : public multivalue::Engine {
   SqliteEngine(const std::string& path, Connection::Mode mode) : connection_(path, mode) {}
 
   Connection& connection() { return connection_; }
+  // As statements name them.
+  static std::string recordTable(const multivalue::FileDescription& file);
+  static std::string indexTable(const multivalue::FileDescription& file, int attribute);
+
   // Makes the tables of an empty database.
   void create();
   // Throws StoreError (kIoFailure) when the database is no store, one of a later format, or has
@@ -40,5 +44,10 @@ class SqliteEngine final : public multivalue::Engine {
   Connection connection_;
   std::int64_t checked_ = -1;  // the version of the tables that were looked at
 };
+
+struct Options;
+
+// An engine on an existing store, ready for use; LocalDatabase.h says what is thrown.
+std::unique_ptr<SqliteEngine> openEngine(const std::string& path, const Options& options);
 
 }  // namespace localstore

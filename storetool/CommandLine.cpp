@@ -7,6 +7,8 @@
 #include <memory>
 #include <ostream>
 
+#include "localstore/Backup.h"
+#include "localstore/Check.h"
 #include "localstore/LocalDatabase.h"
 #include "multivalue/Sentence.h"
 #include "store/Request.h"
@@ -22,10 +24,11 @@ namespace {
 constexpr const char* kExitCodes =
     "Exit codes: 0 done, 1 no such record (show), 2 wrong command line, 3 a line or record that\n"
     "cannot be imported or exported, 4 refused (unknown file, bad sentence), 5 the store is busy,\n"
-    "6 the store or a file cannot be read or written.";
+    "6 the store or a file cannot be read or written, 7 the store is not whole (check).";
 
 struct Arguments {
   std::string store;
+  std::string other;
   std::vector<std::string> paths;
   std::string file;
   std::string id;
@@ -41,7 +44,23 @@ class Commands {
 
   int create() {
     localstore::createLocalDatabase(arguments_.store);
+    return whole(localstore::checkLocalDatabase(arguments_.store));
+  }
+
+  int backup() {
+    localstore::backUp(arguments_.store, arguments_.other);
     return kDone;
+  }
+
+  int restore() {
+    localstore::restore(arguments_.other, arguments_.store);
+    return kDone;
+  }
+
+  int check() {
+    const localstore::Checked checked = localstore::checkLocalDatabase(arguments_.store);
+    if (checked.faults.empty()) out_ << checked.records << " records, no fault\n";
+    return whole(checked);
   }
 
   int importAll() {
@@ -50,7 +69,7 @@ class Commands {
     const long long count =
         importFiles(*database, arguments_.paths, [&](double done) { bar.show(done); });
     out_ << count << " records imported\n";
-    return kDone;
+    return whole(localstore::checkLocalDatabase(arguments_.store));
   }
 
   int exportOne() {
@@ -93,6 +112,11 @@ class Commands {
   }
 
  private:
+  int whole(const localstore::Checked& checked) {
+    for (const std::string& fault : checked.faults) out_ << fault << '\n';
+    return checked.faults.empty() ? kDone : kFaulty;
+  }
+
   // "  1 SigleOrgChg: CD01"; of several values one a line, "25.2 DateRembOrgChg: 20000".
   void showAttribute(multivalue::Database& database, const store::DynamicArray& fields,
                      int attribute) {
@@ -150,12 +174,16 @@ int runCommandLine(const std::vector<std::string>& arguments, std::ostream& out,
   CLI::App app("Makes, fills and questions a store in one file.", "tessaline-store");
   app.footer(kExitCodes);
   app.require_subcommand(1);
-  const auto add = [&](const char* name, const char* description, int (Commands::*command)()) {
+  const auto addAlone = [&](const char* name, const char* description, int (Commands::*command)()) {
     CLI::App* added = app.add_subcommand(name, description);
-    added->add_option("STORE", given.store, "the store's file")->required();
     added->callback([&chosen, &commands, command] {
       chosen = [&commands, command] { return (commands.*command)(); };
     });
+    return added;
+  };
+  const auto add = [&](const char* name, const char* description, int (Commands::*command)()) {
+    CLI::App* added = addAlone(name, description, command);
+    added->add_option("STORE", given.store, "the store's file")->required();
     return added;
   };
 
@@ -178,6 +206,15 @@ int runCommandLine(const std::vector<std::string>& arguments, std::ostream& out,
   CLI::App* show = add("show", "Show one record, an attribute a line", &Commands::show);
   show->add_option("FILE", given.file, "the record's file")->required();
   show->add_option("ID", given.id, "the record's key")->required();
+
+  CLI::App* backup = add("backup", "Copy a store, in use or not, to a new file that is checked",
+                         &Commands::backup);
+  backup->add_option("TARGET", given.other, "the copy's file")->required();
+  CLI::App* restore = addAlone("restore", "Put a copy in the place of a store that nobody has open",
+                               &Commands::restore);
+  restore->add_option("BACKUP", given.other, "the copy's file")->required();
+  restore->add_option("STORE", given.store, "the store's file")->required();
+  add("check", "Look at the file, its records and its indexes; a line a fault", &Commands::check);
 
   std::vector<std::string> reversed(arguments.rbegin(), arguments.rend());
   try {

@@ -16,6 +16,7 @@ enum ExitCode : int {
   kRefused = 4,       // unknown file, bad sentence, a value the store cannot hold
   kStoreBusy = 5,     // another process held the store too long
   kCannotAccess = 6,  // the store or a file cannot be read or written
+  kFaulty = 7,        // the store is not whole
 };
 
 // Runs one command; arguments are UTF-8, without the program's name. `progress` shows a bar on the

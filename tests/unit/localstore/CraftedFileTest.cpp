@@ -1,21 +1,12 @@
 // Files that somebody has made to look like a store: nothing of theirs runs.
 #include <gtest/gtest.h>
-#include <sqlite3.h>
 
 #include "LocalStore.h"
+#include "Plant.h"
 
 namespace {
 
 using localstore::openLocalDatabase;
-
-// What somebody does to the file by means of their own.
-void plant(const std::string& path, const std::string& statements) {
-  sqlite3* file = nullptr;
-  ASSERT_EQ(sqlite3_open(path.c_str(), &file), SQLITE_OK);
-  EXPECT_EQ(sqlite3_exec(file, statements.c_str(), nullptr, nullptr, nullptr), SQLITE_OK)
-      << sqlite3_errmsg(file);
-  sqlite3_close(file);
-}
 
 constexpr const char* kTrigger =
     "CREATE TRIGGER planted AFTER INSERT ON record_TABLES BEGIN DELETE FROM record_ACCORD; END";

@@ -11,6 +11,7 @@ class LocalStoreUnderTest final : public StoreUnderTest {
 
   std::string path() const { return folder_ / "test.store"; }
   std::shared_ptr<multivalue::Database> connect(const Connecting& how) const override;
+  std::string fault() const override;
 
  private:
   TemporaryFolder folder_;

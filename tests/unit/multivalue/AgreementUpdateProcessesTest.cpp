@@ -105,6 +105,7 @@ TEST(KilledUpdate, LeavesAllAgreementsOldOrAllNewAndTheListsWithThem) {
     }
     const auto database = store.connect();
     const long found = checkAll(*database);
+    EXPECT_EQ(store.underTest().fault(), "");
     EXPECT_GE(found, static_cast<long>(confirmed)) << "lost";
     EXPECT_LE(found, static_cast<long>(confirmed) + 1);
     unfinished += found == static_cast<long>(confirmed);

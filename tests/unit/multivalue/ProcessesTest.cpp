@@ -266,6 +266,7 @@ TEST(KilledWriter, LosesNoConfirmedRecordAndTearsNone) {
     const auto database = store.connect();
     checkConfirmed(*database, confirmed, before);
     next = std::max(next, checkRecords(*database, next) + 1);
+    EXPECT_EQ(store.underTest().fault(), "");
   }
   const auto database = store.connect();
   checkRecords(*database, 0);
@@ -294,6 +295,7 @@ TEST(KilledWriter, LeavesNothingOfAnUnfinishedTransaction) {
     const auto database = store.connect();
     ASSERT_EQ(database->recordCount("ORGPRISECHARGE"), 0);
     ASSERT_EQ(database->ExecuteSentence("SSELECT ORGPRISECHARGE AVEC 1 = \"V]\"").text(), "");
+    ASSERT_EQ(store.underTest().fault(), "");
   }
 }
 

@@ -195,6 +195,7 @@ TEST(RandomWrites, LeaveWhatAModelSays) {
   }
   EXPECT_EQ(store->recordCount(kFile), static_cast<long long>(model.size()));
   EXPECT_GT(answered, 500U);
+  EXPECT_EQ(store.underTest().fault(), "");
 }
 
 }  // namespace

@@ -21,6 +21,8 @@ class StoreUnderTest {
 
   // A client more. What a process has connected is not used by those that it forks.
   virtual std::shared_ptr<multivalue::Database> connect(const Connecting& how) const = 0;
+  // What is not whole: the first of the faults, "" without one.
+  virtual std::string fault() const = 0;
 };
 
 // An empty store with the standard files, gone with the object.

@@ -34,7 +34,8 @@ class CommandLine : public testing::Test {
 TEST_F(CommandLine, HelpTellsTheCommandsAndTheExitCodes) {
   const Outcome help = run("--help");
   EXPECT_EQ(help.code, 0);
-  for (const char* const word : {"create", "import", "export", "query", "show", "Exit codes"}) {
+  for (const char* const word : {"create", "import", "export", "query", "show", "check", "backup",
+                                 "restore", "Exit codes"}) {
     EXPECT_NE(help.out.find(word), std::string::npos) << word;
   }
   EXPECT_EQ(run("query --help").code, 0);
@@ -43,7 +44,8 @@ TEST_F(CommandLine, HelpTellsTheCommandsAndTheExitCodes) {
 TEST_F(CommandLine, AWrongCommandLineIsRefused) {
   for (const char* const arguments :
        {"", "destroy a.store", "create", "import a.store", "export a.store TABLES", "query a.store",
-        "show a.store TABLES", "create a.store --nonsense"}) {
+        "show a.store TABLES", "create a.store --nonsense", "backup a.store", "restore a.store",
+        "check"}) {
     const Outcome outcome = run(arguments);
     EXPECT_EQ(outcome.code, 2) << arguments;
     EXPECT_FALSE(outcome.err.empty()) << arguments;
@@ -132,6 +134,41 @@ TEST_F(CommandLine, AStoreThatCannotBeUsedHasItsCode) {
     EXPECT_TRUE(outcome.err.starts_with("tessaline-store: ")) << command;
   }
   EXPECT_FALSE(std::filesystem::exists(fromUtf8(folder_ / "none.store")));
+}
+
+TEST_F(CommandLine, BackupRestoreAndCheck) {
+  run("create a.store");
+  writeText(folder_ / "TABLES.jsonl", "{\"id\":\"1\",\"fields\":[\"x\"]}\n");
+  run("import a.store TABLES.jsonl");
+  EXPECT_EQ(run("backup a.store copy.store").code, 0);
+  EXPECT_EQ(run("backup a.store copy.store").code, 6);
+  const Outcome checked = run("check copy.store");
+  EXPECT_EQ(checked.code, 0);
+  EXPECT_EQ(checked.out, "1 records, no fault\n");
+  {
+    const auto open = localstore::openLocalDatabase(folder_ / "a.store");
+    const Outcome refused = run("restore copy.store a.store");
+    EXPECT_EQ(refused.code, 5);
+    EXPECT_EQ(refused.err, "tessaline-store: a.store: the store is open elsewhere\n");
+  }
+  EXPECT_EQ(run("restore copy.store a.store").code, 0);
+  EXPECT_EQ(run("show a.store TABLES 1").out, "1 Intitule: x\n");
+}
+
+TEST_F(CommandLine, AStoreThatIsNotWholeHasALineAFault) {
+  run("create a.store");
+  localstore::Connection(folder_ / "a.store", localstore::Connection::Mode::Open)
+      .execute("INSERT INTO index_ACCORD_1 VALUES('x', '1', 1), ('x', '2', 1)");
+  const Outcome checked = run("check a.store");
+  EXPECT_EQ(checked.code, 7);
+  EXPECT_EQ(checked.out,
+            "ACCORD, index of attribute 1: a wrong entry for record \"1\"\n"
+            "ACCORD, index of attribute 1: a wrong entry for record \"2\"\n");
+  EXPECT_EQ(run("backup a.store copy.store").code, 6);
+  writeText(folder_ / "TABLES.jsonl", "{\"id\":\"1\",\"fields\":[\"x\"]}\n");
+  const Outcome imported = run("import a.store TABLES.jsonl");
+  EXPECT_EQ(imported.code, 7);
+  EXPECT_TRUE(imported.out.starts_with("1 records imported\nACCORD, index")) << imported.out;
 }
 
 TEST_F(CommandLine, AStoreInAFormatThatIsNotKnownIsLeftAlone) {

@@ -1,0 +1,22 @@
+// Is a store whole?
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace localstore {
+
+struct Checked {
+  long long records = 0;
+  // A line each, at most kMostFaults.
+  std::vector<std::string> faults;
+};
+
+inline constexpr std::size_t kMostFaults = 100;
+
+// Looks at the file itself, at every record, and at every index beside the records, all in one
+// state of the store; others may use it meanwhile. A path is UTF-8. Throws StoreError for what
+// cannot be opened as a store at all.
+Checked checkLocalDatabase(const std::string& path);
+
+}  // namespace localstore
