@@ -1,5 +1,6 @@
 #include "multivalue/Comparison.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <optional>
 
@@ -52,7 +53,76 @@ bool isPlain(std::string_view text) {
   return !text.empty() && text[0] != '0' && digitsAt(text, 0) == text.size();
 }
 
+struct Letter {
+  std::string_view accented;
+  std::string_view base;
+};
+
+// The accented letters of U+00C0 to U+017F that French and its neighbours write.
+constexpr Letter kLetters[] = {
+    {"À", "A"}, {"Á", "A"},  {"Â", "A"},  {"Ã", "A"}, {"Ä", "A"}, {"Å", "A"}, {"Æ", "AE"},
+    {"Ç", "C"}, {"È", "E"},  {"É", "E"},  {"Ê", "E"}, {"Ë", "E"}, {"Ì", "I"}, {"Í", "I"},
+    {"Î", "I"}, {"Ï", "I"},  {"Ñ", "N"},  {"Ò", "O"}, {"Ó", "O"}, {"Ô", "O"}, {"Õ", "O"},
+    {"Ö", "O"}, {"Ø", "O"},  {"Ù", "U"},  {"Ú", "U"}, {"Û", "U"}, {"Ü", "U"}, {"Ý", "Y"},
+    {"à", "a"}, {"á", "a"},  {"â", "a"},  {"ã", "a"}, {"ä", "a"}, {"å", "a"}, {"æ", "ae"},
+    {"ç", "c"}, {"è", "e"},  {"é", "e"},  {"ê", "e"}, {"ë", "e"}, {"ì", "i"}, {"í", "i"},
+    {"î", "i"}, {"ï", "i"},  {"ñ", "n"},  {"ò", "o"}, {"ó", "o"}, {"ô", "o"}, {"õ", "o"},
+    {"ö", "o"}, {"ø", "o"},  {"ù", "u"},  {"ú", "u"}, {"û", "u"}, {"ü", "u"}, {"ÿ", "y"},
+    {"Ÿ", "Y"}, {"Œ", "OE"}, {"œ", "oe"}, {"Š", "S"}, {"š", "s"}, {"Ž", "Z"}, {"ž", "z"}};
+
+bool isPlainByte(char c) { return static_cast<unsigned char>(c) < 0x80; }
+
+// A text byte after byte, each accented letter as its base letters.
+class BaseLetters {
+ public:
+  explicit BaseLetters(std::string_view text) : rest_(text) {}
+
+  // -1 at the end.
+  int next() {
+    if (base_.empty()) {
+      if (rest_.empty()) return -1;
+      std::size_t size = 1;
+      base_ = rest_.substr(0, size);
+      if (!isPlainByte(rest_.front())) {
+        for (const Letter& letter : kLetters) {
+          if (!rest_.starts_with(letter.accented)) continue;
+          base_ = letter.base;
+          size = letter.accented.size();
+          break;
+        }
+      }
+      rest_.remove_prefix(size);
+    }
+    const int byte = static_cast<unsigned char>(base_.front());
+    base_.remove_prefix(1);
+    return byte;
+  }
+
+ private:
+  std::string_view rest_;
+  std::string_view base_;  // of the letter being given
+};
+
 int sign(int comparison) { return (comparison > 0) - (comparison < 0); }
+
+int compareTexts(std::string_view a, std::string_view b) {
+  std::size_t same = 0;
+  const std::size_t shorter = std::min(a.size(), b.size());
+  while (same < shorter && a[same] == b[same] && isPlainByte(a[same])) ++same;
+  const bool plain =
+      (same == a.size() || isPlainByte(a[same])) && (same == b.size() || isPlainByte(b[same]));
+  if (!plain) {
+    BaseLetters left(a.substr(same));
+    BaseLetters right(b.substr(same));
+    for (;;) {
+      const int one = left.next();
+      const int other = right.next();
+      if (one != other) return one < other ? -1 : 1;
+      if (one < 0) break;
+    }
+  }
+  return sign(a.compare(b));
+}
 
 int compareDecimals(const Decimal& a, const Decimal& b) {
   if (a.negative != b.negative) return a.negative ? -1 : 1;
@@ -86,7 +156,7 @@ int compareForOrder(std::string_view a, std::string_view b) {
   const std::optional<Decimal> right = decimal(b);
   if (left && right) return compareDecimals(*left, *right);
   if (left || right) return left ? -1 : 1;
-  return sign(a.compare(b));
+  return compareTexts(a, b);
 }
 
 Criterion::Criterion(Operator comparison, std::string_view value) : comparison_(comparison) {

@@ -13,8 +13,9 @@ namespace multivalue {
 // otherwise byte by byte.
 int compareSizes(std::string_view a, std::string_view b);
 
-// The order of PAR, total: the empty text, then the numbers by size, then the other texts byte by
-// byte. Numbers of the same size written differently are equal here.
+// The order of PAR: the empty text, then the numbers by size, then the other texts, accented
+// letters as their base letters, byte by byte; texts that are alike so, byte by byte as they are.
+// Numbers of the same size written differently are equal here.
 int compareForOrder(std::string_view a, std::string_view b);
 
 // The right-hand side of a condition.

@@ -130,14 +130,30 @@ class Parser {
 
   std::string quotedValue() {
     const std::size_t start = at_ + 1;
+    // Where no quote ends the value as it should, what stands behind the first word is refused.
+    std::size_t close = std::string_view::npos;
     for (std::size_t end = start; end < sentence_.size(); ++end) {
       if (sentence_[end] != '"') continue;
-      const bool last = end + 1 == sentence_.size();
-      if (!last && !isBlank(sentence_[end + 1])) continue;
-      at_ = end + 1;
-      return std::string(sentence_.substr(start, end - start));
+      if (goesOnAt(end + 1)) {
+        close = end;
+        break;
+      }
+      if (close == std::string_view::npos && isBlank(sentence_[end + 1])) close = end;
     }
-    refuse(at_, "the value's closing double quote is missing");
+    if (close == std::string_view::npos) {
+      refuse(at_, "the value's closing double quote is missing");
+    }
+    at_ = close + 1;
+    return std::string(sentence_.substr(start, close - start));
+  }
+
+  // Does there stand what may follow a condition?
+  bool goesOnAt(std::size_t place) const {
+    if (place < sentence_.size() && !isBlank(sentence_[place])) return false;
+    Parser rest(sentence_);
+    rest.at_ = place;
+    if (rest.atEnd() || rest.takeKeyword("PAR")) return true;
+    return rest.takeKeyword("AND") && rest.takeKeyword("AVEC");
   }
 
   std::string_view sentence_;

@@ -34,9 +34,9 @@ bool isSelection(std::string_view sentence);
 
 // {SSELECT|SELECT} file [AVEC field operator value [AND AVEC field operator value]...]
 // [PAR field [PAR field]...]. Keywords in upper or lower case.
-// A value stands between double quotes and ends at the first one that a blank or the end of the
-// sentence follows: a double quote with anything else behind it belongs to the value. A value
-// without quotes is one word.
+// A value stands between double quotes and ends at the first one behind which, but for blanks, AND
+// AVEC, PAR or the end of the sentence follows: every other double quote belongs to the value. A
+// value without quotes is one word.
 // Throws StoreError (kBadSentence) that tells the place in the sentence.
 Sentence parseSentence(std::string_view sentence);
 

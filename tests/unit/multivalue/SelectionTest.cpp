@@ -217,6 +217,22 @@ TEST_P(Selection, ParPutsTheEmptyFirstThenNumbersBySizeThenTexts) {
   EXPECT_EQ(select("PAR 1"), "4|6|3|2|7|5|1");
 }
 
+TEST_P(Selection, ParPutsAccentedLettersWithTheirBaseLetters) {
+  const char* const inOrder[] = {
+      "E",  "EB",    "ECOLE", "ÉCOLE",  "ECOLES", "ÉCOLES",  "EZ",  "OE",  "Œ",       "OF",  "a",
+      "eb", "école", "ecolf", "garcon", "garçon", "garçonS", "œuf", "zoé", "zoe\xFF", "\xFF"};
+  int number = 0;
+  std::string keys;
+  for (const char* const text : inOrder) {
+    const std::string key = std::to_string(100 + number++);
+    keys += (keys.empty() ? "" : "|") + key;
+    put(key, {text});
+  }
+  EXPECT_EQ(select("PAR 1"), keys);
+  EXPECT_EQ(select("AVEC 1 = \"E]\" PAR 1"), "100|101|102|104|106");
+  EXPECT_EQ(select("AVEC 1 >= \"Z\" AND AVEC 1 < \"b\""), "110");
+}
+
 TEST_P(Selection, ParOfAMultivaluedAttributeLooksAtItsFirstValue) {
   put("1", {"B;A"});
   put("2", {"A;Z"});
@@ -332,6 +348,22 @@ TEST(SelectionNames, ADoubleQuoteInsideAValueIsPartOfIt) {
   EXPECT_EQ(store.select("SSELECT ORGPRISECHARGE AVEC 1 = \"AB\"C]\" PAR 1"), "1");
   EXPECT_EQ(store.select("SSELECT ORGPRISECHARGE AVEC 1 = \"AB\"\""), "2");
   EXPECT_EQ(store.select("SSELECT ORGPRISECHARGE AVEC 1 = \"AB\"]\""), "1|2");
+}
+
+TEST(SelectionNames, ANameWithQuotesCanBeSearched) {
+  TemporaryStore store;
+  store.put("ORGPRISECHARGE", "1", {"RESIDENCE \"LES PINS\" NORD", "x"});
+  store.put("ORGPRISECHARGE", "2", {"\"LES PINS\"", "x"});
+  store.put("ORGPRISECHARGE", "3", {"\"A\" AND CO AVEC \"B\" PARC", "y"});
+  const auto select = [&](const std::string& value, const std::string& rest = "") {
+    return store.select("SSELECT ORGPRISECHARGE AVEC 1 = \"" + value + "\"" + rest);
+  };
+  EXPECT_EQ(select("RESIDENCE \"LES PINS\" NORD"), "1");
+  EXPECT_EQ(select("RESIDENCE \"LES PINS\" ]", "  PAR 1"), "1");
+  EXPECT_EQ(select("[\"LES PINS\"", " AND AVEC 2 = \"x\" PAR 1"), "2");
+  EXPECT_EQ(select("[\" NORD]", " and avec 2 = \"x\""), "1");
+  EXPECT_EQ(select("\"A\" AND CO AVEC \"B\" PARC"), "3");
+  EXPECT_EQ(select("\"A\" AND CO]", " AND AVEC 2 = \"y\""), "3");
 }
 
 TEST(SelectionNames, KeywordsMayBeInLowerCaseAndBlanksMany) {
