@@ -5,6 +5,7 @@
 #include "localstore/Check.h"
 #include "localstore/LocalDatabase.h"
 #include "localstore/Paths.h"
+#include "localstore/Place.h"
 #include "localstore/SqliteEngine.h"
 #include "store/StoreError.h"
 
@@ -18,14 +19,6 @@ namespace fs = std::filesystem;
   throw store::StoreError(store::kIoFailure, path + ": " + reason);
 }
 
-// A store's file and what SQLite keeps beside it.
-void removeStore(const std::string& path) {
-  for (const char* const tail : {"", "-wal", "-shm", "-journal"}) {
-    std::error_code ignored;
-    fs::remove(pathOf(path + tail), ignored);
-  }
-}
-
 // A copy on its way, gone unless it takes its name.
 class Copy {
  public:
@@ -36,10 +29,10 @@ class Copy {
   Copy& operator=(const Copy&) = delete;
   ~Copy() { removeStore(path_); }
 
-  void make(const std::string& source) const {
-    const auto store = openEngine(source, {});
+  void make(const std::string& source, Connection::Mode mode) const {
+    const auto store = openEngine(source, {}, mode);
     Connection(path_, Connection::Mode::Create).copyFrom(store->connection());
-    const Checked checked = checkLocalDatabase(path_);
+    const Checked checked = checkEngine(*openEngine(path_, {}, Connection::Mode::Whole));
     if (!checked.faults.empty()) {
       failOn(source, "the store is not whole: " + checked.faults.front());
     }
@@ -73,11 +66,11 @@ void requireUnused(const std::string& path) {
 
 }  // namespace
 
-void backUp(const std::string& path, const std::string& target) {
+void backUp(const std::string& path, const std::string& target, bool readOnly) {
   std::error_code ignored;
   if (fs::exists(pathOf(target), ignored)) failOn(target, "there is such a file already");
   const Copy copy(target);
-  copy.make(path);
+  copy.make(path, readOnly ? Connection::Mode::Read : Connection::Mode::Open);
   copy.takeName();
 }
 
@@ -86,11 +79,12 @@ void restore(const std::string& backup, const std::string& path) {
   if (fs::equivalent(pathOf(backup), pathOf(path), ignored)) {
     failOn(path, "the copy is the store itself");
   }
+  requireOwnDisk(path);
   const bool present = fs::exists(pathOf(path), ignored);
   if (present && !fs::is_regular_file(pathOf(path), ignored)) failOn(path, "this is no file");
   if (present) requireUnused(path);
   const Copy copy(path);
-  copy.make(backup);
+  copy.make(backup, Connection::Mode::Whole);
   if (present) requireUnused(path);
   for (const char* const tail : {"-wal", "-shm", "-journal"}) {
     fs::remove(pathOf(path + tail), ignored);

@@ -111,6 +111,11 @@ class Check {
 
 }  // namespace
 
-Checked checkLocalDatabase(const std::string& path) { return Check(*openEngine(path, {})).run(); }
+Checked checkLocalDatabase(const std::string& path, bool readOnly) {
+  return checkEngine(
+      *openEngine(path, {}, readOnly ? Connection::Mode::Read : Connection::Mode::Open));
+}
+
+Checked checkEngine(SqliteEngine& engine) { return Check(engine).run(); }
 
 }  // namespace localstore

@@ -49,6 +49,43 @@ const char* explanation(int result) {
   }
 }
 
+int flagsOf(Connection::Mode mode) {
+  switch (mode) {
+    case Connection::Mode::Create:
+      return SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE;
+    case Connection::Mode::Read:
+      return SQLITE_OPEN_READONLY;
+    case Connection::Mode::Whole:
+      return SQLITE_OPEN_READONLY | SQLITE_OPEN_URI;
+    case Connection::Mode::Open:
+      break;
+  }
+  return SQLITE_OPEN_READWRITE;
+}
+
+// The address by which SQLite takes a file for one that nobody changes.
+std::string wholeFile(const std::string& path) {
+  constexpr std::string_view kPlain =
+      "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-._/:";
+  constexpr std::string_view kDigits = "0123456789ABCDEF";
+  std::string address = "file:";
+#ifdef _WIN32
+  if (path.size() > 1 && path[1] == ':') address += "///";
+#endif
+  for (char c : path) {
+#ifdef _WIN32
+    if (c == '\\') c = '/';
+#endif
+    if (kPlain.find(c) != std::string_view::npos) {
+      address += c;
+      continue;
+    }
+    const auto byte = static_cast<unsigned char>(c);
+    address += {'%', kDigits[byte / 16], kDigits[byte % 16]};
+  }
+  return address + "?immutable=1";
+}
+
 }  // namespace
 
 Query::Query(Connection& connection, const std::string& sql)
@@ -115,9 +152,9 @@ std::int64_t Query::number(int column) const {
 }
 
 Connection::Connection(const std::string& path, Mode mode) : path_(path) {
-  const int flags = SQLITE_OPEN_READWRITE | (mode == Mode::Create ? SQLITE_OPEN_CREATE : 0);
   sqlite3* opened = nullptr;
-  const int result = sqlite3_open_v2(path.c_str(), &opened, flags, nullptr);
+  const std::string name = mode == Mode::Whole ? wholeFile(path) : path;
+  const int result = sqlite3_open_v2(name.c_str(), &opened, flagsOf(mode), nullptr);
   database_.reset(opened);
   if (result != SQLITE_OK) fail(result);
   sqlite3_extended_result_codes(opened, 1);
@@ -196,12 +233,14 @@ StatementHandle Connection::prepare(std::string_view sql) {
 }
 
 WriteScope::WriteScope(Connection& connection)
-    : connection_(connection), nested_(connection.inTransaction()) {
+    : connection_(connection), nested_(connection.writeScopes_ > 0) {
+  if (nested_) requireTransaction();
   Query(connection_, nested_ ? "SAVEPOINT part" : "BEGIN IMMEDIATE").run();
+  ++connection_.writeScopes_;
 }
 
 WriteScope::~WriteScope() {
-  // SQLite may have undone the whole by itself, on a full disk for instance.
+  --connection_.writeScopes_;
   if (!open_ || !connection_.inTransaction()) return;
   try {
     connection_.execute(nested_ ? "ROLLBACK TO part; RELEASE part" : "ROLLBACK");
@@ -210,7 +249,14 @@ WriteScope::~WriteScope() {
   }
 }
 
+// What is written when the transaction around it is gone would be kept by itself.
+void WriteScope::requireTransaction() const {
+  if (connection_.inTransaction()) return;
+  connection_.refuse("the transaction has been undone by an earlier failure");
+}
+
 void WriteScope::commit() {
+  requireTransaction();
   Query(connection_, nested_ ? "RELEASE part" : "COMMIT").run();
   open_ = false;
 }

@@ -55,7 +55,9 @@ class Query {
 // An open SQLite file. Triggers and views of the file are off. Not to be carried across a fork.
 class Connection {
  public:
-  enum class Mode { Open, Create };
+  // Whole: only read, and by nobody written meanwhile; nothing is put beside the file, and what
+  // stands in a log beside it is not looked at.
+  enum class Mode { Open, Create, Read, Whole };
 
   // The path is UTF-8 on every system. Throws StoreError (kIoFailure) when the file cannot be
   // opened.
@@ -83,6 +85,7 @@ class Connection {
 
  private:
   friend class Query;
+  friend class WriteScope;
   struct Closer {
     void operator()(sqlite3* database) const { sqlite3_close_v2(database); }
   };
@@ -92,12 +95,14 @@ class Connection {
 
   std::string path_;
   std::unique_ptr<sqlite3, Closer> database_;
+  int writeScopes_ = 0;  // open ones
   // Prepared statements at rest, by their text; declared last, so that they go first.
   std::unordered_map<std::string, std::vector<StatementHandle>> statements_;
 };
 
 // Everything done between its making and commit() happens, or nothing does. Inside another one it
-// is a part of that one: undone alone, kept with the whole.
+// is a part of that one: undone alone, kept with the whole. When SQLite has undone the whole by
+// itself, on a full disk for instance, the rest of it fails (kIoFailure) to its end.
 class WriteScope {
  public:
   // Waits for another process's writer as long as the connection's busy timeout says, then throws
@@ -110,6 +115,8 @@ class WriteScope {
   void commit();
 
  private:
+  void requireTransaction() const;
+
   Connection& connection_;
   bool nested_;
   bool open_ = true;

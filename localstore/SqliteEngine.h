@@ -47,7 +47,9 @@ class SqliteEngine final : public multivalue::Engine {
 
 struct Options;
 
-// An engine on an existing store, ready for use; LocalDatabase.h says what is thrown.
-std::unique_ptr<SqliteEngine> openEngine(const std::string& path, const Options& options);
+// An engine on an existing store, ready for use; LocalDatabase.h says what is thrown. What can be
+// read as a whole alone, for nothing can be written beside it, is read so.
+std::unique_ptr<SqliteEngine> openEngine(const std::string& path, const Options& options,
+                                         Connection::Mode mode);
 
 }  // namespace localstore

@@ -54,6 +54,8 @@ int Arguments::number(std::size_t position) const { return com::numberOf(at(posi
 
 long Arguments::wholeNumber(std::size_t position) const { return com::wholeNumberOf(at(position)); }
 
+bool Arguments::boolean(std::size_t position) const { return com::booleanOf(at(position)); }
+
 std::string Arguments::text(std::size_t position) const {
   return com::utf8(com::textOf(at(position)));
 }

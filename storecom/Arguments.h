@@ -21,6 +21,7 @@ class Arguments {
   int number(std::size_t position) const;
   // DISP_E_TYPEMISMATCH for a fraction, and for what is neither number nor text.
   long wholeNumber(std::size_t position) const;
+  bool boolean(std::size_t position) const;
   // A text, in which U+00FE and U+00FD stand for themselves.
   std::string text(std::size_t position) const;
   // A record's text, in which they are its marks.

@@ -23,11 +23,13 @@ com::Variant object(Values&&... values) {
 ClientObject::ClientObject() : Automation(kClientDispatch) {}
 
 int ClientObject::mostArguments(DISPID member, bool isPut) const {
-  return member == kOpenDatabase && !isPut ? 1 : -1;
+  return member == kOpenDatabase && !isPut ? 2 : -1;
 }
 
 com::Variant ClientObject::call(DISPID, const Arguments& arguments) {
-  return object<DatabaseObject>(localstore::openLocalDatabase(arguments.text(0)));
+  localstore::Options options;
+  options.readOnly = arguments.has(1) && arguments.boolean(1);
+  return object<DatabaseObject>(localstore::openLocalDatabase(arguments.text(0), options));
 }
 
 DatabaseObject::DatabaseObject(std::shared_ptr<store::Database> database)

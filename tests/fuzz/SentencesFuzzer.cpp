@@ -13,6 +13,7 @@
 #include "multivalue/Sentence.h"
 #include "store/StoreError.h"
 #include "tests/fuzz/Fuzz.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace fuzz {
 namespace {
@@ -81,7 +82,7 @@ struct Candidate {
 
 class Store {
  public:
-  Store() : database_(localstore::createLocalDatabase(":memory:")) {
+  Store() : database_(localstore::createLocalDatabase(folder_ / "fuzz.store")) {
     fillBodies(files_["ORGPRISECHARGE"]);
     fillAgreements(files_);
     for (const std::string& file : database_->fileNames()) addFile(file);
@@ -145,6 +146,7 @@ class Store {
 
   static constexpr int kMostNamed = 99;
 
+  TemporaryFolder folder_;
   std::shared_ptr<localstore::LocalDatabase> database_;
   Files files_;  // as they were filled
   std::map<std::string, std::vector<Candidate>> candidates_;

@@ -41,6 +41,7 @@ TEST(FullDisk, AStoreThatDoesNotFitIsNotMade) {
   localstore::Options options;
   options.maxPages = 2;
   EXPECT_EQ(errorOf([&] { createLocalDatabase(folder / "a.store", options); }), store::kIoFailure);
+  EXPECT_TRUE(std::filesystem::is_empty(fromUtf8(folder / ".")));
 }
 
 TEST(FullDisk, ATransactionThatDoesNotFitIsUndoneWhole) {
@@ -58,6 +59,34 @@ TEST(FullDisk, ATransactionThatDoesNotFitIsUndoneWhole) {
     transaction->commit();
   };
   EXPECT_EQ(errorOf(fill), store::kIoFailure);
+  EXPECT_EQ(database->recordCount("TABLES"), 0);
+  database->write("TABLES", "1", "x");
+  EXPECT_EQ(database->recordCount("TABLES"), 1);
+}
+
+// SQLite undoes the whole by itself: what came after it was once kept without what came before.
+TEST(FullDisk, ATransactionThatHasFailedTakesNoMoreWrites) {
+  TemporaryFolder folder;
+  const std::string path = folder / "a.store";
+  createLocalDatabase(path);
+  localstore::Options options;
+  options.maxPages = static_cast<long>(std::filesystem::file_size(path) / 4096 + 20);
+  const auto database = openLocalDatabase(path, options);
+  const auto file = database->OpenFile("TABLES");
+  {
+    const auto transaction = database->begin();
+    unsigned code = 0;
+    for (int i = 0; i < 10000 && code == 0; ++i) {
+      code = errorOf([&] { database->write("TABLES", std::to_string(i), std::string(500, 'x')); });
+    }
+    EXPECT_EQ(code, store::kIoFailure);
+    EXPECT_EQ(messageOf([&] { database->write("TABLES", "after", "x"); }),
+              path + ": the transaction has been undone by an earlier failure");
+    EXPECT_EQ(errorOf([&] { file->DeleteRecord("0"); }), store::kIoFailure);
+    EXPECT_EQ(errorOf([&] { file->ReadRecord("after")->DBWrite(); }), store::kIoFailure);
+    EXPECT_EQ(errorOf([&] { database->createFile("NEW"); }), store::kIoFailure);
+    EXPECT_EQ(errorOf([&] { transaction->commit(); }), store::kIoFailure);
+  }
   EXPECT_EQ(database->recordCount("TABLES"), 0);
   database->write("TABLES", "1", "x");
   EXPECT_EQ(database->recordCount("TABLES"), 1);

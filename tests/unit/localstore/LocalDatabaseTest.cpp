@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "LocalStore.h"
+#include "localstore/Place.h"
 #include "tests/support/Seed.h"
 
 namespace {
@@ -45,6 +46,41 @@ TEST(UnusableStore, AMissingFileOrADirectoryIsNoStore) {
   EXPECT_EQ(errorOf([&] { createLocalDatabase(folder / "."); }), store::kIoFailure);
   EXPECT_EQ(errorOf([&] { createLocalDatabase(folder / "missing/a.store"); }), store::kIoFailure);
   EXPECT_EQ(errorOf([&] { openLocalDatabase(""); }), store::kIoFailure);
+}
+
+TEST(UnusableStore, AStoreInMemoryIsNoStore) {
+  for (const char* const path : {"", ":memory:"}) {
+    EXPECT_EQ(errorOf([&] { createLocalDatabase(path); }), store::kIoFailure);
+    EXPECT_EQ(errorOf([&] { openLocalDatabase(path); }), store::kIoFailure);
+  }
+}
+
+TEST(UnusableStore, ASharesNameIsKnownInAllItsWays) {
+  for (const char* const path :
+       {R"(\\server\share\a.store)", "//server/share/a.store", R"(\\?\UNC\server\share\a.store)",
+        R"(\\.\unc\server\a)", R"(/\server\a)"}) {
+    EXPECT_TRUE(localstore::namesShare(path)) << path;
+  }
+  for (const char* const path : {R"(C:\a.store)", "a.store", R"(\a.store)", "/home/a.store", "",
+                                 R"(\\?\C:\a.store)", R"(\\.\C:\a.store)"}) {
+    EXPECT_FALSE(localstore::namesShare(path)) << path;
+  }
+}
+
+// The log of a large transaction does not stay that large.
+TEST(LocalDatabase, TheLogIsBounded) {
+  LocalStore store;
+  const auto logSize = [&] { return std::filesystem::file_size(fromUtf8(store.path() + "-wal")); };
+  {
+    const auto transaction = store->begin();
+    for (int i = 0; i < 30000; ++i) {
+      store->write("TABLES", std::to_string(i), std::string(1000, 'x'));
+    }
+    transaction->commit();
+  }
+  EXPECT_GT(logSize(), std::uintmax_t{20} << 20);
+  for (int i = 0; i < 3; ++i) store->write("TABLES", "1", std::to_string(i));
+  EXPECT_LE(logSize(), std::uintmax_t{16} << 20);
 }
 
 TEST(UnusableStore, AnExistingFileIsNotOverwritten) {

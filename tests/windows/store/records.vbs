@@ -106,6 +106,19 @@ Refused "a record that somebody else has deleted", Changed
 On Error GoTo 0
 Equal "it does not come back", RecordNotFound, file.ReadRecord("two").Status
 
+' A store that is only read.
+Dim reading
+Set reading = client.OpenDatabase(WScript.Arguments(1), True).OpenFile("ORGPRISECHARGE")
+Equal "read by a store that is only read", "CD01", reading.ReadRecord("001").Value(1)
+Set record = reading.ReadRecord("001")
+On Error Resume Next
+record.DBWrite
+Refused "a write to it", IoFailure
+client.OpenDatabase "\\server\share\a.store"
+Refused "a store on a share", IoFailure
+On Error GoTo 0
+Equal "opened for writing when it is said so", "CD01", client.OpenDatabase(WScript.Arguments(1), False).OpenFile("ORGPRISECHARGE").ReadRecord("001").Value(1)
+
 On Error Resume Next
 client.OpenDatabase WScript.Arguments(0) & "\no such store"
 Refused "no such store", IoFailure
