@@ -26,6 +26,7 @@ struct Client {
 
   // The file is looked up inside the transaction: another process may have given it an index.
   void write(std::string_view file, std::string_view id, std::string_view record) {
+    requireWritable(id, record);
     const auto transaction = engine->begin();
     const auto before = Records(*engine, catalogue.forWriting(file)).write(id, record);
     transaction->commit();
@@ -42,6 +43,7 @@ struct Client {
 
   // Writes a record over what has been seen of it.
   void replace(const SeenRecords::Seen& record, const std::string& text) {
+    requireWritable(record.id(), text);
     const auto transaction = engine->begin();
     const auto file = catalogue.forWriting(record.file());
     requireIdentifier(*file, record.id());

@@ -24,6 +24,15 @@ bool isIdentifier(std::string_view id) {
          id.find(store::kValueMark) == std::string_view::npos;
 }
 
+bool holdsMarkCharacter(std::string_view text) {
+  for (std::size_t at = text.find('\xC3'); at != std::string_view::npos;
+       at = text.find('\xC3', at + 1)) {
+    const std::string_view character = text.substr(at, 2);
+    if (character == "\xC3\xBD" || character == "\xC3\xBE") return true;
+  }
+  return false;
+}
+
 std::map<std::string_view, bool> indexEntries(std::string_view attribute) {
   std::map<std::string_view, bool> entries;
   bool first = true;

@@ -15,6 +15,10 @@ std::string_view firstValue(std::string_view attribute);
 // Not empty and without marks.
 bool isIdentifier(std::string_view id);
 
+// Outside the store the marks are the characters U+00FD and U+00FE: a text that holds one of these
+// could not be told from marks there.
+bool holdsMarkCharacter(std::string_view text);
+
 // The distinct non-empty values of an attribute's text, and whether each is the first.
 std::map<std::string_view, bool> indexEntries(std::string_view attribute);
 

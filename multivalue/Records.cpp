@@ -11,6 +11,12 @@ void requireIdentifier(const FileDescription& file, std::string_view id) {
                                                 ": it is empty or holds a mark");
 }
 
+void requireWritable(std::string_view id, std::string_view record) {
+  if (!holdsMarkCharacter(id) && !holdsMarkCharacter(record)) return;
+  throw store::StoreError(store::kBadValue,
+                          "a text holds U+00FD or U+00FE, which stand for the store's marks");
+}
+
 std::optional<std::string> Records::write(std::string_view id, std::string_view record) {
   requireIdentifier(*file_, id);
   return exchange(id, record);

@@ -34,4 +34,7 @@ class Records {
 // Throws StoreError (kBadValue) for what is no identifier.
 void requireIdentifier(const FileDescription& file, std::string_view id);
 
+// What comes from outside. Throws StoreError (kBadValue) when it holds U+00FD or U+00FE.
+void requireWritable(std::string_view id, std::string_view record);
+
 }  // namespace multivalue

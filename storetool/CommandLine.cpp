@@ -3,13 +3,17 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <exception>
+#include <filesystem>
 #include <functional>
 #include <memory>
 #include <ostream>
+#include <stdexcept>
+#include <system_error>
 
 #include "localstore/Backup.h"
 #include "localstore/Check.h"
 #include "localstore/LocalDatabase.h"
+#include "localstore/Paths.h"
 #include "multivalue/Sentence.h"
 #include "store/Request.h"
 #include "store/StoreError.h"
@@ -26,6 +30,9 @@ constexpr const char* kExitCodes =
     "cannot be imported or exported, 4 refused (unknown file, bad sentence), 5 the store is busy,\n"
     "6 the store or a file cannot be read or written, 7 the store is not whole (check).";
 
+constexpr const char* kUtf8 = "utf-8";
+constexpr const char* kWindows1252 = "windows-1252";
+
 struct Arguments {
   std::string store;
   std::string other;
@@ -35,7 +42,31 @@ struct Arguments {
   std::string output;
   std::string sentence;
   std::string columns = "0";
+  std::string encoding = kUtf8;
+  std::string separator = ",";
+  bool readOnly = false;
+
+  TextFormat format() const {
+    return {encoding == kUtf8 ? Encoding::Utf8 : Encoding::Windows1252, separator.front()};
+  }
+  std::shared_ptr<localstore::LocalDatabase> open() const {
+    localstore::Options options;
+    options.readOnly = readOnly;
+    return localstore::openLocalDatabase(store, options);
+  }
 };
+
+// The same file, by whatever name; what SQLite keeps beside the store too.
+bool isOfStore(const std::string& path, const std::string& store) {
+  for (const char* const tail : {"", "-wal", "-shm"}) {
+    std::error_code ignored;
+    if (std::filesystem::equivalent(localstore::pathOf(path), localstore::pathOf(store + tail),
+                                    ignored)) {
+      return true;
+    }
+  }
+  return false;
+}
 
 class Commands {
  public:
@@ -48,7 +79,7 @@ class Commands {
   }
 
   int backup() {
-    localstore::backUp(arguments_.store, arguments_.other);
+    localstore::backUp(arguments_.store, arguments_.other, arguments_.readOnly);
     return kDone;
   }
 
@@ -58,25 +89,34 @@ class Commands {
   }
 
   int check() {
-    const localstore::Checked checked = localstore::checkLocalDatabase(arguments_.store);
+    const localstore::Checked checked =
+        localstore::checkLocalDatabase(arguments_.store, arguments_.readOnly);
     if (checked.faults.empty()) out_ << checked.records << " records, no fault\n";
     return whole(checked);
   }
 
   int importAll() {
-    const auto database = localstore::openLocalDatabase(arguments_.store);
-    ProgressBar bar(err_, progress_);
-    const long long count =
-        importFiles(*database, arguments_.paths, [&](double done) { bar.show(done); });
-    out_ << count << " records imported\n";
+    const auto database = arguments_.open();
+    Imported imported;
+    {
+      ProgressBar bar(err_, progress_);
+      imported = importFiles(
+          *database, arguments_.paths, [&](double done) { bar.show(done); }, arguments_.format());
+    }
+    for (const std::string& file : imported.newFiles) out_ << "new file " << file << '\n';
+    out_ << imported.records << " records imported\n";
     return whole(localstore::checkLocalDatabase(arguments_.store));
   }
 
   int exportOne() {
-    const auto database = localstore::openLocalDatabase(arguments_.store);
+    const auto database = arguments_.open();
+    if (isOfStore(arguments_.output, arguments_.store)) {
+      throw store::StoreError(store::kIoFailure, arguments_.output + ": this is the store itself");
+    }
     ProgressBar bar(err_, progress_);
-    const long long count = exportFile(*database, arguments_.file, arguments_.output,
-                                       [&](double done) { bar.show(done); });
+    const long long count = exportFile(
+        *database, arguments_.file, arguments_.output, [&](double done) { bar.show(done); },
+        arguments_.format());
     out_ << count << " records exported\n";
     return kDone;
   }
@@ -87,7 +127,7 @@ class Commands {
       multivalue::refuseSentence(arguments_.sentence, 0,
                                  "a selection is expected: SSELECT or SELECT");
     }
-    const auto database = localstore::openLocalDatabase(arguments_.store);
+    const auto database = arguments_.open();
     const store::DynamicArray answer =
         store::select(*database, arguments_.sentence, "", arguments_.columns);
     for (int i = 1; i <= answer.DCount(); ++i) {
@@ -99,7 +139,7 @@ class Commands {
   }
 
   int show() {
-    const auto database = localstore::openLocalDatabase(arguments_.store);
+    const auto database = arguments_.open();
     const auto file = database->OpenFile(arguments_.file);
     const auto record = file->ReadRecord(arguments_.id);
     if (!record->found()) {
@@ -187,16 +227,33 @@ int runCommandLine(const std::vector<std::string>& arguments, std::ostream& out,
     return added;
   };
 
+  const auto addFormat = [&](CLI::App* command) {
+    command->add_option("--encoding", given.encoding, "of the text files (default: utf-8)")
+        ->check(CLI::IsMember({kUtf8, kWindows1252}));
+    command
+        ->add_option("--separator", given.separator,
+                     "between the cells of CSV, \",\" (default) or \";\"; values are then\n"
+                     "separated by \"|\"")
+        ->check(CLI::IsMember({",", ";"}));
+  };
+  const auto addReadOnly = [&](CLI::App* command) {
+    command->add_flag("--read-only", given.readOnly,
+                      "write nothing, not even beside the store: for read-only media, full disks");
+  };
+
   add("create", "Make a new store with the system's files, all empty", &Commands::create);
   CLI::App* import = add("import",
                          "Import .jsonl and .csv files named after the store's files, or all such\n"
                          "files of a folder; all of it or, when a line is bad, nothing",
                          &Commands::importAll);
   import->add_option("FILE-OR-FOLDER", given.paths, "what to import")->required();
+  addFormat(import);
   CLI::App* exporting =
       add("export", "Write the records of a file as .jsonl or .csv", &Commands::exportOne);
   exporting->add_option("FILE", given.file, "the store's file to export")->required();
   exporting->add_option("-o,--output", given.output, "the text file to write")->required();
+  addFormat(exporting);
+  addReadOnly(exporting);
   CLI::App* query =
       add("query", "Run a sentence; a line a record, columns separated by tabs", &Commands::query);
   query->add_option("SENTENCE", given.sentence, "SSELECT file AVEC field = \"value\" PAR field")
@@ -206,15 +263,19 @@ int runCommandLine(const std::vector<std::string>& arguments, std::ostream& out,
   CLI::App* show = add("show", "Show one record, an attribute a line", &Commands::show);
   show->add_option("FILE", given.file, "the record's file")->required();
   show->add_option("ID", given.id, "the record's key")->required();
+  addReadOnly(query);
+  addReadOnly(show);
 
   CLI::App* backup = add("backup", "Copy a store, in use or not, to a new file that is checked",
                          &Commands::backup);
   backup->add_option("TARGET", given.other, "the copy's file")->required();
+  addReadOnly(backup);
   CLI::App* restore = addAlone("restore", "Put a copy in the place of a store that nobody has open",
                                &Commands::restore);
   restore->add_option("BACKUP", given.other, "the copy's file")->required();
   restore->add_option("STORE", given.store, "the store's file")->required();
-  add("check", "Look at the file, its records and its indexes; a line a fault", &Commands::check);
+  addReadOnly(add("check", "Look at the file, its records and its indexes; a line a fault",
+                  &Commands::check));
 
   std::vector<std::string> reversed(arguments.rbegin(), arguments.rend());
   try {
@@ -222,7 +283,13 @@ int runCommandLine(const std::vector<std::string>& arguments, std::ostream& out,
   } catch (const CLI::ParseError& error) {
     return app.exit(error, out, err) == 0 ? kDone : kWrongUsage;
   }
-  return guarded(chosen, err);
+  return guarded(
+      [&] {
+        const int code = chosen();
+        if (!out.flush()) throw std::runtime_error("the output cannot be written");
+        return code;
+      },
+      err);
 }
 
 }  // namespace storetool

@@ -1,6 +1,7 @@
 #include "storetool/JsonLines.h"
 
 #include <nlohmann/json.hpp>
+#include <set>
 
 #include "multivalue/RecordText.h"
 #include "store/DynamicArray.h"
@@ -25,7 +26,15 @@ std::string attributeText(const Json& field) {
 }
 
 TextRecord recordOfLine(std::string_view line) {
-  const Json json = Json::parse(line, nullptr, false);
+  std::set<std::string> members;
+  const auto once = [&](int depth, Json::parse_event_t event, const Json& parsed) {
+    if (event == Json::parse_event_t::key && depth == 1 &&
+        !members.insert(parsed.get<std::string>()).second) {
+      throw FormatError("the member \"" + parsed.get<std::string>() + "\" is given twice");
+    }
+    return true;
+  };
+  const Json json = Json::parse(line, once, false);
   if (json.is_discarded()) throw FormatError("no JSON");
   if (!json.is_object()) throw FormatError("a record is an object with \"id\" and \"fields\"");
   for (const auto& [name, value] : json.items()) {
@@ -44,13 +53,14 @@ TextRecord recordOfLine(std::string_view line) {
     if (i > 0) record.text += store::kAttributeMark;
     record.text += attributeText((*fields)[i]);
   }
+  requireNoMarkCharacter(record);
   return record;
 }
 
 }  // namespace
 
-void readJsonLines(std::istream& text, const RecordVisitor& visitor) {
-  Lines lines(text);
+void readJsonLines(std::istream& text, const RecordVisitor& visitor, const TextFormat& format) {
+  Lines lines(text, format.encoding);
   std::string held;
   for (;;) {
     TextRecord record;

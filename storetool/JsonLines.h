@@ -6,13 +6,14 @@
 #include <string>
 #include <string_view>
 
+#include "storetool/TextFormat.h"
 #include "storetool/TextRecord.h"
 
 namespace storetool {
 
 // Visits the records of a file's text in order, a line in memory at a time; blank lines and a byte
 // order mark are passed over. Throws FormatError ("line 3: ...").
-void readJsonLines(std::istream& text, const RecordVisitor& visitor);
+void readJsonLines(std::istream& text, const RecordVisitor& visitor, const TextFormat& format = {});
 
 // One line, without its end. Throws FormatError for a text that is no UTF-8.
 std::string jsonLine(std::string_view id, std::string_view record);

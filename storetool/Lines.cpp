@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "storetool/Encodings.h"
 #include "storetool/TextRecord.h"
 
 namespace storetool {
@@ -15,7 +16,7 @@ constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 bool Lines::fill() {
   if (at_ < end_) return true;
   text_.read(block_.data(), static_cast<std::streamsize>(block_.size()));
-  const bool beginning = end_ == 0;
+  const bool beginning = end_ == 0 && encoding_ == Encoding::Utf8;
   end_ = static_cast<std::size_t>(text_.gcount());
   at_ = 0;
   if (beginning && std::string_view(block_).substr(0, end_).starts_with(kByteOrderMark)) {
@@ -29,6 +30,16 @@ bool Lines::next(std::string& line) {
   line.clear();
   if (!fill()) return false;
   ++number_;
+  read(line);
+  if (encoding_ == Encoding::Windows1252) {
+    line = fromWindows1252(line);
+  } else if (!isUtf8(line)) {
+    throw FormatError("the line is no UTF-8; --encoding windows-1252 reads a file of Windows");
+  }
+  return true;
+}
+
+void Lines::read(std::string& line) {
   do {
     const auto begin = block_.begin() + static_cast<std::ptrdiff_t>(at_);
     const auto end = block_.begin() + static_cast<std::ptrdiff_t>(end_);
@@ -41,10 +52,9 @@ bool Lines::next(std::string& line) {
     if (feed != end) {
       ++at_;
       ++offset_;
-      return true;
+      return;
     }
   } while (fill());
-  return true;
 }
 
 }  // namespace storetool

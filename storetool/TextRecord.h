@@ -20,6 +20,9 @@ class FormatError : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
+// Throws FormatError when a text holds U+00FD or U+00FE, which stand for the store's marks.
+void requireNoMarkCharacter(const TextRecord& record);
+
 // Receives each record and the offset in the text just behind it.
 using RecordVisitor = std::function<void(const TextRecord& record, std::size_t offset)>;
 

@@ -4,11 +4,14 @@
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
+#include <optional>
 #include <system_error>
 
+#include "multivalue/RecordText.h"
 #include "store/DynamicArray.h"
 #include "store/StoreError.h"
 #include "storetool/Csv.h"
+#include "storetool/Encodings.h"
 #include "storetool/JsonLines.h"
 #include "storetool/TextRecord.h"
 
@@ -28,8 +31,16 @@ std::string textOf(const fs::path& path) {
   return {utf8.begin(), utf8.end()};
 }
 
-bool isCsv(const fs::path& path) { return path.extension() == ".csv"; }
-bool isJsonLines(const fs::path& path) { return path.extension() == ".jsonl"; }
+// In capitals too, as old programs write them.
+bool hasExtension(const fs::path& path, std::string_view wanted) {
+  std::string extension = textOf(path.extension());
+  for (char& c : extension) {
+    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+  }
+  return extension == wanted;
+}
+bool isCsv(const fs::path& path) { return hasExtension(path, ".csv"); }
+bool isJsonLines(const fs::path& path) { return hasExtension(path, ".jsonl"); }
 
 [[noreturn]] void failOn(const fs::path& path, const std::string& reason) {
   throw store::StoreError(store::kIoFailure, textOf(path) + ": " + reason);
@@ -71,19 +82,18 @@ double sizeOf(const fs::path& path) {
   return error ? 0 : static_cast<double>(size);
 }
 
-long long importFile(multivalue::Database& database, const fs::path& path,
+long long importFile(multivalue::Database& database, const fs::path& path, const TextFormat& format,
                      const std::function<void(std::size_t offset)>& listener) {
   std::ifstream content(path, std::ios::binary);
   if (!content) failOn(path, "the file cannot be read");
   const std::string file = textOf(path.stem());
-  database.createFile(file);
   long long count = 0;
   const RecordVisitor take = [&](const TextRecord& record, std::size_t offset) {
     database.write(file, record.id, record.text);
     if (++count % kStep == 0) listener(offset);
   };
   try {
-    isCsv(path) ? readCsv(content, take) : readJsonLines(content, take);
+    isCsv(path) ? readCsv(content, take, format) : readJsonLines(content, take, format);
   } catch (const FormatError& error) {
     throw FormatError(textOf(path) + ", " + error.what());
   }
@@ -91,24 +101,53 @@ long long importFile(multivalue::Database& database, const fs::path& path,
   return count;
 }
 
-// A file being written; whatever fails is known when it is closed.
-class TextFile {
+// A file being written under another name; gone unless it takes its own.
+class Scratch {
  public:
-  explicit TextFile(const fs::path& path) : path_(path), stream_(path, std::ios::binary) {
-    if (!stream_) failOn(path_, "the file cannot be written");
+  Scratch(const fs::path& target, const char* tail) : target_(target), path_(target) {
+    path_ += tail;
+    stream_.open(path_, std::ios::binary | std::ios::trunc);
+    if (!stream_) failOn(target_, "the file cannot be written");
+  }
+  Scratch(const Scratch&) = delete;
+  Scratch& operator=(const Scratch&) = delete;
+  ~Scratch() {
+    stream_.close();
+    std::error_code ignored;
+    fs::remove(path_, ignored);
   }
 
   void line(std::string_view text) { stream_ << text << '\n'; }
-
-  void close() {
-    stream_.close();
-    if (!stream_) failOn(path_, "the file could not be written to its end");
+  void append(Scratch& other) {
+    other.close();
+    if (fs::file_size(other.path_) > 0)
+      stream_ << std::ifstream(other.path_, std::ios::binary).rdbuf();
+  }
+  void takeName() {
+    close();
+    std::error_code error;
+    fs::rename(path_, target_, error);
+    if (error) failOn(target_, "the file cannot be written");
   }
 
  private:
+  void close() {
+    stream_.close();
+    if (!stream_) failOn(target_, "the file could not be written to its end");
+  }
+
+  const fs::path target_;
   fs::path path_;
   std::ofstream stream_;
 };
+
+std::string encoded(const std::string& line, std::string_view id, Encoding encoding) {
+  if (encoding == Encoding::Utf8) return line;
+  std::optional<std::string> bytes = toWindows1252(line);
+  if (bytes) return *bytes;
+  throw FormatError("record \"" + std::string(id) +
+                    "\" holds a character that windows-1252 has not");
+}
 
 }  // namespace
 
@@ -123,43 +162,62 @@ std::vector<std::string_view> partsOf(std::string_view text, char mark) {
   return parts;
 }
 
-long long importFiles(multivalue::Database& database, const std::vector<std::string>& paths,
-                      const ProgressListener& listener) {
+void requireNoMarkCharacter(const TextRecord& record) {
+  if (!multivalue::holdsMarkCharacter(record.id) && !multivalue::holdsMarkCharacter(record.text)) {
+    return;
+  }
+  throw FormatError("a text holds U+00FD or U+00FE, which stand for the store's marks");
+}
+
+Imported importFiles(multivalue::Database& database, const std::vector<std::string>& paths,
+                     const ProgressListener& listener, const TextFormat& format) {
   const std::vector<fs::path> files = filesOf(paths);
   double total = 1;
   for (const fs::path& path : files) total += sizeOf(path);
   double before = 0;
-  long long count = 0;
+  Imported imported;
   const auto transaction = database.begin();
+  std::vector<std::string> known = database.fileNames();
   for (const fs::path& path : files) {
-    count += importFile(database, path, [&](std::size_t offset) {
+    const std::string file = textOf(path.stem());
+    if (std::find(known.begin(), known.end(), file) == known.end()) {
+      database.createFile(file);
+      known.push_back(file);
+      imported.newFiles.push_back(file);
+    }
+    imported.records += importFile(database, path, format, [&](std::size_t offset) {
       listener((before + static_cast<double>(offset)) / total);
     });
     before += sizeOf(path);
   }
   transaction->commit();
-  return count;
+  return imported;
 }
 
 long long exportFile(multivalue::Database& database, std::string_view file, const std::string& path,
-                     const ProgressListener& listener) {
+                     const ProgressListener& listener, const TextFormat& format) {
   const fs::path target = pathOf(path);
   checkFormat(target);
   const bool csv = isCsv(target);
   const auto total = static_cast<double>(std::max(database.recordCount(file), 1LL));
   long long count = 0;
   std::size_t widest = 0;
-  // The header of a CSV file tells the widest record, known at the end alone.
-  std::vector<std::string> lines;
+  Scratch rows(target, ".part");
   database.forEachRecord(file, [&](std::string_view id, std::string_view record) {
     if (csv) widest = std::max(widest, partsOf(record, store::kAttributeMark).size());
-    lines.push_back(csv ? csvRow(id, record) : jsonLine(id, record));
+    rows.line(
+        encoded(csv ? csvRow(id, record, format) : jsonLine(id, record), id, format.encoding));
     if (++count % kStep == 0) listener(static_cast<double>(count) / total);
   });
-  TextFile out(target);
-  if (csv) out.line(csvHeader(static_cast<int>(widest)));
-  for (const std::string& line : lines) out.line(line);
-  out.close();
+  if (!csv) {
+    rows.takeName();
+    return count;
+  }
+  // The header tells the widest record, known at the end alone.
+  Scratch whole(target, ".whole");
+  whole.line(csvHeader(static_cast<int>(widest), format));
+  whole.append(rows);
+  whole.takeName();
   return count;
 }
 

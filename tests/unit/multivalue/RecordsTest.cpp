@@ -69,6 +69,22 @@ TEST(Records, AnIdentifierIsNotEmptyAndHoldsNoMark) {
   EXPECT_EQ(store->recordCount("ORGPRISECHARGE"), 0);
 }
 
+TEST(Records, WhatCouldNotBeToldFromMarksOutsideIsRefused) {
+  TemporaryStore store;
+  const auto file = store->OpenFile("TABLES");
+  for (const char* const text : {"\xC3\xBD",
+                                 "a\xC3\xBE"
+                                 "b"}) {
+    const auto record = file->ReadRecord("K");
+    record->fields().set(2, text);
+    EXPECT_EQ(errorOf([&] { record->DBWrite(); }), store::kBadValue);
+    EXPECT_EQ(errorOf([&] { store->write("TABLES", "K", text); }), store::kBadValue);
+    EXPECT_EQ(errorOf([&] { store->write("TABLES", text, "x"); }), store::kBadValue);
+  }
+  EXPECT_EQ(store->recordCount("TABLES"), 0);
+  store->write("TABLES", "K", "\xC3\xBC\xC3\xBF");  // ü and ÿ
+}
+
 TEST(Records, AnUnknownFileIsRefused) {
   TemporaryStore store;
   EXPECT_EQ(errorOf([&] { store->OpenFile("NOWHERE"); }), store::kUnknownFile);

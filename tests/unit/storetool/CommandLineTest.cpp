@@ -98,6 +98,74 @@ TEST_F(CommandLine, ImportQueryShowAndExport) {
             "{\"id\":\"002\",\"fields\":[\"CD02\",\"Aisne\"]}\n");
 }
 
+TEST_F(CommandLine, ASpreadsheetsFileGoesInAndOut) {
+  run("create a.store");
+  const std::string text = "id;1;2\n001;\xC9t\xE9;a|b\n";
+  writeText(folder_ / "NEW.CSV", text);
+  EXPECT_EQ(run("import a.store NEW.CSV").code, 3);
+  const Outcome imported = run("import a.store NEW.CSV --encoding windows-1252 --separator ';'");
+  EXPECT_EQ(imported.code, 0);
+  EXPECT_EQ(imported.out, "new file NEW\n1 records imported\n");
+  EXPECT_EQ(run("show a.store NEW 001").out, "1: Été\n2.1: a\n2.2: b\n");
+  EXPECT_EQ(run("export a.store NEW -o out.csv --encoding windows-1252 --separator ';'").code, 0);
+  EXPECT_EQ(readText(folder_ / "out.csv"), text);
+  for (const char* const option : {"--encoding latin", "--separator '|'", "--separator ''"}) {
+    EXPECT_EQ(run(std::string("import a.store NEW.CSV ") + option).code, 2) << option;
+  }
+}
+
+TEST_F(CommandLine, AnExportNeverTouchesTheStoreNorAFileThatItCannotReplaceWhole) {
+  run("create a.csv");
+  writeText(folder_ / "TABLES.jsonl",
+            "{\"id\":\"1\",\"fields\":[\"" + std::string(200000, 'x') + "\"]}\n");
+  run("import a.csv TABLES.jsonl");
+  const std::string before = readText(folder_ / "a.csv");
+  std::filesystem::create_symlink("a.csv", fromUtf8(folder_ / "link.csv"));
+  for (const char* const output : {"a.csv", "./a.csv", "link.csv"}) {
+    const Outcome refused = run(std::string("export a.csv TABLES -o ") + output);
+    EXPECT_EQ(refused.code, 6) << output;
+    EXPECT_EQ(refused.err,
+              "tessaline-store: " + std::string(output) + ": this is the store itself\n");
+  }
+  EXPECT_EQ(readText(folder_ / "a.csv"), before);
+  for (const std::string name : {"out.csv", "out.jsonl"}) {
+    writeText(folder_ / name, "before");
+    // No file may grow beyond 100 blocks of 512 or 1024 bytes: as on a full disk.
+    const Outcome full =
+        run("create b.store; (trap '' XFSZ; ulimit -f 100; '" TESSALINE_STORE_COMMAND
+            "' export a.csv TABLES --read-only -o " +
+            name + ")");
+    EXPECT_EQ(full.code, 6) << name;
+    EXPECT_EQ(readText(folder_ / name), "before");
+    EXPECT_FALSE(std::filesystem::exists(fromUtf8(folder_ / (name + ".part"))));
+  }
+}
+
+TEST_F(CommandLine, WhatCannotBeWrittenOutFails) {
+  run("create a.store");
+  writeText(folder_ / "TABLES.jsonl", "{\"id\":\"1\",\"fields\":[\"x\"]}\n");
+  run("import a.store TABLES.jsonl");
+  for (const char* const command : {"query a.store 'SSELECT TABLES'", "show a.store TABLES 1"}) {
+    const Outcome outcome =
+        run("create b.store; '" TESSALINE_STORE_COMMAND "' " + std::string(command) +
+            " >/dev/full; code=$?; rm b.store; exit $code; #");
+    EXPECT_EQ(outcome.code, 6) << command;
+  }
+}
+
+TEST_F(CommandLine, AStoreThatCannotBeMadeLeavesNothing) {
+  for (const char* const name : {"''", ":memory:"}) {
+    EXPECT_EQ(run(std::string("create ") + name).code, 6) << name;
+  }
+  const Outcome full =
+      run("create missing/a.store; (trap '' XFSZ; ulimit -f 10; '" TESSALINE_STORE_COMMAND
+          "' create a.store)");
+  EXPECT_EQ(full.code, 6);
+  for (const char* const left : {"a.store", "a.store-wal", "a.store-shm", ":memory:"}) {
+    EXPECT_FALSE(std::filesystem::exists(fromUtf8(folder_ / left))) << left;
+  }
+}
+
 TEST_F(CommandLine, ABadLineIsNamedAndNothingIsImported) {
   run("create a.store");
   writeText(folder_ / "TABLES.jsonl", "{\"id\":\"1\",\"fields\":[]}\nnonsense\n");
