@@ -124,6 +124,15 @@ std::wstring textOf(const VARIANT& value) {
   return std::wstring(viewOf(converted(value, VT_BSTR).get().bstrVal));
 }
 
+long numberOf(const VARIANT& value) { return converted(value, VT_I4).get().lVal; }
+
+bool booleanOf(const VARIANT& value) { return converted(value, VT_BOOL).get().boolVal != 0; }
+
+std::wstring textOrNullOf(const VARIANT& value) {
+  const Variant plain = Variant::copyOf(value);
+  return plain.get().vt == VT_NULL ? std::wstring() : textOf(plain.get());
+}
+
 namespace {
 
 bool isNumber(VARTYPE type) {
@@ -133,25 +142,6 @@ bool isNumber(VARTYPE type) {
 }
 
 }  // namespace
-
-long wholeNumberOf(const VARIANT& value) {
-  const Variant plain = Variant::copyOf(value);
-  const VARTYPE type = plain.get().vt;
-  const long number = numberOf(value);
-  if ((!isNumber(type) && type != VT_BSTR) || converted(value, VT_R8).get().dblVal != number) {
-    throw Error(DISP_E_TYPEMISMATCH, "a whole number is expected");
-  }
-  return number;
-}
-
-long numberOf(const VARIANT& value) { return converted(value, VT_I4).get().lVal; }
-
-bool booleanOf(const VARIANT& value) { return converted(value, VT_BOOL).get().boolVal != 0; }
-
-std::wstring textOrNullOf(const VARIANT& value) {
-  const Variant plain = Variant::copyOf(value);
-  return plain.get().vt == VT_NULL ? std::wstring() : textOf(plain.get());
-}
 
 std::optional<std::uint32_t> lowBitsOf(const VARIANT& value) {
   const Variant plain = Variant::copyOf(value);

@@ -72,8 +72,6 @@ class Variant {
 // value cannot be converted. Empty reads as "", 0, false, and no object.
 std::wstring textOf(const VARIANT& value);
 long numberOf(const VARIANT& value);
-// A number or a text, and no fraction: else DISP_E_TYPEMISMATCH.
-long wholeNumberOf(const VARIANT& value);
 bool booleanOf(const VARIANT& value);
 // The same, but Null reads as "" too.
 std::wstring textOrNullOf(const VARIANT& value);

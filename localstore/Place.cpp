@@ -1,7 +1,6 @@
 #include "localstore/Place.h"
 
 #include <algorithm>
-#include <cctype>
 
 #include "store/StoreError.h"
 
@@ -31,7 +30,8 @@ namespace {
 bool onRemoteDrive(const std::string& path) {
   std::error_code ignored;
   const std::filesystem::path whole = std::filesystem::absolute(pathOf(path), ignored);
-  if (namesShare(whole.string())) return true;
+  const std::u8string text = whole.u8string();
+  if (namesShare(std::string(text.begin(), text.end()))) return true;
   return GetDriveTypeW(whole.root_path().c_str()) == DRIVE_REMOTE;
 }
 

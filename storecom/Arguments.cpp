@@ -1,6 +1,7 @@
 #include "storecom/Arguments.h"
 
 #include <algorithm>
+#include <optional>
 
 #include "com/ComBorder.h"
 #include "com/Variant.h"
@@ -14,6 +15,11 @@ namespace {
 // Left out on purpose: `rec.DCount()` from a language that fills in what is optional.
 bool isMissing(const VARIANT& value) {
   return value.vt == VT_ERROR && value.scode == DISP_E_PARAMNOTFOUND;
+}
+
+bool isDigits(const std::wstring& text) {
+  return !text.empty() &&
+         std::all_of(text.begin(), text.end(), [](wchar_t c) { return c >= L'0' && c <= L'9'; });
 }
 
 }  // namespace
@@ -52,7 +58,16 @@ const VARIANT& Arguments::at(std::size_t position) const {
 
 int Arguments::number(std::size_t position) const { return com::numberOf(at(position)); }
 
-long Arguments::wholeNumber(std::size_t position) const { return com::wholeNumberOf(at(position)); }
+long Arguments::wholeNumber(std::size_t position) const {
+  const com::Variant plain = com::Variant::copyOf(at(position));
+  const VARTYPE type = plain.get().vt;
+  // What a locale takes for a text's separators is no matter of ours.
+  const bool digits = type != VT_BSTR || isDigits(com::textOf(plain.get()));
+  const bool countable = digits && type != VT_EMPTY && type != VT_BOOL && type != VT_DATE;
+  const std::optional<long> number = com::wholeNumberOf(plain.get());
+  if (!countable || !number) throw Error(DISP_E_TYPEMISMATCH, "a whole number is expected");
+  return *number;
+}
 
 bool Arguments::boolean(std::size_t position) const { return com::booleanOf(at(position)); }
 

@@ -19,7 +19,7 @@ class Arguments {
 
   bool has(std::size_t position) const;
   int number(std::size_t position) const;
-  // DISP_E_TYPEMISMATCH for a fraction, and for what is neither number nor text.
+  // DISP_E_TYPEMISMATCH for a fraction, and for what is neither a number nor a text of digits.
   long wholeNumber(std::size_t position) const;
   bool boolean(std::size_t position) const;
   // A text, in which U+00FE and U+00FD stand for themselves.

@@ -85,10 +85,10 @@ Equal "a long record", long1.Value, file.ReadRecord("long").Value
 file.DeleteRecord "long"
 
 ' Two that work on one record.
-Dim other, theirs
-Set other = client.OpenDatabase(WScript.Arguments(1)).OpenFile("ORGPRISECHARGE")
+Dim elsewhere, theirs
+Set elsewhere = client.OpenDatabase(WScript.Arguments(1)).OpenFile("ORGPRISECHARGE")
 Set record = file.ReadRecord("two")
-Set theirs = other.ReadRecord("two")
+Set theirs = elsewhere.ReadRecord("two")
 theirs.Value(1) = "theirs"
 theirs.DBWrite
 theirs.DBWrite
@@ -99,7 +99,7 @@ Refused "a record that somebody else has created", Changed
 On Error GoTo 0
 Equal "what they have written stays", "theirs", file.ReadRecord("two").Value(1)
 Set record = file.ReadRecord("two")
-other.DeleteRecord "two"
+elsewhere.DeleteRecord "two"
 On Error Resume Next
 record.DBWrite
 Refused "a record that somebody else has deleted", Changed

@@ -23,7 +23,7 @@ On Error Resume Next
 rights.SetLevel "CONSULTATIONORGCHARGE", "much"
 Hold "a level that is no number", Err.Number <> 0
 Err.Clear
-For Each level In Array(1.5, "1,5", True, #01/01/2026#, Empty, Null)
+For Each level In Array(1.5, "1,5", "1.0", "", True, #01/01/2026#, Empty, Null)
   rights.SetLevel "CONSULTATIONORGCHARGE", level
   Hold "a level that is no whole number: " & TypeName(level), Err.Number <> 0
   Err.Clear
