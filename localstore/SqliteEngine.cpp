@@ -268,17 +268,18 @@ bool SqliteEngine::exchange(const FileDescription& file, std::string_view id,
                             std::optional<std::string_view> before,
                             std::optional<std::string_view> after) {
   const std::string table = recordTable(file);
-  if (!before) {
+  if (!before && !after) return !read(file, id);
+  if (after && !before) {
     Query(connection_, "INSERT INTO " + table + " VALUES(?1, ?2) ON CONFLICT(id) DO NOTHING")
         .bind(1, id)
-        .bindBytes(2, after.value())
+        .bindBytes(2, *after)
         .run();
-  } else if (!after) {
+  } else if (before && !after) {
     Query(connection_, "DELETE FROM " + table + " WHERE id = ?1 AND record = ?2")
         .bind(1, id)
         .bindBytes(2, *before)
         .run();
-  } else {
+  } else if (before && after) {
     Query(connection_, "UPDATE " + table + " SET record = ?3 WHERE id = ?1 AND record = ?2")
         .bind(1, id)
         .bindBytes(2, *before)

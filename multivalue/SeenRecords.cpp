@@ -32,10 +32,11 @@ void SeenRecords::changed(std::string_view file, std::string_view id, const Text
 
 void SeenRecords::undo() {
   if (!noted_) return;
-  for (auto change = noted_->rbegin(); change != noted_->rend(); ++change) {
+  const std::vector<Change> changes = std::move(*noted_);
+  noted_.reset();
+  for (auto change = changes.rbegin(); change != changes.rend(); ++change) {
     take(change->file, change->id, change->after, change->before);
   }
-  noted_.reset();
 }
 
 // Was there one that had seen it?
