@@ -22,6 +22,8 @@ class DynamicArray {
  public:
   DynamicArray() = default;
   explicit DynamicArray(std::string_view text);
+  // Of a text that need not be copied.
+  static DynamicArray taking(std::string&& text);
 
   std::string_view get(int attribute) const;
   std::string_view get(int attribute, int value) const;
@@ -43,22 +45,49 @@ class DynamicArray {
   void setText(std::string_view text);
   bool empty() const;  // the full text is ""
 
-  bool operator==(const DynamicArray& other) const { return text() == other.text(); }
+  bool operator==(const DynamicArray& other) const;
 
  private:
+  // Where the first values of a long text begin, as far as they have been looked for.
+  using Begins = std::vector<std::uint32_t>;
   struct Attribute {
     std::string text;
-    // Where the first values begin in a long text, as far as they have been looked for.
-    mutable std::vector<std::uint32_t> begins;
+    mutable Begins begins;
+  };
+  struct Found {
+    std::string_view text;
+    Begins* begins = nullptr;  // of a long text
+  };
+  struct Place {
+    std::size_t begin = 0;    // npos past the last value
+    std::size_t present = 1;  // then, how many values there are
   };
 
-  static std::size_t beginOf(const Attribute& attribute, int value);
-  static std::size_t valuesIn(const Attribute& attribute);
-  const Attribute* find(int attribute) const;
+  static Place placeOf(const Found& attribute, int value);
+  static std::size_t valuesIn(const Found& attribute);
+  static std::vector<Attribute> split(std::string_view text);
+  static void forgetAfter(Begins& begins, std::size_t offset);
+  Found find(int attribute) const;
+  Found findInWhole(std::size_t index) const;
+  void beginSearch() const;
+  void findNext() const;
+  std::size_t reached() const;
+  void takeApart();
   std::string_view reach(int attribute, std::string_view text, std::string& kept);
-  void splice(int attribute, std::size_t offset, std::size_t size, std::string_view text);
+  void splice(int attribute, std::size_t offset, std::size_t size, std::string_view text,
+              std::size_t marks = 0);
+  void spliceLast(std::size_t offset, std::size_t size, std::string_view text, std::size_t marks);
+  void spliceApart(std::size_t index, std::size_t offset, std::size_t size, std::string_view text,
+                   std::size_t marks);
 
-  std::vector<Attribute> attributes_;
+  // Read or appended to, it is one text, and where attributes begin is found when asked for. A
+  // change before the last attribute takes it apart.
+  bool apart_ = false;
+  std::string whole_;
+  mutable std::vector<std::size_t> begins_;  // of the first attributes
+  mutable bool allBegins_ = false;           // of all of them
+  mutable std::vector<Begins> valueBegins_;  // by attribute
+  std::vector<Attribute> attributes_;        // taken apart
 };
 
 DynamicArray NewDynamicArray();

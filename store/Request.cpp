@@ -11,11 +11,10 @@ std::string quoted(std::string_view value) { return '"' + std::string(value) + '
 std::string quotedPrefix(std::string_view value) { return '"' + std::string(value) + "]\""; }
 
 std::string request(std::string_view sentence, std::string_view file, std::string_view columns) {
-  DynamicArray scratch = NewDynamicArray();
-  scratch.set(1, sentence);
-  scratch.set(2, file);
-  scratch.set(3, columns);
-  return scratch.text();
+  std::string text;
+  text.reserve(sentence.size() + file.size() + columns.size() + 2);
+  ((text += sentence) += kAttributeMark) += file;
+  return (text += kAttributeMark) += columns;
 }
 
 DynamicArray select(Database& database, std::string_view sentence, std::string_view file,

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <stdexcept>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -312,6 +313,8 @@ TEST(DynamicArray, AgreesWithAPlainModelOverManyRandomOperations) {
     const auto attribute = static_cast<int>(a);
     const auto value = static_cast<int>(v);
     const std::string text(below(3) == 0 ? 0 : below(12), static_cast<char>('a' + below(26)));
+    // Read in anew it is one text, until a change takes it apart.
+    if (below(4) == 0) record = DynamicArray(record.text());
     switch (below(5)) {
       case 0:
         record.Insert(attribute, value, text);
@@ -333,6 +336,58 @@ TEST(DynamicArray, AgreesWithAPlainModelOverManyRandomOperations) {
     ASSERT_EQ(record.get(attribute, static_cast<int>(probe)),
               probe <= count ? model[a - 1][probe - 1] : "");
   }
+}
+
+// Whether an array was read in or put together, and whether it was read meanwhile, is not to be
+// seen.
+TEST(DynamicArray, IsTheSameHoweverItCameToItsText) {
+  testing_support::Random random(20260102);
+  const auto below = [&random](unsigned limit) { return random() % limit; };
+  for (int round = 0; round < 2'000; ++round) {
+    DynamicArray kept;
+    for (int step = 0; step < 12; ++step) {
+      std::string text;
+      const std::size_t repeated = below(3) == 0 ? 30 : 1;  // long texts are read in another way
+      for (std::size_t i = below(9) * repeated; i > 0; --i) text += "abcdef/|"[below(8)];
+      const auto attribute = static_cast<int>(below(5)) + 1;
+      const auto value = static_cast<int>(below(4)) + 1;
+      DynamicArray readIn(kept.text());
+      const std::size_t operation = below(5);
+      for (DynamicArray* array : {&kept, &readIn}) {
+        if (operation == 0) array->set(attribute, marked(text));
+        if (operation == 1) array->set(attribute, value, marked(text));
+        if (operation == 2) array->Insert(attribute, value, marked(text));
+        if (operation == 3) array->Delete(attribute, value);
+        if (operation == 4) array->dropEmptyEnd(attribute);
+      }
+      const DynamicArray again(kept.text());
+      ASSERT_EQ(textOf(kept), textOf(readIn)) << "round " << round << ", step " << step;
+      ASSERT_TRUE(kept == readIn && readIn == again);
+      ASSERT_EQ(kept.empty(), again.empty());
+      ASSERT_EQ(kept.DCount(), again.DCount());
+      for (int a = 1; a <= again.DCount() + 1; ++a) {
+        ASSERT_EQ(kept.get(a), again.get(a));
+        ASSERT_EQ(kept.DCount(a), again.DCount(a));
+        for (int v = again.DCount(a) + 1; v > 0; --v) ASSERT_EQ(kept.get(a, v), again.get(a, v));
+      }
+    }
+  }
+}
+
+TEST(DynamicArray, AnArrayMovedFromCanBeFilledAgain) {
+  DynamicArray first = array("a|b|c");
+  EXPECT_EQ(first.DCount(), 3);
+  const DynamicArray second = std::move(first);
+  first = DynamicArray();
+  first.set(2, "x");
+  EXPECT_EQ(textOf(first), "|x");
+  EXPECT_EQ(textOf(second), "a|b|c");
+}
+
+TEST(DynamicArray, TakesATextOver) {
+  const DynamicArray taken = DynamicArray::taking(marked("a|b/c"));
+  EXPECT_EQ(textOf(taken), "a|b/c");
+  EXPECT_EQ(taken.get(2, 2), "c");
 }
 
 TEST(DynamicArray, DropsItsEmptyEndDownToAsMany) {
