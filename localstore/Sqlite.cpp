@@ -127,8 +127,26 @@ Query& Query::bind(int parameter, std::int64_t number) {
   return *this;
 }
 
-bool Query::step() {
+void Query::giveUpAfter(int instructions) {
+  // The instructions are counted on from the statement's earlier uses.
+  sqlite3_stmt_status(statement_.get(), SQLITE_STMTSTATUS_VM_STEP, 1);
+  patience_ = instructions;
+}
+
+// Other statements of the connection, between two steps, are let alone.
+int Query::stepWithPatience() {
+  if (givenUp_) return SQLITE_DONE;
+  sqlite3* const database = connection_.database_.get();
+  sqlite3_progress_handler(
+      database, patience_, [](void*) { return 1; }, nullptr);
   const int result = sqlite3_step(statement_.get());
+  sqlite3_progress_handler(database, 0, nullptr, nullptr);
+  givenUp_ = result == SQLITE_INTERRUPT;
+  return givenUp_ ? SQLITE_DONE : result;
+}
+
+bool Query::step() {
+  const int result = patience_ > 0 ? stepWithPatience() : sqlite3_step(statement_.get());
   if (result == SQLITE_ROW) return true;
   if (result != SQLITE_DONE) connection_.fail(result);
   return false;

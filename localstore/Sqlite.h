@@ -34,6 +34,11 @@ class Query {
   Query& bindBytes(int parameter, std::string_view bytes);
   Query& bind(int parameter, std::int64_t number);
 
+  // The steps end, as if there were no more rows, when they have taken so many of SQLite's
+  // instructions.
+  void giveUpAfter(int instructions);
+  bool givenUp() const { return givenUp_; }
+
   // True when there is a row. Throws StoreError.
   bool step();
   // Runs a statement that gives no row (or whose rows do not matter).
@@ -45,11 +50,14 @@ class Query {
 
  private:
   void check(int result) const;
+  int stepWithPatience();
 
   Connection& connection_;
   // Where the connection keeps the statements of this text while they are at rest.
   std::vector<StatementHandle>& rest_;
   StatementHandle statement_;
+  int patience_ = 0;
+  bool givenUp_ = false;
 };
 
 // An open SQLite file. Triggers and views of the file are off. Not to be carried across a fork.

@@ -1,6 +1,8 @@
 #include "localstore/SqliteEngine.h"
 
+#include <algorithm>
 #include <iterator>
+#include <limits>
 #include <set>
 #include <utility>
 
@@ -53,14 +55,18 @@ bool isOwn(std::string_view name, std::string_view made) {
          (name.starts_with(kIndex) && made == indexTableMade(name));
 }
 
-// The condition on a column, with two parameters: the range's beginning, the one numbered `first`,
-// and its end.
-std::string condition(const AccessPath& path, std::string_view column, int first) {
-  const std::string name(column);
-  const std::string lowest = "?" + std::to_string(first);
-  if (path.exact) return name + " = " + lowest;
-  if (!path.high) return name + " >= " + lowest;
-  return name + " >= " + lowest + " AND " + name + " < ?" + std::to_string(first + 1);
+// Adds the condition on a column, with two parameters: the range's beginning, the one numbered
+// `first`, and its end.
+void addCondition(std::string& sql, const AccessPath& path, std::string_view column, int first) {
+  const auto add = [&](std::string_view comparison, int parameter) {
+    (sql += column) += comparison;
+    sql += static_cast<char>('0' + parameter);
+  };
+  if (path.exact) return add(" = ?", first);
+  add(" >= ?", first);
+  if (!path.high) return;
+  sql += " AND ";
+  add(" < ?", first + 1);
 }
 
 void bindRange(Query& query, const AccessPath& path, int first) {
@@ -68,24 +74,31 @@ void bindRange(Query& query, const AccessPath& path, int first) {
   if (!path.exact && path.high) query.bind(first + 1, *path.high);
 }
 
-// The statement of a scan: key and record; of an index, key, value and whether it is the first.
+// The statement of a scan: key and record; of an index, key, value and whether it is the first. It
+// is put together for every scan.
 std::string statementOf(const Scan& scan, const std::optional<AccessPath>& keys) {
   const AccessPath* const path = scan.path;
-  const std::string records = SqliteEngine::recordTable(scan.file);
+  std::string sql;
+  sql.reserve(256);
   if (path == nullptr || path->attribute == 0) {
-    const bool keysOnly = scan.gives == Scan::Gives::Keys;
-    std::string sql = (keysOnly ? "SELECT id, x'' FROM " : "SELECT id, record FROM ") + records;
-    if (path != nullptr) sql += " WHERE " + condition(*path, "id", 1);
-    return sql + " ORDER BY id";
+    sql += scan.gives == Scan::Gives::Keys ? "SELECT id, x'' FROM " : "SELECT id, record FROM ";
+    sql += SqliteEngine::recordTable(scan.file);
+    if (path != nullptr) addCondition(sql += " WHERE ", *path, "id", 1);
+    return sql += " ORDER BY id";
   }
-  const std::string index = SqliteEngine::indexTable(scan.file, path->attribute);
-  std::string sql = scan.gives == Scan::Gives::IndexEntries
-                        ? "SELECT i.id, i.value, i.first FROM " + index + " i"
-                        : "SELECT i.id, r.record FROM " + index + " i CROSS JOIN " + records +
-                              " r ON r.id = i.id";
-  sql += " WHERE " + condition(*path, "i.value", 1);
-  if (keys) sql += " AND " + condition(*keys, "i.id", 3);
-  if (path->exact) sql += " ORDER BY i.id";
+  const bool entries = scan.gives == Scan::Gives::IndexEntries;
+  sql += entries ? "SELECT i.id, i.value, i.first FROM " : "SELECT i.id, r.record FROM ";
+  (sql += SqliteEngine::indexTable(scan.file, path->attribute)) += " i";
+  if (!entries) {
+    ((sql += " CROSS JOIN ") += SqliteEngine::recordTable(scan.file)) += " r ON r.id = i.id";
+  }
+  addCondition(sql += " WHERE ", *path, "i.value", 1);
+  if (keys) addCondition(sql += " AND ", *keys, "i.id", 3);
+  if (path->exact) {
+    sql += " ORDER BY i.id";
+  } else if (entries) {
+    sql += " ORDER BY i.value, i.id";
+  }
   return sql;
 }
 
@@ -103,6 +116,7 @@ class SqliteCursor final : public multivalue::Cursor {
                           : std::string()) {
     if (scan.path != nullptr) bindRange(query_, path_, 1);
     if (keys_) bindRange(query_, *keys_, 3);
+    if (scan.patience > 0) query_.giveUpAfter(instructionsFor(scan.patience));
   }
 
   bool next(multivalue::Entry& entry) override {
@@ -123,7 +137,16 @@ class SqliteCursor final : public multivalue::Cursor {
     return true;
   }
 
+  bool givenUp() const override { return query_.givenUp(); }
+
  private:
+  // An entry of an index that the range of keys passes over takes some instructions of SQLite's.
+  static int instructionsFor(std::int64_t entries) {
+    constexpr std::int64_t kOfAnEntry = 8;
+    constexpr std::int64_t kMost = std::numeric_limits<int>::max() / kOfAnEntry;
+    return static_cast<int>(std::min(entries, kMost) * kOfAnEntry);
+  }
+
   Connection& connection_;
   const AccessPath path_;
   const std::optional<AccessPath> keys_;
@@ -331,8 +354,9 @@ std::int64_t SqliteEngine::count(const FileDescription& file, const AccessPath* 
     Query query(connection_, "SELECT count(*) FROM " + table);
     return query.step() ? query.number(0) : 0;
   }
-  Query query(connection_, "SELECT count(*) FROM (SELECT 1 FROM " + table + " WHERE " +
-                               condition(*path, byKey ? "id" : "value", 1) + " LIMIT ?3)");
+  std::string sql = "SELECT count(*) FROM (SELECT 1 FROM " + table + " WHERE ";
+  addCondition(sql, *path, byKey ? "id" : "value", 1);
+  Query query(connection_, sql += " LIMIT ?3)");
   bindRange(query, *path, 1);
   query.bind(3, limit);
   return query.step() ? query.number(0) : 0;

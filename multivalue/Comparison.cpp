@@ -105,25 +105,6 @@ class BaseLetters {
 
 int sign(int comparison) { return (comparison > 0) - (comparison < 0); }
 
-int compareTexts(std::string_view a, std::string_view b) {
-  std::size_t same = 0;
-  const std::size_t shorter = std::min(a.size(), b.size());
-  while (same < shorter && a[same] == b[same] && isPlainByte(a[same])) ++same;
-  const bool plain =
-      (same == a.size() || isPlainByte(a[same])) && (same == b.size() || isPlainByte(b[same]));
-  if (!plain) {
-    BaseLetters left(a.substr(same));
-    BaseLetters right(b.substr(same));
-    for (;;) {
-      const int one = left.next();
-      const int other = right.next();
-      if (one != other) return one < other ? -1 : 1;
-      if (one < 0) break;
-    }
-  }
-  return sign(a.compare(b));
-}
-
 int compareDecimals(const Decimal& a, const Decimal& b) {
   if (a.negative != b.negative) return a.negative ? -1 : 1;
   int magnitude = 0;
@@ -134,6 +115,47 @@ int compareDecimals(const Decimal& a, const Decimal& b) {
     if (magnitude == 0) magnitude = sign(a.fraction.compare(b.fraction));
   }
   return a.negative ? -magnitude : magnitude;
+}
+
+// Without any byte that is part of a letter of more, and without zeros.
+bool isPlainText(std::string_view text) {
+  bool other = false;
+  for (const char c : text) other |= static_cast<unsigned char>(c - 1) >= 0x7F;
+  return !other;
+}
+
+// What keys of the order begin with, so that kinds of text stand apart. A text that begins with a
+// greater byte needs none.
+constexpr unsigned char kNegative = 1;
+constexpr unsigned char kPositive = 2;
+constexpr unsigned char kText = 3;
+
+// How many digits stand before the point, then all digits. Of two negative numbers the greater
+// magnitude comes first: every byte is turned over, with one behind that no digit turns into.
+std::string keyOf(const Decimal& number) {
+  std::string key(1, static_cast<char>(number.negative ? kNegative : kPositive));
+  std::size_t digits = number.whole.size();
+  for (; digits >= 0xFF; digits -= 0xFF) key += static_cast<char>(0xFF);
+  key += static_cast<char>(digits);
+  key += number.whole;
+  key += number.fraction;
+  if (!number.negative) return key;
+  for (std::size_t i = 1; i < key.size(); ++i) {
+    key[i] = static_cast<char>(~static_cast<unsigned char>(key[i]));
+  }
+  key += static_cast<char>(0xFF);
+  return key;
+}
+
+// The base letters, with an end that comes before all that goes on, then the text itself.
+void addKeyOfLetters(std::string& key, std::string_view text) {
+  BaseLetters letters(text);
+  for (int byte = letters.next(); byte >= 0; byte = letters.next()) {
+    key += static_cast<char>(byte);
+    if (byte == 0) key += static_cast<char>(0xFF);
+  }
+  (key += '\0') += '\0';
+  key += text;
 }
 
 }  // namespace
@@ -151,12 +173,28 @@ int compareSizes(std::string_view a, std::string_view b) {
 }
 
 int compareForOrder(std::string_view a, std::string_view b) {
-  if (a.empty() || b.empty()) return static_cast<int>(b.empty()) - static_cast<int>(a.empty());
-  const std::optional<Decimal> left = decimal(a);
-  const std::optional<Decimal> right = decimal(b);
-  if (left && right) return compareDecimals(*left, *right);
-  if (left || right) return left ? -1 : 1;
-  return compareTexts(a, b);
+  std::string roomOfA;
+  std::string roomOfB;
+  return sign(orderKey(a, roomOfA).compare(orderKey(b, roomOfB)));
+}
+
+std::string_view orderKey(std::string_view text, std::string& room) {
+  if (text.empty()) return text;
+  if (const std::optional<Decimal> number = decimal(text)) {
+    room = keyOf(*number);
+    return room;
+  }
+  const bool plain = isPlainText(text);
+  const bool apart = static_cast<unsigned char>(text.front()) > kText;
+  if (plain && apart) return text;
+  room.clear();
+  if (!apart) room += static_cast<char>(kText);
+  if (plain) {
+    room += text;
+  } else {
+    addKeyOfLetters(room, text);
+  }
+  return room;
 }
 
 Criterion::Criterion(Operator comparison, std::string_view value) : comparison_(comparison) {

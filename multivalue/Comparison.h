@@ -18,6 +18,10 @@ int compareSizes(std::string_view a, std::string_view b);
 // Numbers of the same size written differently are equal here.
 int compareForOrder(std::string_view a, std::string_view b);
 
+// The same order as a text that compares byte by byte as the given one does in it: the given text
+// itself where it can be, else one in `room`.
+std::string_view orderKey(std::string_view text, std::string& room);
+
 // The right-hand side of a condition.
 class Criterion {
  public:

@@ -6,6 +6,7 @@
 
 #include "multivalue/Catalogue.h"
 #include "multivalue/Commands.h"
+#include "multivalue/RecordText.h"
 #include "multivalue/Records.h"
 #include "multivalue/SeenRecords.h"
 #include "multivalue/Selection.h"
@@ -123,12 +124,13 @@ class EngineDatabase final : public Database {
   }
 
   store::DynamicArray ExecuteSentence(std::string_view request) override {
-    const store::DynamicArray parts(request);
-    if (isSelection(parts.get(1))) {
-      return runSelection(*client_->engine, client_->catalogue, parts.get(1), parts.get(2),
-                          parts.get(3));
+    const std::string_view sentence = attributeOf(request, 1);
+    if (isSelection(sentence)) {
+      return runSelection(*client_->engine, client_->catalogue, sentence, attributeOf(request, 2),
+                          attributeOf(request, 3));
     }
-    if (parts.empty()) refuseSentence("", 0, "the request is empty");
+    if (request.empty()) refuseSentence("", 0, "the request is empty");
+    const store::DynamicArray parts(request);
     for (int i = 1; i <= parts.DCount(); ++i) {
       runCommand(*client_->engine, client_->catalogue, parts.get(i));
     }

@@ -37,13 +37,16 @@ struct Scan {
 
   const FileDescription& file;
   // None: all records. What it gives comes in the order of the keys when the path is of keys, is
-  // exact, or is none.
+  // exact, or is none; index entries of a range come in the order in which they are kept.
   const AccessPath* path = nullptr;
   // The entries of the path's index, or the keys alone, spare reading the records.
   Gives gives = Gives::Records;
   // What the caller looks for. An engine may pass over what does not satisfy one of them, and may
   // leave them all alone: the caller looks at every entry again. Null: each entry counts.
   const std::vector<Test>* tests = nullptr;
+  // The scan may be given up when it has looked at about so many entries of the path, whether they
+  // satisfied the tests or not; 0: never.
+  std::int64_t patience = 0;
 };
 
 struct Entry {
@@ -66,6 +69,8 @@ class Cursor {
 
   // False at the end. The views live until the next call.
   virtual bool next(Entry& entry) = 0;
+  // Was it given up, so that it has not given all there is?
+  virtual bool givenUp() const { return false; }
 };
 
 class Engine {

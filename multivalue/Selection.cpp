@@ -4,13 +4,13 @@
 #include <charconv>
 #include <cstddef>
 #include <cstdint>
-#include <limits>
 #include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "multivalue/AccessPath.h"
+#include "multivalue/Answer.h"
 #include "multivalue/RecordText.h"
 #include "multivalue/Sentence.h"
 #include "store/StoreError.h"
@@ -82,6 +82,7 @@ Plan planOf(Catalogue& catalogue, std::string_view text, const Sentence& sentenc
 
 std::vector<int> columnsOf(const FileDescription& file, std::string_view columns) {
   std::vector<int> numbers;
+  numbers.reserve(columns.size() / 2 + 1);
   std::size_t at = 0;
   while ((at = columns.find_first_not_of(' ', at)) != std::string_view::npos) {
     const std::size_t end = std::min(columns.find(' ', at), columns.size());
@@ -120,105 +121,11 @@ class RecordScan {
   int number_ = 1;
 };
 
-// What was selected, in one pool of text: a store may select a million records.
-class Rows {
- public:
-  explicit Rows(const Plan& plan) : plan_(plan) {}
-
-  // `valueOf` gives the first value of an attribute, the key for 0.
-  template <typename ValueOf>
-  void add(const ValueOf& valueOf) {
-    Row row;
-    row.answer.start = pool_.size();
-    columns_.clear();
-    for (const int attribute : plan_.columns) {
-      if (!columns_.empty()) pool_ += store::kValueMark;
-      columns_.push_back(keep(valueOf(attribute)));
-    }
-    row.answer.size = pool_.size() - row.answer.start;
-    row.id = kept(0, valueOf);
-    row.keys = keys_.size();
-    for (const int attribute : plan_.order) keys_.push_back(kept(attribute, valueOf));
-    rows_.push_back(row);
-  }
-
-  void clear() {
-    pool_.clear();
-    keys_.clear();
-    rows_.clear();
-  }
-
-  store::DynamicArray answer() {
-    const auto before = [this](const Row& a, const Row& b) { return comesBefore(a, b); };
-    if (!std::is_sorted(rows_.begin(), rows_.end(), before)) {
-      std::sort(rows_.begin(), rows_.end(), before);
-    }
-    // A record that was met under several of its values has stood beside itself since the sort.
-    const auto same = [this](const Row& a, const Row& b) { return view(a.id) == view(b.id); };
-    rows_.erase(std::unique(rows_.begin(), rows_.end(), same), rows_.end());
-    store::DynamicArray answer;
-    int number = 0;
-    for (const Row& row : rows_) answer.set(++number, view(row.answer));
-    return answer;
-  }
-
- private:
-  struct Slice {
-    std::size_t start = 0;
-    std::size_t size = 0;
-  };
-  struct Row {
-    Slice id;
-    Slice answer;
-    std::size_t keys = 0;  // where its sort keys start
-  };
-
-  Slice keep(std::string_view text) {
-    const Slice slice{pool_.size(), text.size()};
-    pool_ += text;
-    return slice;
-  }
-
-  // What the answer holds already is not kept twice.
-  template <typename ValueOf>
-  Slice kept(int attribute, const ValueOf& valueOf) {
-    const auto column = std::find(plan_.columns.begin(), plan_.columns.end(), attribute);
-    if (column == plan_.columns.end()) return keep(valueOf(attribute));
-    return columns_[static_cast<std::size_t>(column - plan_.columns.begin())];
-  }
-
-  std::string_view view(const Slice& slice) const {
-    return {pool_.data() + slice.start, slice.size};
-  }
-
-  bool comesBefore(const Row& a, const Row& b) const {
-    for (std::size_t i = 0; i < plan_.order.size(); ++i) {
-      const int comparison = compareForOrder(view(keys_[a.keys + i]), view(keys_[b.keys + i]));
-      if (comparison != 0) return comparison < 0;
-    }
-    return view(a.id) < view(b.id);
-  }
-
-  const Plan& plan_;
-  std::string pool_;
-  std::vector<Slice> keys_;
-  std::vector<Row> rows_;
-  std::vector<Slice> columns_;  // of the row being added
-};
-
-// The first of the paths with fewer entries than the limit; none when all have as many.
-const AccessPath* pathBelow(Engine& engine, const FileDescription& file,
-                            const std::vector<AccessPath>& paths, std::int64_t limit) {
-  for (const AccessPath& path : paths) {
-    if (engine.count(file, &path, limit) < limit) return &path;
-  }
-  return nullptr;
-}
-
 // One scan reads all that counts, so that it sees one state of the store.
 class Selector {
  public:
-  Selector(Engine& engine, const Plan& plan) : engine_(engine), plan_(plan), rows_(plan) {}
+  Selector(Engine& engine, const Plan& plan)
+      : engine_(engine), plan_(plan), answer_(plan.columns, plan.order) {}
 
   store::DynamicArray run() {
     const std::vector<AccessPath> paths = accessPaths(*plan_.file, plan_.tests);
@@ -229,42 +136,53 @@ class Selector {
     } else {
       throughNarrowest(paths);
     }
-    return rows_.answer();
+    return answer_.take();
   }
 
  private:
   // Which range is the narrowest is found by counting a bounded number of entries in each. An index
-  // that answers alone is gone through about as fast as it is counted, so that is tried first.
+  // that answers alone is gone through about as fast as it is counted: that is tried before it is.
   void throughNarrowest(const std::vector<AccessPath>& paths) {
-    constexpr std::int64_t kFew = 64;
+    constexpr std::int64_t kFew = 16;
     constexpr std::int64_t kTrial = 1024;
     constexpr std::int64_t kGrowth = 16;
-    const AccessPath* path = pathBelow(engine_, *plan_.file, paths, kFew);
-    if (path == nullptr) {
-      for (const AccessPath& offered : paths) {
-        if (offered.attribute == 0 || !plan_.coveredBy(offered)) continue;
-        if (throughIndexAlone(offered, kTrial)) return;
-        rows_.clear();
-        break;
-      }
-    }
+    const AccessPath* const alone = firstAnsweringAlone(paths);
+    const AccessPath* path = pathBelow(paths, kFew, alone);
+    if (path == nullptr && alone != nullptr && throughIndexAlone(*alone, kTrial)) return;
     for (std::int64_t limit = kTrial; path == nullptr; limit *= kGrowth) {
-      path = pathBelow(engine_, *plan_.file, paths, limit);
+      path = pathBelow(paths, limit, nullptr);
     }
     through(*path);
   }
 
+  const AccessPath* firstAnsweringAlone(const std::vector<AccessPath>& paths) const {
+    for (const AccessPath& path : paths) {
+      if (path.attribute != 0 && plan_.coveredBy(path)) return &path;
+    }
+    return nullptr;
+  }
+
+  // The first of the paths with fewer entries than the limit, but for one; none when all have as
+  // many.
+  const AccessPath* pathBelow(const std::vector<AccessPath>& paths, std::int64_t limit,
+                              const AccessPath* but) {
+    for (const AccessPath& path : paths) {
+      if (&path != but && engine_.count(*plan_.file, &path, limit) < limit) return &path;
+    }
+    return nullptr;
+  }
+
   void through(const AccessPath& path) {
     if (path.attribute != 0 && plan_.coveredBy(path)) {
-      throughIndexAlone(path, std::numeric_limits<std::int64_t>::max());
+      throughIndexAlone(path, 0);
     } else {
       throughRecords(&path);
     }
   }
 
   void throughRecords(const AccessPath* path) {
-    leaveTests(path);
     const bool byKey = path == nullptr || path->attribute == 0;
+    startOn(path, byKey || path->exact ? Answer::Coming::ByKey : Answer::Coming::AsItMay);
     const bool keyOnly = byKey && plan_.coveredBy(AccessPath{});
     const auto cursor = engine_.scan(
         {*plan_.file, path, keyOnly ? Scan::Gives::Keys : Scan::Gives::Records, &plan_.tests});
@@ -273,36 +191,41 @@ class Selector {
   }
 
   // The index answers by itself, but for a record whose first value is another one. False when it
-  // was left after `limit` entries.
-  bool throughIndexAlone(const AccessPath& path, std::int64_t limit) {
-    leaveTests(&path);
-    const bool counted = limit < std::numeric_limits<std::int64_t>::max();
-    const auto cursor = engine_.scan(
-        {*plan_.file, &path, Scan::Gives::IndexEntries, counted ? nullptr : &plan_.tests});
+  // was left, after about as many entries as there is patience for.
+  bool throughIndexAlone(const AccessPath& path, std::int64_t patience) {
+    startOn(&path, path.exact ? Answer::Coming::ByKey : Answer::Coming::ByFirstValue);
+    const auto cursor =
+        engine_.scan({*plan_.file, &path, Scan::Gives::IndexEntries, &plan_.tests, patience});
     Entry entry;
     while (cursor->next(entry)) {
-      if (limit-- == 0) return false;
-      const auto holds = [&](const Test& test) {
-        return test.attribute != 0 || test.criterion.holdsForValue(entry.id);
-      };
-      if (!std::all_of(plan_.tests.begin(), plan_.tests.end(), holds)) continue;
-      if (!entry.first) {
+      if (!keyHolds(entry.id)) continue;
+      if (entry.first) {
+        answer_.add([&](int attribute) { return attribute == 0 ? entry.id : entry.value; });
+      } else {
+        answer_.outOfTurn();
         addRecord(entry.id, entry.record);
-        continue;
       }
-      rows_.add([&](int attribute) { return attribute == 0 ? entry.id : entry.value; });
     }
-    return true;
+    return !cursor->givenUp();
+  }
+
+  bool keyHolds(std::string_view id) const {
+    return std::all_of(plan_.tests.begin(), plan_.tests.end(), [&](const Test& test) {
+      return test.attribute != 0 || test.criterion.holdsForValue(id);
+    });
   }
 
   // What a path does not answer is tested on each record, in the order of the attributes.
-  void leaveTests(const AccessPath* path) {
+  void startOn(const AccessPath* path, Answer::Coming coming) {
+    answer_.begin(coming, path == nullptr ? 0 : path->attribute);
     left_.clear();
     for (const Test& test : plan_.tests) {
-      if (path == nullptr || &test != path->answers) left_.push_back(&test);
+      if (path != nullptr && &test == path->answers) continue;
+      const auto place = std::upper_bound(
+          left_.begin(), left_.end(), &test,
+          [](const Test* a, const Test* b) { return a->attribute < b->attribute; });
+      left_.insert(place, &test);
     }
-    std::stable_sort(left_.begin(), left_.end(),
-                     [](const Test* a, const Test* b) { return a->attribute < b->attribute; });
   }
 
   void addRecord(std::string_view id, std::string_view record) {
@@ -313,7 +236,7 @@ class Selector {
                              : test->criterion.holdsForAttribute(scan.attribute(test->attribute));
       if (!holds) return;
     }
-    rows_.add([&](int attribute) {
+    answer_.add([&](int attribute) {
       return attribute == 0 ? id : firstValue(attributeOf(record, attribute));
     });
   }
@@ -321,7 +244,7 @@ class Selector {
   Engine& engine_;
   const Plan& plan_;
   std::vector<const Test*> left_;
-  Rows rows_;
+  Answer answer_;
 };
 
 }  // namespace

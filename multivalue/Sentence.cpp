@@ -89,7 +89,7 @@ class Parser {
     return true;
   }
 
-  Word name(const std::string& reason) {
+  Word name(const char* reason) {
     const std::string_view word = peek();
     if (word.empty() || isKeyword(word)) refuse(at_, reason);
     Word taken{std::string(word), at_};

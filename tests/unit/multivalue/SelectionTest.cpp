@@ -233,6 +233,54 @@ TEST_P(Selection, ParPutsAccentedLettersWithTheirBaseLetters) {
   EXPECT_EQ(select("AVEC 1 >= \"Z\" AND AVEC 1 < \"b\""), "110");
 }
 
+TEST_P(Selection, ParSortsManyThatBeginAlike) {
+  std::vector<std::string> inOrder = {"",    "-1" + std::string(300, '0'),
+                                      "-12", "-2,5",
+                                      "-2",  "-0,5",
+                                      "0",   "0,05",
+                                      "0,5", "1",
+                                      "1,5", "2",
+                                      "10",  "99",
+                                      "100"};
+  inOrder.push_back("1" + std::string(254, '0'));
+  inOrder.push_back("1" + std::string(255, '0'));
+  for (const char* const text : {"\x01",
+                                 "\x02"
+                                 "A",
+                                 "\x03", " ", "+x", "-", "1 a", "1a", "A", "Á"}) {
+    inOrder.emplace_back(text);
+  }
+  inOrder.emplace_back("A\0B", 3);
+  inOrder.emplace_back("A\1");
+  const std::string label = "CLIENTS VENTES DE PRESTATIONS ";
+  for (int i = 1'000; i < 1'040; ++i) {
+    inOrder.push_back(label + std::to_string(i));
+    inOrder.push_back(label + std::to_string(i) + "É");
+    inOrder.push_back(label + std::to_string(i) + "F");
+  }
+  std::string keys;
+  std::string ofLabels;
+  for (std::size_t i = 0; i < inOrder.size(); ++i) {
+    const std::string key = std::to_string(1'000 + i * 7'919 % 1'000);
+    put(key, {inOrder[i]});
+    keys += (keys.empty() ? "" : "|") + key;
+    if (inOrder[i].starts_with("CLI")) ofLabels += (ofLabels.empty() ? "" : "|") + key;
+  }
+  EXPECT_EQ(select("PAR 1"), keys);
+  EXPECT_EQ(select("PAR 2 PAR 1"), keys);
+  EXPECT_EQ(select("AVEC 1 = \"CLI]\" PAR 1"), ofLabels);
+}
+
+TEST_P(Selection, RowsThatAreSortedAlikeComeByKey) {
+  std::string keys;
+  for (int i = 100; i < 150; ++i) {
+    const std::string key = std::to_string(100 + i * 7 % 50);
+    put(key, {i % 2 == 0 ? "1,0" : "01"});
+    keys += (keys.empty() ? "" : "|") + std::to_string(i);
+  }
+  EXPECT_EQ(select("PAR 1"), keys);
+}
+
 TEST_P(Selection, ParOfAMultivaluedAttributeLooksAtItsFirstValue) {
   put("1", {"B;A"});
   put("2", {"A;Z"});
