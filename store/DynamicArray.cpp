@@ -218,10 +218,12 @@ std::string_view DynamicArray::get(int attribute, int value) const {
   return found.text.substr(begin, endOfValue(found.text, begin) - begin);
 }
 
+// What is there already changes nothing, and takes nothing apart.
 void DynamicArray::set(int attribute, std::string_view text) {
   std::string kept;
   text = reach(attribute, text, kept);
-  splice(attribute, 0, find(attribute).text.size(), text);
+  const std::string_view held = find(attribute).text;
+  if (held != text) splice(attribute, 0, held.size(), text);
 }
 
 void DynamicArray::set(int attribute, int value, std::string_view text) {
@@ -230,11 +232,12 @@ void DynamicArray::set(int attribute, int value, std::string_view text) {
   text = reach(attribute, text, kept);
   const Found target = find(attribute);
   const Place place = placeOf(target, value);
-  if (place.begin != kNone) {
-    splice(attribute, place.begin, endOfValue(target.text, place.begin) - place.begin, text);
-  } else {
+  if (place.begin == kNone) {
     splice(attribute, target.text.size(), 0, text, static_cast<std::size_t>(value) - place.present);
+    return;
   }
+  const std::size_t size = endOfValue(target.text, place.begin) - place.begin;
+  if (target.text.substr(place.begin, size) != text) splice(attribute, place.begin, size, text);
 }
 
 int DynamicArray::DCount() const {
