@@ -281,8 +281,22 @@ std::unique_ptr<multivalue::Transaction> SqliteEngine::begin() {
   return std::make_unique<SqliteTransaction>(connection_);
 }
 
+// Put together once a file: a command may read and write a hundred thousand records.
+const SqliteEngine::Statements& SqliteEngine::statementsOf(const FileDescription& file) {
+  const auto known = statements_.find(file.name);
+  if (known != statements_.end()) return known->second;
+  const std::string table = recordTable(file);
+  return statements_
+      .emplace(file.name,
+               Statements{"SELECT record FROM " + table + " WHERE id = ?1",
+                          "INSERT INTO " + table + " VALUES(?1, ?2) ON CONFLICT(id) DO NOTHING",
+                          "UPDATE " + table + " SET record = ?3 WHERE id = ?1 AND record = ?2",
+                          "DELETE FROM " + table + " WHERE id = ?1 AND record = ?2"})
+      .first->second;
+}
+
 std::optional<std::string> SqliteEngine::read(const FileDescription& file, std::string_view id) {
-  Query query(connection_, "SELECT record FROM " + recordTable(file) + " WHERE id = ?1");
+  Query query(connection_, statementsOf(file).read);
   if (!query.bind(1, id).step()) return std::nullopt;
   return std::string(query.text(0));
 }
@@ -290,20 +304,14 @@ std::optional<std::string> SqliteEngine::read(const FileDescription& file, std::
 bool SqliteEngine::exchange(const FileDescription& file, std::string_view id,
                             std::optional<std::string_view> before,
                             std::optional<std::string_view> after) {
-  const std::string table = recordTable(file);
+  const Statements& statements = statementsOf(file);
   if (!before && !after) return !read(file, id);
   if (after && !before) {
-    Query(connection_, "INSERT INTO " + table + " VALUES(?1, ?2) ON CONFLICT(id) DO NOTHING")
-        .bind(1, id)
-        .bindBytes(2, *after)
-        .run();
+    Query(connection_, statements.insert).bind(1, id).bindBytes(2, *after).run();
   } else if (before && !after) {
-    Query(connection_, "DELETE FROM " + table + " WHERE id = ?1 AND record = ?2")
-        .bind(1, id)
-        .bindBytes(2, *before)
-        .run();
+    Query(connection_, statements.remove).bind(1, id).bindBytes(2, *before).run();
   } else if (before && after) {
-    Query(connection_, "UPDATE " + table + " SET record = ?3 WHERE id = ?1 AND record = ?2")
+    Query(connection_, statements.replace)
         .bind(1, id)
         .bindBytes(2, *before)
         .bindBytes(3, *after)

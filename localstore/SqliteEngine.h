@@ -1,6 +1,10 @@
 // The port of multivalue/ over one SQLite file. Its tables: docs/local-store.md.
 #pragma once
 
+#include <functional>
+#include <map>
+#include <string>
+
 #include "localstore/Sqlite.h"
 #include "multivalue/Engine.h"
 
@@ -37,12 +41,22 @@ class SqliteEngine final : public multivalue::Engine {
                      std::int64_t limit) override;
 
  private:
+  // On the records of a file.
+  struct Statements {
+    std::string read;
+    std::string insert;
+    std::string replace;
+    std::string remove;
+  };
+
   void checkTables();
+  const Statements& statementsOf(const multivalue::FileDescription& file);
   void reindex(const multivalue::FileDescription& file, int attribute, std::string_view id,
                std::string_view before, std::string_view after);
 
   Connection connection_;
   std::int64_t checked_ = -1;  // the version of the tables that were looked at
+  std::map<std::string, Statements, std::less<>> statements_;
 };
 
 struct Options;
