@@ -1,6 +1,6 @@
 #include "multivalue/Comparison.h"
 
-#include <algorithm>
+#include <array>
 #include <cstddef>
 #include <optional>
 
@@ -70,7 +70,27 @@ constexpr Letter kLetters[] = {
     {"ö", "o"}, {"ø", "o"},  {"ù", "u"},  {"ú", "u"}, {"û", "u"}, {"ü", "u"}, {"ÿ", "y"},
     {"Ÿ", "Y"}, {"Œ", "OE"}, {"œ", "oe"}, {"Š", "S"}, {"š", "s"}, {"Ž", "Z"}, {"ž", "z"}};
 
-bool isPlainByte(char c) { return static_cast<unsigned char>(c) < 0x80; }
+constexpr std::size_t kFirstLetter = 0xC0;
+constexpr std::size_t kPastLetters = 0x180;
+
+// A letter of two bytes, from 0; past all of them for anything else.
+constexpr std::size_t placeOf(std::string_view letter) {
+  constexpr std::size_t kNone = kPastLetters - kFirstLetter;
+  if (letter.size() != 2) return kNone;
+  const auto lead = static_cast<unsigned char>(letter[0]);
+  const auto next = static_cast<unsigned char>(letter[1]);
+  if (lead < 0xC3 || lead > 0xC5 || (next & 0xC0) != 0x80) return kNone;
+  return ((lead & 0x1FU) << 6 | (next & 0x3FU)) - kFirstLetter;
+}
+
+constexpr auto kBases = [] {
+  std::array<std::string_view, kPastLetters - kFirstLetter + 1> bases;
+  for (const Letter& letter : kLetters) bases[placeOf(letter.accented)] = letter.base;
+  return bases;
+}();
+
+// The base letters of an accented one; "" of anything else.
+std::string_view baseOf(std::string_view letter) { return kBases[placeOf(letter)]; }
 
 // A text byte after byte, each accented letter as its base letters.
 class BaseLetters {
@@ -83,13 +103,10 @@ class BaseLetters {
       if (rest_.empty()) return -1;
       std::size_t size = 1;
       base_ = rest_.substr(0, size);
-      if (!isPlainByte(rest_.front())) {
-        for (const Letter& letter : kLetters) {
-          if (!rest_.starts_with(letter.accented)) continue;
-          base_ = letter.base;
-          size = letter.accented.size();
-          break;
-        }
+      const std::string_view base = baseOf(rest_.substr(0, 2));
+      if (!base.empty()) {
+        base_ = base;
+        size = 2;
       }
       rest_.remove_prefix(size);
     }
