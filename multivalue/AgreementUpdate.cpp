@@ -121,10 +121,10 @@ class Update {
     path.exact = true;
     const auto cursor = engine_.scan({*agreements_, &path});
     Entry entry;
-    while (cursor->next(entry)) update(std::string(entry.id), std::string(entry.record));
+    while (cursor->next(entry)) update(entry.id, entry.record);
   }
 
-  void update(const std::string& key, const std::string& record) {
+  void update(std::string_view key, std::string_view record) {
     if (!attributeOf(record, store::accord::ClotureAcc).empty()) return;
     const std::string_view end = attributeOf(record, store::accord::DateFinAcc);
     if (end.empty()) return;
@@ -134,7 +134,7 @@ class Update {
     (changed ? modified_ : limit_).add(key);
   }
 
-  bool carryScale(const std::string& key, const std::string& record) {
+  bool carryScale(std::string_view key, std::string_view record) {
     const std::optional<Period>& period = periodOf(text::left(key, store::accord::kNumeroAide));
     const std::optional<std::string> changed =
         period ? beginPeriod(record, *period) : std::optional<std::string>();
@@ -176,16 +176,17 @@ bool isAgreementUpdate(std::string_view command) {
 void updateAgreements(Engine& engine, Catalogue& catalogue, std::string_view command) {
   const auto whole = engine.begin();
   removeLists(engine, catalogue, codeNamed(command));
+  Arguments arguments;
+  std::optional<Update> update;
   try {
-    const auto update = engine.begin();
-    const Arguments arguments = argumentsOf(command);
-    Update(engine, catalogue, arguments).run();
-    update->commit();
+    arguments = argumentsOf(command);
+    update.emplace(engine, catalogue, arguments);
   } catch (const store::StoreError& error) {
     // Who reads on all the same must not find an earlier command's answer.
     if (error.code() == store::kBadSentence) whole->commit();
     throw;
   }
+  update->run();
   whole->commit();
 }
 
