@@ -254,7 +254,7 @@ struct Pair {
 constexpr double kPrefixLimit = 1.15;
 constexpr double kOrderLimit = 1.3;
 // Both sides only copy what SQLite hands out, or wait for memory: a busy machine shows.
-constexpr double kIndexLimit = 1.35;
+constexpr double kIndexLimit = 1.5;
 // Few rows leave the sentence itself to be seen: it is read and planned anew each time, where the
 // statement written by hand has been prepared once.
 constexpr double kFewLimit = 1.5;
