@@ -203,7 +203,8 @@ std::wstring box(const std::wstring&) {
   Box found;
   require(until([&] {
             found = windows.box();
-            return found.window != nullptr;
+            // Before, what is pressed would still go to the host.
+            return found.window != nullptr && GetForegroundWindow() == found.window;
           }),
           L"no message box");
   std::wstring told = found.title + L"|" + found.text + L"|";
