@@ -244,10 +244,9 @@ TEST_P(Selection, ParSortsManyThatBeginAlike) {
                                       "100"};
   inOrder.push_back("1" + std::string(254, '0'));
   inOrder.push_back("1" + std::string(255, '0'));
-  for (const char* const text : {"\x01",
-                                 "\x02"
-                                 "A",
-                                 "\x03", " ", "+x", "-", "1 a", "1a", "A", "Á"}) {
+  inOrder.emplace_back("\x01");
+  inOrder.push_back(std::string("\x02") + "A");
+  for (const char* const text : {"\x03", " ", "+x", "-", "1 a", "1a", "A", "Á"}) {
     inOrder.emplace_back(text);
   }
   inOrder.emplace_back("A\0B", 3);
