@@ -46,6 +46,10 @@ bool hasOwnWindow(const Control& container) {
   return container.kind() == Kind::Surface || container.kind() == Kind::TabPage;
 }
 
+bool isChosen(const DRAWITEMSTRUCT& item) { return (item.itemState & ODS_SELECTED) != 0; }
+
+int groundOf(const DRAWITEMSTRUCT& item) { return isChosen(item) ? COLOR_HIGHLIGHT : COLOR_WINDOW; }
+
 }  // namespace
 
 UINT controlNameMessage() {
@@ -77,14 +81,6 @@ HWND ControlPeer::makeWindow(HWND parent, const RECT& place) {
       place.top, place.right - place.left, place.bottom - place.top, parent, nullptr,
       reinterpret_cast<HINSTANCE>(GetWindowLongPtrW(parent, GWLP_HINSTANCE)), nullptr);
 }
-
-namespace {
-
-bool isChosen(const DRAWITEMSTRUCT& item) { return (item.itemState & ODS_SELECTED) != 0; }
-
-int groundOf(const DRAWITEMSTRUCT& item) { return isChosen(item) ? COLOR_HIGHLIGHT : COLOR_WINDOW; }
-
-}  // namespace
 
 void ControlPeer::beginLine(const DRAWITEMSTRUCT& item, COLORREF ink) {
   FillRect(item.hDC, &item.rcItem, GetSysColorBrush(groundOf(item)));

@@ -12,13 +12,18 @@ namespace {
 using localstore::createLocalDatabase;
 using localstore::openLocalDatabase;
 
+// A new one that may grow by so many pages.
+auto newStoreWithRoomFor(const std::string& path, long pages) {
+  createLocalDatabase(path);
+  localstore::Options options;
+  options.maxPages = static_cast<long>(std::filesystem::file_size(path) / 4096) + pages;
+  return openLocalDatabase(path, options);
+}
+
 TEST(FullDisk, ARefusedWriteChangesNothing) {
   TemporaryFolder folder;
   const std::string path = folder / "a.store";
-  createLocalDatabase(path);
-  localstore::Options options;
-  options.maxPages = static_cast<long>(std::filesystem::file_size(path) / 4096 + 8);
-  const auto database = openLocalDatabase(path, options);
+  const auto database = newStoreWithRoomFor(path, 8);
   const auto file = database->OpenFile("ORGPRISECHARGE");
   int written = 0;
   unsigned code = 0;
@@ -47,10 +52,7 @@ TEST(FullDisk, AStoreThatDoesNotFitIsNotMade) {
 TEST(FullDisk, ATransactionThatDoesNotFitIsUndoneWhole) {
   TemporaryFolder folder;
   const std::string path = folder / "a.store";
-  createLocalDatabase(path);
-  localstore::Options options;
-  options.maxPages = static_cast<long>(std::filesystem::file_size(path) / 4096 + 20);
-  const auto database = openLocalDatabase(path, options);
+  const auto database = newStoreWithRoomFor(path, 20);
   const auto fill = [&] {
     const auto transaction = database->begin();
     for (int i = 0; i < 10000; ++i) {
@@ -68,10 +70,7 @@ TEST(FullDisk, ATransactionThatDoesNotFitIsUndoneWhole) {
 TEST(FullDisk, ATransactionThatHasFailedTakesNoMoreWrites) {
   TemporaryFolder folder;
   const std::string path = folder / "a.store";
-  createLocalDatabase(path);
-  localstore::Options options;
-  options.maxPages = static_cast<long>(std::filesystem::file_size(path) / 4096 + 20);
-  const auto database = openLocalDatabase(path, options);
+  const auto database = newStoreWithRoomFor(path, 20);
   const auto file = database->OpenFile("TABLES");
   {
     const auto transaction = database->begin();
