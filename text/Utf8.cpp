@@ -49,9 +49,14 @@ Character characterAt(std::string_view utf8, std::size_t offset) {
   return isSoundCode(code, bytes) ? Character{code, bytes, true} : outside;
 }
 
+// How many bytes the character has that starts there; most have one.
+std::size_t bytesAt(std::string_view utf8, std::size_t offset) {
+  return byteAt(utf8, offset) < 0x80 ? 1 : characterAt(utf8, offset).bytes;
+}
+
 // Byte offset after `count` characters from an offset, at most the text's size.
 std::size_t skip(std::string_view utf8, std::size_t offset, std::size_t count) {
-  for (; count > 0 && offset < utf8.size(); --count) offset += characterAt(utf8, offset).bytes;
+  for (; count > 0 && offset < utf8.size(); --count) offset += bytesAt(utf8, offset);
   return offset;
 }
 
@@ -81,7 +86,7 @@ void append(std::string& out, char32_t code) {
 std::size_t length(std::string_view utf8) {
   std::size_t count = 0;
   for (std::size_t offset = 0; offset < utf8.size(); ++count) {
-    offset += characterAt(utf8, offset).bytes;
+    offset += bytesAt(utf8, offset);
   }
   return count;
 }
@@ -103,9 +108,15 @@ std::string mid(std::string_view utf8, std::size_t position, std::size_t count) 
 }
 
 std::string fit(std::string_view utf8, std::size_t count) {
-  std::string out = left(utf8, count);
-  out.append(count - length(out), ' ');
+  std::string out;
+  addFit(out, utf8, count);
   return out;
+}
+
+void addFit(std::string& out, std::string_view utf8, std::size_t count) {
+  std::size_t offset = 0;
+  for (; count > 0 && offset < utf8.size(); --count) offset += bytesAt(utf8, offset);
+  out.append(utf8, 0, offset).append(count, ' ');
 }
 
 char32_t upper(char32_t character) {

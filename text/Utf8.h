@@ -24,6 +24,8 @@ std::string mid(std::string_view utf8, std::size_t position,
 
 // Cut to `count` characters, or padded with blanks on the right to that length.
 std::string fit(std::string_view utf8, std::size_t count);
+// Behind a text.
+void addFit(std::string& out, std::string_view utf8, std::size_t count);
 
 // Upper case, French letters included (é -> É, œ -> Œ, ÿ -> Ÿ); independent of the locale.
 std::string upper(std::string_view utf8);

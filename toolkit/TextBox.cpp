@@ -12,6 +12,7 @@ TextBox::TextBox(Container* parent, std::string name)
     : Control(parent, Kind::TextBox, std::move(name)) {}
 
 void TextBox::setText(std::string_view text) {
+  if (text == text_) return;
   std::string accepted = withoutMarkBytes(text);
   if (accepted == text_) return;
   text_ = std::move(accepted);

@@ -65,6 +65,10 @@ TEST(Utf8, FitsByCuttingOrByPaddingWithBlanks) {
   EXPECT_EQ(text::fit("été", 2), "ét");
   EXPECT_EQ(text::fit("", 2), "  ");
   EXPECT_EQ(text::fit("été", 0), "");
+  std::string line = "à ";
+  text::addFit(line, "été", 4);
+  text::addFit(line, "\xFEx", 1);
+  EXPECT_EQ(line, "à été \xFE");
 }
 
 TEST(Utf8, PutsFrenchLettersInUpperCase) {
