@@ -97,7 +97,6 @@ float singlePrecision(std::string_view text) {
   return static_cast<float>(static_cast<double>(hundredths(text).value_or(0)) / 100.0);
 }
 
-// Most are whole, and shown by the hundreds.
 std::optional<long long> storedHundredths(std::string_view stored) {
   const std::string_view text = text::trim(stored);
   long long value = 0;
@@ -110,7 +109,19 @@ std::optional<long long> storedHundredths(std::string_view stored) {
   return number ? scaled(*number, 0) : std::nullopt;
 }
 
+// Most are digits alone, and shown by the hundreds: a comma goes between them.
 std::string shownHundredths(std::string_view stored) {
+  if (stored.size() > 2 && stored.size() <= kMostDigits && stored.front() != '0') {
+    const std::size_t units = stored.size() - 2;
+    std::array<char, kMostDigits + 1> shown;
+    bool plain = true;
+    for (std::size_t i = 0; i < stored.size(); ++i) {
+      plain = plain && isDigit(stored[i]);
+      shown[i < units ? i : i + 1] = stored[i];
+    }
+    shown[units] = ',';
+    if (plain) return {shown.data(), stored.size() + 1};
+  }
   const auto number = storedHundredths(stored);
   return number ? twoDecimals(*number) : std::string();
 }

@@ -16,8 +16,11 @@ int ChercherCodeTable(const DynamicArray& table, std::string_view value) {
 }
 
 int positionOfCode(const DynamicArray& table, std::string_view code) {
-  for (int value = 1; !table.get(kCodes, value).empty(); ++value) {
-    if (table.get(kCodes, value) == code) return value;
+  std::string_view left = table.get(kCodes);
+  for (int value = 1; !left.empty(); ++value) {
+    const std::string_view own = takeValue(left);
+    if (own.empty()) return 0;
+    if (own == code) return value;
   }
   return 0;
 }

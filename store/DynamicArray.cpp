@@ -10,6 +10,8 @@ namespace {
 
 // Below this size looking for a mark is quicker than remembering where it was.
 constexpr std::size_t kLongText = 192;
+// Up to this size a text is changed where it stands, whatever has to move for it.
+constexpr std::size_t kShortWhole = 2048;
 constexpr std::size_t kNone = std::string::npos;
 
 void requirePosition(int position) {
@@ -97,6 +99,8 @@ std::size_t DynamicArray::valuesIn(const Found& attribute) {
 
 void DynamicArray::beginSearch() const {
   if (!begins_.empty()) return;
+  constexpr std::size_t kOftenEnough = 16;
+  begins_.reserve(kOftenEnough);
   begins_.push_back(0);
   allBegins_ = false;
 }
@@ -162,7 +166,9 @@ std::string_view DynamicArray::reach(int attribute, std::string_view text, std::
 void DynamicArray::splice(int attribute, std::size_t offset, std::size_t size,
                           std::string_view text, std::size_t marks) {
   const auto index = static_cast<std::size_t>(attribute) - 1;
-  if (!apart_ && index + 1 < reached()) {
+  if (!apart_ && index + 1 < reached() && whole_.size() <= kShortWhole) {
+    spliceInside(index, offset, size, text, marks);
+  } else if (!apart_ && index + 1 < reached()) {
     const std::string kept(text);
     takeApart();
     spliceApart(index, offset, size, kept, marks);
@@ -188,6 +194,22 @@ void DynamicArray::spliceLast(std::size_t offset, std::size_t size, std::string_
   whole_.insert(place, marks, kValueMark);
 }
 
+void DynamicArray::spliceInside(std::size_t index, std::size_t offset, std::size_t size,
+                                std::string_view text, std::size_t marks) {
+  if (index < valueBegins_.size()) forgetAfter(valueBegins_[index], offset);
+  const bool separates = text.find(kAttributeMark) != kNone;
+  const std::size_t place = begins_[index] + offset;
+  const std::size_t put = text.size() + marks;
+  whole_.replace(place, size, text);
+  whole_.insert(place, marks, kValueMark);
+  if (separates) {
+    begins_.clear();
+    valueBegins_.clear();
+    return;
+  }
+  for (std::size_t i = index + 1; i < begins_.size(); ++i) begins_[i] = begins_[i] + put - size;
+}
+
 void DynamicArray::spliceApart(std::size_t index, std::size_t offset, std::size_t size,
                                std::string_view text, std::size_t marks) {
   const auto place = attributes_.begin() + static_cast<std::ptrdiff_t>(index);
@@ -208,10 +230,20 @@ void DynamicArray::forgetAfter(Begins& begins, std::size_t offset) {
 
 // --- What is offered
 
-std::string_view DynamicArray::get(int attribute) const { return find(attribute).text; }
+std::string_view DynamicArray::get(int attribute) const {
+  requirePosition(attribute);
+  const auto past = static_cast<std::size_t>(attribute);
+  if (apart_ || past >= begins_.size()) return find(attribute).text;
+  return {whole_.data() + begins_[past - 1], begins_[past] - 1 - begins_[past - 1]};
+}
 
 std::string_view DynamicArray::get(int attribute, int value) const {
   requirePosition(value);
+  std::string_view left = get(attribute);
+  if (left.size() < kLongText) {
+    for (; value > 1 && !left.empty(); --value) takeValue(left);
+    return takeValue(left);
+  }
   const Found found = find(attribute);
   const std::size_t begin = placeOf(found, value).begin;
   if (begin == kNone) return {};

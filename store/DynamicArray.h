@@ -77,11 +77,13 @@ class DynamicArray {
   void splice(int attribute, std::size_t offset, std::size_t size, std::string_view text,
               std::size_t marks = 0);
   void spliceLast(std::size_t offset, std::size_t size, std::string_view text, std::size_t marks);
+  void spliceInside(std::size_t index, std::size_t offset, std::size_t size, std::string_view text,
+                    std::size_t marks);
   void spliceApart(std::size_t index, std::size_t offset, std::size_t size, std::string_view text,
                    std::size_t marks);
 
-  // Read or appended to, it is one text, and where attributes begin is found when asked for. A
-  // change before the last attribute takes it apart.
+  // Read, appended to, or short, it is one text, and where attributes begin is found when asked
+  // for. A change before the last attribute takes a longer one apart.
   bool apart_ = false;
   std::string whole_;
   mutable std::vector<std::size_t> begins_;  // of the first attributes
@@ -91,5 +93,15 @@ class DynamicArray {
 };
 
 DynamicArray NewDynamicArray();
+
+// Takes the first value from an attribute's text, with the mark behind it; "" from an empty one.
+// So one walks through many values without their places being looked for.
+inline std::string_view takeValue(std::string_view& attribute) {
+  std::size_t size = 0;
+  while (size < attribute.size() && attribute[size] != kValueMark) ++size;
+  const std::string_view value = attribute.substr(0, size);
+  attribute.remove_prefix(size < attribute.size() ? size + 1 : size);
+  return value;
+}
 
 }  // namespace store

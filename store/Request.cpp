@@ -14,7 +14,8 @@ std::string request(std::string_view sentence, std::string_view file, std::strin
   std::string text;
   text.reserve(sentence.size() + file.size() + columns.size() + 2);
   ((text += sentence) += kAttributeMark) += file;
-  return (text += kAttributeMark) += columns;
+  (text += kAttributeMark) += columns;
+  return text;
 }
 
 DynamicArray select(Database& database, std::string_view sentence, std::string_view file,

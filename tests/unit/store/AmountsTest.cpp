@@ -81,6 +81,12 @@ TEST(Hundredths, AStoredNumberIsShownAsAnAmount) {
   EXPECT_EQ(store::shownHundredths("-5"), "-0,05");
   EXPECT_EQ(store::shownHundredths("0"), "0,00");
   EXPECT_EQ(store::shownHundredths(" 7 "), "0,07");
+  EXPECT_EQ(store::shownHundredths("99"), "0,99");
+  EXPECT_EQ(store::shownHundredths("100"), "1,00");
+  EXPECT_EQ(store::shownHundredths("0100"), "1,00");
+  EXPECT_EQ(store::shownHundredths("007"), "0,07");
+  EXPECT_EQ(store::shownHundredths("123456789012345"), "1234567890123,45");
+  EXPECT_EQ(store::shownHundredths("1234567890123456"), "12345678901234,56");
 }
 
 TEST(Hundredths, AStoredNumberWithDecimalsIsRoundedHalfAwayFromZero) {

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <stdexcept>
 #include <utility>
 #include <vector>
@@ -307,6 +308,11 @@ TEST(DynamicArray, AgreesWithAPlainModelOverManyRandomOperations) {
     if (step % 500 == 0) {
       record = DynamicArray();
       model.clear();
+      // A short text is changed in another way than a long one.
+      if (step % 1'000 == 0) {
+        record.set(5, std::string(3'000, 'x'));
+        valuesAt(model, 5, 1)[0] = std::string(3'000, 'x');
+      }
     }
     const std::size_t a = below(4) + 1;
     const std::size_t v = below(60) + 1;
@@ -338,6 +344,26 @@ TEST(DynamicArray, AgreesWithAPlainModelOverManyRandomOperations) {
   }
 }
 
+TEST(DynamicArray, AChangeBeforeTheEndIsSeenBehindIt) {
+  for (const std::size_t size : {1U, 500U, 4'000U}) {
+    const std::string last(size, 'z');
+    DynamicArray record = array("a|b/c|d|");
+    record.set(4, last);
+    EXPECT_EQ(record.get(3), "d");
+    record.set(1, "longer than before");
+    record.set(2, 3, "e");
+    EXPECT_EQ(record.get(3), "d") << size;
+    EXPECT_EQ(record.get(4), last) << size;
+    record.set(2, record.get(4));
+    EXPECT_EQ(record.get(2), last) << size;
+    record.set(1, marked("x|y"));
+    EXPECT_EQ(record.get(2), "y") << size;
+    EXPECT_EQ(record.get(3), last) << size;
+    EXPECT_EQ(record.DCount(), 5) << size;
+    EXPECT_EQ(textOf(record), "x|y|" + last + "|d|" + last) << size;
+  }
+}
+
 // Whether an array was read in or put together, and whether it was read meanwhile, is not to be
 // seen.
 TEST(DynamicArray, IsTheSameHoweverItCameToItsText) {
@@ -347,7 +373,8 @@ TEST(DynamicArray, IsTheSameHoweverItCameToItsText) {
     DynamicArray kept;
     for (int step = 0; step < 12; ++step) {
       std::string text;
-      const std::size_t repeated = below(3) == 0 ? 30 : 1;  // long texts are read in another way
+      // Long texts are read and changed in other ways.
+      const std::size_t repeated = std::array<std::size_t, 4>{1, 1, 30, 120}[below(4)];
       for (std::size_t i = below(9) * repeated; i > 0; --i) text += "abcdef/|"[below(8)];
       const auto attribute = static_cast<int>(below(5)) + 1;
       const auto value = static_cast<int>(below(4)) + 1;
