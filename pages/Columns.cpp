@@ -7,17 +7,11 @@
 #include "pages/ShownAttribute.h"
 #include "store/Amounts.h"
 #include "store/Dates.h"
+#include "store/Digits.h"
 #include "text/Utf8.h"
 
 namespace pages {
 namespace {
-
-// Takes the first value from an attribute; "" past the last one.
-std::string_view prendre(std::string_view& attribute) {
-  const std::string_view value = attribute.substr(0, attribute.find(store::kValueMark));
-  attribute.remove_prefix(std::min(value.size() + 1, attribute.size()));
-  return value;
-}
 
 // The values for rows that now show these texts.
 std::string valeurs(std::string_view attribute, const Colonne& column,
@@ -27,9 +21,30 @@ std::string valeurs(std::string_view attribute, const Colonne& column,
   bool first = true;
   for (const std::string_view row : rows) {
     if (!std::exchange(first, false)) written += store::kValueMark;
-    written += valeurDeLigne(column, prendre(attribute), row);
+    ajouterValeur(written, column, store::takeValue(attribute), row);
   }
   return written;
+}
+
+// A whole number of hundredths without a leading zero is shown by its own digits.
+bool chiffresMontres(std::string_view value, std::string_view row) {
+  constexpr std::size_t kMost = 15;
+  if (value.size() < 3 || value.size() > kMost || row.size() != value.size() + 1) return false;
+  const std::size_t units = value.size() - 2;
+  bool same = value.front() != '0' && row[units] == ',';
+  for (std::size_t i = 0; i < value.size(); ++i) {
+    same = same && store::isDigit(value[i]) && value[i] == row[i < units ? i : i + 1];
+  }
+  return same;
+}
+
+// Do these rows, one for each value, write what is there already?
+bool commeMontrees(std::string_view attribute, const Colonne& column,
+                   const std::vector<std::string_view>& rows) {
+  return std::all_of(rows.begin(), rows.end(), [&](std::string_view row) {
+    const std::string_view value = store::takeValue(attribute);
+    return row.empty() ? value == column.vide : column.forme.montreAinsi(value, row);
+  });
 }
 
 }  // namespace
@@ -50,40 +65,57 @@ std::string centiemesMontres(std::string_view value) {
   return shown;
 }
 
+bool jourMontreAinsi(std::string_view value, std::string_view row) {
+  return row == jourMontre(value);
+}
+
+bool centiemesMontresAinsi(std::string_view value, std::string_view row) {
+  return chiffresMontres(value, row) || row == centiemesMontres(value);
+}
+
 std::string centiemesEcrits(std::string_view row) {
   if (text::trim(row).empty()) return {};
   const auto number = store::hundredths(row);
   return number ? std::to_string(*number) : std::string(row);
 }
 
-std::string valeurDeLigne(const Colonne& column, std::string_view before, std::string_view row) {
-  if (row.empty()) return std::string(column.vide);
-  return row == column.montre(before) ? std::string(before) : column.ecrit(row);
+void ajouterValeur(std::string& written, const Colonne& column, std::string_view before,
+                   std::string_view row) {
+  if (row.empty()) {
+    written += column.vide;
+  } else if (column.forme.montreAinsi(before, row)) {
+    written += before;
+  } else {
+    written += column.forme.ecrit(row);
+  }
 }
 
 std::string valeurSaisie(const Colonne& column, std::string_view before, std::string_view typed) {
-  std::string written = column.ecrit(typed);
-  const bool same = !written.empty() && column.montre(written) == column.montre(before);
+  std::string written = column.forme.ecrit(typed);
+  const bool same = !written.empty() && column.forme.montre(written) == column.forme.montre(before);
   return same ? std::string(before) : written;
 }
 
 void montrerColonnes(ListEditor& editor, const store::DynamicArray& record, Colonnes colonnes,
                      int count) {
-  std::vector<ListEditor::Row> rows(static_cast<std::size_t>(count),
-                                    ListEditor::Row(colonnes.size()));
-  for (std::size_t i = 0; i < colonnes.size(); ++i) {
-    std::string_view left = record.get(colonnes[i].attribute);
-    for (ListEditor::Row& row : rows) row[i] = colonnes[i].montre(prendre(left));
+  std::vector<ListEditor::Lines> lists;
+  lists.reserve(colonnes.size());
+  for (const Colonne& column : colonnes) {
+    std::string_view left = record.get(column.attribute);
+    ListEditor::Lines& lines = lists.emplace_back(static_cast<std::size_t>(count));
+    for (toolkit::ListItem& line : lines) line.text = column.forme.montre(store::takeValue(left));
   }
-  editor.remplir(std::move(rows));
+  editor.remplirListes(std::move(lists));
 }
 
 void ecrireColonnes(const ListEditor& editor, store::DynamicArray& record, Colonnes colonnes,
                     int count) {
   for (std::size_t i = 0; i < colonnes.size(); ++i) {
-    ecrireAttribut(
-        record, colonnes[i].attribute,
-        valeurs(record.get(colonnes[i].attribute), colonnes[i], editor.colonne(i, count)));
+    const int attribute = colonnes[i].attribute;
+    const std::vector<std::string_view> rows = editor.colonne(i, count);
+    const bool asMany = record.DCount(attribute) == std::ssize(rows);
+    if (asMany && commeMontrees(record.get(attribute), colonnes[i], rows)) continue;
+    ecrireAttribut(record, attribute, valeurs(record.get(attribute), colonnes[i], rows));
   }
 }
 
@@ -99,7 +131,7 @@ std::vector<int> ordreCroissant(const std::vector<long long>& numbers) {
 std::vector<long long> nombres(const store::DynamicArray& record, int attribute) {
   std::vector<long long> numbers(static_cast<std::size_t>(record.DCount(attribute)));
   std::string_view left = record.get(attribute);
-  for (long long& number : numbers) number = store::wholeNumber(prendre(left));
+  for (long long& number : numbers) number = store::wholeNumber(store::takeValue(left));
   return numbers;
 }
 

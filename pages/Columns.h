@@ -19,20 +19,30 @@ std::string jourEcrit(std::string_view row);
 std::string centiemesMontres(std::string_view value);
 std::string centiemesEcrits(std::string_view row);
 
-using Montre = std::string (*)(std::string_view value);
-using Ecrit = std::string (*)(std::string_view row);
+// Is the row what the value is shown as?
+bool jourMontreAinsi(std::string_view value, std::string_view row);
+bool centiemesMontresAinsi(std::string_view value, std::string_view row);
+
+// Between a value and the text of its row.
+struct Forme {
+  std::string (*montre)(std::string_view value);
+  bool (*montreAinsi)(std::string_view value, std::string_view row);
+  std::string (*ecrit)(std::string_view row);
+};
+inline constexpr Forme kJours{jourMontre, jourMontreAinsi, jourEcrit};
+inline constexpr Forme kCentiemes{centiemesMontres, centiemesMontresAinsi, centiemesEcrits};
 
 // A list of an editor and the attribute that its rows show, value by value.
 struct Colonne {
   int attribute;
-  Montre montre;
-  Ecrit ecrit;
+  Forme forme;
   std::string_view vide;  // the value of an empty row
 };
 using Colonnes = std::span<const Colonne>;
 
-// The value for a row that shows this text; `before` while it shows the same.
-std::string valeurDeLigne(const Colonne& column, std::string_view before, std::string_view row);
+// Adds the value for a row that shows this text; `before` while it shows the same.
+void ajouterValeur(std::string& written, const Colonne& column, std::string_view before,
+                   std::string_view row);
 // The value for a zone that holds this text; `before` while it would show the same.
 std::string valeurSaisie(const Colonne& column, std::string_view before, std::string_view typed);
 

@@ -19,9 +19,9 @@ namespace attribut = store::orgprisecharge;
 namespace {
 
 constexpr std::array<Colonne, 3> kColonnes{{
-    {attribut::DebAbatHOrgChg, centiemesMontres, centiemesEcrits, "0"},
-    {attribut::FinAbatHOrgChg, centiemesMontres, centiemesEcrits, "0"},
-    {attribut::PourcentAbatOrgChg, centiemesMontres, centiemesEcrits, "0"},
+    {attribut::DebAbatHOrgChg, kCentiemes, "0"},
+    {attribut::FinAbatHOrgChg, kCentiemes, "0"},
+    {attribut::PourcentAbatOrgChg, kCentiemes, "0"},
 }};
 
 ListEditor::Parts parts(screen::PriseEnCharge& prise) {

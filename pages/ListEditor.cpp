@@ -98,11 +98,17 @@ ListEditor::Row ListEditor::ligne(int line) const {
 }
 
 void ListEditor::remplir(std::vector<Row> rows) {
-  for (std::size_t column = 0; column < parts_.listes.size(); ++column) {
-    std::vector<toolkit::ListItem> lines;
-    lines.reserve(rows.size());
-    for (Row& row : rows) lines.push_back({std::move(row[column]), 0});
-    parts_.listes[column]->setItems(std::move(lines));
+  std::vector<Lines> lists(parts_.listes.size());
+  for (std::size_t column = 0; column < lists.size(); ++column) {
+    lists[column].reserve(rows.size());
+    for (Row& row : rows) lists[column].push_back({std::move(row[column]), 0});
+  }
+  remplirListes(std::move(lists));
+}
+
+void ListEditor::remplirListes(std::vector<Lines> lists) {
+  for (std::size_t column = 0; column < lists.size(); ++column) {
+    parts_.listes[column]->setItems(std::move(lists[column]));
   }
   dimensionner();
   parts_.barre->resetValue(parts_.barre->min());

@@ -21,6 +21,7 @@ namespace pages {
 class ListEditor {
  public:
   using Row = std::vector<std::string>;  // one text a list
+  using Lines = std::vector<toolkit::ListItem>;
 
   struct Parts {
     int onglet = 0;                         // stays open in edit mode
@@ -58,6 +59,7 @@ class ListEditor {
   }
   // Filling and removing leave no row selected, and the scroll bar at its start, silently.
   void remplir(std::vector<Row> rows);
+  void remplirListes(std::vector<Lines> lists);  // the same, a list a column
   std::vector<Row> toutes() const;
   // The texts of one list, as long as they stay in it; at most so many.
   std::vector<std::string_view> colonne(std::size_t column, int count) const;

@@ -90,11 +90,19 @@ void Ong5::Remplir_ParamsPoss() {
 
 // "07" and "7" are two.
 long Ong5::numero(std::string_view identifiant) {
+  const long known = numeroConnu(identifiant);
+  if (known != 0 || identifiant.empty()) return known;
+  autresIdentifiants_.emplace_back(identifiant);
+  return -static_cast<long>(autresIdentifiants_.size());
+}
+
+// 0 for none.
+long Ong5::numeroConnu(std::string_view identifiant) const {
   if (identifiant.empty()) return 0;
   const long number = store::wholeNumber(identifiant);
   if (number > 0 && std::to_string(number) == identifiant) return number;
-  auto place = std::find(autresIdentifiants_.begin(), autresIdentifiants_.end(), identifiant);
-  if (place == autresIdentifiants_.end()) place = autresIdentifiants_.emplace(place, identifiant);
+  const auto place = std::find(autresIdentifiants_.begin(), autresIdentifiants_.end(), identifiant);
+  if (place == autresIdentifiants_.end()) return 0;
   return -1 - static_cast<long>(place - autresIdentifiants_.begin());
 }
 
@@ -129,8 +137,9 @@ std::vector<toolkit::ListItem> Ong5::lignes(const toolkit::ListBox& possible,
   for (int i = first; i <= count; ++i) {
     const std::string_view wanted = record.get(attribute, i);
     const std::vector<toolkit::ListItem>& all = possible.items().all();
+    const long number = numeroConnu(wanted);
     const auto found = std::find_if(all.begin(), all.end(), [&](const toolkit::ListItem& line) {
-      return line.data != 0 && identifiant(line) == wanted;
+      return line.data != 0 && line.data == number;
     });
     lines.push_back(found == all.end() ? toolkit::ListItem{std::string(wanted), 0} : *found);
   }

@@ -50,6 +50,7 @@ class Ong5 : public Onglet {
   // The number that lines carry for an identifier: itself where it is one, else one below 0 that
   // stands for it; 0 for "".
   long numero(std::string_view identifiant);
+  long numeroConnu(std::string_view identifiant) const;
   std::string identifiant(const toolkit::ListItem& line) const;
   std::string identifiants(const toolkit::ListBox& list) const;
   std::vector<toolkit::ListItem> lignes(const toolkit::ListBox& possible,

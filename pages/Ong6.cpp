@@ -1,8 +1,6 @@
 #include "pages/Ong6.h"
 
 #include <optional>
-#include <string_view>
-#include <unordered_map>
 #include <unordered_set>
 #include <utility>
 
@@ -37,9 +35,12 @@ std::string_view nomDuType(std::string_view letter) {
 }
 
 std::string ligne(std::string_view libelle, std::string_view type) {
-  std::string line = text::fit(libelle, kLargeurLibelle);
+  const std::string_view nom = nomDuType(type);
+  std::string line;
+  line.reserve(libelle.size() + kLargeurLibelle + 1 + nom.size());
+  text::addFit(line, libelle, kLargeurLibelle);
   line += ' ';
-  line += nomDuType(type);
+  line += nom;
   return line;
 }
 
@@ -51,6 +52,9 @@ struct Couvertes {
   std::vector<toolkit::ListItem> codes;
   std::vector<toolkit::ListItem> types;
 
+  explicit Couvertes(std::size_t count) {
+    for (auto* lines : {&lignes, &codes, &types}) lines->reserve(count);
+  }
   void ajouter(std::string ligne, std::string code, std::string type) {
     lignes.push_back({std::move(ligne), 0});
     codes.push_back({std::move(code), 0});
@@ -223,7 +227,10 @@ void Ong6::montrerPossibles(store::DynamicArray answer) {
     std::vector<toolkit::ListItem> lines;
     lines.reserve(static_cast<std::size_t>(count));
     for (int i = 1; i <= count; ++i) {
-      lines.push_back({ligne(activites_.get(i, kLibelle), activites_.get(i, kType)), 0});
+      std::string_view columns = activites_.get(i);
+      store::takeValue(columns);
+      const std::string_view libelle = store::takeValue(columns);
+      lines.push_back({ligne(libelle, store::takeValue(columns)), 0});
     }
     page_.Lst_Activite.setItems(std::move(lines));
   }
@@ -301,29 +308,40 @@ void Ong6::Afficher_Ong6() {
   montrerHeures(record);
 }
 
+// Where each of the covered ones stands among the possible ones; 0 for nowhere.
+Ong6::Positions Ong6::positionsDesCouvertes(const store::DynamicArray& record) const {
+  const auto count = static_cast<std::size_t>(record.DCount(attribut::CodActSelect));
+  Positions positions(count);
+  std::string_view left = record.get(attribut::CodActSelect);
+  for (std::size_t i = 0; i < count; ++i) positions.emplace(store::takeValue(left), 0);
+  for (int i = page_.Lst_Activite.listCount(); i >= 1; --i) {
+    std::string_view columns = activites_.get(i);
+    const auto covered = positions.find(store::takeValue(columns));
+    if (covered != positions.end()) covered->second = i;
+  }
+  return positions;
+}
+
 // A code that no activity has is shown as it stands, under the type of the others, and stays until
 // the user removes it.
 void Ong6::montrerCouvertes(const store::DynamicArray& record) {
-  const int count = record.DCount(attribut::CodActSelect);
-  // Where each of them stands among the possible ones; 0 for nowhere.
-  std::unordered_map<std::string_view, int> positions;
-  for (int i = 1; i <= count; ++i) positions[record.get(attribut::CodActSelect, i)] = 0;
-  for (int i = page_.Lst_Activite.listCount(); i >= 1; --i) {
-    const auto covered = positions.find(activites_.get(i, kCode));
-    if (covered != positions.end()) covered->second = i;
-  }
-  std::vector<std::pair<std::string, Activite>> covered;
+  const Positions positions = positionsDesCouvertes(record);
+  const auto count = static_cast<std::size_t>(record.DCount(attribut::CodActSelect));
+  std::vector<Activite> covered;
+  covered.reserve(count);
   std::string type;
-  for (int i = 1; i <= count; ++i) {
-    std::string code(record.get(attribut::CodActSelect, i));
-    Activite known = activite(code, positions[code]);
-    if (type.empty()) type = known.type;
-    covered.emplace_back(std::move(code), std::move(known));
+  std::string_view left = record.get(attribut::CodActSelect);
+  for (std::size_t i = 0; i < count; ++i) {
+    const std::string_view code = store::takeValue(left);
+    covered.push_back(activite(code, positions.at(code)));
+    if (type.empty()) type = covered.back().type;
   }
-  Couvertes shown;
-  for (auto& [code, known] : covered) {
-    if (known.type.empty()) known.type = type;
-    shown.ajouter(ligne(known.libelle, known.type), code, text::left(known.type, 1));
+  Couvertes shown(count);
+  left = record.get(attribut::CodActSelect);
+  for (const Activite& known : covered) {
+    const std::string& own = known.type.empty() ? type : known.type;
+    shown.ajouter(ligne(known.libelle, own), std::string(store::takeValue(left)),
+                  text::left(own, 1));
   }
   shown.montrer(page_);
 }
@@ -432,14 +450,14 @@ bool Ong6::memeService() const {
 }
 
 // Of the possible activity at that position, or (0) of the record of that code.
-Ong6::Activite Ong6::activite(const std::string& code, int position) const {
+Ong6::Activite Ong6::activite(std::string_view code, int position) const {
   if (position > 0) {
     return {std::string(activites_.get(position, kLibelle)),
             std::string(activites_.get(position, kType))};
   }
   if (code.empty()) return {};
   const auto record = context_.session.files.activites->ReadRecord(code);
-  if (!record->found()) return {code, ""};
+  if (!record->found()) return {std::string(code), ""};
   return {std::string(record->fields().get(store::activites::Libelle, 1)),
           std::string(record->fields().get(store::activites::TypeActivite, 1))};
 }

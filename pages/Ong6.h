@@ -3,6 +3,8 @@
 
 #include <functional>
 #include <string>
+#include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "pages/Onglet.h"
@@ -60,7 +62,10 @@ class Ong6 : public Onglet {
     std::string libelle;
     std::string type;  // its letter
   };
-  Activite activite(const std::string& code, int position) const;
+  using Positions = std::unordered_map<std::string_view, int>;
+
+  Activite activite(std::string_view code, int position) const;
+  Positions positionsDesCouvertes(const store::DynamicArray& record) const;
   void montrerCouvertes(const store::DynamicArray& record);
   void montrerHeures(const store::DynamicArray& record);
   void viderListes();

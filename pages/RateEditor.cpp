@@ -21,10 +21,10 @@ namespace attribut = store::orgprisecharge;
 namespace {
 
 constexpr std::array<Colonne, 4> kColonnes{{
-    {attribut::DateRembOrgChg, jourMontre, jourEcrit, ""},
-    {attribut::TxRembOrgChg, centiemesMontres, centiemesEcrits, ""},
-    {attribut::TxRembMajOrgChg, centiemesMontres, centiemesEcrits, ""},
-    {attribut::PrestServOrgChg, centiemesMontres, centiemesEcrits, ""},
+    {attribut::DateRembOrgChg, kJours, ""},
+    {attribut::TxRembOrgChg, kCentiemes, ""},
+    {attribut::TxRembMajOrgChg, kCentiemes, ""},
+    {attribut::PrestServOrgChg, kCentiemes, ""},
 }};
 
 constexpr std::string_view kDateIllisible = "Erreur de saisie dans la date, veuillez la ressaisir.";

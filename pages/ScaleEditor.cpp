@@ -21,12 +21,12 @@ namespace {
 enum Rang : std::size_t { kDebSeul, kFinSeul, kDebMenage, kFinMenage, kPrecedent, kEnCours };
 
 constexpr std::array<Colonne, 6> kColonnes{{
-    {attribut::DebRevSeulOrgChg, centiemesMontres, centiemesEcrits, ""},
-    {attribut::FinRevSeulOrgChg, centiemesMontres, centiemesEcrits, ""},
-    {attribut::DebRevMenOrgChg, centiemesMontres, centiemesEcrits, ""},
-    {attribut::FinRevMenOrgChg, centiemesMontres, centiemesEcrits, ""},
-    {attribut::BaremPrecOrgChg, centiemesMontres, centiemesEcrits, ""},
-    {attribut::BaremCoursOrgChg, centiemesMontres, centiemesEcrits, "0"},
+    {attribut::DebRevSeulOrgChg, kCentiemes, ""},
+    {attribut::FinRevSeulOrgChg, kCentiemes, ""},
+    {attribut::DebRevMenOrgChg, kCentiemes, ""},
+    {attribut::FinRevMenOrgChg, kCentiemes, ""},
+    {attribut::BaremPrecOrgChg, kCentiemes, ""},
+    {attribut::BaremCoursOrgChg, kCentiemes, "0"},
 }};
 
 ListEditor::Parts parts(screen::Participation& page) {
@@ -101,10 +101,8 @@ void ScaleEditor::afficher(const store::DynamicArray& record) {
   montrerColonnes(editor_, record, kColonnes, count);
   lignes_.assign(static_cast<std::size_t>(count), Ligne());
   for (std::size_t column = 0; column < kColonnes.size(); ++column) {
-    int value = 0;
-    for (Ligne& ligne : lignes_) {
-      ligne.valeurs[column] = record.get(kColonnes[column].attribute, ++value);
-    }
+    std::string_view left = record.get(kColonnes[column].attribute);
+    for (Ligne& ligne : lignes_) ligne.valeurs[column] = store::takeValue(left);
   }
   existait_ = count > 0;
   premier_ = false;
@@ -114,10 +112,11 @@ void ScaleEditor::afficher(const store::DynamicArray& record) {
 void ScaleEditor::ecrire(store::DynamicArray& record) const {
   for (std::size_t column = 0; column < kColonnes.size(); ++column) {
     std::string written;
+    written.reserve(record.get(kColonnes[column].attribute).size());
     for (std::size_t row = 0; row < lignes_.size(); ++row) {
       if (row > 0) written += store::kValueMark;
-      written += valeurDeLigne(kColonnes[column], lignes_[row].valeurs[column],
-                               editor_.texte(static_cast<int>(row), column));
+      ajouterValeur(written, kColonnes[column], lignes_[row].valeurs[column],
+                    editor_.texte(static_cast<int>(row), column));
     }
     ecrireAttribut(record, kColonnes[column].attribute, written);
   }
