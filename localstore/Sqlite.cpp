@@ -90,8 +90,17 @@ std::string wholeFile(const std::string& path) {
 
 Query::Query(Connection& connection, const std::string& sql)
     : connection_(connection), rest_(connection.statements_[sql]) {
+  take(sql);
+}
+
+Query::Query(Connection& connection, Statement& statement)
+    : connection_(connection), rest_(statement.rest) {
+  take(statement.sql);
+}
+
+void Query::take(const std::string& sql) {
   if (rest_.empty()) {
-    statement_ = connection.prepare(sql);
+    statement_ = connection_.prepare(sql);
   } else {
     statement_ = std::move(rest_.back());
     rest_.pop_back();
@@ -159,8 +168,9 @@ void Query::run() {
 
 std::string_view Query::text(int column) const {
   // Asked for as bytes, a text is not copied to end it with a zero.
-  const void* bytes = sqlite3_column_blob(statement_.get(), column);
-  const int size = sqlite3_column_bytes(statement_.get(), column);
+  sqlite3_value* const value = sqlite3_column_value(statement_.get(), column);
+  const void* bytes = sqlite3_value_blob(value);
+  const int size = sqlite3_value_bytes(value);
   if (bytes == nullptr) return {};
   return {static_cast<const char*>(bytes), static_cast<std::size_t>(size)};
 }

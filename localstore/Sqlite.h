@@ -20,11 +20,19 @@ using StatementHandle = std::unique_ptr<sqlite3_stmt, StatementCloser>;
 
 class Connection;
 
+// A statement's text and what is prepared of it, at rest. Of one connection, which must outlive it.
+struct Statement {
+  std::string sql;
+  std::vector<StatementHandle> rest;
+};
+
 // One execution of a prepared statement. Gives the statement back when it goes out of scope, so
 // that no read transaction stays open behind it. The connection must outlive it.
 class Query {
  public:
   Query(Connection& connection, const std::string& sql);
+  // Spares the connection looking for the text.
+  Query(Connection& connection, Statement& statement);
   Query(const Query&) = delete;
   Query& operator=(const Query&) = delete;
   ~Query();
@@ -52,8 +60,10 @@ class Query {
   void check(int result) const;
   int stepWithPatience();
 
+  void take(const std::string& sql);
+
   Connection& connection_;
-  // Where the connection keeps the statements of this text while they are at rest.
+  // Where the statements of this text are while they are at rest.
   std::vector<StatementHandle>& rest_;
   StatementHandle statement_;
   int patience_ = 0;

@@ -74,17 +74,31 @@ void bindRange(Query& query, const AccessPath& path, int first) {
   if (!path.exact && path.high) query.bind(first + 1, *path.high);
 }
 
-// The statement of a scan: key and record; of an index, key, value and whether it is the first. It
-// is put together for every scan.
-std::string statementOf(const Scan& scan, const std::optional<AccessPath>& keys) {
+// Scans of a file whose statements differ have different ones: by the attribute of the path, what
+// is wanted, and how the path and the keys are bounded.
+int shapeOf(const Scan& scan, const std::optional<AccessPath>& keys) {
+  enum Bounds { kNone, kExact, kOpen, kClosed, kAll };
+  const auto bounds = [](const AccessPath* path) {
+    if (path == nullptr) return kNone;
+    if (path->exact) return kExact;
+    return path->high ? kClosed : kOpen;
+  };
+  constexpr int kGives = 3;
+  const int attribute = scan.path == nullptr ? 0 : scan.path->attribute;
+  const int shape = attribute * kGives + static_cast<int>(scan.gives);
+  return (shape * kAll + bounds(scan.path)) * kAll + bounds(keys ? &*keys : nullptr);
+}
+
+// Key and record; of an index, key, value and whether it is the first.
+std::string textOf(const Scan& scan, const std::optional<AccessPath>& keys) {
   const AccessPath* const path = scan.path;
   std::string sql;
-  sql.reserve(256);
   if (path == nullptr || path->attribute == 0) {
     sql += scan.gives == Scan::Gives::Keys ? "SELECT id, x'' FROM " : "SELECT id, record FROM ";
     sql += SqliteEngine::recordTable(scan.file);
     if (path != nullptr) addCondition(sql += " WHERE ", *path, "id", 1);
-    return sql += " ORDER BY id";
+    sql += " ORDER BY id";
+    return sql;
   }
   const bool entries = scan.gives == Scan::Gives::IndexEntries;
   sql += entries ? "SELECT i.id, i.value, i.first FROM " : "SELECT i.id, r.record FROM ";
@@ -102,19 +116,19 @@ std::string statementOf(const Scan& scan, const std::optional<AccessPath>& keys)
   return sql;
 }
 
-// Keeps what its statement's parameters are bound to.
+// Keeps the keys that its statement is bound to.
 class SqliteCursor final : public multivalue::Cursor {
  public:
-  SqliteCursor(Connection& connection, const Scan& scan, std::optional<AccessPath> keys)
+  // `reading` is the statement by which a record is read; both must outlive it.
+  SqliteCursor(Connection& connection, const Scan& scan, std::optional<AccessPath> keys,
+               Statement& statement, const std::string& reading)
       : connection_(connection),
-        path_(scan.path != nullptr ? *scan.path : AccessPath{}),
         keys_(std::move(keys)),
-        entries_(path_.attribute != 0 && scan.gives == Scan::Gives::IndexEntries),
-        query_(connection, statementOf(scan, keys_)),
-        reading_(entries_ ? "SELECT record FROM " + SqliteEngine::recordTable(scan.file) +
-                                " WHERE id = ?1"
-                          : std::string()) {
-    if (scan.path != nullptr) bindRange(query_, path_, 1);
+        entries_(scan.path != nullptr && scan.path->attribute != 0 &&
+                 scan.gives == Scan::Gives::IndexEntries),
+        query_(connection, statement),
+        reading_(reading) {
+    if (scan.path != nullptr) bindRange(query_, *scan.path, 1);
     if (keys_) bindRange(query_, *keys_, 3);
     if (scan.patience > 0) query_.giveUpAfter(instructionsFor(scan.patience));
   }
@@ -148,11 +162,10 @@ class SqliteCursor final : public multivalue::Cursor {
   }
 
   Connection& connection_;
-  const AccessPath path_;
   const std::optional<AccessPath> keys_;
   const bool entries_;
   Query query_;
-  const std::string reading_;
+  const std::string& reading_;
   std::string record_;
 };
 
@@ -282,7 +295,7 @@ std::unique_ptr<multivalue::Transaction> SqliteEngine::begin() {
 }
 
 // Put together once a file: a command may read and write a hundred thousand records.
-const SqliteEngine::Statements& SqliteEngine::statementsOf(const FileDescription& file) {
+SqliteEngine::Statements& SqliteEngine::statementsOf(const FileDescription& file) {
   const auto known = statements_.find(file.name);
   if (known != statements_.end()) return known->second;
   const std::string table = recordTable(file);
@@ -291,7 +304,8 @@ const SqliteEngine::Statements& SqliteEngine::statementsOf(const FileDescription
                Statements{"SELECT record FROM " + table + " WHERE id = ?1",
                           "INSERT INTO " + table + " VALUES(?1, ?2) ON CONFLICT(id) DO NOTHING",
                           "UPDATE " + table + " SET record = ?3 WHERE id = ?1 AND record = ?2",
-                          "DELETE FROM " + table + " WHERE id = ?1 AND record = ?2"})
+                          "DELETE FROM " + table + " WHERE id = ?1 AND record = ?2",
+                          {}})
       .first->second;
 }
 
@@ -351,7 +365,10 @@ std::unique_ptr<multivalue::Cursor> SqliteEngine::scan(const Scan& scan) {
   const bool indexed = scan.path != nullptr && scan.path->attribute != 0;
   std::optional<AccessPath> keys;
   if (indexed && scan.tests != nullptr) keys = multivalue::keyPath(scan.file, *scan.tests);
-  return std::make_unique<SqliteCursor>(connection_, scan, std::move(keys));
+  Statements& statements = statementsOf(scan.file);
+  Statement& own = statements.scans[shapeOf(scan, keys)];
+  if (own.sql.empty()) own.sql = textOf(scan, keys);
+  return std::make_unique<SqliteCursor>(connection_, scan, std::move(keys), own, statements.read);
 }
 
 std::int64_t SqliteEngine::count(const FileDescription& file, const AccessPath* path,

@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
 
 #include "localstore/Sqlite.h"
@@ -47,10 +48,11 @@ class SqliteEngine final : public multivalue::Engine {
     std::string insert;
     std::string replace;
     std::string remove;
+    std::map<int, Statement> scans;  // by their shape
   };
 
   void checkTables();
-  const Statements& statementsOf(const multivalue::FileDescription& file);
+  Statements& statementsOf(const multivalue::FileDescription& file);
   void reindex(const multivalue::FileDescription& file, int attribute, std::string_view id,
                std::string_view before, std::string_view after);
 

@@ -37,7 +37,8 @@ struct Scan {
 
   const FileDescription& file;
   // None: all records. What it gives comes in the order of the keys when the path is of keys, is
-  // exact, or is none; index entries of a range come in the order in which they are kept.
+  // exact, or is none; index entries of a range come in the order in which they are kept. It must
+  // outlive the cursor.
   const AccessPath* path = nullptr;
   // The entries of the path's index, or the keys alone, spare reading the records.
   Gives gives = Gives::Records;

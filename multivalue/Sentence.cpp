@@ -1,5 +1,6 @@
 #include "multivalue/Sentence.h"
 
+#include <array>
 #include <utility>
 
 #include "store/StoreError.h"
@@ -10,7 +11,14 @@ namespace multivalue {
 namespace {
 
 bool isBlank(char c) { return c == ' ' || c == '\t'; }
-bool isOperator(char c) { return c == '=' || c == '#' || c == '<' || c == '>'; }
+
+// Blanks, operators and the double quote end a word.
+constexpr auto kEndsWord = [] {
+  std::array<bool, 256> ends{};
+  for (const char c : std::string_view(" \t=#<>\"")) ends[static_cast<unsigned char>(c)] = true;
+  return ends;
+}();
+bool endsWord(char c) { return kEndsWord[static_cast<unsigned char>(c)]; }
 
 bool equalsKeyword(std::string_view word, std::string_view keyword) {
   if (word.size() != keyword.size()) return false;
@@ -74,12 +82,12 @@ class Parser {
 
   std::string_view peek() {
     skipBlanks();
+    if (at_ == peekedAt_) return peeked_;
     std::size_t end = at_;
-    while (end < sentence_.size() && !isBlank(sentence_[end]) && !isOperator(sentence_[end]) &&
-           sentence_[end] != '"') {
-      ++end;
-    }
-    return sentence_.substr(at_, end - at_);
+    while (end < sentence_.size() && !endsWord(sentence_[end])) ++end;
+    peekedAt_ = at_;
+    peeked_ = sentence_.substr(at_, end - at_);
+    return peeked_;
   }
 
   bool takeKeyword(std::string_view keyword) {
@@ -158,6 +166,8 @@ class Parser {
 
   std::string_view sentence_;
   std::size_t at_ = 0;
+  std::string_view peeked_;  // the word there
+  std::size_t peekedAt_ = std::string_view::npos;
 };
 
 }  // namespace
