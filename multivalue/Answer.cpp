@@ -7,6 +7,7 @@ namespace multivalue {
 
 namespace {
 
+constexpr std::string_view kMarks{"\xFE\xFD", 2};
 constexpr std::size_t kBytesOfWord = 7;
 // Fewer rows are compared as they stand.
 constexpr std::ptrdiff_t kFew = 12;
@@ -34,11 +35,45 @@ void Answer::begin(Coming coming, int attribute) {
   settled_ = coming == Coming::ByKey && order_.empty();
   inTurn_ = coming == Coming::ByFirstValue && order_.size() == 1 && order_.front() == attribute;
   inOrder_ = true;
+  const auto isColumn = [&](int asked) {
+    return std::find(columns_.begin(), columns_.end(), asked) != columns_.end();
+  };
+  placeless_ = inTurn_ && isColumn(0) && isColumn(attribute);
   count_ = 0;
   text_.clear();
   starts_.clear();
   keys_.clear();
   pieces_.clear();
+}
+
+void Answer::outOfTurn() {
+  inOrder_ = false;
+  if (placeless_) findPlaces(text_.size());
+}
+
+// Is the value that the row just added is sorted by its own key?
+bool Answer::standsAsItIs() {
+  const std::string_view value = view(*ownPlace(order_.front()));
+  return orderKey(value, room_).data() == value.data();
+}
+
+// Of the rows up to there, which stand as they are.
+void Answer::findPlaces(std::size_t end) {
+  placeless_ = false;
+  std::vector<Piece> ofTheLast = std::move(places_);
+  for (std::size_t at = 0; at < end;) {
+    starts_.push_back(at);
+    places_.clear();
+    for (std::size_t i = 0; i < columns_.size(); ++i) {
+      const std::size_t mark = text_.find_first_of(kMarks, at);
+      const std::size_t stop = std::min(mark, end);
+      places_.push_back({at, static_cast<std::uint32_t>(stop - at), true});
+      at = stop + 1;
+    }
+    for (const int attribute : order_) pieces_.push_back(*ownPlace(attribute));
+    pieces_.push_back(*ownPlace(0));
+  }
+  places_ = std::move(ofTheLast);
 }
 
 const Answer::Piece* Answer::ownPlace(int attribute) const {

@@ -28,7 +28,7 @@ class Answer {
   // Forgets what was found. Of one that comes AsItMay, or outOfTurn, the place has to be found, and
   // it may be added again. ByFirstValue: by that of `attribute` byte by byte, then by the key.
   void begin(Coming coming, int attribute = 0);
-  void outOfTurn() { inOrder_ = false; }
+  void outOfTurn();
   // `valueOf` gives the first value of an attribute, the key for 0. A record that is added again
   // counts once.
   template <typename ValueOf>
@@ -42,7 +42,8 @@ class Answer {
       places_.push_back({text_.size(), static_cast<std::uint32_t>(value.size()), true});
       text_ += value;
     }
-    if (settled_) return;
+    if (settled_ || (placeless_ && standsAsItIs())) return;
+    if (placeless_) findPlaces(start == 0 ? 0 : start - 1);
     starts_.push_back(start);
     bool asItStands = true;
     for (const int attribute : order_) asItStands &= addKey(attribute, valueOf, true);
@@ -88,6 +89,8 @@ class Answer {
     return view(pieces_[row * perRow() + number]);
   }
   const Piece* ownPlace(int attribute) const;
+  bool standsAsItIs();
+  void findPlaces(std::size_t end);
   bool lastIsInOrder() const;
   bool comesBefore(std::size_t a, std::size_t b, std::size_t from) const;
   void sort(Rows first, Rows last, std::size_t number, std::size_t depth) const;
@@ -99,6 +102,8 @@ class Answer {
   bool settled_ = false;  // nothing is sorted, and no record comes twice
   bool inTurn_ = false;   // records come in the order asked for where keys are texts as they stand
   bool inOrder_ = true;   // as far as added, which leaves none twice
+  // In turn, and sorted by what is in the text: nothing else has to be known of the rows.
+  bool placeless_ = false;
   std::size_t count_ = 0;
   std::string text_;
   std::vector<std::size_t> starts_;  // of the rows in the text

@@ -286,6 +286,22 @@ TEST_P(Selection, ParOfAMultivaluedAttributeLooksAtItsFirstValue) {
   EXPECT_EQ(select("PAR 1"), "2|1");
 }
 
+// Most rows come as they have to stand; one that does not moves among those that came before.
+TEST_P(Selection, ParMovesARowThatDoesNotComeInTurn) {
+  put("1", {"AB"});
+  put("2", {"AD"});
+  put("3", {"AÉ"});
+  put("4", {"AF"});
+  put("5", {"AD"});
+  EXPECT_EQ(select("AVEC 1 = \"A]\" PAR 1", "0 1"), "1,AB|2,AD|5,AD|3,AÉ|4,AF");
+  EXPECT_EQ(select("AVEC 1 = \"A]\" PAR 1", "1 0 1"), "AB,1,AB|AD,2,AD|AD,5,AD|AÉ,3,AÉ|AF,4,AF");
+  EXPECT_EQ(select("AVEC 1 = \"A]\" PAR 1", "0"), "1|2|5|3|4");
+  put("6", {"AA;AG;AC"});
+  put("7", {"Z;AC"});
+  EXPECT_EQ(select("AVEC 1 = \"A]\" PAR 1", "0 1"), "6,AA|1,AB|2,AD|5,AD|3,AÉ|4,AF|7,Z");
+  EXPECT_EQ(select("AVEC 1 = \"AC]\" PAR 1", "0 1"), "6,AA|7,Z");
+}
+
 TEST_P(Selection, KeysComeAsTextsButParOnTheKeyKnowsNumbers) {
   put("9", {});
   put("10", {});
