@@ -24,6 +24,8 @@ namespace {
 constexpr int kLetters = 10'000;
 constexpr int kTenth = 10;
 constexpr double kLimit = 1.5;
+// Locks, and what is allocated for lines that are measured: a busy machine shows.
+constexpr double kLettersLimit = 2.2;
 constexpr int kCm = 567;
 constexpr const char* kSigle = "CRAM";
 constexpr const char* kScale = "01/02/2026";
@@ -345,7 +347,10 @@ void printLetters(benchmark::State& state, int letters, int times) {
   state.counters["limit"] = kLimit;
 }
 
-void letters(benchmark::State& state) { printLetters(state, kLetters, 1); }
+void letters(benchmark::State& state) {
+  printLetters(state, kLetters, 1);
+  state.counters["limit"] = kLettersLimit;
+}
 BENCHMARK(letters)->Name("Letters")->Unit(benchmark::kMillisecond);
 
 void lettersByHand(benchmark::State& state) {
