@@ -25,7 +25,7 @@ constexpr int kLetters = 10'000;
 constexpr int kTenth = 10;
 constexpr double kLimit = 1.5;
 // Locks, and what is allocated for lines that are measured: a busy machine shows.
-constexpr double kLettersLimit = 2.2;
+constexpr double kLettersLimit = 3;
 constexpr int kCm = 567;
 constexpr const char* kSigle = "CRAM";
 constexpr const char* kScale = "01/02/2026";
