@@ -31,9 +31,7 @@ class Check {
   }
 
  private:
-  void fault(const std::string& text) {
-    if (checked_.faults.size() < kMostFaults) checked_.faults.push_back(text);
-  }
+  void fault(const std::string& text) { checked_.add(text); }
 
   // What cannot be read is a fault, and no end of the check.
   template <typename Deed>

@@ -2,19 +2,15 @@
 #pragma once
 
 #include <string>
-#include <vector>
+
+#include "multivalue/Faults.h"
 
 namespace localstore {
 
 class SqliteEngine;
 
-struct Checked {
-  long long records = 0;
-  // A line each, at most kMostFaults.
-  std::vector<std::string> faults;
-};
-
-inline constexpr std::size_t kMostFaults = 100;
+using multivalue::Checked;
+using multivalue::kMostFaults;
 
 // Looks at the file itself, at every record, and at every index beside the records, all in one
 // state of the store; others may use it meanwhile. A path is UTF-8; readOnly: as Options::readOnly.

@@ -34,6 +34,11 @@ class SqliteEngine final : public multivalue::Engine {
   std::unique_ptr<multivalue::Transaction> begin() override;
   std::optional<std::string> read(const multivalue::FileDescription& file,
                                   std::string_view id) override;
+  // One client writes at a time.
+  std::optional<std::string> readLocked(const multivalue::FileDescription& file,
+                                        std::string_view id) override {
+    return read(file, id);
+  }
   bool exchange(const multivalue::FileDescription& file, std::string_view id,
                 std::optional<std::string_view> before,
                 std::optional<std::string_view> after) override;

@@ -105,7 +105,7 @@ class Update {
  private:
   store::DynamicArray body() {
     Records bodies(engine_, catalogue_.forWriting(store::orgprisecharge::kFile));
-    const std::optional<std::string> record = bodies.read(arguments_.code);
+    const std::optional<std::string> record = bodies.readLocked(arguments_.code);
     if (!record) {
       refuseSentence(arguments_.command, arguments_.codeOffset, "no funding body has this code");
     }
@@ -119,7 +119,9 @@ class Update {
     path.attribute = store::accord::OrgChgAcc;
     path.low = arguments_.code;
     path.exact = true;
-    const auto cursor = engine_.scan({*agreements_, &path});
+    Scan scan{*agreements_, &path};
+    scan.locked = true;
+    const auto cursor = engine_.scan(scan);
     Entry entry;
     while (cursor->next(entry)) update(entry.id, entry.record);
   }
@@ -148,7 +150,7 @@ class Update {
   // A beneficiary's agreements follow each other.
   const std::optional<Period>& periodOf(const std::string& number) {
     if (number == number_) return period_;
-    const std::string elements = elements_.read(number).value_or("");
+    const std::string elements = elements_.readLocked(number).value_or("");
     period_ = scale_.periodOf(attributeOf(elements, store::eltsfactaide::RevenuElt),
                               attributeOf(elements, store::eltsfactaide::FoyerElt));
     number_ = number;

@@ -1,7 +1,11 @@
 #include "multivalue/Database.h"
 
+#include <algorithm>
+#include <chrono>
 #include <limits>
 #include <optional>
+#include <random>
+#include <thread>
 #include <utility>
 
 #include "multivalue/Catalogue.h"
@@ -24,20 +28,52 @@ struct Client {
   const std::unique_ptr<Engine> engine;
   Catalogue catalogue;
   SeenRecords seen;
+  bool inTransaction = false;  // of the client's own
+
+  // A deed that is a transaction, until it has met no other one, within a bound. A part of the
+  // client's transaction cannot be run again without the rest.
+  template <typename Deed>
+  void whole(const Deed& deed) {
+    constexpr int kAttempts = 12;
+    for (int attempt = 1;; ++attempt) {
+      try {
+        return deed();
+      } catch (const Conflict&) {
+        if (inTransaction) throw;
+        catalogue.forget();
+        if (attempt == kAttempts) throw;
+      }
+      pause(attempt);
+    }
+  }
+
+  // Longer each time, and not as long as the other one does: some 2 s in all.
+  static void pause(int attempt) {
+    constexpr int kLongest = 8;
+    std::random_device random;
+    const unsigned most = 1U << static_cast<unsigned>(std::min(attempt, kLongest));
+    std::this_thread::sleep_for(std::chrono::milliseconds(1 + random() % most));
+  }
 
   // The file is looked up inside the transaction: another process may have given it an index.
   void write(std::string_view file, std::string_view id, std::string_view record) {
     requireWritable(id, record);
-    const auto transaction = engine->begin();
-    const auto before = Records(*engine, catalogue.forWriting(file)).write(id, record);
-    transaction->commit();
+    std::optional<std::string> before;
+    whole([&] {
+      const auto transaction = engine->begin();
+      before = Records(*engine, catalogue.forWriting(file)).write(id, record);
+      transaction->commit();
+    });
     seen.changed(file, id, before, std::string(record));
   }
 
   bool remove(std::string_view file, std::string_view id) {
-    const auto transaction = engine->begin();
-    const auto before = Records(*engine, catalogue.forWriting(file)).remove(id);
-    transaction->commit();
+    std::optional<std::string> before;
+    whole([&] {
+      const auto transaction = engine->begin();
+      before = Records(*engine, catalogue.forWriting(file)).remove(id);
+      transaction->commit();
+    });
     seen.changed(file, id, before, std::nullopt);
     return before.has_value();
   }
@@ -45,14 +81,16 @@ struct Client {
   // Writes a record over what has been seen of it.
   void replace(const SeenRecords::Seen& record, const std::string& text) {
     requireWritable(record.id(), text);
-    const auto transaction = engine->begin();
-    const auto file = catalogue.forWriting(record.file());
-    requireIdentifier(*file, record.id());
-    if (!engine->exchange(*file, record.id(), record.text(), text)) {
-      throw store::StoreError(store::kChanged, "somebody else has changed a record of " +
-                                                   file->name + " since it was read");
-    }
-    transaction->commit();
+    whole([&] {
+      const auto transaction = engine->begin();
+      const auto file = catalogue.forWriting(record.file());
+      requireIdentifier(*file, record.id());
+      if (!engine->exchange(*file, record.id(), record.text(), text)) {
+        throw store::StoreError(store::kChanged, "somebody else has changed a record of " +
+                                                     file->name + " since it was read");
+      }
+      transaction->commit();
+    });
     seen.changed(record.file(), record.id(), SeenRecords::Text(record.text()), text);
   }
 };
@@ -96,11 +134,13 @@ class ClientTransaction final : public Transaction {
   explicit ClientTransaction(std::shared_ptr<Client> client)
       : client_(std::move(client)), transaction_(client_->engine->begin()) {
     client_->seen.begin();
+    client_->inTransaction = true;
   }
   ClientTransaction(const ClientTransaction&) = delete;
   ClientTransaction& operator=(const ClientTransaction&) = delete;
   ~ClientTransaction() override {
     transaction_.reset();
+    client_->inTransaction = false;
     client_->seen.undo();
     client_->catalogue.forget();
   }
@@ -132,14 +172,16 @@ class EngineDatabase final : public Database {
     if (request.empty()) refuseSentence("", 0, "the request is empty");
     const store::DynamicArray parts(request);
     for (int i = 1; i <= parts.DCount(); ++i) {
-      runCommand(*client_->engine, client_->catalogue, parts.get(i));
+      client_->whole([&] { runCommand(*client_->engine, client_->catalogue, parts.get(i)); });
     }
     return {};
   }
 
   std::vector<std::string> fileNames() override { return client_->engine->fileNames(); }
 
-  void createFile(std::string_view name) override { client_->catalogue.createFile(name); }
+  void createFile(std::string_view name) override {
+    client_->whole([&] { client_->catalogue.createFile(name); });
+  }
 
   std::string fieldName(std::string_view file, int attribute) override {
     for (const auto& [name, number] : client_->catalogue.forReading(file)->fields) {

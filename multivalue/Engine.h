@@ -1,6 +1,7 @@
 // The port to what keeps records and their indexes: the sentences, the dictionary and the commands
 // stand above it and know no engine. Every call throws StoreError; what the codes mean:
-// Database.h.
+// Database.h. An engine either lets one client write at a time, or locks what a transaction has
+// written until it ends; who waits longer than the engine's bound has kBusy.
 //
 // An index of an attribute has an entry for every distinct non-empty value of a record. Engines
 // keep the entries (RecordText.h tells them) in the order of the values, and of one value in that
@@ -16,8 +17,16 @@
 
 #include "multivalue/AccessPath.h"
 #include "multivalue/FileDescription.h"
+#include "store/StoreError.h"
 
 namespace multivalue {
+
+// The engine could not carry a transaction through beside another one. Nothing of it is kept, and
+// it may be run again from its beginning; kBusy for who does not.
+class Conflict : public store::StoreError {
+ public:
+  explicit Conflict(const std::string& message) : StoreError(store::kBusy, message) {}
+};
 
 // All that is written between its making and commit() is kept together or not at all. One that is
 // begun inside another is a part of it: undone alone, kept with the whole.
@@ -48,6 +57,8 @@ struct Scan {
   // The scan may be given up when it has looked at about so many entries of the path, whether they
   // satisfied the tests or not; 0: never.
   std::int64_t patience = 0;
+  // Who else would change one of the records that it gives waits until the transaction ends.
+  bool locked = false;
 };
 
 struct Entry {
@@ -98,6 +109,10 @@ class Engine {
   // --- Records.
   // Nothing when no record has the identifier.
   virtual std::optional<std::string> read(const FileDescription& file, std::string_view id) = 0;
+  // The same of a record that has to stay as it is until the transaction ends: who else would
+  // change it waits. Needs a transaction.
+  virtual std::optional<std::string> readLocked(const FileDescription& file,
+                                                std::string_view id) = 0;
   // Puts a text in the place of another, and its index entries with it; nothing stands for no
   // record. False when what is stored is not `before`: then nothing is done. Needs a transaction.
   virtual bool exchange(const FileDescription& file, std::string_view id,

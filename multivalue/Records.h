@@ -18,6 +18,10 @@ class Records {
 
   // Nothing when no record has the identifier.
   std::optional<std::string> read(std::string_view id) const { return engine_.read(*file_, id); }
+  // Of one that has to stay as it is until the transaction ends.
+  std::optional<std::string> readLocked(std::string_view id) const {
+    return engine_.readLocked(*file_, id);
+  }
   // Creates or replaces; gives what was there. Throws StoreError (kBadValue) for what is no
   // identifier.
   std::optional<std::string> write(std::string_view id, std::string_view record);

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstdint>
 #include <string>
 #include <thread>
 
@@ -90,14 +91,19 @@ void updateForever(const AgreementStore& store, long from, int pipe) {
 TEST(KilledUpdate, LeavesAllAgreementsOldOrAllNewAndTheListsWithThem) {
   const AgreementStore store;
   fill(store);
+  const auto start = std::chrono::steady_clock::now();
   store.update(store::textOfDay(kFirstDay));
+  const auto one = std::chrono::duration_cast<std::chrono::microseconds>(
+      std::chrono::steady_clock::now() - start);
+  // Up to three updates, and the time to connect.
+  const auto longest = static_cast<std::uint32_t>(60000 + 3 * one.count());
   testing_support::Random random(5);
   long day = kFirstDay;
   int unfinished = 0;
   for (int round = 0;
        round < 60 && day < lastDayOf(kAgreements - 50) && !testing::Test::HasFailure(); ++round) {
     Child child([&](int pipe) { updateForever(store, day + 1, pipe); });
-    std::this_thread::sleep_for(std::chrono::microseconds(random() % 60000));
+    std::this_thread::sleep_for(std::chrono::microseconds(random() % longest));
     child.killNow();
     child.finish();
     unsigned confirmed = static_cast<unsigned>(day);

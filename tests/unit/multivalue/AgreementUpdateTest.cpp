@@ -450,7 +450,7 @@ TEST_F(AgreementUpdate, IsAPartOfATransactionThatIsOpen) {
   EXPECT_EQ(store.modified(), kNone);
 }
 
-TEST_F(AgreementUpdate, FailsWhileAnotherWriterHoldsTheStore) {
+TEST_F(AgreementUpdate, FailsWhileAnotherWriterHoldsWhatItReads) {
   store.putBody();
   store.putAgreement(kKey);
   store.putElements("00001", "90000");
@@ -460,6 +460,7 @@ TEST_F(AgreementUpdate, FailsWhileAnotherWriterHoldsTheStore) {
   const auto run = [&] { other->ExecuteSentence(updateRequest(kScaleDate, "125")); };
   {
     const auto transaction = store->begin();
+    store.putElements("00001", "0");
     EXPECT_EQ(errorOf(run), store::kBusy);
   }
   EXPECT_EQ(store.history(kKey), kBefore);

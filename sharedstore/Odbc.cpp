@@ -1,0 +1,276 @@
+#include "sharedstore/Odbc.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstring>
+#include <utility>
+
+#include "multivalue/Engine.h"
+#include "sharedstore/Address.h"
+#include "store/StoreError.h"
+#include "text/Utf8.h"
+
+namespace sharedstore {
+
+namespace {
+
+using Wide = std::vector<SQLWCHAR>;
+
+Wide wideOf(std::string_view utf8) {
+  const std::u16string units = text::toUtf16(utf8);
+  return {units.begin(), units.end()};
+}
+
+std::string utf8Of(const SQLWCHAR* units, std::size_t count) {
+  return text::fromUtf16(std::u16string(units, units + count));
+}
+
+bool succeeded(SQLRETURN result) {
+  return result == SQL_SUCCESS || result == SQL_SUCCESS_WITH_INFO;
+}
+
+// What driver and server say, without the rows that the server adds to it.
+std::string plainText(std::string text) {
+  for (const std::string_view tail : {"\nDETAIL:", ";\nError while", "\nError while"}) {
+    text.resize(std::min(text.find(tail), text.size()));
+  }
+  std::replace(text.begin(), text.end(), '\n', ' ');
+  return text;
+}
+
+// Parameters are put into the text by the driver, so that several statements go in one message; an
+// error is undone by this code, not by a savepoint around each statement; results are not cut.
+constexpr std::string_view kOwnSettings =
+    ";UseServerSidePrepare=0;UseDeclareFetch=0;Protocol=7.4-0;ByteaAsLongVarBinary=1"
+    ";MaxLongVarcharSize=1073741823";
+
+constexpr SQLULEN kLoginSeconds = 15;
+
+void* option(SQLULEN value) {
+  return reinterpret_cast<void*>(value);  // as ODBC passes numbers
+}
+
+}  // namespace
+
+Connection::Connection(const std::string& connection) : connection_(connection) {
+  SQLHANDLE made = nullptr;
+  if (!succeeded(SQLAllocHandle(SQL_HANDLE_ENV, SQL_NULL_HANDLE, &made))) {
+    throw store::StoreError(store::kIoFailure, "ODBC cannot be started");
+  }
+  environment_.reset(made);
+  SQLSetEnvAttr(made, SQL_ATTR_ODBC_VERSION, option(SQL_OV_ODBC3), 0);
+  if (!succeeded(SQLAllocHandle(SQL_HANDLE_DBC, environment_.get(), &made))) {
+    fail(SQL_HANDLE_ENV, environment_.get());
+  }
+  handle_.reset(made);
+  SQLSetConnectAttrW(made, SQL_ATTR_LOGIN_TIMEOUT, option(kLoginSeconds), 0);
+  Wide whole = wideOf(connection_ + std::string(kOwnSettings));
+  const SQLRETURN result =
+      SQLDriverConnectW(made, nullptr, whole.data(), static_cast<SQLSMALLINT>(whole.size()),
+                        nullptr, 0, nullptr, SQL_DRIVER_NOPROMPT);
+  if (!succeeded(result)) fail(SQL_HANDLE_DBC, made);
+}
+
+Connection::~Connection() {
+  if (inTransaction_) SQLEndTran(SQL_HANDLE_DBC, handle_.get(), SQL_ROLLBACK);
+  SQLDisconnect(handle_.get());
+}
+
+void Connection::execute(const std::string& sql, int leading) {
+  const Statement done(*this, Sql(sql), leading);
+}
+
+void Connection::later(const std::string& sql, bool dying) { later_.push_back({sql, dying}); }
+
+bool Connection::takeBack(const std::string& sql) {
+  if (later_.empty() || later_.back().sql != sql) return false;
+  later_.pop_back();
+  return true;
+}
+
+void Connection::forgetDying() {
+  ++epoch_;
+  std::erase_if(later_, [](const Later& each) { return each.dying; });
+}
+
+void Connection::setAutocommit(bool on) {
+  const SQLRETURN result =
+      SQLSetConnectAttrW(handle_.get(), SQL_ATTR_AUTOCOMMIT,
+                         option(on ? SQL_AUTOCOMMIT_ON : SQL_AUTOCOMMIT_OFF), SQL_IS_UINTEGER);
+  if (!succeeded(result)) fail(SQL_HANDLE_DBC, handle_.get());
+}
+
+void Connection::begin() {
+  ++epoch_;
+  setAutocommit(false);
+  inTransaction_ = true;
+  dead_ = false;
+}
+
+void Connection::commit() {
+  if (dead_) {
+    rollback();
+    throw store::StoreError(store::kIoFailure,
+                            "nothing of the transaction was kept: a statement of it has failed");
+  }
+  forgetDying();
+  inTransaction_ = false;
+  const SQLRETURN result = SQLEndTran(SQL_HANDLE_DBC, handle_.get(), SQL_COMMIT);
+  if (!succeeded(result)) {
+    try {
+      fail(SQL_HANDLE_DBC, handle_.get());
+    } catch (const store::StoreError&) {
+      rollback();
+      throw;
+    }
+  }
+  setAutocommit(true);
+}
+
+void Connection::rollback() {
+  forgetDying();
+  inTransaction_ = false;
+  dead_ = false;
+  const SQLRETURN result = SQLEndTran(SQL_HANDLE_DBC, handle_.get(), SQL_ROLLBACK);
+  if (!succeeded(result)) fail(SQL_HANDLE_DBC, handle_.get());
+  setAutocommit(true);
+}
+
+void Connection::rollBackTo(const std::string& savepoint) {
+  forgetDying();
+  std::vector<Later> others;
+  std::swap(others, later_);
+  execute("ROLLBACK TO SAVEPOINT " + savepoint);
+  dead_ = false;
+  std::swap(others, later_);
+  later("RELEASE SAVEPOINT " + savepoint, true);
+}
+
+void Connection::fail(SQLSMALLINT type, SQLHANDLE handle) {
+  if (inTransaction_) dead_ = true;
+  std::array<SQLWCHAR, 6> state{};
+  std::array<SQLWCHAR, 2048> message{};
+  SQLINTEGER native = 0;
+  SQLSMALLINT size = 0;
+  const SQLRETURN told = SQLGetDiagRecW(type, handle, 1, state.data(), &native, message.data(),
+                                        static_cast<SQLSMALLINT>(message.size()), &size);
+  lastState_.clear();
+  std::string text = "the driver tells nothing";
+  if (succeeded(told)) {
+    lastState_ = utf8Of(state.data(), 5);
+    const auto whole = std::min(static_cast<std::size_t>(size), message.size() - 1);
+    text = plainText(utf8Of(message.data(), whole));
+  }
+  text = withoutPasswords(lastState_ + " " + text, connection_);
+  if (lastState_ == "40001" || lastState_ == "40P01") throw multivalue::Conflict(text);
+  const bool waited = lastState_ == "55P03" || lastState_ == "57014";
+  throw store::StoreError(waited ? store::kBusy : store::kIoFailure, text);
+}
+
+Statement::Statement(Connection& connection, const Sql& sql, int leading)
+    : connection_(connection) {
+  SQLHANDLE made = nullptr;
+  if (!succeeded(SQLAllocHandle(SQL_HANDLE_STMT, connection.handle_.get(), &made))) {
+    connection.fail(SQL_HANDLE_DBC, connection.handle_.get());
+  }
+  handle_.reset(made);
+  std::string text;
+  for (const Connection::Later& each : connection.later_) {
+    text += each.sql + ";";
+    ++leading;
+  }
+  connection.later_.clear();
+  text += sql.text();
+  std::vector<SQLLEN> sizes(sql.parameters().size());
+  for (std::size_t i = 0; i < sizes.size(); ++i) {
+    const std::string& value = sql.parameters()[i];
+    sizes[i] = static_cast<SQLLEN>(value.size());
+    check(SQLBindParameter(made, static_cast<SQLUSMALLINT>(i + 1), SQL_PARAM_INPUT, SQL_C_BINARY,
+                           SQL_LONGVARBINARY, std::max<SQLULEN>(value.size(), 1), 0,
+                           const_cast<char*>(value.data()), sizes[i], &sizes[i]));
+  }
+  Wide whole = wideOf(text);
+  const SQLRETURN result =
+      SQLExecDirectW(made, whole.data(), static_cast<SQLINTEGER>(whole.size()));
+  if (result != SQL_NO_DATA) check(result);
+  for (; leading > 0; --leading) check(SQLMoreResults(made));
+  SQLFreeStmt(made, SQL_RESET_PARAMS);
+}
+
+void Statement::check(SQLRETURN result) const {
+  if (!succeeded(result)) connection_.fail(SQL_HANDLE_STMT, handle_.get());
+}
+
+bool Statement::next() {
+  const SQLRETURN result = SQLFetch(handle_.get());
+  if (result == SQL_NO_DATA) return false;
+  check(result);
+  return true;
+}
+
+std::string Statement::get(int column, SQLSMALLINT type) const {
+  constexpr std::size_t kChunk = 4096;
+  const std::size_t ending = type == SQL_C_CHAR ? 1 : 0;  // each part of a text ends with a zero
+  std::string value(kChunk, '\0');
+  std::size_t filled = 0;
+  for (;;) {
+    SQLLEN left = 0;
+    const std::size_t room = value.size() - filled;
+    const SQLRETURN result = SQLGetData(handle_.get(), static_cast<SQLUSMALLINT>(column + 1), type,
+                                        value.data() + filled, static_cast<SQLLEN>(room), &left);
+    check(result);
+    if (left == SQL_NULL_DATA) return {};
+    const bool whole = left != SQL_NO_TOTAL && static_cast<std::size_t>(left) + ending <= room;
+    if (whole) {
+      value.resize(filled + static_cast<std::size_t>(left));
+      return value;
+    }
+    filled += room - ending;
+    value.resize(left == SQL_NO_TOTAL
+                     ? value.size() * 2
+                     : filled + static_cast<std::size_t>(left) - (room - ending) + ending);
+  }
+}
+
+std::string Statement::bytes(int column) const { return get(column, SQL_C_BINARY); }
+
+std::string Statement::text(int column) const { return get(column, SQL_C_CHAR); }
+
+std::int64_t Statement::number(int column) const {
+  SQLBIGINT value = 0;
+  SQLLEN size = 0;
+  check(SQLGetData(handle_.get(), static_cast<SQLUSMALLINT>(column + 1), SQL_C_SBIGINT, &value,
+                   sizeof value, &size));
+  return size == SQL_NULL_DATA ? 0 : value;
+}
+
+Rows::Rows(Connection& connection, const Sql& selection)
+    : connection_(connection),
+      name_(connection.newCursor()),
+      held_(!connection.inTransaction()),
+      epoch_(connection.epoch()) {
+  Sql sql("DECLARE " + name_ + (held_ ? " CURSOR WITH HOLD FOR " : " CURSOR FOR "));
+  sql.add(selection).add("; FETCH " + std::to_string(kBlock) + " FROM " + name_);
+  block_ = std::make_unique<Statement>(connection, sql, 1);
+}
+
+// A cursor of a transaction ends with it; so does one that was made in a part that was undone.
+Rows::~Rows() {
+  if (held_ || connection_.epoch() == epoch_) connection_.later("CLOSE " + name_, !held_);
+}
+
+bool Rows::next() {
+  for (;;) {
+    if (block_->next()) {
+      ++taken_;
+      return true;
+    }
+    if (taken_ < kBlock) return false;
+    taken_ = 0;
+    block_ = std::make_unique<Statement>(connection_,
+                                         Sql("FETCH " + std::to_string(kBlock) + " FROM " + name_));
+  }
+}
+
+}  // namespace sharedstore

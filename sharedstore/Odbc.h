@@ -1,0 +1,164 @@
+// Owner types over ODBC; a return code that is no success becomes a StoreError here and nowhere
+// else.
+#pragma once
+
+#ifdef _WIN32
+#include <windows.h>
+#endif
+#include <sql.h>
+#include <sqlext.h>
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace sharedstore {
+
+template <SQLSMALLINT Type>
+struct HandleCloser {
+  using pointer = SQLHANDLE;
+  void operator()(SQLHANDLE handle) const { SQLFreeHandle(Type, handle); }
+};
+template <SQLSMALLINT Type>
+using Handle = std::unique_ptr<void, HandleCloser<Type>>;
+
+// A statement's text and its parameters, in their order. What comes from a caller is a parameter,
+// never text.
+class Sql {
+ public:
+  explicit Sql(std::string text = {}) : text_(std::move(text)) {}
+
+  Sql& add(std::string_view text) {
+    text_ += text;
+    return *this;
+  }
+  Sql& bytes(std::string_view value) {
+    text_ += "?::bytea";
+    parameters_.emplace_back(value);
+    return *this;
+  }
+  Sql& number(std::int64_t value) { return add(std::to_string(value)); }
+  Sql& add(const Sql& other) {
+    text_ += other.text_;
+    parameters_.insert(parameters_.end(), other.parameters_.begin(), other.parameters_.end());
+    return *this;
+  }
+
+  const std::string& text() const { return text_; }
+  const std::vector<std::string>& parameters() const { return parameters_; }
+
+ private:
+  std::string text_;
+  std::vector<std::string> parameters_;
+};
+
+// A session with a server. Used by one thread at a time; not to be carried across a fork.
+class Connection {
+ public:
+  // A connection string of ODBC, UTF-8. Throws StoreError (kIoFailure).
+  explicit Connection(const std::string& connection);
+  Connection(const Connection&) = delete;
+  Connection& operator=(const Connection&) = delete;
+  ~Connection();
+
+  // `leading`: how many statements of the text come before the last.
+  void execute(const std::string& sql, int leading = 0);
+
+  // What goes to the server together with the next statement, ahead of it. Dying: it has no
+  // meaning once the transaction has ended, or is undone to a savepoint.
+  void later(const std::string& sql, bool dying);
+  // True when the last of these was still to go, and does not any more.
+  bool takeBack(const std::string& sql);
+
+  // A transaction begins with its first statement.
+  void begin();
+  // Throws StoreError when nothing was kept.
+  void commit();
+  void rollback();
+  void rollBackTo(const std::string& savepoint);
+  bool inTransaction() const { return inTransaction_; }
+
+  // Another number whenever a transaction has begun or ended, as a whole or in part.
+  int epoch() const { return epoch_; }
+  // A name that no other cursor of the session has.
+  std::string newCursor() { return "tessaline_" + std::to_string(++cursors_); }
+
+  // The SQLSTATE of the last failure.
+  const std::string& lastState() const { return lastState_; }
+  // Throws StoreError, or its Conflict, with the server's text.
+  [[noreturn]] void fail(SQLSMALLINT type, SQLHANDLE handle);
+
+ private:
+  friend class Statement;
+  struct Later {
+    std::string sql;
+    bool dying;
+  };
+
+  void forgetDying();
+  void setAutocommit(bool on);
+
+  const std::string connection_;
+  Handle<SQL_HANDLE_ENV> environment_;
+  Handle<SQL_HANDLE_DBC> handle_;
+  std::vector<Later> later_;
+  bool inTransaction_ = false;
+  // A statement of the transaction has failed: the server keeps nothing of it, though it takes the
+  // end of it for a success.
+  bool dead_ = false;
+  int epoch_ = 0;
+  int cursors_ = 0;
+  std::string lastState_;
+};
+
+// One execution of a statement; its result is the last statement's of the text. The connection must
+// outlive it.
+class Statement {
+ public:
+  // `leading`: how many statements of the text come before the last.
+  Statement(Connection& connection, const Sql& sql, int leading = 0);
+  Statement(const Statement&) = delete;
+  Statement& operator=(const Statement&) = delete;
+  ~Statement() = default;
+
+  // False after the last row. Columns are numbered from 0.
+  bool next();
+  std::string bytes(int column) const;
+  std::string text(int column) const;
+  std::int64_t number(int column) const;
+
+ private:
+  void check(SQLRETURN result) const;
+  std::string get(int column, SQLSMALLINT type) const;
+
+  Connection& connection_;
+  Handle<SQL_HANDLE_STMT> handle_;
+};
+
+// Rows of a selection, fetched in blocks, all in one state of the store. Outside a transaction the
+// server keeps them aside, so that none stays open between two blocks.
+class Rows {
+ public:
+  Rows(Connection& connection, const Sql& selection);
+  Rows(const Rows&) = delete;
+  Rows& operator=(const Rows&) = delete;
+  ~Rows();
+
+  bool next();
+  std::string bytes(int column) const { return block_->bytes(column); }
+  std::int64_t number(int column) const { return block_->number(column); }
+
+  static constexpr int kBlock = 500;
+
+ private:
+  Connection& connection_;
+  const std::string name_;
+  const bool held_;
+  const int epoch_;
+  std::unique_ptr<Statement> block_;
+  int taken_ = 0;  // of the block
+};
+
+}  // namespace sharedstore

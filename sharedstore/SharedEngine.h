@@ -1,0 +1,58 @@
+// The port of multivalue/ over PostgreSQL's protocol, by ODBC. Its tables: docs/shared-store.md.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "multivalue/Engine.h"
+#include "sharedstore/Odbc.h"
+
+namespace sharedstore {
+
+class SharedEngine final : public multivalue::Engine {
+ public:
+  explicit SharedEngine(const std::string& connection) : connection_(connection) {}
+
+  Connection& connection() { return connection_; }
+
+  // Makes the tables that tell of a store, in a transaction. Throws StoreError (kIoFailure) where
+  // there are some already.
+  void create();
+  // Throws StoreError (kIoFailure) when the database holds no store, or one of another format.
+  void checkFormat();
+
+  std::vector<std::string> fileNames() override;
+  std::shared_ptr<const multivalue::FileDescription> describe(std::string_view name) override;
+  std::string sameName(std::string_view name) override;
+  void addFile(const multivalue::FileDescription& file) override;
+  std::int64_t filesVersion() override;
+  std::unique_ptr<multivalue::Transaction> begin() override;
+  std::optional<std::string> read(const multivalue::FileDescription& file,
+                                  std::string_view id) override;
+  std::optional<std::string> readLocked(const multivalue::FileDescription& file,
+                                        std::string_view id) override;
+  bool exchange(const multivalue::FileDescription& file, std::string_view id,
+                std::optional<std::string_view> before,
+                std::optional<std::string_view> after) override;
+  std::unique_ptr<multivalue::Cursor> scan(const multivalue::Scan& scan) override;
+  // The server finds the best of several ways by itself.
+  std::int64_t count(const multivalue::FileDescription& file, const multivalue::AccessPath* path,
+                     std::int64_t limit) override;
+
+ private:
+  class OneTransaction;
+
+  std::optional<std::string> read(const multivalue::FileDescription& file, std::string_view id,
+                                  std::string_view lock);
+
+  Connection connection_;
+  int depth_ = 0;
+  // As a transaction has found it: files of a store stay as they are made.
+  std::optional<std::int64_t> version_;
+};
+
+}  // namespace sharedstore
