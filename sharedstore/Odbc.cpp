@@ -116,6 +116,7 @@ void Connection::commit() {
   }
   forgetDying();
   inTransaction_ = false;
+  ++messages_;
   const SQLRETURN result = SQLEndTran(SQL_HANDLE_DBC, handle_.get(), SQL_COMMIT);
   if (!succeeded(result)) {
     try {
@@ -132,6 +133,7 @@ void Connection::rollback() {
   forgetDying();
   inTransaction_ = false;
   dead_ = false;
+  ++messages_;
   const SQLRETURN result = SQLEndTran(SQL_HANDLE_DBC, handle_.get(), SQL_ROLLBACK);
   if (!succeeded(result)) fail(SQL_HANDLE_DBC, handle_.get());
   setAutocommit(true);
@@ -191,6 +193,7 @@ Statement::Statement(Connection& connection, const Sql& sql, int leading)
                            const_cast<char*>(value.data()), sizes[i], &sizes[i]));
   }
   Wide whole = wideOf(text);
+  ++connection.messages_;
   const SQLRETURN result =
       SQLExecDirectW(made, whole.data(), static_cast<SQLINTEGER>(whole.size()));
   if (result != SQL_NO_DATA) check(result);

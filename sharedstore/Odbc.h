@@ -85,6 +85,8 @@ class Connection {
   // A name that no other cursor of the session has.
   std::string newCursor() { return "tessaline_" + std::to_string(++cursors_); }
 
+  // How many messages have gone to the server, each with an answer, since it was connected.
+  int messages() const { return messages_; }
   // The SQLSTATE of the last failure.
   const std::string& lastState() const { return lastState_; }
   // Throws StoreError, or its Conflict, with the server's text.
@@ -109,6 +111,7 @@ class Connection {
   // end of it for a success.
   bool dead_ = false;
   int epoch_ = 0;
+  int messages_ = 0;
   int cursors_ = 0;
   std::string lastState_;
 };

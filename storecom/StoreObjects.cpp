@@ -1,8 +1,8 @@
 #include "storecom/StoreObjects.h"
 
-#include "localstore/LocalDatabase.h"
 #include "storecom/Classes.h"
 #include "storecom/DynamicArrayObject.h"
+#include "stores/Stores.h"
 
 namespace storecom {
 
@@ -27,9 +27,8 @@ int ClientObject::mostArguments(DISPID member, bool isPut) const {
 }
 
 com::Variant ClientObject::call(DISPID, const Arguments& arguments) {
-  localstore::Options options;
-  options.readOnly = arguments.has(1) && arguments.boolean(1);
-  return object<DatabaseObject>(localstore::openLocalDatabase(arguments.text(0), options));
+  const bool readOnly = arguments.has(1) && arguments.boolean(1);
+  return object<DatabaseObject>(stores::open(arguments.text(0), readOnly));
 }
 
 DatabaseObject::DatabaseObject(std::shared_ptr<store::Database> database)

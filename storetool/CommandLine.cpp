@@ -11,12 +11,12 @@
 #include <system_error>
 
 #include "localstore/Backup.h"
-#include "localstore/Check.h"
-#include "localstore/LocalDatabase.h"
 #include "localstore/Paths.h"
 #include "multivalue/Sentence.h"
 #include "store/Request.h"
 #include "store/StoreError.h"
+#include "stores/Stores.h"
+#include "storetool/Copy.h"
 #include "storetool/ProgressBar.h"
 #include "storetool/TextRecord.h"
 #include "storetool/Transfer.h"
@@ -49,12 +49,26 @@ struct Arguments {
   TextFormat format() const {
     return {encoding == kUtf8 ? Encoding::Utf8 : Encoding::Windows1252, separator.front()};
   }
-  std::shared_ptr<localstore::LocalDatabase> open() const {
-    localstore::Options options;
-    options.readOnly = readOnly;
-    return localstore::openLocalDatabase(store, options);
-  }
+  std::shared_ptr<multivalue::Database> open() const { return stores::open(store, readOnly); }
 };
+
+// The server that keeps a store copies it too.
+void requireFile(const std::string& store) {
+  if (!stores::isShared(store)) return;
+  throw store::StoreError(store::kBadValue,
+                          "a store on a server is copied and put back by the server's own tools, "
+                          "pg_dump and pg_restore");
+}
+
+// The store to copy to: a new one where there is none.
+std::shared_ptr<multivalue::Database> openTarget(const std::string& store) {
+  try {
+    return stores::open(store);
+  } catch (const store::StoreError& error) {
+    if (error.code() != store::kIoFailure) throw;
+  }
+  return stores::create(store);
+}
 
 // The same file, by whatever name; what SQLite keeps beside the store too.
 bool isOfStore(const std::string& path, const std::string& store) {
@@ -74,23 +88,38 @@ class Commands {
       : arguments_(arguments), out_(out), err_(err), progress_(progress) {}
 
   int create() {
-    localstore::createLocalDatabase(arguments_.store);
-    return whole(localstore::checkLocalDatabase(arguments_.store));
+    stores::create(arguments_.store);
+    return whole(stores::check(arguments_.store));
+  }
+
+  int copy() {
+    const auto from = arguments_.open();
+    Copied copied;
+    {
+      const auto to = openTarget(arguments_.other);
+      ProgressBar bar(err_, progress_);
+      copied = copyStore(*from, *to, [&](double done) { bar.show(done); });
+    }
+    for (const std::string& file : copied.unlike) out_ << file << ": not alike in both stores\n";
+    out_ << copied.records << " records copied\n";
+    const int target = whole(stores::check(arguments_.other));
+    return copied.unlike.empty() ? target : kFaulty;
   }
 
   int backup() {
+    requireFile(arguments_.store);
     localstore::backUp(arguments_.store, arguments_.other, arguments_.readOnly);
     return kDone;
   }
 
   int restore() {
+    requireFile(arguments_.store);
     localstore::restore(arguments_.other, arguments_.store);
     return kDone;
   }
 
   int check() {
-    const localstore::Checked checked =
-        localstore::checkLocalDatabase(arguments_.store, arguments_.readOnly);
+    const multivalue::Checked checked = stores::check(arguments_.store, arguments_.readOnly);
     if (checked.faults.empty()) out_ << checked.records << " records, no fault\n";
     return whole(checked);
   }
@@ -105,7 +134,7 @@ class Commands {
     }
     for (const std::string& file : imported.newFiles) out_ << "new file " << file << '\n';
     out_ << imported.records << " records imported\n";
-    return whole(localstore::checkLocalDatabase(arguments_.store));
+    return whole(stores::check(arguments_.store));
   }
 
   int exportOne() {
@@ -152,7 +181,7 @@ class Commands {
   }
 
  private:
-  int whole(const localstore::Checked& checked) {
+  int whole(const multivalue::Checked& checked) {
     for (const std::string& fault : checked.faults) out_ << fault << '\n';
     return checked.faults.empty() ? kDone : kFaulty;
   }
@@ -211,7 +240,8 @@ int runCommandLine(const std::vector<std::string>& arguments, std::ostream& out,
   Arguments given;
   Commands commands(given, out, err, progress);
   std::function<int()> chosen;
-  CLI::App app("Makes, fills and questions a store in one file.", "tessaline-store");
+  CLI::App app("Makes, fills and questions a store: in one file, or on a server (odbc:DSN=...).",
+               "tessaline-store");
   app.footer(kExitCodes);
   app.require_subcommand(1);
   const auto addAlone = [&](const char* name, const char* description, int (Commands::*command)()) {
@@ -223,7 +253,8 @@ int runCommandLine(const std::vector<std::string>& arguments, std::ostream& out,
   };
   const auto add = [&](const char* name, const char* description, int (Commands::*command)()) {
     CLI::App* added = addAlone(name, description, command);
-    added->add_option("STORE", given.store, "the store's file")->required();
+    added->add_option("STORE", given.store, "the store's file, or odbc: and a connection")
+        ->required();
     return added;
   };
 
@@ -266,6 +297,12 @@ int runCommandLine(const std::vector<std::string>& arguments, std::ostream& out,
   addReadOnly(query);
   addReadOnly(show);
 
+  CLI::App* copy =
+      addAlone("copy", "Carry all records into another store, new or empty, and compare both",
+               &Commands::copy);
+  copy->add_option("FROM", given.store, "a file, or odbc: and a connection")->required();
+  copy->add_option("TO", given.other, "a file, or odbc: and a connection")->required();
+  addReadOnly(copy);
   CLI::App* backup = add("backup", "Copy a store, in use or not, to a new file that is checked",
                          &Commands::backup);
   backup->add_option("TARGET", given.other, "the copy's file")->required();

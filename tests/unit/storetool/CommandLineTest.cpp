@@ -34,8 +34,8 @@ class CommandLine : public testing::Test {
 TEST_F(CommandLine, HelpTellsTheCommandsAndTheExitCodes) {
   const Outcome help = run("--help");
   EXPECT_EQ(help.code, 0);
-  for (const char* const word : {"create", "import", "export", "query", "show", "check", "backup",
-                                 "restore", "Exit codes"}) {
+  for (const char* const word : {"create", "import", "export", "query", "show", "check", "copy",
+                                 "backup", "restore", "Exit codes"}) {
     EXPECT_NE(help.out.find(word), std::string::npos) << word;
   }
   EXPECT_EQ(run("query --help").code, 0);
@@ -45,7 +45,7 @@ TEST_F(CommandLine, AWrongCommandLineIsRefused) {
   for (const char* const arguments :
        {"", "destroy a.store", "create", "import a.store", "export a.store TABLES", "query a.store",
         "show a.store TABLES", "create a.store --nonsense", "backup a.store", "restore a.store",
-        "check"}) {
+        "check", "copy a.store"}) {
     const Outcome outcome = run(arguments);
     EXPECT_EQ(outcome.code, 2) << arguments;
     EXPECT_FALSE(outcome.err.empty()) << arguments;
@@ -59,6 +59,21 @@ TEST_F(CommandLine, CreateMakesAStoreOnce) {
   const Outcome again = run("create a.store");
   EXPECT_EQ(again.code, 6);
   EXPECT_EQ(again.err, "tessaline-store: a.store: there is such a file already\n");
+}
+
+TEST_F(CommandLine, CopyFillsANewStoreAndNoOther) {
+  run("create a.store");
+  writeText(folder_ / "OWN.jsonl", "{\"id\":\"1\",\"fields\":[\"x\"]}\n");
+  run("import a.store OWN.jsonl");
+  const Outcome copied = run("copy a.store b.store");
+  EXPECT_EQ(copied.code, 0);
+  EXPECT_EQ(copied.out, "1 records copied\n");
+  EXPECT_EQ(run("query b.store 'SSELECT OWN' --columns '0 1'").out, "1\tx\n");
+  const Outcome again = run("copy a.store b.store");
+  EXPECT_EQ(again.code, 4);
+  EXPECT_EQ(again.err, "tessaline-store: the store to copy to has records already, in OWN\n");
+  EXPECT_EQ(run("copy none.store c.store").code, 6);
+  EXPECT_FALSE(std::filesystem::exists(fromUtf8(folder_ / "c.store")));
 }
 
 TEST_F(CommandLine, ImportQueryShowAndExport) {
