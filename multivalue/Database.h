@@ -14,11 +14,12 @@ namespace multivalue {
 
 // Every call throws StoreError when the store refuses it: kUnknownFile, kBadSentence, kBadValue
 // (an empty identifier, or one with a mark), kBusy, kIoFailure (disk full, no store, damaged,
-// read-only). DBWrite of a record that somebody else has changed, created or deleted since it was
-// read is kChanged. Somebody else is every other database object, and a command of this one's.
-// What DBWrite, DeleteRecord and Transaction::commit have done when they return
-// survives a killed process and a cut of power. Files and records may outlive the database object.
-// Not to be used after a fork by the child.
+// read-only, server lost); kOutcomeUnknown when a server was lost while it was to confirm. DBWrite
+// of a record that somebody else has changed, created or deleted since it was read is kChanged.
+// Somebody else is every other database object, and a command of this one's. What DBWrite,
+// DeleteRecord and Transaction::commit have done when they return survives a killed process and a
+// cut of power. Files and records may outlive the database object. Not to be used after a fork by
+// the child.
 class Database : public store::Database {
  public:
   using Visitor = std::function<void(std::string_view id, std::string_view record)>;

@@ -21,11 +21,12 @@
 
 namespace multivalue {
 
-// The engine could not carry a transaction through beside another one. Nothing of it is kept, and
-// it may be run again from its beginning; kBusy for who does not.
+// The engine could not carry a transaction through, beside another one or since it has lost its
+// server. Nothing of it is kept, and it may be run again from its beginning.
 class Conflict : public store::StoreError {
  public:
-  explicit Conflict(const std::string& message) : StoreError(store::kBusy, message) {}
+  explicit Conflict(const std::string& message, unsigned code = store::kBusy)
+      : StoreError(code, message) {}
 };
 
 // All that is written between its making and commit() is kept together or not at all. One that is

@@ -53,13 +53,20 @@ void* option(SQLULEN value) {
 
 }  // namespace
 
-Connection::Connection(const std::string& connection) : connection_(connection) {
+Connection::Connection(const std::string& connection, std::vector<std::string> settings)
+    : connection_(connection), settings_(std::move(settings)) {
   SQLHANDLE made = nullptr;
   if (!succeeded(SQLAllocHandle(SQL_HANDLE_ENV, SQL_NULL_HANDLE, &made))) {
     throw store::StoreError(store::kIoFailure, "ODBC cannot be started");
   }
   environment_.reset(made);
   SQLSetEnvAttr(made, SQL_ATTR_ODBC_VERSION, option(SQL_OV_ODBC3), 0);
+  connect();
+}
+
+void Connection::connect() {
+  if (handle_) SQLDisconnect(handle_.get());
+  SQLHANDLE made = nullptr;
   if (!succeeded(SQLAllocHandle(SQL_HANDLE_DBC, environment_.get(), &made))) {
     fail(SQL_HANDLE_ENV, environment_.get());
   }
@@ -70,15 +77,25 @@ Connection::Connection(const std::string& connection) : connection_(connection) 
       SQLDriverConnectW(made, nullptr, whole.data(), static_cast<SQLSMALLINT>(whole.size()),
                         nullptr, 0, nullptr, SQL_DRIVER_NOPROMPT);
   if (!succeeded(result)) fail(SQL_HANDLE_DBC, made);
+  lost_ = false;
+  ++session_;
+  later_.clear();
+  // Not with the first statement: a transaction that is undone would take them with it.
+  for (const std::string& setting : settings_) execute(setting);
 }
 
 Connection::~Connection() {
-  if (inTransaction_) SQLEndTran(SQL_HANDLE_DBC, handle_.get(), SQL_ROLLBACK);
+  if (inTransaction_ && !lost_) SQLEndTran(SQL_HANDLE_DBC, handle_.get(), SQL_ROLLBACK);
   SQLDisconnect(handle_.get());
 }
 
 void Connection::execute(const std::string& sql, int leading) {
   const Statement done(*this, Sql(sql), leading);
+}
+
+Connection& Connection::awake() {
+  if (lost_ && !inTransaction_) connect();
+  return *this;
 }
 
 void Connection::later(const std::string& sql, bool dying) { later_.push_back({sql, dying}); }
@@ -103,9 +120,20 @@ void Connection::setAutocommit(bool on) {
 
 void Connection::begin() {
   ++epoch_;
+  if (lost_) connect();
   setAutocommit(false);
   inTransaction_ = true;
   dead_ = false;
+}
+
+bool Connection::isOver(const std::string& state) const {
+  if (state.starts_with("08") || state == "57P01" || state == "57P02" || state == "57P03") {
+    return true;
+  }
+  SQLUINTEGER dead = SQL_CD_FALSE;
+  return succeeded(
+             SQLGetConnectAttrW(handle_.get(), SQL_ATTR_CONNECTION_DEAD, &dead, 0, nullptr)) &&
+         dead == SQL_CD_TRUE;
 }
 
 void Connection::commit() {
@@ -121,7 +149,12 @@ void Connection::commit() {
   if (!succeeded(result)) {
     try {
       fail(SQL_HANDLE_DBC, handle_.get());
-    } catch (const store::StoreError&) {
+    } catch (const store::StoreError& error) {
+      if (lost_) {
+        throw store::StoreError(
+            store::kOutcomeUnknown,
+            std::string("whether it was written is not known: ") + error.what());
+      }
       rollback();
       throw;
     }
@@ -133,6 +166,7 @@ void Connection::rollback() {
   forgetDying();
   inTransaction_ = false;
   dead_ = false;
+  if (lost_) return;
   ++messages_;
   const SQLRETURN result = SQLEndTran(SQL_HANDLE_DBC, handle_.get(), SQL_ROLLBACK);
   if (!succeeded(result)) fail(SQL_HANDLE_DBC, handle_.get());
@@ -165,6 +199,10 @@ void Connection::fail(SQLSMALLINT type, SQLHANDLE handle) {
     text = plainText(utf8Of(message.data(), whole));
   }
   text = withoutPasswords(lastState_ + " " + text, connection_);
+  if (isOver(lastState_)) {
+    lost_ = true;
+    if (inTransaction_) throw multivalue::Conflict(text, store::kIoFailure);
+  }
   if (lastState_ == "40001" || lastState_ == "40P01") throw multivalue::Conflict(text);
   const bool waited = lastState_ == "55P03" || lastState_ == "57014";
   throw store::StoreError(waited ? store::kBusy : store::kIoFailure, text);
@@ -172,6 +210,7 @@ void Connection::fail(SQLSMALLINT type, SQLHANDLE handle) {
 
 Statement::Statement(Connection& connection, const Sql& sql, int leading)
     : connection_(connection) {
+  connection.awake();
   SQLHANDLE made = nullptr;
   if (!succeeded(SQLAllocHandle(SQL_HANDLE_STMT, connection.handle_.get(), &made))) {
     connection.fail(SQL_HANDLE_DBC, connection.handle_.get());
@@ -252,7 +291,8 @@ Rows::Rows(Connection& connection, const Sql& selection)
     : connection_(connection),
       name_(connection.newCursor()),
       held_(!connection.inTransaction()),
-      epoch_(connection.epoch()) {
+      epoch_(connection.epoch()),
+      session_(connection.awake().session()) {
   Sql sql("DECLARE " + name_ + (held_ ? " CURSOR WITH HOLD FOR " : " CURSOR FOR "));
   sql.add(selection).add("; FETCH " + std::to_string(kBlock) + " FROM " + name_);
   block_ = std::make_unique<Statement>(connection, sql, 1);
@@ -260,7 +300,9 @@ Rows::Rows(Connection& connection, const Sql& selection)
 
 // A cursor of a transaction ends with it; so does one that was made in a part that was undone.
 Rows::~Rows() {
-  if (held_ || connection_.epoch() == epoch_) connection_.later("CLOSE " + name_, !held_);
+  const bool there = connection_.session() == session_ && !connection_.lost();
+  if (there && (held_ || connection_.epoch() == epoch_))
+    connection_.later("CLOSE " + name_, !held_);
 }
 
 bool Rows::next() {
@@ -271,6 +313,9 @@ bool Rows::next() {
     }
     if (taken_ < kBlock) return false;
     taken_ = 0;
+    if (connection_.session() != session_) {
+      throw store::StoreError(store::kIoFailure, "the server was lost while its answer was read");
+    }
     block_ = std::make_unique<Statement>(connection_,
                                          Sql("FETCH " + std::to_string(kBlock) + " FROM " + name_));
   }

@@ -54,11 +54,13 @@ class Sql {
   std::vector<std::string> parameters_;
 };
 
-// A session with a server. Used by one thread at a time; not to be carried across a fork.
+// A session with a server, and another one once that is lost: it is made when it is needed, and
+// never within a transaction. Used by one thread at a time; not to be carried across a fork.
 class Connection {
  public:
-  // A connection string of ODBC, UTF-8. Throws StoreError (kIoFailure).
-  explicit Connection(const std::string& connection);
+  // A connection string of ODBC, UTF-8, and what each session begins with. Throws StoreError
+  // (kIoFailure).
+  explicit Connection(const std::string& connection, std::vector<std::string> settings = {});
   Connection(const Connection&) = delete;
   Connection& operator=(const Connection&) = delete;
   ~Connection();
@@ -74,11 +76,18 @@ class Connection {
 
   // A transaction begins with its first statement.
   void begin();
-  // Throws StoreError when nothing was kept.
+  // Throws StoreError: when nothing was kept, or, with kOutcomeUnknown, when the server was lost
+  // before it had confirmed.
   void commit();
   void rollback();
   void rollBackTo(const std::string& savepoint);
   bool inTransaction() const { return inTransaction_; }
+  // In a session, a new one where the last is lost.
+  Connection& awake();
+  // The session is over, by no deed of this client.
+  bool lost() const { return lost_; }
+  // Another number for each session.
+  int session() const { return session_; }
 
   // Another number whenever a transaction has begun or ended, as a whole or in part.
   int epoch() const { return epoch_; }
@@ -101,8 +110,11 @@ class Connection {
 
   void forgetDying();
   void setAutocommit(bool on);
+  void connect();
+  bool isOver(const std::string& state) const;
 
   const std::string connection_;
+  const std::vector<std::string> settings_;
   Handle<SQL_HANDLE_ENV> environment_;
   Handle<SQL_HANDLE_DBC> handle_;
   std::vector<Later> later_;
@@ -110,6 +122,8 @@ class Connection {
   // A statement of the transaction has failed: the server keeps nothing of it, though it takes the
   // end of it for a success.
   bool dead_ = false;
+  bool lost_ = false;
+  int session_ = 0;
   int epoch_ = 0;
   int messages_ = 0;
   int cursors_ = 0;
@@ -160,6 +174,7 @@ class Rows {
   const std::string name_;
   const bool held_;
   const int epoch_;
+  const int session_;
   std::unique_ptr<Statement> block_;
   int taken_ = 0;  // of the block
 };

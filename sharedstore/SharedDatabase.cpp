@@ -1,7 +1,9 @@
 #include "sharedstore/SharedDatabase.h"
 
 #include <algorithm>
+#include <string>
 #include <utility>
+#include <vector>
 
 #include "multivalue/Catalogue.h"
 #include "sharedstore/SharedEngine.h"
@@ -11,14 +13,11 @@ namespace sharedstore {
 namespace {
 
 std::unique_ptr<SharedEngine> connected(const std::string& connection, const Options& options) {
-  auto engine = std::make_unique<SharedEngine>(connection);
   // 0 would be to wait for ever.
-  const int wait = std::max(options.busyTimeout, 1);
-  engine->connection().later("SET lock_timeout = " + std::to_string(wait), false);
-  if (options.readOnly) {
-    engine->connection().later("SET default_transaction_read_only = on", false);
-  }
-  return engine;
+  std::vector<std::string> settings{"SET lock_timeout = " +
+                                    std::to_string(std::max(options.busyTimeout, 1))};
+  if (options.readOnly) settings.emplace_back("SET default_transaction_read_only = on");
+  return std::make_unique<SharedEngine>(connection, std::move(settings));
 }
 
 }  // namespace

@@ -89,13 +89,13 @@ Sql addition(const std::string& table, std::string_view id,
 Sql exchanged(const std::string& table, std::string_view id, std::optional<std::string_view> before,
               std::optional<std::string_view> after) {
   Sql sql;
-  if (!before) {
+  if (after && !before) {
     sql.add("INSERT INTO " + table + " (id, record) VALUES (").bytes(id).add(", ");
-    sql.bytes(after.value()).add(") ON CONFLICT (id) DO NOTHING");
-  } else if (!after) {
+    sql.bytes(*after).add(") ON CONFLICT (id) DO NOTHING");
+  } else if (before && !after) {
     sql.add("DELETE FROM " + table + " WHERE id = ").bytes(id).add(" AND record = ");
     sql.bytes(*before);
-  } else {
+  } else if (before && after) {
     sql.add("UPDATE " + table + " SET record = ").bytes(*after).add(" WHERE id = ").bytes(id);
     sql.add(" AND record = ").bytes(*before);
   }
@@ -243,18 +243,21 @@ void SharedEngine::checkFormat() {
 }
 
 std::vector<std::string> SharedEngine::fileNames() {
-  std::vector<std::string> found;
-  Rows rows(connection_, Sql("SELECT name FROM store_file ORDER BY folded"));
-  while (rows.next()) found.push_back(rows.bytes(0));
-  std::sort(found.begin(), found.end());
-  return found;
+  return reading([&] {
+    std::vector<std::string> found;
+    Rows rows(connection_, Sql("SELECT name FROM store_file ORDER BY folded"));
+    while (rows.next()) found.push_back(rows.bytes(0));
+    std::sort(found.begin(), found.end());
+    return found;
+  });
 }
 
 std::shared_ptr<const FileDescription> SharedEngine::describe(std::string_view name) {
   Sql sql("SELECT 0, ''::bytea, 0 FROM store_file WHERE name = ");
   sql.bytes(name).add(" UNION ALL SELECT 1, name, attribute FROM store_dictionary WHERE file = ");
   sql.bytes(name).add(" UNION ALL SELECT 2, ''::bytea, attribute FROM store_index WHERE file = ");
-  Statement found(connection_, sql.bytes(name));
+  sql.bytes(name);
+  Statement found = reading([&] { return Statement(connection_, sql); });
   bool present = false;
   auto file = std::make_shared<FileDescription>();
   file->name = name;
@@ -270,8 +273,9 @@ std::shared_ptr<const FileDescription> SharedEngine::describe(std::string_view n
 }
 
 std::string SharedEngine::sameName(std::string_view name) {
-  Statement found(connection_,
-                  Sql("SELECT name FROM store_file WHERE folded = ").bytes(folded(name)));
+  Sql sql("SELECT name FROM store_file WHERE folded = ");
+  sql.bytes(folded(name));
+  Statement found = reading([&] { return Statement(connection_, sql); });
   return found.next() ? found.bytes(0) : std::string();
 }
 
@@ -305,7 +309,8 @@ void SharedEngine::addFile(const FileDescription& file) {
 
 std::int64_t SharedEngine::filesVersion() {
   if (depth_ > 0 && version_) return *version_;
-  Statement found(connection_, Sql("SELECT files FROM store_state"));
+  Statement found =
+      reading([&] { return Statement(connection_, Sql("SELECT files FROM store_state")); });
   const std::int64_t version = found.next() ? found.number(0) : 0;
   if (depth_ > 0) version_ = version;
   return version;
@@ -318,7 +323,8 @@ std::unique_ptr<multivalue::Transaction> SharedEngine::begin() {
 std::optional<std::string> SharedEngine::read(const FileDescription& file, std::string_view id,
                                               std::string_view lock) {
   Sql sql("SELECT record FROM " + recordTable(file.name) + " WHERE id = ");
-  Statement found(connection_, sql.bytes(id).add(lock));
+  sql.bytes(id).add(lock);
+  Statement found = reading([&] { return Statement(connection_, sql); });
   if (!found.next()) return std::nullopt;
   return found.bytes(0);
 }
@@ -341,6 +347,7 @@ bool SharedEngine::exchange(const FileDescription& file, std::string_view id,
     throw store::StoreError(store::kBadValue, "a key has at most " + std::to_string(kLongestKey) +
                                                   " bytes in a shared store");
   }
+  if (!before && !after) return !read(file, id);
   Sql sql("WITH done AS (");
   sql.add(exchanged(recordTable(file.name), id, before, after)).add(")");
   std::vector<Sql> additions;
@@ -367,13 +374,14 @@ bool SharedEngine::exchange(const FileDescription& file, std::string_view id,
 }
 
 std::unique_ptr<multivalue::Cursor> SharedEngine::scan(const Scan& scan) {
-  return std::make_unique<SharedCursor>(connection_, scan);
+  return reading([&] { return std::make_unique<SharedCursor>(connection_, scan); });
 }
 
 std::int64_t SharedEngine::count(const FileDescription& file, const multivalue::AccessPath* path,
                                  std::int64_t) {
   if (path != nullptr) return 0;
-  Statement found(connection_, Sql("SELECT count(*) FROM " + recordTable(file.name)));
+  const Sql sql("SELECT count(*) FROM " + recordTable(file.name));
+  Statement found = reading([&] { return Statement(connection_, sql); });
   return found.next() ? found.number(0) : 0;
 }
 

@@ -6,16 +6,20 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "multivalue/Engine.h"
 #include "sharedstore/Odbc.h"
+#include "store/StoreError.h"
 
 namespace sharedstore {
 
 class SharedEngine final : public multivalue::Engine {
  public:
-  explicit SharedEngine(const std::string& connection) : connection_(connection) {}
+  // `settings`: what each session with the server begins with.
+  explicit SharedEngine(const std::string& connection, std::vector<std::string> settings = {})
+      : connection_(connection, std::move(settings)) {}
 
   Connection& connection() { return connection_; }
 
@@ -48,6 +52,17 @@ class SharedEngine final : public multivalue::Engine {
 
   std::optional<std::string> read(const multivalue::FileDescription& file, std::string_view id,
                                   std::string_view lock);
+
+  // A reading, once more when the server was lost in it and no transaction has been lost with it.
+  template <typename Reading>
+  auto reading(const Reading& deed) {
+    try {
+      return deed();
+    } catch (const store::StoreError&) {
+      if (!connection_.lost() || connection_.inTransaction()) throw;
+    }
+    return deed();
+  }
 
   Connection connection_;
   int depth_ = 0;

@@ -17,6 +17,9 @@ inline constexpr unsigned kBadValue = 0x80040004U;  // a value that the store ca
 inline constexpr unsigned kIoFailure = 0x80040005U;
 // What is stored is not what was read: somebody else has changed, created or deleted the record.
 inline constexpr unsigned kChanged = 0x80040006U;
+// Whether a write was done is not known: the connection was lost before its answer. What is stored
+// has to be read again.
+inline constexpr unsigned kOutcomeUnknown = 0x80040007U;
 inline constexpr unsigned kFailed = 0x80004005U;  // anything else
 
 // A call on a store object has failed.

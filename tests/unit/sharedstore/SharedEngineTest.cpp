@@ -31,6 +31,28 @@ TEST_F(Shared, TheCheckFindsWhatIsNotWhole) {
   EXPECT_EQ(store_.fault(), "ORGPRISECHARGE: record \"a\xFE\" has no key of a record");
 }
 
+TEST_F(Shared, AnExchangeTellsWhetherWhatIsStoredWasAsExpected) {
+  sharedstore::SharedEngine engine(store_.connection());
+  const auto file = engine.describe("ORGPRISECHARGE");
+  const auto whole = engine.begin();
+  const auto exchange = [&](std::optional<std::string_view> before,
+                            std::optional<std::string_view> after) {
+    return engine.exchange(*file, "1", before, after);
+  };
+  EXPECT_TRUE(exchange({}, {}));
+  EXPECT_FALSE(exchange("A", "B"));
+  EXPECT_FALSE(exchange("A", {}));
+  EXPECT_TRUE(exchange({}, "A"));
+  EXPECT_FALSE(exchange({}, {}));
+  EXPECT_FALSE(exchange({}, "B"));
+  EXPECT_FALSE(exchange("B", "C"));
+  EXPECT_FALSE(exchange("B", {}));
+  EXPECT_EQ(engine.read(*file, "1"), "A");
+  EXPECT_TRUE(exchange("A", "B"));
+  EXPECT_TRUE(exchange("B", {}));
+  EXPECT_EQ(engine.read(*file, "1"), std::nullopt);
+}
+
 // What the statement passes over need not come here: the rows that it gives are counted.
 class PushedDown : public Shared {
  protected:
