@@ -1,9 +1,11 @@
 #include "multivalue/AgreementUpdate.h"
 
 #include <cstddef>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "multivalue/ParticipationScale.h"
@@ -93,7 +95,7 @@ class Update {
         arguments_(arguments),
         scale_(body(), arguments.day),
         agreements_(catalogue.forWriting(store::accord::kFile)),
-        elements_(engine, catalogue.forWriting(store::eltsfactaide::kFile)) {}
+        elements_(catalogue.forWriting(store::eltsfactaide::kFile)) {}
 
   void run() {
     throughAgreements();
@@ -115,6 +117,7 @@ class Update {
   // In the order of the keys. Only agreements are written meanwhile, and none of them changes the
   // attribute that the index is of.
   void throughAgreements() {
+    constexpr std::size_t kBlock = 500;
     AccessPath path;
     path.attribute = store::accord::OrgChgAcc;
     path.low = arguments_.code;
@@ -123,38 +126,64 @@ class Update {
     scan.locked = true;
     const auto cursor = engine_.scan(scan);
     Entry entry;
-    while (cursor->next(entry)) update(entry.id, entry.record);
+    while (cursor->next(entry)) {
+      if (!isConcerned(entry.record)) continue;
+      block_.push_back({std::string(entry.id), std::string(entry.record), {}});
+      if (block_.size() == kBlock) updateBlock();
+    }
+    updateBlock();
   }
 
-  void update(std::string_view key, std::string_view record) {
-    if (!attributeOf(record, store::accord::ClotureAcc).empty()) return;
-    const std::string_view end = attributeOf(record, store::accord::DateFinAcc);
-    if (end.empty()) return;
-    const std::optional<long long> lastDay = storedDay(end);
-    if (lastDay && *lastDay < arguments_.day) return;
-    const bool changed = lastDay && carryScale(key, record);
-    (changed ? modified_ : limit_).add(key);
+  static std::optional<long long> lastDayOf(std::string_view record) {
+    return storedDay(attributeOf(record, store::accord::DateFinAcc));
   }
 
-  bool carryScale(std::string_view key, std::string_view record) {
-    const std::optional<Period>& period = periodOf(text::left(key, store::accord::kNumeroAide));
-    const std::optional<std::string> changed =
-        period ? beginPeriod(record, *period) : std::optional<std::string>();
-    if (!changed) return false;
-    if (!engine_.exchange(*agreements_, key, record, *changed)) {
+  bool isConcerned(std::string_view record) const {
+    if (!attributeOf(record, store::accord::ClotureAcc).empty()) return false;
+    if (attributeOf(record, store::accord::DateFinAcc).empty()) return false;
+    const std::optional<long long> lastDay = lastDayOf(record);
+    return !lastDay || *lastDay >= arguments_.day;
+  }
+
+  void updateBlock() {
+    const std::map<std::string, std::optional<Period>> periods = periodsOfBlock();
+    std::vector<Replacement> changed;
+    for (Replacement& each : block_) {
+      std::optional<std::string> after;
+      if (lastDayOf(*each.before)) {
+        const std::optional<Period>& period = periods.at(numberOf(each));
+        if (period) after = beginPeriod(*each.before, *period);
+      }
+      (after ? modified_ : limit_).add(each.id);
+      if (!after) continue;
+      each.after = *after;
+      changed.push_back(std::move(each));
+    }
+    block_.clear();
+    if (!engine_.exchangeAll(*agreements_, changed)) {
       throw store::StoreError(store::kBusy, "an agreement was changed during the update");
     }
-    return true;
   }
 
-  // A beneficiary's agreements follow each other.
-  const std::optional<Period>& periodOf(const std::string& number) {
-    if (number == number_) return period_;
-    const std::string elements = elements_.readLocked(number).value_or("");
-    period_ = scale_.periodOf(attributeOf(elements, store::eltsfactaide::RevenuElt),
-                              attributeOf(elements, store::eltsfactaide::FoyerElt));
-    number_ = number;
-    return period_;
+  static std::string numberOf(const Replacement& agreement) {
+    return text::left(agreement.id, store::accord::kNumeroAide);
+  }
+
+  // By beneficiary; an agreement whose last day cannot be read asks for none.
+  std::map<std::string, std::optional<Period>> periodsOfBlock() {
+    std::map<std::string, std::optional<Period>> periods;
+    for (const Replacement& each : block_) {
+      if (lastDayOf(*each.before)) periods.try_emplace(numberOf(each));
+    }
+    std::vector<std::string> numbers;
+    for (const auto& [number, period] : periods) numbers.push_back(number);
+    const auto elements = engine_.readAllLocked(*elements_, numbers);
+    for (std::size_t i = 0; i < numbers.size(); ++i) {
+      const std::string record = elements[i].value_or("");
+      periods[numbers[i]] = scale_.periodOf(attributeOf(record, store::eltsfactaide::RevenuElt),
+                                            attributeOf(record, store::eltsfactaide::FoyerElt));
+    }
+    return periods;
   }
 
   Engine& engine_;
@@ -162,11 +191,10 @@ class Update {
   const Arguments& arguments_;
   const ParticipationScale scale_;
   const std::shared_ptr<const FileDescription> agreements_;
-  Records elements_;
+  const std::shared_ptr<const FileDescription> elements_;
+  std::vector<Replacement> block_;  // `after` is not known yet
   KeyList modified_;
   KeyList limit_;
-  std::string number_;  // the beneficiary of period_, "" before the first
-  std::optional<Period> period_;
 };
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include "multivalue/Catalogue.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "multivalue/StandardFiles.h"
 #include "store/StoreError.h"
@@ -38,7 +39,13 @@ std::shared_ptr<const FileDescription> Catalogue::forWriting(std::string_view na
 }
 
 std::shared_ptr<const FileDescription> Catalogue::forReading(std::string_view name) {
-  const auto known = files_.find(name);
+  auto known = files_.find(name);
+  if (known != files_.end()) return known->second;
+  for (std::shared_ptr<const FileDescription>& each : engine_.describeAll()) {
+    version_ = each->version;
+    files_.insert_or_assign(each->name, std::move(each));
+  }
+  known = files_.find(name);
   if (known != files_.end()) return known->second;
   std::shared_ptr<const FileDescription> described = engine_.describe(name);
   if (!described) throw store::StoreError(store::kUnknownFile, "unknown file " + std::string(name));

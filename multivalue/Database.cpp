@@ -3,9 +3,12 @@
 #include <algorithm>
 #include <chrono>
 #include <limits>
+#include <map>
 #include <optional>
 #include <random>
+#include <span>
 #include <thread>
+#include <type_traits>
 #include <utility>
 
 #include "multivalue/Catalogue.h"
@@ -58,40 +61,145 @@ struct Client {
   // The file is looked up inside the transaction: another process may have given it an index.
   void write(std::string_view file, std::string_view id, std::string_view record) {
     requireWritable(id, record);
-    std::optional<std::string> before;
-    whole([&] {
-      const auto transaction = engine->begin();
-      before = Records(*engine, catalogue.forWriting(file)).write(id, record);
-      transaction->commit();
-    });
-    seen.changed(file, id, before, std::string(record));
+    const std::string after(record);
+    seen.changed(file, id, settling(file, id, after, &Records::write, record), after);
   }
 
   bool remove(std::string_view file, std::string_view id) {
-    std::optional<std::string> before;
-    whole([&] {
-      const auto transaction = engine->begin();
-      before = Records(*engine, catalogue.forWriting(file)).remove(id);
-      transaction->commit();
-    });
+    const SeenRecords::Text before = settling(file, id, std::nullopt, &Records::remove);
     seen.changed(file, id, before, std::nullopt);
     return before.has_value();
+  }
+
+  // Kept together or not at all; a part of them at a time.
+  void writeAll(std::string_view file, const std::vector<Database::Written>& records) {
+    constexpr std::size_t kPart = 500;
+    for (const Database::Written& each : records) requireWritable(each.id, each.record);
+    const std::span all(records);
+    std::vector<Replacement> done;
+    whole([&] {
+      done.clear();
+      const auto transaction = engine->begin();
+      for (std::size_t at = 0; at < all.size(); at += kPart) {
+        const auto part = writeTogether(file, all.subspan(at, std::min(kPart, all.size() - at)));
+        done.insert(done.end(), part.begin(), part.end());
+      }
+      transaction->commit();
+    });
+    for (const Replacement& each : done) seen.changed(file, each.id, each.before, each.after);
   }
 
   // Writes a record over what has been seen of it.
   void replace(const SeenRecords::Seen& record, const std::string& text) {
     requireWritable(record.id(), text);
-    whole([&] {
-      const auto transaction = engine->begin();
-      const auto file = catalogue.forWriting(record.file());
-      requireIdentifier(*file, record.id());
-      if (!engine->exchange(*file, record.id(), record.text(), text)) {
-        throw store::StoreError(store::kChanged, "somebody else has changed a record of " +
-                                                     file->name + " since it was read");
-      }
-      transaction->commit();
-    });
+    try {
+      whole([&] { exchange(record, text); });
+    } catch (const store::StoreError& failure) {
+      if (failure.code() != store::kOutcomeUnknown) throw;
+      exchangeAgain(record, text, failure);
+    }
     seen.changed(record.file(), record.id(), SeenRecords::Text(record.text()), text);
+  }
+
+ private:
+  // What a change of one record finds there, by which it has come to hold `after`. Of unknown
+  // outcome, it has succeeded where that is stored, and is run again where nothing was done: it
+  // reads first.
+  template <typename... Arguments>
+  SeenRecords::Text settling(std::string_view file, std::string_view id,
+                             const SeenRecords::Text& after,
+                             std::optional<std::string> (Records::*change)(std::string_view,
+                                                                           Arguments...),
+                             std::type_identity_t<Arguments>... arguments) {
+    SeenRecords::Text before;
+    const auto deed = [&] {
+      const auto transaction = engine->begin();
+      before = (Records(*engine, catalogue.forWriting(file)).*change)(id, arguments...);
+      transaction->commit();
+    };
+    try {
+      whole(deed);
+    } catch (const store::StoreError& failure) {
+      if (failure.code() != store::kOutcomeUnknown) throw;
+      const bool done = isStored(file, id, after);
+      if (!done && !isStored(file, id, before)) throw;
+      if (!done) whole(deed);
+    }
+    return before;
+  }
+
+  void exchange(const SeenRecords::Seen& record, const std::string& text) {
+    if (!inTransaction) {
+      const auto known = catalogue.forReading(record.file());
+      requireIdentifier(*known, record.id());
+      if (engine->exchangeAtOnce(*known, record.id(), record.text(), text)) return;
+    }
+    const auto transaction = engine->begin();
+    const auto file = catalogue.forWriting(record.file());
+    requireIdentifier(*file, record.id());
+    if (!engine->exchange(*file, record.id(), record.text(), text)) {
+      throw store::StoreError(store::kChanged, "somebody else has changed a record of " +
+                                                   file->name + " since it was read");
+    }
+    transaction->commit();
+  }
+
+  // Of one identifier, the last text counts.
+  static std::vector<Replacement> replacements(const FileDescription& file,
+                                               std::span<const Database::Written> records) {
+    std::map<std::string_view, std::string_view> last;
+    for (const Database::Written& each : records) {
+      requireIdentifier(file, each.id);
+      last[each.id] = each.record;
+    }
+    std::vector<Replacement> all;
+    all.reserve(last.size());
+    for (const auto& [id, record] : last) {
+      all.push_back({std::string(id), std::nullopt, std::string(record)});
+    }
+    return all;
+  }
+
+  // Where another writer is not kept out, it may have come in between.
+  std::vector<Replacement> writeTogether(std::string_view name,
+                                         std::span<const Database::Written> records) {
+    constexpr int kAttempts = 10;
+    for (int attempt = 0; attempt < kAttempts; ++attempt) {
+      const auto transaction = engine->begin();
+      const auto file = catalogue.forWriting(name);
+      std::vector<Replacement> all = replacements(*file, records);
+      std::vector<std::string> ids;
+      for (const Replacement& each : all) ids.push_back(each.id);
+      std::vector<std::optional<std::string>> stored = engine->readAllLocked(*file, ids);
+      for (std::size_t i = 0; i < all.size(); ++i) all[i].before = std::move(stored[i]);
+      if (!engine->exchangeAll(*file, all)) continue;
+      transaction->commit();
+      return all;
+    }
+    throw store::StoreError(
+        store::kBusy, "records of " + std::string(name) + " are never found as they were read");
+  }
+
+  // Where what is stored shows that nothing was written. Should the lost write be done after all,
+  // one of the two finds another text than it is for. What is stored does not show who has written
+  // it: a text that is there already may be another client's.
+  void exchangeAgain(const SeenRecords::Seen& record, const std::string& text,
+                     const store::StoreError& unknown) {
+    if (!isStored(record.file(), record.id(), record.text())) throw unknown;
+    try {
+      whole([&] { exchange(record, text); });
+    } catch (const store::StoreError& failure) {
+      if (failure.code() == store::kChanged) throw unknown;
+      throw;
+    }
+  }
+
+  bool isStored(std::string_view file, std::string_view id, const SeenRecords::Text& text) {
+    try {
+      return engine->read(*catalogue.forReading(file), id) == text;
+    } catch (const store::StoreError&) {
+      return false;  // as long as nobody knows
+    }
   }
 };
 
@@ -120,11 +228,30 @@ class EngineFile final : public store::File {
         client_, name_, id, client_->engine->read(*client_->catalogue.forReading(name_), id));
   }
 
+  void announce(const std::vector<std::string>& ids) override {
+    const auto file = description();
+    if (file) client_->engine->announce(*file, ids);
+  }
+
+  void announceAll() override {
+    const auto file = description();
+    if (file) client_->engine->announceAll(*file);
+  }
+
   int DeleteRecord(std::string_view id) override {
     return client_->remove(name_, id) ? 0 : static_cast<int>(store::kRecordNotFound);
   }
 
  private:
+  // Null where it fails: reading tells then.
+  std::shared_ptr<const FileDescription> description() const {
+    try {
+      return client_->catalogue.forReading(name_);
+    } catch (const store::StoreError&) {
+      return nullptr;
+    }
+  }
+
   std::shared_ptr<Client> client_;
   std::string name_;
 };
@@ -196,6 +323,10 @@ class EngineDatabase final : public Database {
 
   void write(std::string_view file, std::string_view id, std::string_view record) override {
     client_->write(file, id, record);
+  }
+
+  void writeAll(std::string_view file, const std::vector<Written>& records) override {
+    client_->writeAll(file, records);
   }
 
   long long recordCount(std::string_view file) override {

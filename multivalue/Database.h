@@ -36,6 +36,12 @@ class Database : public store::Database {
   virtual std::unique_ptr<Transaction> begin() = 0;
   // Creates or replaces a record from its full text, whatever is stored.
   virtual void write(std::string_view file, std::string_view id, std::string_view record) = 0;
+  struct Written {
+    std::string id;
+    std::string record;
+  };
+  // The same of each, one after the other, kept together or not at all.
+  virtual void writeAll(std::string_view file, const std::vector<Written>& records) = 0;
   virtual long long recordCount(std::string_view file) = 0;
   // In the order of the keys. The views live until the visitor returns.
   virtual void forEachRecord(std::string_view file, const Visitor& visitor) = 0;

@@ -86,6 +86,13 @@ class Cursor {
   virtual bool givenUp() const { return false; }
 };
 
+// A text to be put in the place of another; nothing stands for no record.
+struct Replacement {
+  std::string id;
+  std::optional<std::string> before;
+  std::string after;
+};
+
 class Engine {
  public:
   Engine() = default;
@@ -98,6 +105,8 @@ class Engine {
   virtual std::vector<std::string> fileNames() = 0;
   // Null for a name that it has not, in these very letters.
   virtual std::shared_ptr<const FileDescription> describe(std::string_view name) = 0;
+  // All of its files, from an engine that describes them as quickly as one; else none.
+  virtual std::vector<std::shared_ptr<const FileDescription>> describeAll() { return {}; }
   // The name of the file that differs from this one by case alone, or not at all; "" without one.
   virtual std::string sameName(std::string_view name) = 0;
   // Needs a transaction.
@@ -119,6 +128,34 @@ class Engine {
   virtual bool exchange(const FileDescription& file, std::string_view id,
                         std::optional<std::string_view> before,
                         std::optional<std::string_view> after) = 0;
+  // The same two of many at once, each identifier once. What readAllLocked gives is aligned with
+  // the identifiers. False when one of them was not as it had to be: the transaction cannot be kept
+  // then.
+  virtual std::vector<std::optional<std::string>> readAllLocked(
+      const FileDescription& file, const std::vector<std::string>& ids) {
+    std::vector<std::optional<std::string>> records;
+    for (const std::string& id : ids) records.push_back(readLocked(file, id));
+    return records;
+  }
+  virtual bool exchangeAll(const FileDescription& file, const std::vector<Replacement>& all) {
+    for (const Replacement& each : all) {
+      if (!exchange(file, each.id, each.before, each.after)) return false;
+    }
+    return true;
+  }
+  // The same as exchange, as a transaction of its own, where an engine can do that at once and the
+  // file is still as it was described. False when nothing was done, for whatever reason. Throws
+  // StoreError, with kOutcomeUnknown when a server was lost before it had answered.
+  virtual bool exchangeAtOnce(const FileDescription&, std::string_view,
+                              std::optional<std::string_view>, std::optional<std::string_view>) {
+    return false;
+  }
+  // These records will be read next, each as often as it stands here. An engine may read them
+  // ahead together, outside a transaction, and give what it has found then, for a short while and
+  // until it has written them itself.
+  virtual void announce(const FileDescription&, const std::vector<std::string>&) {}
+  // The same of a small file: its records will be read time and again.
+  virtual void announceAll(const FileDescription&) {}
   virtual std::unique_ptr<Cursor> scan(const Scan& scan) = 0;
   // How many entries a path has, all records without one; counts no further than the limit. An
   // engine that finds the best of several ways by itself may answer 0 for any path: its scans are

@@ -2,6 +2,7 @@
 // index.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <string>
@@ -13,6 +14,8 @@ struct FileDescription {
   std::string name;
   std::map<std::string, int, std::less<>> fields;
   std::vector<int> indexed;
+  // What Engine::filesVersion() was when this was read; -1 where the engine does not tell.
+  std::int64_t version = -1;
 
   bool hasIndex(int attribute) const;
 };

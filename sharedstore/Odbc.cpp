@@ -39,8 +39,8 @@ std::string plainText(std::string text) {
   return text;
 }
 
-// Parameters are put into the text by the driver, so that several statements go in one message; an
-// error is undone by this code, not by a savepoint around each statement; results are not cut.
+// Several statements go in one message; an error is undone by this code, not by a savepoint around
+// each statement; results are not cut.
 constexpr std::string_view kOwnSettings =
     ";UseServerSidePrepare=0;UseDeclareFetch=0;Protocol=7.4-0;ByteaAsLongVarBinary=1"
     ";MaxLongVarcharSize=1073741823";
@@ -52,6 +52,19 @@ void* option(SQLULEN value) {
 }
 
 }  // namespace
+
+Sql& Sql::bytes(std::string_view value) {
+  constexpr std::string_view kDigits = "0123456789abcdef";
+  text_.reserve(text_.size() + 2 * value.size() + 16);
+  text_ += "E'\\\\x";
+  for (const char c : value) {
+    const auto byte = static_cast<unsigned char>(c);
+    text_ += kDigits[byte >> 4U];
+    text_ += kDigits[byte & 15U];
+  }
+  text_ += "'::bytea";
+  return *this;
+}
 
 Connection::Connection(const std::string& connection, std::vector<std::string> settings)
     : connection_(connection), settings_(std::move(settings)) {
@@ -223,21 +236,12 @@ Statement::Statement(Connection& connection, const Sql& sql, int leading)
   }
   connection.later_.clear();
   text += sql.text();
-  std::vector<SQLLEN> sizes(sql.parameters().size());
-  for (std::size_t i = 0; i < sizes.size(); ++i) {
-    const std::string& value = sql.parameters()[i];
-    sizes[i] = static_cast<SQLLEN>(value.size());
-    check(SQLBindParameter(made, static_cast<SQLUSMALLINT>(i + 1), SQL_PARAM_INPUT, SQL_C_BINARY,
-                           SQL_LONGVARBINARY, std::max<SQLULEN>(value.size(), 1), 0,
-                           const_cast<char*>(value.data()), sizes[i], &sizes[i]));
-  }
   Wide whole = wideOf(text);
   ++connection.messages_;
   const SQLRETURN result =
       SQLExecDirectW(made, whole.data(), static_cast<SQLINTEGER>(whole.size()));
   if (result != SQL_NO_DATA) check(result);
   for (; leading > 0; --leading) check(SQLMoreResults(made));
-  SQLFreeStmt(made, SQL_RESET_PARAMS);
 }
 
 void Statement::check(SQLRETURN result) const {

@@ -24,8 +24,9 @@ struct HandleCloser {
 template <SQLSMALLINT Type>
 using Handle = std::unique_ptr<void, HandleCloser<Type>>;
 
-// A statement's text and its parameters, in their order. What comes from a caller is a parameter,
-// never text.
+// A statement's text. What comes from a caller stands in it as digits of its bytes, and as nothing
+// else: the driver takes fewer parameters than a statement for many records has, and asks the
+// server about long ones.
 class Sql {
  public:
   explicit Sql(std::string text = {}) : text_(std::move(text)) {}
@@ -34,24 +35,14 @@ class Sql {
     text_ += text;
     return *this;
   }
-  Sql& bytes(std::string_view value) {
-    text_ += "?::bytea";
-    parameters_.emplace_back(value);
-    return *this;
-  }
+  Sql& bytes(std::string_view value);
   Sql& number(std::int64_t value) { return add(std::to_string(value)); }
-  Sql& add(const Sql& other) {
-    text_ += other.text_;
-    parameters_.insert(parameters_.end(), other.parameters_.begin(), other.parameters_.end());
-    return *this;
-  }
+  Sql& add(const Sql& other) { return add(other.text_); }
 
   const std::string& text() const { return text_; }
-  const std::vector<std::string>& parameters() const { return parameters_; }
 
  private:
   std::string text_;
-  std::vector<std::string> parameters_;
 };
 
 // A session with a server, and another one once that is lost: it is made when it is needed, and

@@ -7,12 +7,14 @@
 #include "multivalue/Catalogue.h"
 #include "multivalue/RecordText.h"
 #include "sharedstore/CutEntries.h"
+#include "sharedstore/ExchangeStatements.h"
 #include "sharedstore/ScanStatement.h"
 #include "store/StoreError.h"
 
 namespace sharedstore {
 
 using multivalue::FileDescription;
+using multivalue::Replacement;
 using multivalue::Scan;
 
 namespace {
@@ -61,45 +63,6 @@ Sql fieldsInserted(const FileDescription& file) {
 Sql indexInserted(const FileDescription& file, int attribute) {
   Sql sql("INSERT INTO store_index (file, attribute) VALUES (");
   return sql.bytes(file.name).add(", ").number(attribute).add(")");
-}
-
-Sql removal(const std::string& table, std::string_view id,
-            const std::vector<std::string_view>& values) {
-  Sql sql("DELETE FROM " + table + " WHERE id = ");
-  sql.bytes(id).add(" AND value IN (");
-  for (std::size_t i = 0; i < values.size(); ++i) sql.add(i > 0 ? ", " : "").bytes(values[i]);
-  return sql.add(")");
-}
-
-Sql addition(const std::string& table, std::string_view id,
-             const std::map<std::string_view, bool>& entries, std::string_view from) {
-  Sql sql("INSERT INTO " + table + " (value, id, first) SELECT v.value, ");
-  sql.bytes(id).add(", v.first FROM (VALUES ");
-  bool any = false;
-  for (const auto& [value, first] : entries) {
-    sql.add(any ? ", (" : "(").bytes(value).add(first ? ", true)" : ", false)");
-    any = true;
-  }
-  return sql.add(") v (value, first)")
-      .add(from)
-      .add(" ON CONFLICT (value, id) DO UPDATE SET first = excluded.first");
-}
-
-// What puts one text in the place of another, if that one is there.
-Sql exchanged(const std::string& table, std::string_view id, std::optional<std::string_view> before,
-              std::optional<std::string_view> after) {
-  Sql sql;
-  if (after && !before) {
-    sql.add("INSERT INTO " + table + " (id, record) VALUES (").bytes(id).add(", ");
-    sql.bytes(*after).add(") ON CONFLICT (id) DO NOTHING");
-  } else if (before && !after) {
-    sql.add("DELETE FROM " + table + " WHERE id = ").bytes(id).add(" AND record = ");
-    sql.bytes(*before);
-  } else if (before && after) {
-    sql.add("UPDATE " + table + " SET record = ").bytes(*after).add(" WHERE id = ").bytes(id);
-    sql.add(" AND record = ").bytes(*before);
-  }
-  return sql.add(" RETURNING 1");
 }
 
 class SharedCursor final : public multivalue::Cursor {
@@ -159,6 +122,7 @@ class SharedEngine::OneTransaction final : public multivalue::Transaction {
  public:
   explicit OneTransaction(SharedEngine& engine)
       : engine_(engine), savepoint_("tessaline_" + std::to_string(engine.depth_)) {
+    engine_.ahead_.forget();
     if (engine_.depth_ == 0) {
       engine_.version_.reset();
       engine_.connection_.begin();
@@ -272,6 +236,37 @@ std::shared_ptr<const FileDescription> SharedEngine::describe(std::string_view n
   return present ? file : nullptr;
 }
 
+std::vector<std::shared_ptr<const FileDescription>> SharedEngine::describeAll() {
+  const Sql sql(
+      "SELECT 0, name, ''::bytea, 0 FROM store_file"
+      " UNION ALL SELECT 1, file, name, attribute FROM store_dictionary"
+      " UNION ALL SELECT 2, file, ''::bytea, attribute FROM store_index"
+      " UNION ALL SELECT 3, ''::bytea, ''::bytea, files FROM store_state ORDER BY 1");
+  Statement found = reading([&] { return Statement(connection_, sql); });
+  std::map<std::string, std::shared_ptr<FileDescription>> files;
+  while (found.next()) {
+    const std::int64_t kind = found.number(0);
+    const std::int64_t number = found.number(3);
+    if (kind == 3) {
+      for (const auto& [name, file] : files) file->version = number;
+      continue;
+    }
+    std::string name = found.bytes(1);
+    if (kind == 0)
+      files.emplace(name, std::make_shared<FileDescription>()).first->second->name = name;
+    const auto file = files.find(name);
+    if (file == files.end()) continue;
+    if (kind == 1) file->second->fields.emplace(found.bytes(2), static_cast<int>(number));
+    if (kind == 2) file->second->indexed.push_back(static_cast<int>(number));
+  }
+  std::vector<std::shared_ptr<const FileDescription>> all;
+  for (const auto& [name, file] : files) {
+    std::sort(file->indexed.begin(), file->indexed.end());
+    all.push_back(file);
+  }
+  return all;
+}
+
 std::string SharedEngine::sameName(std::string_view name) {
   Sql sql("SELECT name FROM store_file WHERE folded = ");
   sql.bytes(folded(name));
@@ -330,6 +325,10 @@ std::optional<std::string> SharedEngine::read(const FileDescription& file, std::
 }
 
 std::optional<std::string> SharedEngine::read(const FileDescription& file, std::string_view id) {
+  if (depth_ == 0) {
+    if (ahead_.expects(file.name, id)) readAnnounced();
+    if (auto known = ahead_.take(file.name, id)) return *std::move(known);
+  }
   return read(file, id, "");
 }
 
@@ -338,39 +337,101 @@ std::optional<std::string> SharedEngine::readLocked(const FileDescription& file,
   return read(file, id, " FOR SHARE");
 }
 
-// One statement, with the entries that go. Those that come are in it where none go: engines that
-// spread a table over machines change it once in a statement.
+void SharedEngine::announce(const FileDescription& file, const std::vector<std::string>& ids) {
+  if (depth_ == 0) ahead_.announce(file.name, ids);
+}
+
+void SharedEngine::announceAll(const FileDescription& file) {
+  if (depth_ == 0) ahead_.announceAll(file.name);
+}
+
+// Where that fails though the server is there, what is asked for is read by itself.
+void SharedEngine::readAnnounced() {
+  try {
+    reading([&] { ahead_.read(connection_); });
+  } catch (const store::StoreError&) {
+    ahead_.forget();
+    if (connection_.lost()) throw;
+  }
+}
+
 bool SharedEngine::exchange(const FileDescription& file, std::string_view id,
                             std::optional<std::string_view> before,
                             std::optional<std::string_view> after) {
-  if (after && id.size() > kLongestKey) {
-    throw store::StoreError(store::kBadValue, "a key has at most " + std::to_string(kLongestKey) +
-                                                  " bytes in a shared store");
-  }
   if (!before && !after) return !read(file, id);
-  Sql sql("WITH done AS (");
-  sql.add(exchanged(recordTable(file.name), id, before, after)).add(")");
-  std::vector<Sql> additions;
-  for (const int attribute : file.indexed) {
-    const std::string table = indexTable(file.name, attribute);
-    const EntryChanges changes =
-        entryChanges(multivalue::attributeOf(before.value_or(""), attribute),
-                     multivalue::attributeOf(after.value_or(""), attribute));
-    const std::string with = ", index" + std::to_string(attribute) + " AS (";
-    if (!changes.removed.empty()) {
-      sql.add(with).add(removal(table, id, changes.removed));
-      sql.add(" AND EXISTS (SELECT 1 FROM done))");
-      if (!changes.put.empty()) additions.push_back(addition(table, id, changes.put, ""));
-    } else if (!changes.put.empty()) {
-      sql.add(with).add(addition(table, id, changes.put, ", done")).add(")");
-    }
-  }
+  const Exchange parts = exchangeStatements(file, id, before, after);
   {
+    Sql sql = parts.record;
     Statement done(connection_, sql.add(" SELECT count(*) FROM done"));
     if (!done.next() || done.number(0) == 0) return false;
   }
-  for (const Sql& each : additions) const Statement added(connection_, each);
+  for (const Sql& each : parts.additions) const Statement added(connection_, each);
   return true;
+}
+
+std::vector<std::optional<std::string>> SharedEngine::readAllLocked(
+    const FileDescription& file, const std::vector<std::string>& ids) {
+  std::vector<std::optional<std::string>> records(ids.size());
+  if (ids.empty()) return records;
+  Sql sql("SELECT id, record FROM " + recordTable(file.name) + " WHERE id IN (");
+  std::map<std::string_view, std::size_t> places;
+  for (const std::string& id : ids) {
+    sql.add(places.empty() ? "" : ", ").bytes(id);
+    places.emplace(id, places.size());
+  }
+  Statement found(connection_, sql.add(") ORDER BY id FOR SHARE"));
+  while (found.next()) records[places.at(found.bytes(0))] = found.bytes(1);
+  return records;
+}
+
+// Those that are there and those that are not: a message each, with the entries ahead.
+bool SharedEngine::exchangeAll(const FileDescription& file, const std::vector<Replacement>& all) {
+  std::vector<const Replacement*> changed;
+  std::vector<const Replacement*> added;
+  for (const Replacement& each : all) {
+    requireKey(each.id);
+    (each.before ? changed : added).push_back(&each);
+  }
+  return exchangeTogether(file, changed) && exchangeTogether(file, added);
+}
+
+bool SharedEngine::exchangeTogether(const FileDescription& file,
+                                    const std::vector<const Replacement*>& some) {
+  if (some.empty()) return true;
+  Sql sql;
+  int leading = 0;
+  for (const Sql& each : entryStatements(file, some)) {
+    sql.add(each).add(";");
+    ++leading;
+  }
+  const bool present = some.front()->before.has_value();
+  sql.add(present ? updated(file, some) : inserted(file, some));
+  Statement done(connection_, sql.add(" SELECT count(*) FROM done"), leading);
+  return done.next() && done.number(0) == std::ssize(some);
+}
+
+// Several statements of one message are one transaction, which an error undoes: the division is
+// one where nothing was changed, or where a file may have been described anew.
+bool SharedEngine::exchangeAtOnce(const FileDescription& file, std::string_view id,
+                                  std::optional<std::string_view> before,
+                                  std::optional<std::string_view> after) {
+  constexpr std::string_view kDividedByZero = "22012";
+  if ((!before && !after) || file.version < 0) return false;
+  ahead_.forget(file.name, id);
+  const Exchange parts = exchangeStatements(file, id, before, after);
+  Sql sql = parts.record;
+  sql.add(" SELECT 1 / count(*) FROM done, store_state WHERE files = ").number(file.version);
+  for (const Sql& each : parts.additions) sql.add(";").add(each);
+  const int sent = connection_.awake().messages();
+  try {
+    const Statement done(connection_, sql, static_cast<int>(parts.additions.size()));
+    return true;
+  } catch (const store::StoreError& failure) {
+    if (connection_.lastState() == kDividedByZero) return false;
+    if (!connection_.lost() || connection_.messages() == sent) throw;
+    throw store::StoreError(store::kOutcomeUnknown,
+                            std::string("whether it was written is not known: ") + failure.what());
+  }
 }
 
 std::unique_ptr<multivalue::Cursor> SharedEngine::scan(const Scan& scan) {

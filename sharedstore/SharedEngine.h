@@ -1,6 +1,7 @@
 // The port of multivalue/ over PostgreSQL's protocol, by ODBC. Its tables: docs/shared-store.md.
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -11,6 +12,7 @@
 
 #include "multivalue/Engine.h"
 #include "sharedstore/Odbc.h"
+#include "sharedstore/ReadAhead.h"
 #include "store/StoreError.h"
 
 namespace sharedstore {
@@ -31,6 +33,7 @@ class SharedEngine final : public multivalue::Engine {
 
   std::vector<std::string> fileNames() override;
   std::shared_ptr<const multivalue::FileDescription> describe(std::string_view name) override;
+  std::vector<std::shared_ptr<const multivalue::FileDescription>> describeAll() override;
   std::string sameName(std::string_view name) override;
   void addFile(const multivalue::FileDescription& file) override;
   std::int64_t filesVersion() override;
@@ -42,6 +45,16 @@ class SharedEngine final : public multivalue::Engine {
   bool exchange(const multivalue::FileDescription& file, std::string_view id,
                 std::optional<std::string_view> before,
                 std::optional<std::string_view> after) override;
+  std::vector<std::optional<std::string>> readAllLocked(
+      const multivalue::FileDescription& file, const std::vector<std::string>& ids) override;
+  bool exchangeAll(const multivalue::FileDescription& file,
+                   const std::vector<multivalue::Replacement>& all) override;
+  bool exchangeAtOnce(const multivalue::FileDescription& file, std::string_view id,
+                      std::optional<std::string_view> before,
+                      std::optional<std::string_view> after) override;
+  void announce(const multivalue::FileDescription& file,
+                const std::vector<std::string>& ids) override;
+  void announceAll(const multivalue::FileDescription& file) override;
   std::unique_ptr<multivalue::Cursor> scan(const multivalue::Scan& scan) override;
   // The server finds the best of several ways by itself.
   std::int64_t count(const multivalue::FileDescription& file, const multivalue::AccessPath* path,
@@ -64,8 +77,15 @@ class SharedEngine final : public multivalue::Engine {
     return deed();
   }
 
+  void readAnnounced();
+  // All of which there is a record, or none of which there is one.
+  bool exchangeTogether(const multivalue::FileDescription& file,
+                        const std::vector<const multivalue::Replacement*>& some);
+
   Connection connection_;
   int depth_ = 0;
+  // Long enough for the letters of a block of agreements.
+  ReadAhead ahead_{std::chrono::seconds(30)};
   // As a transaction has found it: files of a store stay as they are made.
   std::optional<std::int64_t> version_;
 };

@@ -2,7 +2,9 @@
 #pragma once
 
 #include <memory>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "store/DynamicArray.h"
 #include "store/StoreError.h"
@@ -40,6 +42,12 @@ class File {
 
   // Never null; an identifier without a record gives an empty one.
   virtual std::unique_ptr<Record> ReadRecord(std::string_view id) = 0;
+  // These records will be read next, each as often as it stands here: a store may read them ahead
+  // together, and give what it has found then for a short while. Nothing is changed by it, and it
+  // never fails.
+  virtual void announce(const std::vector<std::string>& ids) { static_cast<void>(ids); }
+  // The same of a small file: its records will be read time and again.
+  virtual void announceAll() {}
   // The store's status; removing a record that is not there is no error.
   virtual int DeleteRecord(std::string_view id) = 0;
 };

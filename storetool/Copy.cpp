@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "store/StoreError.h"
+#include "storetool/Writer.h"
 
 namespace storetool {
 
@@ -65,11 +66,13 @@ class Copy {
     const auto whole = to_.begin();
     for (const std::string& file : files_) {
       to_.createFile(file);
+      Writer writer(to_, file);
       from_.forEachRecord(file, [&](std::string_view id, std::string_view record) {
-        to_.write(file, id, record);
+        writer.add(id, record);
         ++copied_.records;
         tell();
       });
+      writer.flush();
     }
     whole->commit();
   }

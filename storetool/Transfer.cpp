@@ -14,6 +14,7 @@
 #include "storetool/Encodings.h"
 #include "storetool/JsonLines.h"
 #include "storetool/TextRecord.h"
+#include "storetool/Writer.h"
 
 namespace storetool {
 
@@ -88,15 +89,18 @@ long long importFile(multivalue::Database& database, const fs::path& path, const
   if (!content) failOn(path, "the file cannot be read");
   const std::string file = textOf(path.stem());
   long long count = 0;
+  Writer writer(database, file);
   const RecordVisitor take = [&](const TextRecord& record, std::size_t offset) {
-    database.write(file, record.id, record.text);
+    writer.add(record.id, record.text);
     if (++count % kStep == 0) listener(offset);
   };
   try {
     isCsv(path) ? readCsv(content, take, format) : readJsonLines(content, take, format);
   } catch (const FormatError& error) {
+    writer.flush();  // what comes first in the file is refused first
     throw FormatError(textOf(path) + ", " + error.what());
   }
+  writer.flush();
   if (content.bad()) failOn(path, "the file cannot be read");
   return count;
 }
