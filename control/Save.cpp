@@ -9,6 +9,7 @@
 #include "screen/StoreTrap.h"
 #include "store/Counter.h"
 #include "store/Layouts.h"
+#include "store/Writing.h"
 
 namespace control {
 namespace {
@@ -118,7 +119,7 @@ bool Save::creer() {
   if (!fiche) return false;
   RecordSwap swap(session, std::move(fiche));
   if (!view_.ecrirePages()) return false;
-  session.RecOrgChg->DBWrite();
+  ecrireCreation(code);
   // From here on the body exists: should anything fail, saving again must not create it twice.
   swap.keep();
   fields.keep();
@@ -135,8 +136,48 @@ bool Save::creer() {
   return true;
 }
 
+// A body that was lost on its way under a code must not be created under another one too.
+void Save::ecrireCreation(const std::string& code) {
+  screen::EditSession& session = context_.session;
+  try {
+    store::write(*session.files.orgPriseCharge, code, *session.RecOrgChg);
+  } catch (const store::StoreError& failure) {
+    if (failure.code() == store::kOutcomeUnknown) {
+      session.codePerdu = code;
+      session.textePerdu = session.RecOrgChg->fields().text();
+    }
+    throw;
+  }
+}
+
+// What a save that was lost on its way has written after all is no change by somebody else.
+void Save::ecrireFiche() {
+  screen::EditSession& session = context_.session;
+  store::File& bodies = *session.files.orgPriseCharge;
+  try {
+    store::write(bodies, session.codeEnMain, *session.RecOrgChg);
+  } catch (const store::StoreError& failure) {
+    const bool ecrite = session.issueInconnue && failure.code() == store::kChanged &&
+                        store::isStored(bodies, session.codeEnMain, session.RecOrgChg->fields());
+    if (ecrite) return;
+    if (failure.code() == store::kOutcomeUnknown) session.issueInconnue = true;
+    throw;
+  }
+}
+
+// Under the code of the creation that was lost, if that is what stands there, or nothing does.
+std::unique_ptr<store::Record> Save::fichePerdue(std::string& code) {
+  const screen::EditSession& session = context_.session;
+  if (session.codePerdu.empty()) return nullptr;
+  auto record = session.files.orgPriseCharge->ReadRecord(session.codePerdu);
+  if (record->found() && record->fields().text() != session.textePerdu) return nullptr;
+  code = session.codePerdu;
+  return record;
+}
+
 // Null without a code, which has been told.
 std::unique_ptr<store::Record> Save::ficheDuNouveauCode(std::string& code) {
+  if (auto perdue = fichePerdue(code)) return perdue;
   try {
     return prochaineFicheLibre(code);
   } catch (const store::NoCode& none) {
@@ -172,7 +213,7 @@ void Save::Ecrire_Donnees() {
     record.set(attribut::DebitOrgChg, "");
     record.set(attribut::CreditOrgChg, "");
   }
-  session.RecOrgChg->DBWrite();
+  ecrireFiche();
   fields.keep();
   if (session.annonces.enregistre) session.annonces.enregistre(session.codeEnMain, false);
   proposerPropagation();

@@ -33,9 +33,14 @@ class Save {
   // Each is false when nothing has been written and the user has been told why.
   bool enregistrer();
   bool creer();
+  // DBWrite; where the store does not know whether it has written, what it holds tells, at once or
+  // when the save is tried again.
+  void ecrireFiche();
+  void ecrireCreation(const std::string& code);
   void proposerPropagation();
   std::unique_ptr<store::Record> ficheDuNouveauCode(std::string& code);
   std::unique_ptr<store::Record> prochaineFicheLibre(std::string& code);
+  std::unique_ptr<store::Record> fichePerdue(std::string& code);
 
   Context& context_;
   RecordView& view_;

@@ -10,6 +10,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "screen/Rights.h"
 #include "store/Database.h"
@@ -54,6 +55,11 @@ struct FicheEnMain {
   store::DynamicArray AncienOrgChg;  // a copy of it as read
   bool EnCreation = false;
   bool droitsRelus = false;  // when the user began to change it
+  // A save of it has been lost on its way: whether it was written is not known.
+  bool issueInconnue = false;
+  // Of a creation that was lost so: the code that it was to have, and its full text.
+  std::string codePerdu;
+  std::string textePerdu;
   EtatTaux taux;
 
   // Takes the record read under that code instead of the one before; of an empty one, nothing.
@@ -102,6 +108,8 @@ struct MiseAJourAccords {
   store::DynamicArray constantesPaie;  // record "1" of CONSTANTESPAIE
   store::DynamicArray entite;          // record of ASSOCIATION: the sender
   FichiersLettre fichiersLettre;
+  // Numbers of the beneficiaries whose letters come next, each as often as it has one.
+  std::vector<std::string> aidesAnnonces;
 };
 
 // What the host is told of, as it happens; each may be empty, and none may throw.

@@ -35,7 +35,8 @@ NoCode::NoCode(Why why)
       why_(why) {}
 
 std::string nextCode(File& counters) {
-  for (;;) {
+  constexpr int kUnknownAtMost = 3;
+  for (int unknown = 0;;) {
     const std::unique_ptr<Record> counter = counters.ReadRecord(kCounterRecord);
     const int last = lastNumber(counter->fields().get(compteur::DernierOrgChg, 1));
     if (last >= kLargest) throw NoCode(NoCode::Why::AllGivenOut);
@@ -45,8 +46,9 @@ std::string nextCode(File& counters) {
       counter->DBWrite();
       return code;
     } catch (const StoreError& failure) {
-      if (failure.code() != kChanged) throw;
-      // Somebody else has taken this code: the next one is free.
+      // Somebody else has taken this code, or may have: the next one is free.
+      const bool mayBeTaken = failure.code() == kOutcomeUnknown && ++unknown <= kUnknownAtMost;
+      if (failure.code() != kChanged && !mayBeTaken) throw;
     }
   }
 }

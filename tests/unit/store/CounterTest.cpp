@@ -162,4 +162,20 @@ TEST_F(Counter, GivesNoCodeWhenItCannotBeRead) {
   EXPECT_EQ(codeOfFailure(), store::kBusy);
 }
 
+// A write that may have been done: the code may be another's who has written the same.
+TEST_F(Counter, PassesACodeOverWhenItIsNotKnownWhoHasTakenIt) {
+  holds("006");
+  memory.failAt(2, store::kOutcomeUnknown);
+  EXPECT_EQ(next(), "007");
+  EXPECT_EQ(memory.calls(CallKind::DBWrite).size(), 2U);
+}
+
+TEST_F(Counter, EndsWhenThatIsNeverKnown) {
+  holds("006");
+  memory.fail(CallKind::DBWrite, "COMPTEUR", store::kOutcomeUnknown);
+  EXPECT_EQ(codeOfFailure(), store::kOutcomeUnknown);
+  EXPECT_EQ(memory.calls(CallKind::DBWrite).size(), 4U);
+  EXPECT_EQ(held(), "006");
+}
+
 }  // namespace
