@@ -28,13 +28,13 @@ class Lecture {
       : session_(session), fichiers_(session.accords.fichiersLettre) {}
 
   store::DynamicArray aide(std::string_view numero) {
-    return lire(fichiers_.civilAide, store::civilaide::kFile, numero);
+    return lireAide(fichiers_.civilAide, store::civilaide::kFile, numero);
   }
   store::DynamicArray responsable(std::string_view numero) {
-    return lire(fichiers_.responsable, store::responsable::kFile, numero);
+    return lireAide(fichiers_.responsable, store::responsable::kFile, numero);
   }
   store::DynamicArray elements(std::string_view numero) {
-    return lire(fichiers_.eltsFactAide, store::eltsfactaide::kFile, numero);
+    return lireAide(fichiers_.eltsFactAide, store::eltsfactaide::kFile, numero);
   }
   std::string titre(const store::DynamicArray& record) {
     return libelle(fichiers_.titres, store::titres::kFile, record.get(personne::TitreAide),
@@ -46,20 +46,31 @@ class Lecture {
   }
 
  private:
-  // An empty array when the record is not there or cannot be read.
+  // An empty array when the record is not there or cannot be read. `annoncer` tells what will be
+  // read of a file that has just been opened.
+  template <class Annonce>
   store::DynamicArray lire(std::unique_ptr<store::File>& fichier, std::string_view nom,
-                           std::string_view id) {
+                           std::string_view id, const Annonce& annoncer) {
     store::DynamicArray fields;
     if (id.empty()) return fields;
     screen::quietly(session_, kProcedure, [&] {
-      if (!fichier) fichier = session_.TheDatabase->OpenFile(nom);
+      if (!fichier) {
+        fichier = session_.TheDatabase->OpenFile(nom);
+        annoncer(*fichier);
+      }
       fields = std::move(fichier->ReadRecord(id)->fields());
     });
     return fields;
   }
+  store::DynamicArray lireAide(std::unique_ptr<store::File>& fichier, std::string_view nom,
+                               std::string_view numero) {
+    return lire(fichier, nom, numero,
+                [this](store::File& file) { file.announce(session_.accords.aidesAnnonces); });
+  }
   std::string libelle(std::unique_ptr<store::File>& fichier, std::string_view nom,
                       std::string_view id, int attribut) {
-    return std::string(lire(fichier, nom, id).get(attribut));
+    const auto annoncer = [](store::File& file) { file.announceAll(); };
+    return std::string(lire(fichier, nom, id, annoncer).get(attribut));
   }
 
   screen::EditSession& session_;
@@ -127,6 +138,17 @@ std::string devise(const store::DynamicArray& constantes, std::optional<long> jo
 }
 
 }  // namespace
+
+void annoncerLettres(screen::EditSession& session, std::vector<std::string> aides) {
+  const screen::FichiersLettre& fichiers = session.accords.fichiersLettre;
+  session.accords.aidesAnnonces = std::move(aides);
+  for (const auto* fichier : {&fichiers.civilAide, &fichiers.responsable, &fichiers.eltsFactAide}) {
+    if (*fichier) (*fichier)->announce(session.accords.aidesAnnonces);
+  }
+  for (const auto* fichier : {&fichiers.titres, &fichiers.natureVoie}) {
+    if (*fichier) (*fichier)->announceAll();
+  }
+}
 
 LetterContents contenuDeLettre(const AgreementContext& context) {
   const screen::MiseAJourAccords& accords = context.session.accords;

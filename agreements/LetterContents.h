@@ -22,6 +22,10 @@ struct LetterContents {
   std::string devise;         // with its leading blank
 };
 
+// Tells the store of which beneficiaries the next letters are, and what these letters read besides:
+// files that are open already at once, the others as they are opened.
+void annoncerLettres(screen::EditSession& session, std::vector<std::string> aides);
+
 // The letter of MiseAJourAccords::accord. Every store call is trapped.
 LetterContents contenuDeLettre(const AgreementContext& context);
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <string>
+#include <vector>
 
 #include "agreements/PostalAddress.h"
 #include "agreements/PrintedSheet.h"
@@ -14,6 +15,9 @@ namespace agreements {
 namespace {
 
 constexpr std::string_view kProcedure = "Imprimer_AccordsNonModifies";
+
+// So many beneficiaries are announced to the store together.
+constexpr int kAnnonces = 200;
 
 // What printers commonly leave free: a page without margins may be printed again on one of them.
 constexpr int kBords = 340;  // 6 mm
@@ -120,8 +124,8 @@ class Liste {
 
   std::string ligne(int k) {
     const std::string numero(accords_.get(Numero, k));
-    return cadre(cadre(numero + " " + nomDeLAide(numero), kNumero + nom_), kNumero + 1 + nom_) +
-           " " + apresLeNom(k);
+    return cadre(cadre(numero + " " + nomDeLAide(k), kNumero + nom_), kNumero + 1 + nom_) + " " +
+           apresLeNom(k);
   }
 
   std::string apresLeNom(int k) const {
@@ -130,15 +134,23 @@ class Liste {
            std::string(accords_.get(Tranche, k));
   }
 
-  std::string nomDeLAide(std::string_view numero) {
+  std::string nomDeLAide(int k) {
     std::string nom;
     screen::quietly(context_.session, kProcedure, [&] {
       if (!civilAide_) civilAide_ = context_.session.TheDatabase->OpenFile(store::civilaide::kFile);
-      const auto record = civilAide_->ReadRecord(numero);
+      if (k % kAnnonces == 1) annoncer(k);
+      const auto record = civilAide_->ReadRecord(accords_.get(Numero, k));
       nom = joints({record->fields().get(store::civilaide::NomAide),
                     record->fields().get(store::civilaide::PrenomAide)});
     });
     return nom;
+  }
+
+  void annoncer(int premier) {
+    std::vector<std::string> numeros;
+    const int fin = std::min(premier + kAnnonces, accords_.DCount(Numero) + 1);
+    for (int k = premier; k < fin; ++k) numeros.emplace_back(accords_.get(Numero, k));
+    civilAide_->announce(numeros);
   }
 
   const AgreementContext& context_;

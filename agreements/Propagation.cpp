@@ -7,9 +7,12 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "agreements/History.h"
 #include "agreements/Letter.h"
+#include "agreements/LetterContents.h"
 #include "agreements/Listing.h"
 #include "forms/Frm_Anim.h"
 #include "forms/PrinterChoice.h"
@@ -26,6 +29,8 @@ namespace {
 namespace attribut = store::accord;
 
 constexpr std::string_view kProcedure = "Recup_Accord";
+// So many agreements are announced to the store together.
+constexpr int kAnnonces = 200;
 constexpr const char* kDuree = "\r\nAttention, ce traitement peut durer quelques minutes.";
 // The index of letters has 16 bits.
 constexpr int kDernierIndice = std::numeric_limits<std::int16_t>::max();
@@ -60,6 +65,7 @@ class MiseAJour {
 
  private:
   void choisirImprimante();
+  void annoncer(int premier);
   void imprimerLettre(int i);
   void terminerPage(int suivante);
   void noterNonModifie(std::string_view cle);
@@ -165,10 +171,27 @@ void MiseAJour::lireLimite() {
 
 void MiseAJour::parcourir() {
   for (int i = 1; !modifies_.get(i).empty() || !limite_.get(i).empty(); ++i) {
+    if (i % kAnnonces == 1) annoncer(i);
     if (!modifies_.get(i).empty()) imprimerLettre(i);
     if (!limite_.get(i).empty()) noterNonModifie(limite_.get(i));
     if (!modifies_.empty()) terminerPage(i + 1);
   }
+}
+
+// What the next letters and notes read.
+void MiseAJour::annoncer(int premier) {
+  std::vector<std::string> cles;
+  std::vector<std::string> aides;
+  for (int i = premier; i < premier + kAnnonces; ++i) {
+    for (const store::DynamicArray* liste : {&modifies_, &limite_}) {
+      if (!liste->get(i).empty()) cles.emplace_back(liste->get(i));
+    }
+    if (!modifies_.get(i).empty()) {
+      aides.push_back(text::left(modifies_.get(i), attribut::kNumeroAide));
+    }
+  }
+  session_.files.accord->announce(cles);
+  annoncerLettres(session_, std::move(aides));
 }
 
 void MiseAJour::imprimerLettre(int i) {

@@ -16,6 +16,7 @@
 #include "store/Dates.h"
 #include "store/Layouts.h"
 #include "store/Request.h"
+#include "store/Writing.h"
 
 namespace agreements {
 namespace {
@@ -82,6 +83,16 @@ void retirerDepuis(store::DynamicArray& accord, long jour) {
   }
 }
 
+// So many of them are read together by a store that can.
+void annoncer(const AgreementContext& context, const store::DynamicArray& cles, int premier) {
+  constexpr int kAnnonces = 200;
+  if (premier % kAnnonces != 1) return;
+  std::vector<std::string> suivantes;
+  const int fin = std::min(premier + kAnnonces, cles.DCount() + 1);
+  for (int i = premier; i < fin; ++i) suivantes.emplace_back(cles.get(i, 1));
+  context.session.files.accord->announce(suivantes);
+}
+
 void fusionner(store::DynamicArray& accord, const std::vector<Periode>& periodes) {
   const store::DynamicArray avant = accord;
   retirerDepuis(accord, periodes.back().jour);
@@ -107,7 +118,7 @@ void mettreAJour(const AgreementContext& context, std::string_view cle,
   context.desktop.doEvents();
   if (!record->found()) return;
   fusionner(record->fields(), periodes);
-  record->DBWrite();
+  store::write(*context.session.files.accord, cle, *record);
   context.session.accords.accord = record->fields();
 }
 
@@ -131,6 +142,7 @@ void Recup_AccordTauxRemb(const AgreementContext& context) {
   session.accords.indiceLettre = 0;
   bool tous = true;
   for (int i = 1; i <= cles.DCount(); ++i) {
+    annoncer(context, cles, i);
     tous = screen::quietly(session, kProcedure,
                            [&] { mettreAJour(context, cles.get(i, 1), periodes); }) &&
            tous;

@@ -12,6 +12,9 @@ namespace control {
 void RecordView::Afficher_Donnees() {
   if (context_.session.consultation) relireDroits(context_);
   const screen::Quiet quiet(context_.session);
+  if (context_.session.RecOrgChg) {
+    for (pages::Page* page : context_.pages) page->annoncer();
+  }
   for (pages::Page* page : context_.pages) {
     if (context_.session.RecOrgChg) {
       page->afficher();

@@ -48,6 +48,9 @@ void StartUp::openStore() {
   files.planComptable = database.OpenFile(store::plancomptable::kFile);
   files.periodesPaie = database.OpenFile(store::periodespaie::kFile);
   files.accord = database.OpenFile(store::accord::kFile);
+  files.tables->announce(
+      {std::string(store::tables::kPiecesRenouv), std::string(store::tables::kStatOrgChg)});
+  files.compteur->announce({store::kCounterRecord});
   session.piecesRenouv = files.tables->ReadRecord(store::tables::kPiecesRenouv);
   session.statOrgChg = files.tables->ReadRecord(store::tables::kStatOrgChg);
   session.compteur999 = files.compteur->ReadRecord(store::kCounterRecord);

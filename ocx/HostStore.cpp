@@ -15,6 +15,8 @@ namespace {
 
 constexpr const wchar_t* kWholeText = L"";
 constexpr const wchar_t* kExecuteSentence = L"ExecuteSentence";
+constexpr const wchar_t* kAnnounceRecords = L"AnnounceRecords";
+constexpr const wchar_t* kAnnounceAll = L"AnnounceAll";
 
 // Whatever a call of the host's objects fails with is a failure of the store.
 template <class Call>
@@ -112,6 +114,17 @@ class HostFile final : public store::File {
     return storeCall([&] { return read(id); });
   }
 
+  void announce(const std::vector<std::string>& ids) override {
+    store::DynamicArray list;
+    int count = 0;
+    for (const std::string& id : ids) list.set(++count, id);
+    if (count > 0) tell([&] { announceNow(kAnnounceRecords, argument(list.text())); });
+  }
+
+  void announceAll() override {
+    tell([this] { announceNow(kAnnounceAll, {}); });
+  }
+
   // Whatever the host's object gives back is left alone: nobody asks for it.
   int DeleteRecord(std::string_view id) override {
     return storeCall([&] {
@@ -133,6 +146,20 @@ class HostFile final : public store::File {
     const bool found = recordExists(record);
     std::string text = com::recordText(record.callForText(kWholeText));
     return std::make_unique<HostRecord>(std::move(record), std::move(text), found);
+  }
+
+  // Of a host's object that has no such member, or in which it fails, nobody hears.
+  template <class Call>
+  static void tell(const Call& call) {
+    try {
+      storeCall(call);
+    } catch (const store::StoreError&) {
+      // The records are read one by one then, and that tells.
+    }
+  }
+
+  void announceNow(const wchar_t* member, const std::vector<com::Variant>& arguments) {
+    if (object_.has(member)) object_.call(member, arguments);
   }
 
   com::LateBound object_;

@@ -26,6 +26,17 @@ bool complet(const std::string& numero) { return text::length(numero) == kChiffr
 AccountPair::AccountPair(PageContext context, const Fields& fields)
     : context_(context), fields_(fields) {}
 
+void AccountPair::annoncer(const PageContext& context, std::string_view entity,
+                           std::initializer_list<std::string_view> accounts) {
+  std::vector<std::string> keys;
+  for (const std::string_view account : accounts) {
+    if (!entity.empty() && complet(std::string(account))) {
+      keys.push_back(std::string(entity) + std::string(account));
+    }
+  }
+  context.session.files.planComptable->announce(keys);
+}
+
 void AccountPair::lier(const screen::Handlers& handlers) {
   fields_.numero.onKeyPress = handlers.key(*this, &AccountPair::numeroKeyPress);
   fields_.numero.onLostFocus = handlers.on(*this, &AccountPair::numeroLostFocus);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <initializer_list>
 #include <string>
 #include <string_view>
 
@@ -49,6 +50,9 @@ class AccountPair {
 
   // Shows an account of that entity, with its label when the chart holds it. Says nothing.
   void montrer(std::string_view account, std::string_view entity);
+  // Tells the store that these are about to be shown.
+  static void annoncer(const PageContext& context, std::string_view entity,
+                       std::initializer_list<std::string_view> accounts);
   // Another entity has been chosen: the account stands, with the label of that entity's chart when
   // it holds one. Says nothing.
   void relire();

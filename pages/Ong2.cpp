@@ -150,7 +150,17 @@ void Ong2::montrerComptes(const store::DynamicArray& record) {
   produitAide_.montrer(record.get(attribut::CpteProdAide), entite);
 }
 
+void Ong2::annoncer() {
+  if (!context_.session.OptionCompteur) return;
+  const store::DynamicArray& record = context_.session.RecOrgChg->fields();
+  AccountPair::annoncer(context_, record.get(attribut::Entite),
+                        {record.get(attribut::DebitOrgChg), record.get(attribut::CreditOrgChg),
+                         record.get(attribut::CpteProdAide)});
+}
+
 void Ong2::relireComptes() {
+  AccountPair::annoncer(context_, context_.session.entiteCourante,
+                        {debit_.compte(), credit_.compte(), produitAide_.compte()});
   for (AccountPair* pair : {&debit_, &credit_, &produitAide_}) pair->relire();
 }
 

@@ -30,6 +30,7 @@ class Ong2 : public Onglet {
   void relireComptes();
 
   void afficher() override { Afficher_Ong2(); }
+  void annoncer() override;
   void ecrire() override { Ecrire_Ong2(); }
   void vider() override;
 

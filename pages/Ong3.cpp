@@ -41,6 +41,12 @@ void Ong3::Afficher_Ong3() {
   abattements_.afficher(record);
 }
 
+void Ong3::annoncer() {
+  const store::DynamicArray& record = context_.session.RecOrgChg->fields();
+  AccountPair::annoncer(context_, record.get(attribut::Entite),
+                        {record.get(attribut::CptPrestationService)});
+}
+
 void Ong3::vider() {
   const screen::Quiet quiet(context_.session);
   prise_.Opt_HeureOrgChg.setValue(false);

@@ -27,6 +27,7 @@ class Ong3 : public Onglet {
   void relireCompte() { prestation_.relire(); }
 
   void afficher() override { Afficher_Ong3(); }
+  void annoncer() override;
   void ecrire() override { Ecrire_Ong3(); }
   void vider() override;
 

@@ -322,6 +322,15 @@ Ong6::Positions Ong6::positionsDesCouvertes(const store::DynamicArray& record) c
   return positions;
 }
 
+void Ong6::annoncer() {
+  const store::DynamicArray& record = context_.session.RecOrgChg->fields();
+  context_.session.files.association->announce({std::string(record.get(attribut::Entite))});
+  std::vector<std::string> codes;
+  std::string_view left = record.get(attribut::CodActSelect);
+  while (!left.empty()) codes.emplace_back(store::takeValue(left));
+  context_.session.files.activites->announce(codes);
+}
+
 // A code that no activity has is shown as it stands, under the type of the others, and stays until
 // the user removes it.
 void Ong6::montrerCouvertes(const store::DynamicArray& record) {
@@ -437,6 +446,11 @@ bool Ong6::typesMeles() const {
 
 // A code that no activity has is attached to none.
 bool Ong6::memeService() const {
+  std::vector<std::string> codes;
+  for (const toolkit::ListItem& code : page_.Lst_CodActSelect.items().all()) {
+    codes.push_back(code.text);
+  }
+  context_.session.files.activites->announce(codes);
   std::optional<std::string> service;
   for (const toolkit::ListItem& code : page_.Lst_CodActSelect.items().all()) {
     if (code.text.empty()) continue;

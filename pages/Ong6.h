@@ -38,6 +38,7 @@ class Ong6 : public Onglet {
   bool Verif_Ong6();
 
   void afficher() override { Afficher_Ong6(); }
+  void annoncer() override;
   void ecrire() override { Ecrire_Ong6(); }
   void vider() override;
 

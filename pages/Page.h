@@ -24,6 +24,8 @@ class Page {
 
   // Afficher_OngN: clears the page, then shows the record. Handlers stay quiet meanwhile.
   virtual void afficher() = 0;
+  // Tells the store which records afficher is about to read.
+  virtual void annoncer() {}
   // Ecrire_OngN: clears the page's error flag; in checking mode runs the check (Verif_OngN) first,
   // which has then shown its message and set the flag. Writes the page into the record in hand
   // unless the flag is set.

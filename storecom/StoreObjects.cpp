@@ -1,5 +1,8 @@
 #include "storecom/StoreObjects.h"
 
+#include <string>
+#include <vector>
+
 #include "storecom/Classes.h"
 #include "storecom/DynamicArrayObject.h"
 #include "stores/Stores.h"
@@ -11,11 +14,22 @@ namespace {
 // As in the type library.
 enum ClientMember : DISPID { kOpenDatabase = 1 };
 enum DatabaseMember : DISPID { kOpenFile = 1, kExecuteSentence = 2, kNewDynamicArray = 3 };
-enum FileMember : DISPID { kReadRecord = 1, kDeleteRecord = 2 };
+enum FileMember : DISPID {
+  kReadRecord = 1,
+  kDeleteRecord = 2,
+  kAnnounceRecords = 3,
+  kAnnounceAll = 4
+};
 
 template <class Object, class... Values>
 com::Variant object(Values&&... values) {
   return com::Variant::ofObject(make<Object>(std::forward<Values>(values)...).Get());
+}
+
+std::vector<std::string> attributesOf(const store::DynamicArray& list) {
+  std::vector<std::string> attributes;
+  for (int i = 1; i <= list.DCount(); ++i) attributes.emplace_back(list.get(i));
+  return attributes;
 }
 
 }  // namespace
@@ -55,13 +69,23 @@ FileObject::FileObject(std::shared_ptr<store::File> file)
     : Automation(kFileDispatch), file_(std::move(file)) {}
 
 int FileObject::mostArguments(DISPID member, bool isPut) const {
-  return !isPut && (member == kReadRecord || member == kDeleteRecord) ? 1 : -1;
+  if (isPut || member < kReadRecord || member > kAnnounceAll) return -1;
+  return member == kAnnounceAll ? 0 : 1;
 }
 
 com::Variant FileObject::call(DISPID member, const Arguments& arguments) {
-  const std::string id = arguments.record(0);
-  if (member == kReadRecord) return object<DynamicArrayObject>(file_->ReadRecord(id), file_);
-  return com::Variant::ofNumber(file_->DeleteRecord(id));
+  switch (member) {
+    case kReadRecord:
+      return object<DynamicArrayObject>(file_->ReadRecord(arguments.record(0)), file_);
+    case kDeleteRecord:
+      return com::Variant::ofNumber(file_->DeleteRecord(arguments.record(0)));
+    case kAnnounceRecords:
+      file_->announce(attributesOf(store::DynamicArray(arguments.record(0))));
+      return {};
+    default:
+      file_->announceAll();
+      return {};
+  }
 }
 
 }  // namespace storecom

@@ -102,6 +102,40 @@ TEST_F(HostStore, LooksEachNameUpOnce) {
   EXPECT_EQ(record_->lookUps(), before + 1);
 }
 
+TEST_F(HostStore, AnnouncesWhatWillBeReadToAFileThatKnowsOfIt) {
+  const auto done = [](const FakeCall&) { return S_OK; };
+  file_->on(L"AnnounceRecords", done);
+  file_->on(L"AnnounceAll", done);
+  const auto file = this->file();
+  file->announce({"001", "002", "001"});
+  file->announce({});
+  file->announce({"003"});
+  file->announceAll();
+  EXPECT_EQ(file_->journal, (Journal{L"AnnounceRecords(001\u00FE002\u00FE001)",
+                                     L"AnnounceRecords(003)", L"AnnounceAll()"}));
+  EXPECT_EQ(file_->lookUps(), 2);
+}
+
+TEST_F(HostStore, AnnouncesNothingToAFileThatDoesNot) {
+  const auto file = this->file();
+  for (int time = 0; time < 3; ++time) {
+    file->announce({"001"});
+    file->announceAll();
+  }
+  EXPECT_TRUE(file_->journal.empty());
+  EXPECT_EQ(file_->lookUps(), 2);
+}
+
+TEST_F(HostStore, AFailedAnnouncementIsNoFailure) {
+  file_->on(L"AnnounceRecords", raises(E_ABORT));
+  file_->on(L"AnnounceAll", [](const FakeCall&) { return DISP_E_BADPARAMCOUNT; });
+  const auto file = this->file();
+  EXPECT_EQ(codeOf([&] { file->announce({"001"}); }), 0U);
+  EXPECT_EQ(codeOf([&] { file->announce({"\xC3\xBE"}); }), 0U);
+  EXPECT_EQ(codeOf([&] { file->announceAll(); }), 0U);
+  EXPECT_TRUE(file->ReadRecord("001")->found());
+}
+
 TEST_F(HostStore, GivesAnEmptyRecordForOneThatDoesNotExist) {
   file_->on(L"ReadRecord", raises(static_cast<SCODE>(store::kRecordNotFound)));
   const auto file = this->file();

@@ -46,6 +46,13 @@ record.Value = "douze"
 record.DBWrite
 Equal "a number as identifier", "douze", file.ReadRecord("12").Value
 
+' What is announced is read as ever.
+file.AnnounceRecords "002" & ChrW(&HFE) & "none" & ChrW(&HFE) & "12"
+file.AnnounceAll
+Equal "one that was announced", "CD02", file.ReadRecord("002").Value(1)
+Equal "one that is not there", RecordNotFound, file.ReadRecord("none").Status
+Equal "another one", "douze", file.ReadRecord("12").Value
+
 Equal "a record is deleted", 0, file.DeleteRecord("12")
 Equal "it is gone", RecordNotFound, file.ReadRecord("12").Status
 Equal "deleting what is not there", RecordNotFound, file.DeleteRecord("12")
