@@ -279,6 +279,32 @@ TEST_F(AgreementUpdate, ListsTheKeysInTheirOrderOneAnAttribute) {
   EXPECT_EQ(store.history("00002001"), "2305;2240|21217;20821|1;1|135;120");
 }
 
+// More than are carried in one step; every third has no income, every fifth a day that cannot be
+// read though its beneficiary has an income.
+TEST_F(AgreementUpdate, ManyAgreementsAreUpdatedAsFewAre) {
+  constexpr int kAgreements = 1203;
+  store.putBody();
+  const auto transaction = store->begin();
+  std::string modified;
+  std::string limit;
+  for (int i = 0; i < kAgreements; ++i) {
+    const std::string number = std::to_string(10000 + i / 2);
+    const std::string key = number + std::to_string(100 + i % 2);
+    const bool income = i / 2 % 3 != 0;
+    const bool readable = i % 5 != 0;
+    store.putElements(number, income ? "90000" : "");
+    store.putAgreement(key, {{accord::DateFinAcc, readable ? "21915" : "x"}});
+    std::string& keys = income && readable ? modified : limit;
+    keys += (keys.empty() ? "" : "|") + key;
+  }
+  transaction->commit();
+  store.update();
+  EXPECT_EQ(store.modified(), modified);
+  EXPECT_EQ(store.limit(), limit);
+  EXPECT_EQ(store.history("10002101"), "2240|20821|1|120") << "5 is one of the fifth";
+  EXPECT_EQ(store.history("10599101"), "2305;2240|21217;20821|2;1|285;120");
+}
+
 TEST_F(AgreementUpdate, TheBeneficiaryIsTheFirstFiveCharactersOfTheKey) {
   store.putBody();
   store.putElements("12", "90000");

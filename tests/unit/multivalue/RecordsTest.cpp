@@ -135,6 +135,38 @@ TEST(Records, ATransactionIsKeptWholeOrNotAtAll) {
   EXPECT_EQ(store.select("SSELECT ORGPRISECHARGE AVEC 1 = \"A\""), "1");
 }
 
+TEST(Records, ManyAreWrittenAsOneAfterTheOther) {
+  const TemporaryStore store;
+  store.put("ORGPRISECHARGE", "2", {"old;gone"});
+  std::vector<multivalue::Database::Written> records;
+  for (int i = 0; i < 1200; ++i) records.push_back({std::to_string(i), "A" + std::to_string(i)});
+  records.push_back({"7", "last"});
+  records.push_back({"2", recordText({"new;old"})});
+  store->writeAll("ORGPRISECHARGE", records);
+  EXPECT_EQ(store->recordCount("ORGPRISECHARGE"), 1200);
+  EXPECT_EQ(store.select("SSELECT ORGPRISECHARGE AVEC 1 = \"last\""), "7");
+  EXPECT_EQ(store.select("SSELECT ORGPRISECHARGE AVEC 1 = \"A7\""), "");
+  EXPECT_EQ(store.select("SSELECT ORGPRISECHARGE AVEC 1 = \"old\""), "2");
+  EXPECT_EQ(store.select("SSELECT ORGPRISECHARGE AVEC 1 = \"gone\""), "");
+  EXPECT_EQ(store.select("SSELECT ORGPRISECHARGE AVEC 1 = \"A1199\""), "1199");
+  store->writeAll("ORGPRISECHARGE", {});
+  EXPECT_EQ(store.underTest().fault(), "");
+}
+
+TEST(Records, OfManyNoneIsWrittenWhereOneIsRefused) {
+  const TemporaryStore store;
+  std::vector<multivalue::Database::Written> records;
+  for (int i = 0; i < 700; ++i) records.push_back({std::to_string(i), "A"});
+  for (const multivalue::Database::Written& wrong :
+       {multivalue::Database::Written{"", "A"}, {"a\xFE", "A"}, {"a", "\xC3\xBE"}}) {
+    records.push_back(wrong);
+    EXPECT_EQ(errorOf([&] { store->writeAll("ORGPRISECHARGE", records); }), store::kBadValue);
+    records.pop_back();
+  }
+  EXPECT_EQ(errorOf([&] { store->writeAll("NONE", records); }), store::kUnknownFile);
+  EXPECT_EQ(store->recordCount("ORGPRISECHARGE"), 0);
+}
+
 TEST(Records, AFileOfAnUndoneTransactionIsForgottenByTheNextToo) {
   TemporaryStore store;
   {
@@ -231,7 +263,9 @@ TEST_F(TwoClients, OnesOwnWritesAndDeletionsAreNobodyElses) {
   EXPECT_EQ(write(*again, "fifth"), 0U);
   store_->write("ORGPRISECHARGE", "K", "sixth");
   EXPECT_EQ(write(*record, "seventh"), 0U);
-  EXPECT_EQ(stored(), "seventh");
+  store_->writeAll("ORGPRISECHARGE", {{"J", "x"}, {"K", "eighth"}});
+  EXPECT_EQ(write(*record, "ninth"), 0U);
+  EXPECT_EQ(stored(), "ninth");
 }
 
 // What this client has read and written since says nothing of a record that it read before.
