@@ -47,7 +47,7 @@ record.DBWrite
 Equal "a number as identifier", "douze", file.ReadRecord("12").Value
 
 ' What is announced is read as ever.
-file.AnnounceRecords "002" & ChrW(&HFE) & "none" & ChrW(&HFE) & "12"
+file.AnnounceRecords "002þnoneþ12"
 file.AnnounceAll
 Equal "one that was announced", "CD02", file.ReadRecord("002").Value(1)
 Equal "one that is not there", RecordNotFound, file.ReadRecord("none").Status
