@@ -18,6 +18,62 @@ std::string lower(std::string_view text) {
   return lowered;
 }
 
+std::string_view trimmed(std::string_view text) {
+  const std::size_t first = text.find_first_not_of(' ');
+  if (first == std::string_view::npos) return {};
+  return text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+// What stands in braces at a text's beginning, in which "}}" stands for a brace. `end`: behind it.
+std::string braced(std::string_view text, std::size_t& end) {
+  std::string whole;
+  std::size_t at = 1;
+  for (; at < text.size(); ++at) {
+    if (text[at] == '}' && text.substr(at + 1, 1) != "}") break;
+    if (text[at] == '}') ++at;
+    whole += text[at];
+  }
+  end = std::min(at + 1, text.size());
+  return whole;
+}
+
+struct Setting {
+  std::string name;  // in lower case
+  std::string value;
+  std::size_t begin;  // in the connection string
+  std::size_t end;    // behind its semicolon
+};
+
+std::vector<Setting> settingsOf(std::string_view connection) {
+  std::vector<Setting> found;
+  for (std::size_t begin = 0; begin < connection.size();) {
+    std::size_t end = std::min(connection.find(';', begin), connection.size());
+    const std::size_t sign = connection.substr(0, end).find('=', begin);
+    if (sign != std::string_view::npos) {
+      Setting setting{lower(trimmed(connection.substr(begin, sign - begin))), {}, begin, end};
+      const std::size_t value = connection.find_first_not_of(' ', sign + 1);
+      if (value < connection.size() && connection[value] == '{') {
+        setting.value = braced(connection.substr(value), end);
+        end = std::min(connection.find(';', value + end), connection.size());
+      } else {
+        setting.value = trimmed(connection.substr(sign + 1, end - sign - 1));
+      }
+      setting.end = std::min(end + 1, connection.size());
+      found.push_back(std::move(setting));
+    }
+    begin = end + 1;
+  }
+  return found;
+}
+
+// The driver takes the last of several.
+std::string lastOf(const std::vector<Setting>& settings, const std::string& name) {
+  for (auto each = settings.rbegin(); each != settings.rend(); ++each) {
+    if (each->name == name) return each->value;
+  }
+  return {};
+}
+
 // A value stands in braces, goes to the next semicolon, or is one of several settings that together
 // stand in braces: what any of these readings gives is a password.
 void addPasswords(std::vector<std::string>& found, std::string_view rest) {
@@ -28,12 +84,8 @@ void addPasswords(std::vector<std::string>& found, std::string_view rest) {
     }
     return;
   }
-  std::string whole;  // "}}" stands for a brace within
-  for (std::size_t at = 1; at < rest.size(); ++at) {
-    if (rest[at] == '}' && rest.substr(at + 1, 1) != "}") break;
-    if (rest[at] == '}') ++at;
-    whole += rest[at];
-  }
+  std::size_t end = 0;
+  std::string whole = braced(rest, end);
   if (!whole.empty()) found.push_back(std::move(whole));
 }
 
@@ -60,6 +112,40 @@ std::vector<std::string> passwordsOf(std::string_view connection) {
 std::optional<std::string> connectionOf(std::string_view address) {
   if (lower(address.substr(0, kScheme.size())) != kScheme) return std::nullopt;
   return std::string(address.substr(kScheme.size()));
+}
+
+std::string withBounds(const std::string& connection, const DataSource& dataSource) {
+  const std::vector<Setting> settings = settingsOf(connection);
+  const std::string source = lastOf(settings, "dsn");
+  const auto ofSource = [&](const char* name) {
+    return source.empty() ? std::string() : dataSource(source, name);
+  };
+  const auto value = [&](const char* name) {
+    const std::string own = lastOf(settings, name);
+    return own.empty() ? ofSource(name) : own;
+  };
+  const bool unread =
+      !source.empty() && ofSource("servername").empty() && ofSource("server").empty();
+  if (unread || !lastOf(settings, "filedsn").empty()) return connection;
+  const bool several = (value("servername") + value("server")).find(',') != std::string::npos;
+  // Of several servers one that does not answer is passed over soon.
+  std::string options =
+      several ? "target_session_attrs=read-write connect_timeout=5" : "connect_timeout=15";
+  options += " tcp_user_timeout=15000 keepalives_count=3";
+  // The driver refuses what it has a setting of its own for, once that is set.
+  if (value("keepalivetime").empty()) options += " keepalives_idle=10";
+  if (value("keepaliveinterval").empty()) options += " keepalives_interval=3";
+  const std::string own = value("pqopt");
+  if (!own.empty()) options += " " + own;
+
+  std::string whole = connection;
+  for (auto each = settings.rbegin(); each != settings.rend(); ++each) {
+    if (each->name == "pqopt") whole.erase(each->begin, each->end - each->begin);
+  }
+  if (!whole.empty() && whole.back() != ';') whole += ';';
+  whole += "pqopt={";
+  for (const char c : options) whole += c == '}' ? std::string("}}") : std::string(1, c);
+  return whole + "}";
 }
 
 std::string withoutPasswords(std::string text, std::string_view connection) {

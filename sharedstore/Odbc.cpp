@@ -8,6 +8,7 @@
 
 #include "multivalue/Engine.h"
 #include "sharedstore/Address.h"
+#include "sharedstore/DataSources.h"
 #include "store/StoreError.h"
 #include "text/Utf8.h"
 
@@ -44,8 +45,6 @@ std::string plainText(std::string text) {
 constexpr std::string_view kOwnSettings =
     ";UseServerSidePrepare=0;UseDeclareFetch=0;Protocol=7.4-0;ByteaAsLongVarBinary=1"
     ";MaxLongVarcharSize=1073741823";
-
-constexpr SQLULEN kLoginSeconds = 15;
 
 void* option(SQLULEN value) {
   return reinterpret_cast<void*>(value);  // as ODBC passes numbers
@@ -84,8 +83,7 @@ void Connection::connect() {
     fail(SQL_HANDLE_ENV, environment_.get());
   }
   handle_.reset(made);
-  SQLSetConnectAttrW(made, SQL_ATTR_LOGIN_TIMEOUT, option(kLoginSeconds), 0);
-  Wide whole = wideOf(connection_ + std::string(kOwnSettings));
+  Wide whole = wideOf(withBounds(connection_, dataSourceSetting) + std::string(kOwnSettings));
   const SQLRETURN result =
       SQLDriverConnectW(made, nullptr, whole.data(), static_cast<SQLSMALLINT>(whole.size()),
                         nullptr, 0, nullptr, SQL_DRIVER_NOPROMPT);

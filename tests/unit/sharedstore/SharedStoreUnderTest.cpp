@@ -36,6 +36,12 @@ std::string serverUnderTest() {
   return given;
 }
 
+std::string settingOfServer(const std::string& name) {
+  const std::string whole = ";" + serverUnderTest() + ";";
+  const std::size_t value = whole.find(";" + name + "=") + name.size() + 2;
+  return whole.substr(value, whole.find(';', value) - value);
+}
+
 SharedStoreUnderTest::SharedStoreUnderTest(std::string settings)
     : settings_(std::move(settings)), schema_(newSchema()) {
   sharedstore::Connection(serverUnderTest()).execute("CREATE SCHEMA " + schema_);

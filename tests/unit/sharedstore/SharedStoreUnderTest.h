@@ -15,6 +15,7 @@ class SharedStoreUnderTest final : public StoreUnderTest {
 
   // As openSharedDatabase takes it.
   std::string connection() const;
+  const std::string& schema() const { return schema_; }
   // Of the server itself, in the store's schema.
   sharedstore::Connection& administrator() const { return *administrator_; }
 
@@ -33,3 +34,5 @@ class SharedStoreUnderTest final : public StoreUnderTest {
 // TESSALINE_POSTGRES: a connection string of ODBC to an empty database, without a semicolon at its
 // end. Throws std::runtime_error where there is none.
 std::string serverUnderTest();
+// What it says under a name: settingOfServer("Port").
+std::string settingOfServer(const std::string& name);
