@@ -21,7 +21,8 @@ namespace {
 using Clock = std::chrono::steady_clock;
 
 constexpr std::string_view kServer = "Servername=";
-constexpr const char* kSocket = "/.s.PGSQL.5432";
+
+std::string socketName() { return ".s.PGSQL." + settingOfServer("Port"); }
 
 std::string valueOf(const std::string& connection) {
   const std::size_t at = connection.find(kServer);
@@ -154,8 +155,7 @@ bool isWhole(const std::string& answer) {
 
 class Relay::Loop {
  public:
-  explicit Loop(Relay& relay)
-      : relay_(relay), listener_(listening(relay.folder_ / ".s.PGSQL.5432")) {}
+  explicit Loop(Relay& relay) : relay_(relay), listener_(listening(relay.folder_ / socketName())) {}
 
   void run() {
     while (!relay_.ends_) {
@@ -180,7 +180,7 @@ class Relay::Loop {
     auto client =
         std::make_unique<Socket>(accept4(listener_->number(), nullptr, nullptr, SOCK_CLOEXEC));
     if (relay_.away_) return;
-    sessions_.emplace_back(std::move(client), connected(relay_.server_ + kSocket));
+    sessions_.emplace_back(std::move(client), connected(relay_.server_ + "/" + socketName()));
   }
 
   void pass(Session& session) {
