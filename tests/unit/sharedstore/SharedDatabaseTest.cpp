@@ -37,44 +37,6 @@ TEST(SharedDatabase, WhatIsOnlyReadIsNotWritten) {
   EXPECT_EQ(reader->ExecuteSentence("SSELECT ORGPRISECHARGE AVEC 1 = \"A\"").text(), "1");
 }
 
-// A role that may select, and nothing else.
-TEST(SharedDatabase, ARoleThatMayOnlyReadReadsAll) {
-  const SharedStoreUnderTest store;
-  AgreementStore filled;
-  auto& shared = dynamic_cast<const SharedStoreUnderTest&>(filled.underTest());
-  filled.putBody();
-  const std::string schema = [&] {
-    sharedstore::Statement row(shared.administrator(), sharedstore::Sql("SELECT current_schema()"));
-    row.next();
-    return row.text(0);
-  }();
-  shared.administrator().execute("CREATE ROLE reader_" + schema + " LOGIN");
-  shared.administrator().execute("GRANT USAGE ON SCHEMA " + schema + " TO reader_" + schema);
-  shared.administrator().execute("GRANT SELECT ON ALL TABLES IN SCHEMA " + schema + " TO reader_" +
-                                 schema);
-  {
-    const auto reader =
-        sharedstore::openSharedDatabase(shared.connection() + ";UID=reader_" + schema);
-    EXPECT_TRUE(reader->OpenFile("ORGPRISECHARGE")->ReadRecord("125")->found());
-    EXPECT_EQ(reader->ExecuteSentence("SSELECT ORGPRISECHARGE AVEC 25 # \"\"").text(), "125");
-    EXPECT_EQ(sharedstore::checkSharedDatabase(shared.connection() + ";UID=reader_" + schema)
-                  .faults.size(),
-              0U);
-    const auto file = reader->OpenFile("ORGPRISECHARGE");
-    const auto counter = reader->OpenFile("COMPTEUR");
-    EXPECT_EQ(errorOf([&] { file->ReadRecord("125")->DBWrite(); }), store::kIoFailure);
-    EXPECT_EQ(errorOf([&] { file->ReadRecord("126")->DBWrite(); }), store::kIoFailure);
-    EXPECT_EQ(errorOf([&] { file->DeleteRecord("125"); }), store::kIoFailure);
-    EXPECT_EQ(errorOf([&] { store::nextCode(*counter); }), store::kIoFailure);
-    EXPECT_EQ(errorOf([&] { reader->createFile("NEW"); }), store::kIoFailure);
-    EXPECT_EQ(errorOf([&] { reader->ExecuteSentence(updateRequest(kScaleDate, "125")); }),
-              store::kIoFailure);
-  }
-  shared.administrator().execute("DROP OWNED BY reader_" + schema);
-  shared.administrator().execute("DROP ROLE reader_" + schema);
-  EXPECT_EQ(filled->recordCount("ORGPRISECHARGE"), 1);
-}
-
 // --- Two that write at once
 
 TEST(SharedDatabase, AWriterOfAnotherRecordDoesNotWait) {
