@@ -4,6 +4,7 @@
 #include <array>
 #include <cstddef>
 #include <cstring>
+#include <mutex>
 #include <utility>
 
 #include "multivalue/Engine.h"
@@ -46,6 +47,13 @@ constexpr std::string_view kOwnSettings =
     ";UseServerSidePrepare=0;UseDeclareFetch=0;Protocol=7.4-0;ByteaAsLongVarBinary=1"
     ";MaxLongVarcharSize=1073741823";
 
+// The driver changes the locale of the whole process while it connects, and reads what it has put
+// aside of it: two threads at once would read what is freed.
+std::mutex& oneConnects() {
+  static std::mutex mutex;
+  return mutex;
+}
+
 void* option(SQLULEN value) {
   return reinterpret_cast<void*>(value);  // as ODBC passes numbers
 }
@@ -84,9 +92,12 @@ void Connection::connect() {
   }
   handle_.reset(made);
   Wide whole = wideOf(withBounds(connection_, dataSourceSetting) + std::string(kOwnSettings));
-  const SQLRETURN result =
-      SQLDriverConnectW(made, nullptr, whole.data(), static_cast<SQLSMALLINT>(whole.size()),
-                        nullptr, 0, nullptr, SQL_DRIVER_NOPROMPT);
+  SQLRETURN result = SQL_ERROR;
+  {
+    const std::lock_guard<std::mutex> alone(oneConnects());
+    result = SQLDriverConnectW(made, nullptr, whole.data(), static_cast<SQLSMALLINT>(whole.size()),
+                               nullptr, 0, nullptr, SQL_DRIVER_NOPROMPT);
+  }
   if (!succeeded(result)) fail(SQL_HANDLE_DBC, made);
   lost_ = false;
   ++session_;

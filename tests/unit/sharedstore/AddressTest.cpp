@@ -5,8 +5,10 @@
 #include <sys/un.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <chrono>
 #include <map>
+#include <thread>
 
 #include "SharedStoreUnderTest.h"
 #include "sharedstore/SharedDatabase.h"
@@ -117,6 +119,22 @@ TEST(Address, AServerThatDoesNotAnswerIsPassedOver) {
   EXPECT_EQ(database->recordCount("ORGPRISECHARGE"), 0);
   EXPECT_GE(std::chrono::steady_clock::now() - before, std::chrono::milliseconds(900));
   EXPECT_LT(std::chrono::steady_clock::now() - before, std::chrono::seconds(5));
+}
+
+TEST(Address, ThreadsMayConnectAtOnce) {
+  const SharedStoreUnderTest store;
+  std::atomic<int> connected = 0;
+  std::vector<std::thread> threads;
+  for (int thread = 0; thread < 8; ++thread) {
+    threads.emplace_back([&] {
+      for (int i = 0; i < 20; ++i) {
+        sharedstore::openSharedDatabase(store.connection());
+        ++connected;
+      }
+    });
+  }
+  for (std::thread& thread : threads) thread.join();
+  EXPECT_EQ(connected, 160);
 }
 
 TEST(Address, PasswordsAreTakenOutOfTexts) {
