@@ -51,6 +51,12 @@ std::wstring described(DISPID event, const DISPPARAMS& given) {
   }
 }
 
+// Somebody else has changed the record: the control has words for it that the user can be shown.
+bool isForTheUser(DISPID event, const DISPPARAMS& given) {
+  constexpr auto kChanged = static_cast<long>(0x80040006);
+  return event == kEchec && com::numberOf(argument(given, 1)) == kChanged;
+}
+
 }  // namespace
 
 void Events::connect(IUnknown& control) {
@@ -94,6 +100,7 @@ HRESULT Events::Invoke(DISPID event, REFIID, LCID, WORD, DISPPARAMS* given, VARI
   return comBorder([&]() -> HRESULT {
     if (given == nullptr) return E_INVALIDARG;
     told_(described(event, *given));
+    if (isForTheUser(event, *given)) warned_(com::textOf(argument(*given, 2)));
     return S_OK;
   });
 }

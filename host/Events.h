@@ -1,4 +1,5 @@
-// What the control tells its host by events, in words for a status bar.
+// What the control tells its host by events, in words for a status bar; and what the user has to
+// know before he goes on, for a box.
 #pragma once
 
 #include <ocidl.h>
@@ -17,7 +18,7 @@ class Events final : public NamelessDispatch {
  public:
   using Told = std::function<void(const std::wstring& text)>;
 
-  explicit Events(Told told) : told_(std::move(told)) {}
+  Events(Told told, Told warned) : told_(std::move(told)), warned_(std::move(warned)) {}
   Events(const Events&) = delete;
   Events& operator=(const Events&) = delete;
 
@@ -34,6 +35,7 @@ class Events final : public NamelessDispatch {
   ~Events() = default;
 
   Told told_;
+  Told warned_;
   GUID source_{};
   Microsoft::WRL::ComPtr<IConnectionPoint> point_;
   DWORD cookie_ = 0;

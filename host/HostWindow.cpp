@@ -33,7 +33,8 @@ HostWindow::HostWindow(Journal& journal)
     : journal_(journal),
       frame_(new Frame(*this)),
       site_(new Site(*this, *frame_)),
-      events_(new Events([this](const std::wstring& text) { show(text); })) {
+      events_(new Events([this](const std::wstring& text) { show(text); },
+                         [this](const std::wstring& text) { warn(text); })) {
   mnemonics_.cb = sizeof mnemonics_;
   create();
 }
@@ -68,6 +69,10 @@ void HostWindow::show(const std::wstring& status) {
   if (window_ == nullptr) return;
   SetWindowTextW(status_, status.c_str());
   journal_.write("status " + com::utf8(status));
+}
+
+void HostWindow::warn(const std::wstring& text) {
+  MessageBoxW(window_, text.c_str(), kTitle, MB_OK | MB_ICONWARNING);
 }
 
 // What the status bar leaves to the control.

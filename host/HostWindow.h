@@ -46,6 +46,7 @@ class HostWindow final : private Holder {
   LRESULT handle(UINT message, WPARAM wParam, LPARAM lParam);
   void create();
   void show(const std::wstring& status);
+  void warn(const std::wstring& text);
   void connect();
   void listen();
   SIZE naturalSize() const;

@@ -8,7 +8,13 @@ desktop=TessalineTour$$ # of its own: nothing that still runs elsewhere takes it
 size=${TESSALINE_TOUR_SIZE:-1024x768}
 patience=60 # seconds for one answer
 
-windows_path() { winepath -w "$1" 2>/dev/null | tr -d '\r'; }
+# A store on a server has no path.
+windows_path() {
+  case $1 in
+    odbc:*) printf '%s' "$1" ;;
+    *) winepath -w "$1" 2>/dev/null | tr -d '\r' ;;
+  esac
+}
 
 # --- The helper that works on the windows: one command, one answer in `answer`.
 
@@ -117,9 +123,13 @@ start_host() {
   wine explorer "/desktop=$desktop,$size" "$bin/TessalineHost.exe" --store "$(windows_path "$opened")" \
     "$@" </dev/null >build/tour-host.log 2>&1 &
   started+=($!)
-  coproc HELPER { wine "$bin/TessalineTour.exe" "$desktop" 2>/dev/null; }
-  started+=("$HELPER_PID")
-  exec {helper_out}<&"${HELPER[0]}" {helper_in}>&"${HELPER[1]}"
+  local pipes
+  pipes=$(mktemp -d)
+  mkfifo "$pipes/in" "$pipes/out"
+  wine "$bin/TessalineTour.exe" "$desktop" <"$pipes/in" >"$pipes/out" 2>/dev/null &
+  started+=($!)
+  exec {helper_in}>"$pipes/in" {helper_out}<"$pipes/out"
+  rm -rf "$pipes"
 }
 
 choose_printer() { # [PICTURE]: whoever sources this has a function `picture NAME WINDOW`
