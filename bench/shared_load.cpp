@@ -8,6 +8,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <array>
 #include <chrono>
 #include <cstdio>
 #include <fstream>
@@ -29,6 +31,9 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 constexpr int kLookUpsASave = 4;
+
+// Bodies of the sample data that the checks do not let through.
+constexpr std::array<std::string_view, 3> kRefused = {"117", "128", "129"};
 
 // A client's file has a line an action: "lookup" or "save", when it began since all did and how
 // long it took, both in microseconds.
@@ -58,6 +63,7 @@ class Client {
     int position = 0;
     database_->forEachRecord(store::orgprisecharge::kFile, [&](std::string_view id, auto) {
       bodies_.emplace_back(id);
+      if (std::find(kRefused.begin(), kRefused.end(), id) != kRefused.end()) return;
       if (position++ % clients == number) own_.emplace_back(id);
     });
     if (own_.empty()) throw std::runtime_error("more clients than bodies");
@@ -76,7 +82,10 @@ class Client {
 
   void save() {
     hosted_.child<toolkit::CommandButton>("Cmd_OK").userClick();
-    if (!name().text().empty()) throw std::runtime_error("a body was not saved");
+    if (name().text().empty()) return;
+    const auto boxes = hosted_.desktop.boxes();
+    throw std::runtime_error("body " + hosted_.child<toolkit::TextBox>("Txt_CodOrgChg").text() +
+                             " was not saved: " + (boxes.empty() ? "" : boxes.back().text));
   }
 
   // What is asked for by this key stands in the server's log, and nothing has it.

@@ -42,7 +42,7 @@ def logged(path):
 
 
 def marked(text):
-    found = re.search(r"x'?(6d617271756520(?:[0-9a-f]{2})*)'", text)
+    found = re.search(r"'\\x(6D617271756520(?:[0-9A-F]{2})*)'", text)
     return bytes.fromhex(found.group(1)).decode()[len('marque '):] if found else None
 
 
@@ -54,6 +54,9 @@ def blocks(path):
         if mark is None:
             held.append(text)
         elif mark == 'end':
+            # A cursor is closed with the next message, which is the mark.
+            closed = [part for part in text.split(';') if part.startswith('CLOSE ')]
+            held[-1] = ';'.join([held[-1], *closed])
             yield name, held
         else:
             name, held = mark, []
