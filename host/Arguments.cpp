@@ -3,12 +3,15 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 
+#include "text/Version.h"
+
 namespace host {
 
 Arguments parseArguments(std::vector<std::string> words) {
   Arguments arguments;
   CLI::App app("Organismes de prise en charge : ouvre un magasin et montre le contrôle.",
                "TessalineHost");
+  app.set_version_flag("--version", std::string("TessalineHost ") + text::kVersion);
   app.add_option("--store", arguments.store, "fichier du magasin (obligatoire)")
       ->type_name("FICHIER");
   app.add_option("--rights", arguments.rights, "niveau de droits, 2 pour tous les droits")
@@ -21,6 +24,8 @@ Arguments parseArguments(std::vector<std::string> words) {
     app.parse(words);
   } catch (const CLI::CallForHelp&) {
     throw NoStart(0, app.help());
+  } catch (const CLI::CallForVersion& asked) {
+    throw NoStart(0, asked.what());
   } catch (const CLI::ParseError& error) {
     throw NoStart(2, std::string(error.what()) + "\n\n" + app.help());
   }

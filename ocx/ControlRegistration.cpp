@@ -1,6 +1,7 @@
 #include "ocx/ControlRegistration.h"
 
 #include "ocx/TypeLibrary.h"
+#include "text/Version.h"
 
 namespace ocx {
 
@@ -8,7 +9,6 @@ namespace {
 
 constexpr const wchar_t* kControlCategory = L"{40FC6ED4-2438-11CF-A3DB-080036F12502}";
 constexpr const wchar_t* kProgrammableCategory = L"{40FC6ED5-2438-11CF-A3DB-080036F12502}";
-constexpr const wchar_t* kVersion = L"1.0";
 constexpr const wchar_t* kToolboxBitmap = L"101";
 
 void append(std::vector<com::RegistryEntry>& entries, std::vector<com::RegistryEntry> more) {
@@ -24,7 +24,7 @@ std::vector<com::RegistryEntry> classEntries(const std::wstring& key, const std:
       {key + L"\\ProgID", L"", registryText(kVersionedProgId)},
       {key + L"\\VersionIndependentProgID", L"", registryText(kProgId)},
       {key + L"\\TypeLib", L"", registryText(com::guidText(libraryId()))},
-      {key + L"\\Version", L"", registryText(kVersion)},
+      {key + L"\\Version", L"", registryText(text::kInterfaceVersion)},
       {key + L"\\MiscStatus", L"", registryText(L"0")},
       {key + L"\\MiscStatus\\1", L"", registryText(std::to_wstring(kMiscStatus))},
       {key + L"\\ToolboxBitmap32", L"", registryText(file + L", " + kToolboxBitmap)},
@@ -55,13 +55,15 @@ com::RegistryTable controlTable(const std::wstring& file, com::Width width) {
   com::RegistryTable table{L"Tessaline.Replaced", {}, file, width};
   append(table.entries, classEntries(L"CLSID\\" + clsid, file));
   append(table.entries, progIdEntries(clsid));
-  append(table.entries, com::typeLibraryEntries(libraryId(), kVersion, L"Tessaline 1.0", file,
-                                                LIBFLAG_FCONTROL, width));
+  append(table.entries,
+         com::typeLibraryEntries(libraryId(), text::kInterfaceVersion,
+                                 std::wstring(L"Tessaline ") + text::kInterfaceVersion, file,
+                                 LIBFLAG_FCONTROL, width));
   append(table.entries, com::interfaceEntries(__uuidof(_Ctr_OrgPriseCharge), L"_Ctr_OrgPriseCharge",
-                                              libraryId(), kVersion));
+                                              libraryId(), text::kInterfaceVersion));
   append(table.entries,
          com::interfaceEntries(__uuidof(_Ctr_OrgPriseChargeEvents), L"_Ctr_OrgPriseChargeEvents",
-                               libraryId(), kVersion, com::Interface::Dispatch));
+                               libraryId(), text::kInterfaceVersion, com::Interface::Dispatch));
   return table;
 }
 

@@ -1,12 +1,11 @@
 #include "storecom/StoreRegistration.h"
 
 #include "storecom/Classes.h"
+#include "text/Version.h"
 
 namespace storecom {
 
 namespace {
-
-constexpr const wchar_t* kVersion = L"1.0";
 
 struct Class {
   const GUID& id;
@@ -38,7 +37,7 @@ void addClass(com::RegistryTable& table, const Class& type) {
   add(key + L"\\ProgID", L"", name + L".1");
   add(key + L"\\VersionIndependentProgID", L"", name);
   add(key + L"\\TypeLib", L"", com::guidText(kStoreLibrary));
-  add(key + L"\\Version", L"", kVersion);
+  add(key + L"\\Version", L"", text::kInterfaceVersion);
   table.entries.push_back({key + L"\\Programmable", L"", {}});
 }
 
@@ -47,8 +46,9 @@ void addClass(com::RegistryTable& table, const Class& type) {
 com::RegistryTable storeTable(const std::wstring& file, com::Width width) {
   com::RegistryTable table{L"TessalineStore.Replaced", {}, file, width};
   for (const Class& type : kClasses) addClass(table, type);
-  for (com::RegistryEntry& entry : com::typeLibraryEntries(
-           kStoreLibrary, kVersion, L"Tessaline: a store in a file", file, 0, width)) {
+  for (com::RegistryEntry& entry :
+       com::typeLibraryEntries(kStoreLibrary, text::kInterfaceVersion,
+                               L"Tessaline: a store in a file", file, 0, width)) {
     table.entries.push_back(std::move(entry));
   }
   return table;

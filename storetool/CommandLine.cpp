@@ -20,6 +20,7 @@
 #include "storetool/ProgressBar.h"
 #include "storetool/TextRecord.h"
 #include "storetool/Transfer.h"
+#include "text/Version.h"
 
 namespace storetool {
 
@@ -244,6 +245,7 @@ int runCommandLine(const std::vector<std::string>& arguments, std::ostream& out,
                "tessaline-store");
   app.footer(kExitCodes);
   app.require_subcommand(1);
+  app.set_version_flag("--version", std::string("tessaline-store ") + text::kVersion);
   const auto addAlone = [&](const char* name, const char* description, int (Commands::*command)()) {
     CLI::App* added = app.add_subcommand(name, description);
     added->callback([&chosen, &commands, command] {

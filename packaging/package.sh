@@ -1,0 +1,94 @@
+# The parts of ./package; source it from bash after lib.sh. `certificate` is a file, or empty.
+#   make_package WIDTH      x64 or x86: its files under out/package. Needs wine with a prefix
+version=$(sed -nE 's/^project\(Tessaline VERSION ([0-9.]+).*/\1/p' CMakeLists.txt)
+shipped_targets=(Tessaline TessalineStore TessalineHost tessaline-store)
+shipped_binaries=(Tessaline.ocx TessalineStore.dll TessalineHost.exe tessaline-store.exe)
+
+# When the commit was made: what packages are given as the time of their files.
+commit_time() { git log -1 --format=%ct 2>/dev/null || echo 1767225600; }
+
+tool() { # WIDTH NAME
+  case $1 in
+    x64) echo "x86_64-w64-mingw32-$2" ;;
+    x86) echo "i686-w64-mingw32-$2" ;;
+  esac
+}
+
+sign() { # FILE
+  [ -n "$certificate" ] || return 0
+  osslsigncode sign -pkcs12 "$certificate" -pass "${TESSALINE_SIGN_PASSWORD:-}" -n Tessaline \
+    -h sha256 -in "$1" -out "$1.signed" >>build/sign.log 2>&1 || { tail -5 build/sign.log; fail "signing $1"; }
+  mv "$1.signed" "$1"
+}
+
+# The binaries without their symbols, which go beside.
+stage_binaries() { # WIDTH STAGE
+  local -x SOURCE_DATE_EPOCH=$(commit_time)
+  local bin=build/windows-$1/bin name
+  mkdir -p "out/package/symbols-$1"
+  for name in "${shipped_binaries[@]}"; do
+    "$(tool "$1" objcopy)" --only-keep-debug "$bin/$name" "out/package/symbols-$1/$name.debug"
+    "$(tool "$1" strip)" --strip-all -o "$2/$name" "$bin/$name"
+    sign "$2/$name"
+  done
+  cp "$bin/Tessaline.manifest" "$bin/TessalineStore.manifest" "$2"
+}
+
+# For those who write hosts: what is to be compiled against, and examples.
+stage_development() { # WIDTH STAGE
+  local made=build/windows-$1
+  mkdir -p "$2/developpement"
+  cp "$made/ocx/generated/Tessaline.tlb" "$made/ocx/generated/Tessaline.idl" \
+    "$made/ocx/generated/ocx/TessalineTypes.h" "$made/storecom/TessalineStore.tlb" \
+    "$made/storecom/TessalineStore.idl" "$2/developpement"
+  cp -r examples "$2/exemples"
+  rm -f "$2/exemples/cpp/CMakeLists.txt"
+}
+
+stage_documents() { # STAGE
+  cp LICENSE "$1/LICENSE.txt"
+  cp CHANGELOG.md SECURITY.md THIRD-PARTY.md "$1"
+  mkdir -p "$1/documents"
+  cp -r docs/guide docs/images docs/{embedding,exploitation,guide-utilisateur,local-store}.md \
+    docs/{printed-documents,record-layouts,shared-store}.md "$1/documents"
+  mkdir -p "$1/modele"
+  build/native-release/bin/tessaline-store create "$1/modele/vide.store"
+}
+
+# Times are the commit's, and who may read is the same everywhere.
+even_out() { # STAGE
+  find "$1" -type f -exec chmod 644 {} + -exec touch -d "@$(commit_time)" {} +
+  find "$1" -type d -exec chmod 755 {} + -exec touch -d "@$(commit_time)" {} +
+}
+
+make_msi() { # STAGE ROWS WIDTH SCOPE TARGET [VERSION]
+  local description=build/package-$3-$4.wxs
+  packaging/wxs.py "$1" "$2" "${6:-$version}" "$3" "$4" >"$description"
+  (cd "$1" && wixl -a "$3" -o "$ROOT/$5" "$ROOT/$description") >"build/package-$3-$4.log" 2>&1 || { tail -5 "build/package-$3-$4.log"; fail "making $5"; }
+  packaging/even-msi.py "$5" "$(commit_time)"
+}
+
+stage() { # WIDTH STAGE: all files as they are to stand on a machine
+  rm -rf "$2"
+  mkdir -p "$2"
+  stage_binaries "$1" "$2"
+  stage_development "$1" "$2"
+  stage_documents "$2"
+  (cd "$2" && find . -type f ! -name SHA256SUMS | sed 's#^\./##' | LC_ALL=C sort | xargs -d '\n' sha256sum >SHA256SUMS)
+  even_out "$2"
+}
+
+make_package() { # WIDTH
+  local name=tessaline-$version-$1 files rows=build/package-$1.rows scope
+  files=build/package-$1/$name
+  say "packaging $name"
+  mkdir -p out/package
+  wine build/windows-x64/bin/registry_rows.exe "$1" 2>/dev/null | tr -d '\r' >"$rows"
+  [ -s "$rows" ] || fail "no registry rows of $1"
+  stage "$1" "$files"
+  packaging/zip.py "out/package/$name.zip" "$files"
+  for scope in machine user; do
+    make_msi "$files" "$rows" "$1" "$scope" "out/package/$name-$scope.msi"
+    sign "out/package/$name-$scope.msi"
+  done
+}
