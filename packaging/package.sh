@@ -61,6 +61,12 @@ even_out() { # STAGE
   find "$1" -type d -exec chmod 755 {} + -exec touch -d "@$(commit_time)" {} +
 }
 
+# What the files are, so that a damaged or changed one is found.
+sums() { # STAGE
+  (cd "$1" && find . -type f ! -name SHA256SUMS | sed 's#^\./##' | LC_ALL=C sort | xargs -d '\n' sha256sum >SHA256SUMS)
+  even_out "$1"
+}
+
 make_msi() { # STAGE ROWS WIDTH SCOPE TARGET [VERSION]
   local description=build/package-$3-$4.wxs
   packaging/wxs.py "$1" "$2" "${6:-$version}" "$3" "$4" >"$description"
@@ -74,8 +80,7 @@ stage() { # WIDTH STAGE: all files as they are to stand on a machine
   stage_binaries "$1" "$2"
   stage_development "$1" "$2"
   stage_documents "$2"
-  (cd "$2" && find . -type f ! -name SHA256SUMS | sed 's#^\./##' | LC_ALL=C sort | xargs -d '\n' sha256sum >SHA256SUMS)
-  even_out "$2"
+  sums "$2"
 }
 
 make_package() { # WIDTH

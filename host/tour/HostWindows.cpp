@@ -159,6 +159,15 @@ std::wstring HostWindows::focused() const {
   return L"=" + textOf(keyboard.hwndFocus);
 }
 
+bool HostWindows::parked() const {
+  const HWND host = frame();
+  GUITHREADINFO keyboard{};
+  keyboard.cbSize = sizeof keyboard;
+  return host != nullptr &&
+         GetGUIThreadInfo(GetWindowThreadProcessId(host, nullptr), &keyboard) != FALSE &&
+         classOf(keyboard.hwndFocus) == kSurfaceClass;
+}
+
 HWND HostWindows::surface() const {
   const HWND host = frame();
   if (host == nullptr) return nullptr;

@@ -31,6 +31,8 @@ class HostWindows {
   HWND control(const std::wstring& name) const;
   // What has the keyboard, as `control` would find it; "" for nothing of the host's.
   std::wstring focused() const;
+  // Has the control itself the keyboard, as while it is busy and drops what is typed?
+  bool parked() const;
   // The window of the control as a whole.
   HWND surface() const;
   // The visible message box of the host; its window is null when there is none.

@@ -136,9 +136,16 @@ std::wstring window(const std::wstring& name) {
          std::to_wstring(place.top);
 }
 
+// A user who sees the pointer of a busy program waits; not for ever.
+void waitWhileBusy() {
+  constexpr DWORD kLong = 2000;
+  for (DWORD waited = 0; waited < kLong && windows.parked(); waited += kPause) Sleep(kPause);
+}
+
 // Key by key, each taken in before the next is sent: what a key does may change what has the focus.
 std::wstring type(const std::wstring& text) {
   for (const wchar_t character : text) {
+    waitWhileBusy();
     typeText({&character, 1});
     settle(windows.frame());
   }
@@ -146,6 +153,7 @@ std::wstring type(const std::wstring& text) {
 }
 
 std::wstring key(const std::wstring& name) {
+  waitWhileBusy();
   pressKey(name);
   settle(windows.frame());
   return {};
