@@ -52,7 +52,8 @@ stage_documents() { # STAGE
   cp -r docs/guide docs/images docs/{embedding,exploitation,guide-utilisateur,local-store}.md \
     docs/{printed-documents,record-layouts,shared-store}.md "$1/documents"
   mkdir -p "$1/modele"
-  build/native-release/bin/tessaline-store create "$1/modele/vide.store"
+  wine build/windows-x64/bin/tessaline-store.exe create "$(winepath -w "$1/modele" | tr -d '\r')\\vide.store" 2>/dev/null
+  [ -s "$1/modele/vide.store" ] || fail "no empty store"
 }
 
 # Times are the commit's, and who may read is the same everywhere.
