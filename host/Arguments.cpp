@@ -12,8 +12,10 @@ Arguments parseArguments(std::vector<std::string> words) {
   CLI::App app("Organismes de prise en charge : ouvre un magasin et montre le contrôle.",
                "TessalineHost");
   app.set_version_flag("--version", std::string("TessalineHost ") + text::kVersion);
-  app.add_option("--store", arguments.store, "fichier du magasin (obligatoire)")
+  app.add_option("--store", arguments.store,
+                 "fichier du magasin, ou odbc: et une connexion ; sinon le dernier ouvert")
       ->type_name("FICHIER");
+  app.add_flag("--create", arguments.create, "créer d'abord ce magasin, vide");
   app.add_option("--rights", arguments.rights, "niveau de droits, 2 pour tous les droits")
       ->type_name("N")
       ->capture_default_str();
@@ -29,7 +31,9 @@ Arguments parseArguments(std::vector<std::string> words) {
   } catch (const CLI::ParseError& error) {
     throw NoStart(2, std::string(error.what()) + "\n\n" + app.help());
   }
-  if (arguments.store.empty()) throw NoStart(2, "Il manque --store FICHIER.\n\n" + app.help());
+  if (arguments.create && arguments.store.empty()) {
+    throw NoStart(2, "Il manque --store FICHIER.\n\n" + app.help());
+  }
   return arguments;
 }
 

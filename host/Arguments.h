@@ -8,9 +8,12 @@
 namespace host {
 
 struct Arguments {
-  std::string store;   // path of the store's file
-  long rights = 2;     // level of the right to edit: 2 is full rights, anything else consultation
-  std::string record;  // file that the host's doings are written to, "" for none
+  // The store's file, or a server's by "odbc:"; "" for the one that was opened last, or the one
+  // that the user then chooses.
+  std::string store;
+  bool create = false;  // the store is to be made first
+  long rights = 2;      // level of the right to edit: 2 is full rights, anything else consultation
+  std::string record;   // file that the host's doings are written to, "" for none
 };
 
 // The command line asks for no start: it is wrong, or asks for help.

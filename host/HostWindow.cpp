@@ -7,6 +7,7 @@
 
 #include "com/ComBorder.h"
 #include "com/LateBound.h"
+#include "host/Menu.h"
 
 namespace host {
 
@@ -29,8 +30,9 @@ int pixels(LONG himetric, UINT dpi) {
 
 }  // namespace
 
-HostWindow::HostWindow(Journal& journal)
+HostWindow::HostWindow(Journal& journal, Settings& settings)
     : journal_(journal),
+      settings_(settings),
       frame_(new Frame(*this)),
       site_(new Site(*this, *frame_)),
       events_(new Events([this](const std::wstring& text) { show(text); },
@@ -59,7 +61,7 @@ void HostWindow::create() {
   type.lpszClassName = kClassName;
   RegisterClassExW(&type);
   CreateWindowExW(0, kClassName, kTitle, kStyle, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT,
-                  CW_USEDEFAULT, nullptr, nullptr, type.hInstance, this);
+                  CW_USEDEFAULT, nullptr, makeMenu(), type.hInstance, this);
   if (window_ == nullptr) throw com::Error(HRESULT_FROM_WIN32(GetLastError()), "CreateWindowEx");
   status_ = CreateWindowExW(0, STATUSCLASSNAMEW, L"", WS_CHILD | WS_VISIBLE | SBARS_SIZEGRIP, 0, 0,
                             0, 0, window_, nullptr, type.hInstance, nullptr);
@@ -90,6 +92,7 @@ void HostWindow::hold(const ComPtr<IUnknown>& control) {
   com::check(control_.As(&object_), "IOleObject");
   connect();
   fitToControl();
+  putWhereItWas();
   RECT area = place();
   ShowWindow(window_, SW_SHOWDEFAULT);
   com::check(object_->DoVerb(OLEIVERB_INPLACEACTIVATE, nullptr, site_, 0, window_, &area),
@@ -131,7 +134,7 @@ void HostWindow::fitToControl() {
   RECT bar{};
   GetWindowRect(status_, &bar);
   RECT outer{0, 0, natural.cx, natural.cy + (bar.bottom - bar.top)};
-  AdjustWindowRectExForDpi(&outer, kStyle, FALSE, 0, GetDpiForWindow(window_));
+  AdjustWindowRectExForDpi(&outer, kStyle, TRUE, 0, GetDpiForWindow(window_));
   MONITORINFO monitor{};
   monitor.cbSize = sizeof monitor;
   GetMonitorInfoW(MonitorFromWindow(window_, MONITOR_DEFAULTTOPRIMARY), &monitor);
@@ -141,6 +144,23 @@ void HostWindow::fitToControl() {
   SetWindowPos(window_, nullptr, work.left + (work.right - work.left - width) / 2,
                work.top + (work.bottom - work.top - height) / 2, width, height,
                SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+// Not on a monitor that is gone.
+void HostWindow::putWhereItWas() {
+  std::optional<WINDOWPLACEMENT> placement = settings_.placement();
+  if (!placement ||
+      MonitorFromRect(&placement->rcNormalPosition, MONITOR_DEFAULTTONULL) == nullptr) {
+    return;
+  }
+  placement->showCmd = SW_HIDE;
+  SetWindowPlacement(window_, &*placement);
+}
+
+void HostWindow::keepPlace() {
+  WINDOWPLACEMENT placement{};
+  placement.length = sizeof placement;
+  if (GetWindowPlacement(window_, &placement) != FALSE) settings_.setPlacement(placement);
 }
 
 RECT HostWindow::place() const {
@@ -361,7 +381,11 @@ LRESULT HostWindow::handle(UINT message, WPARAM wParam, LPARAM lParam) {
       journal_.write("W_Sortir");
       DestroyWindow(window);
       return 0;
+    case WM_COMMAND:
+      if (lParam == 0 && runMenuCommand(LOWORD(wParam), window)) return 0;
+      break;
     case WM_DESTROY:
+      keepPlace();
       release();
       PostQuitMessage(0);
       return 0;

@@ -7,6 +7,7 @@
 
 #include "host/Events.h"
 #include "host/Journal.h"
+#include "host/Settings.h"
 #include "host/Site.h"
 
 namespace host {
@@ -17,8 +18,8 @@ namespace host {
 // com::Error.
 class HostWindow final : private Holder {
  public:
-  // The journal must outlive the window.
-  explicit HostWindow(Journal& journal);
+  // The journal and the settings, which keep the window's place, must outlive the window.
+  HostWindow(Journal& journal, Settings& settings);
   HostWindow(const HostWindow&) = delete;
   HostWindow& operator=(const HostWindow&) = delete;
   ~HostWindow() override;
@@ -51,6 +52,8 @@ class HostWindow final : private Holder {
   void listen();
   SIZE naturalSize() const;
   void fitToControl();
+  void putWhereItWas();
+  void keepPlace();
   void placeControl();
   void updateScrollBars();
   void scroll(int bar, WORD request);
@@ -62,6 +65,7 @@ class HostWindow final : private Holder {
   void release();
 
   Journal& journal_;
+  Settings& settings_;
   HWND window_ = nullptr;
   Frame* frame_;
   Site* site_;

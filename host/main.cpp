@@ -4,6 +4,7 @@
 #include <commctrl.h>
 #include <shellapi.h>
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -14,6 +15,8 @@
 #include "host/HostWindow.h"
 #include "host/Journal.h"
 #include "host/Library.h"
+#include "host/Settings.h"
+#include "host/StoreChoice.h"
 
 namespace com {
 const wchar_t* errorSource() { return L"TessalineHost"; }
@@ -83,18 +86,47 @@ struct Libraries {
   Library controls{L"Tessaline.ocx"};
 };
 
-void start(const Arguments& arguments, const Libraries& libraries, HostWindow& window,
-           Journal& journal) {
+struct Opened {
+  ComPtr<IDispatch> client;
+  ComPtr<IDispatch> database;
+};
+
+Opened openStore(const Libraries& libraries, const std::wstring& address, bool create) {
   const ComPtr<IDispatch> client = automationOf(libraries.stores.create(L"Client"));
   const ComPtr<IDispatch> database = com::LateBound(client).callForObject(
-      L"OpenDatabase", words(com::Variant::ofText(com::wide(arguments.store))));
-  journal.write("opened " + arguments.store);
+      create ? L"CreateDatabase" : L"OpenDatabase", words(com::Variant::ofText(address)));
+  return {client, database};
+}
 
+// The store that the command line names, else the last one, else what the user chooses; nothing
+// when he gives up.
+std::optional<Opened> openWanted(const Arguments& arguments, const Libraries& libraries,
+                                 Settings& settings, Journal& journal) {
+  const bool named = !arguments.store.empty();
+  StoreChoice choice{named ? com::wide(arguments.store) : settings.store(), arguments.create};
+  if (choice.path.empty()) choice = chooseStore(nullptr);
+  while (!choice.path.empty()) {
+    try {
+      const Opened opened = openStore(libraries, choice.path, choice.isNew);
+      settings.setStore(choice.path);
+      journal.write("opened " + com::utf8(choice.path));
+      return opened;
+    } catch (const std::exception& failure) {
+      if (named) throw;
+      tell(failure.what(), MB_ICONERROR);
+    }
+    choice = chooseStore(nullptr);
+  }
+  return std::nullopt;
+}
+
+void start(const Arguments& arguments, const Libraries& libraries, const Opened& opened,
+           HostWindow& window, Journal& journal) {
   const ComPtr<IUnknown> created = libraries.controls.create(L"Ctr_OrgPriseCharge");
   window.hold(created);
   com::LateBound control(automationOf(created));
-  control.put(L"TheClient", object(client));
-  control.put(L"TheDatabase", object(database));
+  control.put(L"TheClient", object(opened.client));
+  control.put(L"TheDatabase", object(opened.database));
   control.put(L"DroitsUtilisateur", object(rightsOfLevel(libraries.stores, arguments.rights)));
   control.call(L"Init");
   window.enterControl();
@@ -106,9 +138,12 @@ int runHost() {
     const Arguments arguments = parseArguments(commandLine());
     Journal journal(arguments.record);
     const Libraries libraries;
+    Settings settings;
     {
-      HostWindow window(journal);
-      start(arguments, libraries, window, journal);
+      const std::optional<Opened> opened = openWanted(arguments, libraries, settings, journal);
+      if (!opened) return 0;
+      HostWindow window(journal, settings);
+      start(arguments, libraries, *opened, window, journal);
       window.run();
     }
     journal.write(libraries.controls.unused() ? "control released" : "control kept");

@@ -111,6 +111,10 @@ class Installer:
             Id=identifier('S', SHORTCUT), Name=SHORTCUT if self.width == 'x64' else SHORTCUT + ' (32 bits)',
             Description='Organismes de prise en charge', Target=f'[INSTALLDIR]{PROGRAM}',
             WorkingDirectory='INSTALLDIR') + '/>')
+        # What the host remembers of its user goes with it.
+        self.put(depth + 1, '<RegistryValue ' + attributes(
+            Id=identifier('R', 'settings'), Root='HKCU', Key='Software\\Tessaline\\Démonstration',
+            Name=WITH_ALL, Type='string', Value='') + '/>')
         self.put(depth + 1, '<RegistryValue ' + attributes(
             Id=identifier('R', 'shortcut'), Root='HKCU', Key='Software\\Tessaline\\Installation',
             Name=self.width, Type='string', Value=self.version, KeyPath='yes') + '/>')

@@ -12,7 +12,7 @@ namespace storecom {
 namespace {
 
 // As in the type library.
-enum ClientMember : DISPID { kOpenDatabase = 1 };
+enum ClientMember : DISPID { kOpenDatabase = 1, kCreateDatabase = 2 };
 enum DatabaseMember : DISPID { kOpenFile = 1, kExecuteSentence = 2, kNewDynamicArray = 3 };
 enum FileMember : DISPID {
   kReadRecord = 1,
@@ -37,10 +37,12 @@ std::vector<std::string> attributesOf(const store::DynamicArray& list) {
 ClientObject::ClientObject() : Automation(kClientDispatch) {}
 
 int ClientObject::mostArguments(DISPID member, bool isPut) const {
-  return member == kOpenDatabase && !isPut ? 2 : -1;
+  if (isPut || (member != kOpenDatabase && member != kCreateDatabase)) return -1;
+  return member == kOpenDatabase ? 2 : 1;
 }
 
-com::Variant ClientObject::call(DISPID, const Arguments& arguments) {
+com::Variant ClientObject::call(DISPID member, const Arguments& arguments) {
+  if (member == kCreateDatabase) return object<DatabaseObject>(stores::create(arguments.text(0)));
   const bool readOnly = arguments.has(1) && arguments.boolean(1);
   return object<DatabaseObject>(stores::open(arguments.text(0), readOnly));
 }

@@ -165,7 +165,8 @@ bool HostWindows::parked() const {
   keyboard.cbSize = sizeof keyboard;
   return host != nullptr &&
          GetGUIThreadInfo(GetWindowThreadProcessId(host, nullptr), &keyboard) != FALSE &&
-         classOf(keyboard.hwndFocus) == kSurfaceClass;
+         ((keyboard.flags & GUI_INMENUMODE) != 0 || keyboard.hwndFocus == host ||
+          classOf(keyboard.hwndFocus) == kSurfaceClass);
 }
 
 HWND HostWindows::surface() const {

@@ -19,6 +19,7 @@
 //   surface            the size of the control's window: "WIDTHxHEIGHT"
 //   size WIDTH HEIGHT  the host's window is made so large, in pixels
 //   state NAME         "shown" or "hidden", then "enabled" or "disabled"
+//   dialog TITLE       waits until the window with that title has the keyboard
 //   box                waits for a message box: its title, text and buttons, separated by "|"
 //   button CAPTION     where the middle of a button of the box is
 //   closed             until that box is closed; another may have followed
@@ -224,6 +225,16 @@ std::wstring box(const std::wstring&) {
 
 HWND askedBox = nullptr;  // the box that `button` was last asked of
 
+// The system's own, whoever it belongs to.
+std::wstring dialog(const std::wstring& title) {
+  const auto inFront = [&title] {
+    const HWND front = GetForegroundWindow();
+    return front != nullptr && textOf(front) == title;
+  };
+  require(until(inFront), L"no dialog " + title);
+  return {};
+}
+
 std::wstring boxButton(const std::wstring& caption) {
   const Box box = windows.box();
   const HWND button = windows.button(box, caption);
@@ -267,7 +278,7 @@ const std::map<std::string, Command> kCommands = {
     {"lines", lines},      {"await", await},   {"state", state}, {"box", box},
     {"button", boxButton}, {"closed", closed}, {"quiet", quiet}, {"close", close},
     {"end", end},          {"host", host},     {"focus", focus}, {"surface", surface},
-    {"size", size},
+    {"size", size},        {"dialog", dialog},
 };
 
 std::string onOneLine(std::string text) {
