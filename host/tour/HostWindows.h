@@ -31,8 +31,8 @@ class HostWindows {
   HWND control(const std::wstring& name) const;
   // What has the keyboard, as `control` would find it; "" for nothing of the host's.
   std::wstring focused() const;
-  // Is the keyboard in no field yet or any more: at the host's window or its menu, or at the control
-  // itself, which drops what is typed while it is busy?
+  // Is the keyboard in no field yet or any more: at the host's window or its menu, or at the
+  // control itself, which drops what is typed while it is busy?
   bool parked() const;
   // The window of the control as a whole.
   HWND surface() const;
