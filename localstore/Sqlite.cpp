@@ -268,8 +268,9 @@ WriteScope::WriteScope(Connection& connection)
 }
 
 WriteScope::~WriteScope() {
+  if (!open_) return;
   --connection_.writeScopes_;
-  if (!open_ || !connection_.inTransaction()) return;
+  if (!connection_.inTransaction()) return;
   try {
     connection_.execute(nested_ ? "ROLLBACK TO part; RELEASE part" : "ROLLBACK");
   } catch (const store::StoreError&) {
@@ -287,6 +288,7 @@ void WriteScope::commit() {
   requireTransaction();
   Query(connection_, nested_ ? "RELEASE part" : "COMMIT").run();
   open_ = false;
+  --connection_.writeScopes_;
 }
 
 ReadScope::ReadScope(Connection& connection)
