@@ -1,6 +1,8 @@
 // Many clients at once on one store: each a process of its own with a control, which looks a body
-// up, changes it, saves it and begins again, as fast as it can.
-//   shared_load run ADDRESS CLIENTS SECONDS FOLDER   a file of times a client, see Times below
+// up, changes it, saves it and begins again, as fast as it can or at a pace.
+//   shared_load run ADDRESS CLIENTS SECONDS FOLDER [PACE]   a file of times a client, see Times
+//                                                            below; PACE: an action a client every
+//                                                            so many milliseconds, as users do
 //   shared_load once ADDRESS                         each body looked up, and saved twice, between
 //   marks
 // A look-up is of any body; a save is of one that the client has for itself, so that none is
@@ -19,6 +21,7 @@
 #include <random>
 #include <stdexcept>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "bench/Hosted.h"
@@ -103,31 +106,55 @@ class Client {
   std::vector<std::string> own_;
 };
 
-void work(const std::string& address, int number, int clients, Clock::time_point begun,
-          std::chrono::seconds time, const std::string& path) {
-  Client client(address, number, clients);
+struct Load {
+  int clients = 0;
+  std::chrono::seconds time{};
+  std::chrono::milliseconds pace{};
+};
+
+// Turns come in regular distances, each client's at another moment.
+class Turns {
+ public:
+  Turns(const Load& load, int number, Clock::time_point begun)
+      : pace_(load.pace), next_(begun + load.pace * number / load.clients) {}
+  void wait() {
+    if (pace_.count() == 0) return;
+    std::this_thread::sleep_until(next_);
+    next_ += pace_;
+  }
+
+ private:
+  std::chrono::milliseconds pace_;
+  Clock::time_point next_;
+};
+
+void work(const std::string& address, int number, const Load& load, Clock::time_point begun,
+          const std::string& path) {
+  Client client(address, number, load.clients);
   Times times(path, begun);
+  Turns turns(load, number, Clock::now());
   std::mt19937 random(static_cast<unsigned>(number));
   const auto anyOf = [&](const std::vector<std::string>& codes) {
     return codes[random() % codes.size()];
   };
-  while (Clock::now() - begun < time) {
+  while (Clock::now() - begun < load.time) {
     for (int i = 0; i < kLookUpsASave; ++i) {
       const std::string code = i + 1 < kLookUpsASave ? anyOf(client.bodies()) : anyOf(client.own());
+      turns.wait();
       times.take("lookup", [&] { client.lookUp(code); });
     }
     client.change();
+    turns.wait();
     times.take("save", [&] { client.save(); });
   }
 }
 
-int run(const std::string& address, int clients, std::chrono::seconds time,
-        const std::string& folder) {
+int run(const std::string& address, const Load& load, const std::string& folder) {
   const auto begun = Clock::now();
-  for (int number = 0; number < clients; ++number) {
+  for (int number = 0; number < load.clients; ++number) {
     if (fork() != 0) continue;
     try {
-      work(address, number, clients, begun, time, folder + "/client-" + std::to_string(number));
+      work(address, number, load, begun, folder + "/client-" + std::to_string(number));
     } catch (const std::exception& failure) {
       std::cerr << "client " << number << ": " << failure.what() << '\n';
       _exit(1);
@@ -164,16 +191,18 @@ int once(const std::string& address) {
 int main(int count, char** words) {
   const std::vector<std::string> arguments(words + 1, words + count);
   try {
-    if (arguments.size() == 5 && arguments[0] == "run") {
-      return run(arguments[1], std::stoi(arguments[2]),
-                 std::chrono::seconds(std::stoi(arguments[3])), arguments[4]);
+    if ((arguments.size() == 5 || arguments.size() == 6) && arguments[0] == "run") {
+      const int pace = arguments.size() == 6 ? std::stoi(arguments[5]) : 0;
+      const Load load{std::stoi(arguments[2]), std::chrono::seconds(std::stoi(arguments[3])),
+                      std::chrono::milliseconds(pace)};
+      return run(arguments[1], load, arguments[4]);
     }
     if (arguments.size() == 2 && arguments[0] == "once") return once(arguments[1]);
   } catch (const std::exception& failure) {
     std::cerr << failure.what() << '\n';
     return 1;
   }
-  std::cerr << "usage: shared_load run ADDRESS CLIENTS SECONDS FOLDER\n"
+  std::cerr << "usage: shared_load run ADDRESS CLIENTS SECONDS FOLDER [PACE]\n"
                "       shared_load once ADDRESS\n";
   return 2;
 }

@@ -42,7 +42,7 @@ def logged(path):
 
 
 def marked(text):
-    found = re.search(r"'\\x(6D617271756520(?:[0-9A-F]{2})*)'", text)
+    found = re.search(r"'\\{1,2}x(6d617271756520(?:[0-9a-f]{2})*)'", text)
     return bytes.fromhex(found.group(1)).decode()[len('marque '):] if found else None
 
 
