@@ -107,7 +107,7 @@ std::optional<Opened> openWanted(const Arguments& arguments, const Libraries& li
   if (choice.path.empty()) choice = chooseStore(nullptr);
   while (!choice.path.empty()) {
     try {
-      const Opened opened = openStore(libraries, choice.path, choice.isNew);
+      Opened opened = openStore(libraries, choice.path, choice.isNew);
       settings.setStore(choice.path);
       journal.write("opened " + com::utf8(choice.path));
       return opened;

@@ -150,9 +150,9 @@ class Update {
     std::vector<Replacement> changed;
     for (Replacement& each : block_) {
       std::optional<std::string> after;
-      if (lastDayOf(*each.before)) {
+      if (lastDayOf(each.textBefore())) {
         const std::optional<Period>& period = periods.at(numberOf(each));
-        if (period) after = beginPeriod(*each.before, *period);
+        if (period) after = beginPeriod(each.textBefore(), *period);
       }
       (after ? modified_ : limit_).add(each.id);
       if (!after) continue;
@@ -173,9 +173,10 @@ class Update {
   std::map<std::string, std::optional<Period>> periodsOfBlock() {
     std::map<std::string, std::optional<Period>> periods;
     for (const Replacement& each : block_) {
-      if (lastDayOf(*each.before)) periods.try_emplace(numberOf(each));
+      if (lastDayOf(each.textBefore())) periods.try_emplace(numberOf(each));
     }
     std::vector<std::string> numbers;
+    numbers.reserve(periods.size());
     for (const auto& [number, period] : periods) numbers.push_back(number);
     const auto elements = engine_.readAllLocked(*elements_, numbers);
     for (std::size_t i = 0; i < numbers.size(); ++i) {

@@ -169,6 +169,7 @@ struct Client {
       const auto file = catalogue.forWriting(name);
       std::vector<Replacement> all = replacements(*file, records);
       std::vector<std::string> ids;
+      ids.reserve(all.size());
       for (const Replacement& each : all) ids.push_back(each.id);
       std::vector<std::optional<std::string>> stored = engine->readAllLocked(*file, ids);
       for (std::size_t i = 0; i < all.size(); ++i) all[i].before = std::move(stored[i]);
@@ -185,11 +186,14 @@ struct Client {
   // it: a text that is there already may be another client's.
   void exchangeAgain(const SeenRecords::Seen& record, const std::string& text,
                      const store::StoreError& unknown) {
-    if (!isStored(record.file(), record.id(), record.text())) throw unknown;
+    const auto told = [&unknown] {
+      return store::StoreError(unknown.code(), unknown.what(), unknown.member());
+    };
+    if (!isStored(record.file(), record.id(), record.text())) throw told();
     try {
       whole([&] { exchange(record, text); });
     } catch (const store::StoreError& failure) {
-      if (failure.code() == store::kChanged) throw unknown;
+      if (failure.code() == store::kChanged) throw told();
       throw;
     }
   }

@@ -91,6 +91,9 @@ struct Replacement {
   std::string id;
   std::optional<std::string> before;
   std::string after;
+
+  // What it takes the place of, empty where that is no record.
+  std::string_view textBefore() const { return before ? std::string_view(*before) : ""; }
 };
 
 class Engine {
@@ -134,6 +137,7 @@ class Engine {
   virtual std::vector<std::optional<std::string>> readAllLocked(
       const FileDescription& file, const std::vector<std::string>& ids) {
     std::vector<std::optional<std::string>> records;
+    records.reserve(ids.size());
     for (const std::string& id : ids) records.push_back(readLocked(file, id));
     return records;
   }

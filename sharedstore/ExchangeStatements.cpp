@@ -119,7 +119,7 @@ Sql updated(const FileDescription& file, const std::vector<const Replacement*>& 
           " r SET record = v.after FROM (VALUES ");
   bool any = false;
   for (const Replacement* const each : some) {
-    sql.add(any ? ", (" : "(").bytes(each->id).add(", ").bytes(*each->before).add(", ");
+    sql.add(any ? ", (" : "(").bytes(each->id).add(", ").bytes(each->textBefore()).add(", ");
     sql.bytes(each->after).add(")");
     any = true;
   }

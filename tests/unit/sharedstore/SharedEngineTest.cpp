@@ -80,7 +80,6 @@ class PushedDown : public Shared {
   PushedDown() {
     const auto transaction = database_->begin();
     for (int i = 0; i < 40; ++i) {
-      const std::string number = std::to_string(i);
       database_->write("ACCORD", std::to_string(100 + i),
                        recordOf({{accord::OrgChgAcc, i % 2 == 0 ? "001" : "002"},
                                  {accord::DateFinAcc, i == 7   ? "1,5"
