@@ -16,7 +16,6 @@ using Microsoft::WRL::ComPtr;
 namespace {
 
 constexpr const wchar_t* kClassName = L"TessalineHost";
-constexpr const wchar_t* kTitle = L"Organismes de prise en charge";
 constexpr DWORD kStyle = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN;
 constexpr UINT kLeave = WM_APP + 1;
 constexpr UINT kEnterByTab = WM_APP + 2;

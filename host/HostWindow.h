@@ -12,6 +12,9 @@
 
 namespace host {
 
+// Of the window, and of every box of the host's own.
+inline constexpr const wchar_t* kTitle = L"Organismes de prise en charge";
+
 // As large as its control wants to be, and to be enlarged at will; in a smaller window the control
 // keeps its size and can be scrolled. The window closes by itself when the control's `W_Sortir`
 // becomes true. What the control tells by events stands in the status bar below it. Errors are

@@ -11,12 +11,12 @@ namespace host {
 
 using Microsoft::WRL::ComPtr;
 
-namespace {
-
 std::wstring besideProgram(const std::wstring& fileName) {
   const std::wstring program = com::modulePath();
   return program.substr(0, program.find_last_of(L"\\/") + 1) + fileName;
 }
+
+namespace {
 
 // Nothing for what is no class or has another name.
 std::optional<GUID> classNamed(ITypeInfo& info, const std::wstring& name) {

@@ -8,6 +8,9 @@
 
 namespace host {
 
+// The path of a file in the program's own folder.
+std::wstring besideProgram(const std::wstring& fileName);
+
 // The library stays loaded until the process ends: its objects may outlive their owners here.
 class Library {
  public:

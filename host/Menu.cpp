@@ -6,6 +6,8 @@
 
 #include "com/Module.h"
 #include "com/Variant.h"
+#include "host/HostWindow.h"
+#include "host/Library.h"
 #include "host/StoreChoice.h"
 #include "text/Version.h"
 
@@ -13,13 +15,7 @@ namespace host {
 
 namespace {
 
-constexpr const wchar_t* kTitle = L"Organismes de prise en charge";
 enum Command : WORD { kOpen = 100, kGuide, kAbout };
-
-std::wstring folder() {
-  const std::wstring program = com::modulePath();
-  return program.substr(0, program.find_last_of(L"\\/") + 1);
-}
 
 bool started(HWND owner, const std::wstring& file, const std::wstring& arguments) {
   constexpr INT_PTR kLastError = 32;
@@ -38,7 +34,7 @@ void openAnother(HWND owner) {
 }
 
 void showGuide(HWND owner) {
-  const std::wstring guide = folder() + L"documents\\guide-utilisateur.html";
+  const std::wstring guide = besideProgram(L"documents\\guide-utilisateur.html");
   if (started(owner, guide, L"")) return;
   MessageBoxW(owner, (L"Le guide n'a pas pu être ouvert : " + guide).c_str(), kTitle,
               MB_OK | MB_ICONWARNING);

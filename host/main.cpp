@@ -28,7 +28,6 @@ namespace {
 
 using Microsoft::WRL::ComPtr;
 
-constexpr const wchar_t* kTitle = L"Organismes de prise en charge";
 constexpr const wchar_t* kRight = L"CONSULTATIONORGCHARGE";
 
 // The words after the program's own name.

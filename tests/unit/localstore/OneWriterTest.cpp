@@ -2,8 +2,8 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include "Clients.h"
 #include "LocalStore.h"
-#include "tests/support/ChildProcess.h"
 
 namespace {
 
@@ -11,10 +11,7 @@ TEST(OneWriter, KeepsTheOthersOutOfAllRecords) {
   LocalStore store;
   Child child([&](int pipe) {
     const auto database = localstore::openLocalDatabase(store.path());
-    const auto transaction = database->begin();
-    database->write("TABLES", "1", "child");
-    send(pipe, 1);
-    pause();
+    holdWritten(*database, "child", pipe);
   });
   unsigned ready = 0;
   ASSERT_TRUE(child.receive(ready));

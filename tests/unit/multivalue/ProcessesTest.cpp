@@ -6,6 +6,7 @@
 #include <chrono>
 #include <stdexcept>
 
+#include "Clients.h"
 #include "TemporaryStore.h"
 #include "store/Counter.h"
 #include "tests/support/ChildProcess.h"
@@ -32,13 +33,7 @@ TEST(Processes, WhatOneWritesTheOtherReadsAtOnce) {
 TEST(Processes, AReaderIsNotHeldUpAndSeesOnlyWhatIsCommitted) {
   TemporaryStore store;
   store.put("TABLES", "1", {"before"});
-  Child child([&](int pipe) {
-    const auto database = store.connect();
-    const auto transaction = database->begin();
-    database->write("TABLES", "1", "after");
-    send(pipe, 1);
-    pause();
-  });
+  Child child([&](int pipe) { holdWritten(*store.connect(), "after", pipe); });
   unsigned ready = 0;
   ASSERT_TRUE(child.receive(ready));
   const auto other = store.connect(waiting(0));
@@ -49,13 +44,7 @@ TEST(Processes, AReaderIsNotHeldUpAndSeesOnlyWhatIsCommitted) {
 TEST(Processes, AWriterThatWaitsTooLongFailsAndWritesNothing) {
   TemporaryStore store;
   store.put("TABLES", "1", {"before"});
-  Child child([&](int pipe) {
-    const auto database = store.connect();
-    const auto transaction = database->begin();
-    database->write("TABLES", "1", "child");
-    send(pipe, 1);
-    pause();
-  });
+  Child child([&](int pipe) { holdWritten(*store.connect(), "child", pipe); });
   unsigned ready = 0;
   ASSERT_TRUE(child.receive(ready));
   const auto other = store.connect(waiting(60));
@@ -115,17 +104,7 @@ constexpr int kRounds = 1000;
 TEST(TwoAtOnce, NoConfirmedSaveIsLost) {
   const TemporaryStore store;
   store->write("ORGPRISECHARGE", "001", "0");
-  const auto count = [&](int) {
-    const auto database = store.connect(waiting(60000));
-    const auto file = database->OpenFile("ORGPRISECHARGE");
-    for (int saved = 0; saved < kRounds;) {
-      const auto record = file->ReadRecord("001");
-      record->fields().setText(std::to_string(std::stoi(record->fields().text()) + 1));
-      const unsigned code = errorOf([&] { record->DBWrite(); });
-      if (code != 0 && code != store::kChanged) throw std::runtime_error("another error");
-      saved += code == 0;
-    }
-  };
+  const auto count = [&](int) { countUp(*store.connect(waiting(60000)), kRounds); };
   Child one(count);
   Child other(count);
   EXPECT_EQ(one.finish(), 0);

@@ -1,14 +1,12 @@
 // Who may only read: a role with SELECT on the tables and nothing else.
 #include <gtest/gtest.h>
 
-#include <sstream>
-
 #include "AgreementStore.h"
+#include "CommandLineRun.h"
 #include "SharedStoreUnderTest.h"
 #include "control/Ctr_OrgPriseCharge.h"
 #include "sharedstore/SharedDatabase.h"
 #include "store/Counter.h"
-#include "storetool/CommandLine.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/TestDesktop.h"
 #include "toolkit/Frame.h"
@@ -32,7 +30,7 @@ class Reader : public testing::Test {
           "PERIODESPAIE", "NATUREVOIE", "PLANCOMPTABLE"}) {
       import.push_back(std::string(TESSALINE_SAMPLE) + "/" + file + ".jsonl");
     }
-    EXPECT_EQ(run(import).code, 0);
+    EXPECT_EQ(runStoreTool(import).code, 0);
     execute("CREATE ROLE " + role_ + " LOGIN");
     execute("GRANT USAGE ON SCHEMA " + store_.schema() + " TO " + role_);
     execute("GRANT SELECT ON ALL TABLES IN SCHEMA " + store_.schema() + " TO " + role_);
@@ -42,17 +40,6 @@ class Reader : public testing::Test {
     execute("DROP ROLE " + role_);
   }
 
-  struct Outcome {
-    int code = -1;
-    std::string out;
-    std::string err;
-  };
-  static Outcome run(const std::vector<std::string>& arguments) {
-    std::ostringstream out;
-    std::ostringstream err;
-    const int code = storetool::runCommandLine(arguments, out, err, false);
-    return {code, out.str(), err.str()};
-  }
   void execute(const std::string& sql) const { store_.administrator().execute(sql); }
   std::map<std::string, Content> content() const { return wholeContent(*store_.connect({})); }
 
@@ -71,11 +58,12 @@ TEST_F(Reader, ReadsAll) {
 
 TEST_F(Reader, IsServedByTheCommandLine) {
   const std::string address = "odbc:" + connection_;
-  EXPECT_EQ(run({"query", address, "SSELECT ORGPRISECHARGE AVEC @ID = \"001\""}).out, "001\n");
-  EXPECT_EQ(run({"show", address, "ORGPRISECHARGE", "001"}).code, 0);
-  EXPECT_EQ(run({"export", address, "ORGPRISECHARGE", "-o", folder_ / "out.csv"}).code, 0);
-  EXPECT_EQ(run({"check", address}).code, 0);
-  EXPECT_EQ(run({"copy", address, folder_ / "copy.store"}).code, 0);
+  EXPECT_EQ(runStoreTool({"query", address, "SSELECT ORGPRISECHARGE AVEC @ID = \"001\""}).out,
+            "001\n");
+  EXPECT_EQ(runStoreTool({"show", address, "ORGPRISECHARGE", "001"}).code, 0);
+  EXPECT_EQ(runStoreTool({"export", address, "ORGPRISECHARGE", "-o", folder_ / "out.csv"}).code, 0);
+  EXPECT_EQ(runStoreTool({"check", address}).code, 0);
+  EXPECT_EQ(runStoreTool({"copy", address, folder_ / "copy.store"}).code, 0);
 }
 
 TEST_F(Reader, WritesNothingByTheCommandLine) {
@@ -84,11 +72,11 @@ TEST_F(Reader, WritesNothingByTheCommandLine) {
   writeText(folder_ / "ORGPRISECHARGE.jsonl", "{\"id\":\"001\",\"fields\":[\"X\"]}\n");
   writeText(folder_ / "NOUVEAU.jsonl", "{\"id\":\"1\",\"fields\":[\"X\"]}\n");
   for (const char* const file : {"ORGPRISECHARGE.jsonl", "NOUVEAU.jsonl"}) {
-    const Outcome imported = run({"import", address, folder_ / file});
+    const Outcome imported = runStoreTool({"import", address, folder_ / file});
     EXPECT_EQ(imported.code, 6) << file;
     EXPECT_NE(imported.err.find("permission denied"), std::string::npos) << imported.err;
   }
-  EXPECT_EQ(run({"create", address}).code, 6);
+  EXPECT_EQ(runStoreTool({"create", address}).code, 6);
   EXPECT_EQ(content(), before);
 }
 

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "AgreementStore.h"
+#include "Clients.h"
 #include "SharedStoreUnderTest.h"
 #include "store/Counter.h"
 #include "tests/support/ChildProcess.h"
@@ -83,17 +84,7 @@ TEST(SharedDatabase, AnUndoneTransactionIsRunAgain) {
   const SharedStoreUnderTest store("-c default_transaction_isolation=serializable");
   store.connect({})->write("ORGPRISECHARGE", "001", "0");
   constexpr int kRounds = 200;
-  const auto count = [&](int) {
-    const auto database = store.connect({});
-    const auto file = database->OpenFile("ORGPRISECHARGE");
-    for (int saved = 0; saved < kRounds;) {
-      const auto record = file->ReadRecord("001");
-      record->fields().setText(std::to_string(std::stoi(record->fields().text()) + 1));
-      const unsigned code = errorOf([&] { record->DBWrite(); });
-      if (code != 0 && code != store::kChanged) throw std::runtime_error("another error");
-      saved += code == 0;
-    }
-  };
+  const auto count = [&](int) { countUp(*store.connect({}), kRounds); };
   Child one(count);
   Child other(count);
   EXPECT_EQ(one.finish(), 0);
