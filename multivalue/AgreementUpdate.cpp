@@ -1,10 +1,11 @@
 #include "multivalue/AgreementUpdate.h"
 
 #include <cstddef>
-#include <map>
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -127,64 +128,74 @@ class Update {
     const auto cursor = engine_.scan(scan);
     Entry entry;
     while (cursor->next(entry)) {
-      if (!isConcerned(entry.record)) continue;
-      block_.push_back({std::string(entry.id), std::string(entry.record), {}});
+      take(entry);
       if (block_.size() == kBlock) updateBlock();
     }
     updateBlock();
   }
 
-  static std::optional<long long> lastDayOf(std::string_view record) {
-    return storedDay(attributeOf(record, store::accord::DateFinAcc));
+  // Into the block, when it is of those to be changed. One whose last day cannot be read is told of
+  // as one that could not be.
+  void take(const Entry& entry) {
+    if (!attributeOf(entry.record, store::accord::ClotureAcc).empty()) return;
+    const std::string_view last = attributeOf(entry.record, store::accord::DateFinAcc);
+    if (last.empty()) return;
+    const std::optional<long long> lastDay = storedDay(last);
+    if (lastDay && *lastDay < arguments_.day) return;
+    block_.push_back({std::string(entry.id), std::string(entry.record), {}});
+    beneficiaries_.push_back(lastDay ? std::optional(beneficiaryOf(entry.id)) : std::nullopt);
   }
 
-  bool isConcerned(std::string_view record) const {
-    if (!attributeOf(record, store::accord::ClotureAcc).empty()) return false;
-    if (attributeOf(record, store::accord::DateFinAcc).empty()) return false;
-    const std::optional<long long> lastDay = lastDayOf(record);
-    return !lastDay || *lastDay >= arguments_.day;
+  // The place of its beneficiary's number among those of the block. Mostly the one before has the
+  // same.
+  std::size_t beneficiaryOf(std::string_view key) {
+    const std::size_t size = text::left(key, store::accord::kNumeroAide).size();
+    const std::string_view number = key.substr(0, size);
+    if (!numbers_.empty() && numbers_.back() == number) return numbers_.size() - 1;
+    const auto [place, isNew] = places_.try_emplace(std::string(number), numbers_.size());
+    if (isNew) numbers_.push_back(place->first);
+    return place->second;
   }
 
   void updateBlock() {
-    const std::map<std::string, std::optional<Period>> periods = periodsOfBlock();
+    const std::vector<std::optional<Period>> periods = periodsOfBlock();
     std::vector<Replacement> changed;
-    for (Replacement& each : block_) {
+    changed.reserve(block_.size());
+    for (std::size_t i = 0; i < block_.size(); ++i) {
+      Replacement& each = block_[i];
+      const std::optional<std::size_t> beneficiary = beneficiaries_[i];
       std::optional<std::string> after;
-      if (lastDayOf(each.textBefore())) {
-        const std::optional<Period>& period = periods.at(numberOf(each));
-        if (period) after = beginPeriod(each.textBefore(), *period);
+      if (beneficiary && periods[*beneficiary]) {
+        after = beginPeriod(each.textBefore(), *periods[*beneficiary]);
       }
       (after ? modified_ : limit_).add(each.id);
       if (!after) continue;
-      each.after = *after;
+      each.after = std::move(*after);
       changed.push_back(std::move(each));
     }
-    block_.clear();
+    forgetBlock();
     if (!engine_.exchangeAll(*agreements_, changed)) {
       throw store::StoreError(store::kBusy, "an agreement was changed during the update");
     }
   }
 
-  static std::string numberOf(const Replacement& agreement) {
-    return text::left(agreement.id, store::accord::kNumeroAide);
-  }
-
-  // By beneficiary; an agreement whose last day cannot be read asks for none.
-  std::map<std::string, std::optional<Period>> periodsOfBlock() {
-    std::map<std::string, std::optional<Period>> periods;
-    for (const Replacement& each : block_) {
-      if (lastDayOf(each.textBefore())) periods.try_emplace(numberOf(each));
-    }
-    std::vector<std::string> numbers;
-    numbers.reserve(periods.size());
-    for (const auto& [number, period] : periods) numbers.push_back(number);
-    const auto elements = engine_.readAllLocked(*elements_, numbers);
-    for (std::size_t i = 0; i < numbers.size(); ++i) {
-      const std::string record = elements[i].value_or("");
-      periods[numbers[i]] = scale_.periodOf(attributeOf(record, store::eltsfactaide::RevenuElt),
-                                            attributeOf(record, store::eltsfactaide::FoyerElt));
+  // Aligned with the numbers.
+  std::vector<std::optional<Period>> periodsOfBlock() {
+    std::vector<std::optional<Period>> periods;
+    periods.reserve(numbers_.size());
+    for (const auto& elements : engine_.readAllLocked(*elements_, numbers_)) {
+      const std::string_view record = elements ? std::string_view(*elements) : "";
+      periods.push_back(scale_.periodOf(attributeOf(record, store::eltsfactaide::RevenuElt),
+                                        attributeOf(record, store::eltsfactaide::FoyerElt)));
     }
     return periods;
+  }
+
+  void forgetBlock() {
+    block_.clear();
+    beneficiaries_.clear();
+    numbers_.clear();
+    places_.clear();
   }
 
   Engine& engine_;
@@ -193,7 +204,10 @@ class Update {
   const ParticipationScale scale_;
   const std::shared_ptr<const FileDescription> agreements_;
   const std::shared_ptr<const FileDescription> elements_;
-  std::vector<Replacement> block_;  // `after` is not known yet
+  std::vector<Replacement> block_;                         // `after` is not known yet
+  std::vector<std::optional<std::size_t>> beneficiaries_;  // of it; aligned, places in numbers_
+  std::vector<std::string> numbers_;                       // each once
+  std::unordered_map<std::string, std::size_t> places_;    // of numbers in numbers_
   KeyList modified_;
   KeyList limit_;
 };

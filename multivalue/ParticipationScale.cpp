@@ -69,6 +69,23 @@ void addHistory(std::string& text, std::string_view held, int place, std::string
   if (mark != std::string_view::npos) text += held.substr(mark);
 }
 
+// A record's text up to an attribute, with the marks that it lacks. What is left of it, from that
+// attribute on.
+std::string_view addUpTo(std::string& text, std::string_view record, int attribute) {
+  std::size_t at = 0;
+  for (int missing = attribute - 1; missing > 0; --missing) {
+    const std::size_t mark = record.find(store::kAttributeMark, at);
+    if (mark == std::string_view::npos) {
+      text += record;
+      text.append(static_cast<std::size_t>(missing), store::kAttributeMark);
+      return {};
+    }
+    at = mark + 1;
+  }
+  text += record.substr(0, at);
+  return record.substr(at);
+}
+
 }  // namespace
 
 std::optional<long long> storedNumber(std::string_view text) {
@@ -156,19 +173,19 @@ std::optional<std::string> beginPeriod(std::string_view agreement, const Period&
                                 std::to_string(period.participation)};
   std::string text;
   text.reserve(agreement.size() + 32);
-  std::string_view left = agreement;
-  for (int attribute = 1;; ++attribute) {
+  std::string_view left = addUpTo(text, agreement, TxRembAcc);
+  for (int attribute = TxRembAcc; attribute <= PartBenefAcc; ++attribute) {
     const std::size_t mark = left.find(store::kAttributeMark);
-    const std::string_view held = left.substr(0, mark);
-    if (attribute < TxRembAcc || attribute > PartBenefAcc) {
-      text += held;
-    } else {
-      addHistory(text, held, *place, values[attribute - TxRembAcc]);
+    addHistory(text, left.substr(0, mark), *place, values[attribute - TxRembAcc]);
+    const bool ends = mark == std::string_view::npos;
+    left = ends ? std::string_view() : left.substr(mark + 1);
+    if (attribute < PartBenefAcc) {
+      text += store::kAttributeMark;
+    } else if (!ends) {
+      (text += store::kAttributeMark) += left;
     }
-    left = mark == std::string_view::npos ? std::string_view() : left.substr(mark + 1);
-    if (mark == std::string_view::npos && attribute >= PartBenefAcc) return text;
-    text += store::kAttributeMark;
   }
+  return text;
 }
 
 }  // namespace multivalue
