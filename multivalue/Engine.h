@@ -60,6 +60,9 @@ struct Scan {
   std::int64_t patience = 0;
   // Who else would change one of the records that it gives waits until the transaction ends.
   bool locked = false;
+  // The last attribute that the caller looks at, 0: all of them. An engine may leave out of a
+  // record what comes after it.
+  int lastAttribute = 0;
 };
 
 struct Entry {

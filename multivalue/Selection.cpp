@@ -41,6 +41,14 @@ struct Plan {
   std::vector<int> order;
   std::vector<int> columns;
 
+  int lastAttribute() const {
+    int last = 0;
+    for (const int attribute : order) last = std::max(last, attribute);
+    for (const int attribute : columns) last = std::max(last, attribute);
+    for (const Test& test : tests) last = std::max(last, test.attribute);
+    return last;
+  }
+
   // Can all be known from the key and the first value of one attribute, where that attribute's own
   // tests are `path`'s only?
   bool coveredBy(const AccessPath& path) const {
@@ -184,8 +192,9 @@ class Selector {
     const bool byKey = path == nullptr || path->attribute == 0;
     startOn(path, byKey || path->exact ? Answer::Coming::ByKey : Answer::Coming::AsItMay);
     const bool keyOnly = byKey && plan_.coveredBy(AccessPath{});
-    const auto cursor = engine_.scan(
-        {*plan_.file, path, keyOnly ? Scan::Gives::Keys : Scan::Gives::Records, &plan_.tests});
+    Scan scan{*plan_.file, path, keyOnly ? Scan::Gives::Keys : Scan::Gives::Records, &plan_.tests};
+    scan.lastAttribute = plan_.lastAttribute();
+    const auto cursor = engine_.scan(scan);
     Entry entry;
     while (cursor->next(entry)) addRecord(entry.id, entry.record);
   }

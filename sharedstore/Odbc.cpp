@@ -264,33 +264,30 @@ bool Statement::next() {
   return true;
 }
 
-std::string Statement::get(int column, SQLSMALLINT type) const {
-  constexpr std::size_t kChunk = 4096;
+std::string Statement::get(int column, SQLSMALLINT type) {
+  constexpr std::size_t kRoom = 4096;
   const std::size_t ending = type == SQL_C_CHAR ? 1 : 0;  // each part of a text ends with a zero
-  std::string value(kChunk, '\0');
+  if (room_.size() < kRoom) room_.resize(kRoom);
   std::size_t filled = 0;
   for (;;) {
     SQLLEN left = 0;
-    const std::size_t room = value.size() - filled;
+    const std::size_t room = room_.size() - filled;
     const SQLRETURN result = SQLGetData(handle_.get(), static_cast<SQLUSMALLINT>(column + 1), type,
-                                        value.data() + filled, static_cast<SQLLEN>(room), &left);
+                                        room_.data() + filled, static_cast<SQLLEN>(room), &left);
     check(result);
     if (left == SQL_NULL_DATA) return {};
     const bool whole = left != SQL_NO_TOTAL && static_cast<std::size_t>(left) + ending <= room;
-    if (whole) {
-      value.resize(filled + static_cast<std::size_t>(left));
-      return value;
-    }
+    if (whole) return room_.substr(0, filled + static_cast<std::size_t>(left));
     filled += room - ending;
-    value.resize(left == SQL_NO_TOTAL
-                     ? value.size() * 2
+    room_.resize(left == SQL_NO_TOTAL
+                     ? room_.size() * 2
                      : filled + static_cast<std::size_t>(left) - (room - ending) + ending);
   }
 }
 
-std::string Statement::bytes(int column) const { return get(column, SQL_C_BINARY); }
+std::string Statement::bytes(int column) { return get(column, SQL_C_BINARY); }
 
-std::string Statement::text(int column) const { return get(column, SQL_C_CHAR); }
+std::string Statement::text(int column) { return get(column, SQL_C_CHAR); }
 
 std::int64_t Statement::number(int column) const {
   SQLBIGINT value = 0;

@@ -133,16 +133,17 @@ class Statement {
 
   // False after the last row. Columns are numbered from 0.
   bool next();
-  std::string bytes(int column) const;
-  std::string text(int column) const;
+  std::string bytes(int column);
+  std::string text(int column);
   std::int64_t number(int column) const;
 
  private:
   void check(SQLRETURN result) const;
-  std::string get(int column, SQLSMALLINT type) const;
+  std::string get(int column, SQLSMALLINT type);
 
   Connection& connection_;
   Handle<SQL_HANDLE_STMT> handle_;
+  std::string room_;  // for what the driver hands out
 };
 
 // Rows of a selection, fetched in blocks, all in one state of the store. Outside a transaction the

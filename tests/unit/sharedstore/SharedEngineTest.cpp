@@ -130,6 +130,38 @@ TEST_F(PushedDown, RangesAndCheapTestsAreTheServersWork) {
             1);
 }
 
+// Of records that are looked at up to their first attribute nothing else is sent.
+TEST_F(Shared, OfRecordsNoMoreIsSentThanIsLookedAt) {
+  const std::string mark(1, '\xFE');
+  database_->write("ORGPRISECHARGE", "001",
+                   "PREMIER\xFD"
+                   "B" +
+                       mark + "name" + mark + "street");
+  database_->write("ORGPRISECHARGE", "002", "ALONE");
+  database_->write("ORGPRISECHARGE", "003", mark + "without");
+  const auto given = [&](int last) {
+    sharedstore::SharedEngine engine(store_.connection());
+    const auto file = engine.describe("ORGPRISECHARGE");
+    multivalue::Scan scan{*file};
+    scan.lastAttribute = last;
+    const auto cursor = engine.scan(scan);
+    std::vector<std::string> records;
+    for (multivalue::Entry entry; cursor->next(entry);) records.emplace_back(entry.record);
+    return records;
+  };
+  using Records = std::vector<std::string>;
+  const Records whole = {
+      "PREMIER\xFD"
+      "B" +
+          mark + "name" + mark + "street",
+      "ALONE", mark + "without"};
+  EXPECT_EQ(given(1), (Records{"PREMIER\xFD"
+                               "B",
+                               "ALONE", ""}));
+  EXPECT_EQ(given(0), whole);
+  EXPECT_EQ(given(2), whole) << "what has no short name is sent as it is";
+}
+
 // Whatever stands in a key, a value, a name or a sentence is data.
 TEST_F(Shared, NothingThatIsStoredIsRun) {
   const std::string evil[] = {"'; DROP TABLE store_file; --",
