@@ -3,8 +3,8 @@
 //   shared_load run ADDRESS CLIENTS SECONDS FOLDER [PACE]   a file of times a client, see Times
 //                                                            below; PACE: an action a client every
 //                                                            so many milliseconds, as users do
-//   shared_load once ADDRESS                         each body looked up, and saved twice, between
-//   marks
+//   shared_load once ADDRESS                         each body looked up, and saved twice more,
+//   between marks
 // A look-up is of any body; a save is of one that the client has for itself, so that none is
 // refused.
 #include <sys/wait.h>
@@ -175,6 +175,9 @@ int once(const std::string& address) {
     client.mark("end");
   }
   for (const std::string& code : client.own()) {
+    client.lookUp(code);
+    client.change();
+    client.save();
     for (int i = 0; i < 2; ++i) {  // there and back
       client.lookUp(code);
       client.change();
