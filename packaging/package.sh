@@ -4,8 +4,13 @@ version=$(sed -nE 's/^project\(Tessaline VERSION ([0-9.]+).*/\1/p' CMakeLists.tx
 shipped_targets=(Tessaline TessalineStore TessalineHost tessaline-store)
 shipped_binaries=(Tessaline.ocx TessalineStore.dll TessalineHost.exe tessaline-store.exe)
 
-# When the commit was made: what packages are given as the time of their files.
-commit_time() { git log -1 --format=%ct 2>/dev/null || echo 1767225600; }
+# When the commit was made: what packages are given as the time of their files. An archive of the sources has it
+# in a file; a copy that is no archive is as old as the first version.
+commit_time() {
+  if [ -e .git ]; then git log -1 --format=%ct; else
+    grep -xE '[0-9]+' packaging/commit-time || echo 1767225600
+  fi
+}
 
 tool() { # WIDTH NAME
   case $1 in
