@@ -51,11 +51,10 @@ stage_development() { # WIDTH STAGE
 }
 
 stage_documents() { # STAGE
+  cp -r tests/windows/examples/store "$2/exemples/donnees"
   cp LICENSE "$1/LICENSE.txt"
-  cp CHANGELOG.md SECURITY.md THIRD-PARTY.md "$1"
-  mkdir -p "$1/documents"
-  cp -r docs/guide docs/images docs/{embedding,exploitation,guide-utilisateur,local-store}.md \
-    docs/{printed-documents,record-layouts,shared-store}.md "$1/documents"
+  packaging/pages.py "$1" "$version"
+  packaging/check-pages.py "$1" >build/pages.log || { cat build/pages.log; fail "the pages of the documents"; }
   mkdir -p "$1/modele"
   wine build/windows-x64/bin/tessaline-store.exe create "$(winepath -w "$1/modele" | tr -d '\r')\\vide.store" 2>/dev/null
   [ -s "$1/modele/vide.store" ] || fail "no empty store"
