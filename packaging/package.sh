@@ -1,4 +1,5 @@
-# The parts of ./package; source it from bash after lib.sh. `certificate` is a file, or empty.
+# The parts of ./package; source it from bash after lib.sh. `certificate` is a file, or empty; then `password`
+# is its password, and `timestamps` the address of a server of them, or empty.
 #   make_package WIDTH      x64 or x86: its files under out/package. Needs wine with a prefix
 version=$(sed -nE 's/^project\(Tessaline VERSION ([0-9.]+).*/\1/p' CMakeLists.txt)
 shipped_targets=(Tessaline TessalineStore TessalineHost tessaline-store)
@@ -19,10 +20,12 @@ tool() { # WIDTH NAME
   esac
 }
 
+# The password is read from a pipe: no command line has it, nor what is logged.
 sign() { # FILE
   [ -n "$certificate" ] || return 0
-  osslsigncode sign -pkcs12 "$certificate" -pass "${TESSALINE_SIGN_PASSWORD:-}" -n Tessaline \
-    -h sha256 -in "$1" -out "$1.signed" >>build/sign.log 2>&1 || { tail -5 build/sign.log; fail "signing $1"; }
+  osslsigncode sign -pkcs12 "$certificate" -readpass <(printf '%s' "$password") -n Tessaline -h sha256 \
+    ${timestamps:+-ts "$timestamps"} -in "$1" -out "$1.signed" >>build/sign.log 2>&1 ||
+    { tail -5 build/sign.log; fail "signing $1"; }
   mv "$1.signed" "$1"
 }
 
@@ -48,10 +51,10 @@ stage_development() { # WIDTH STAGE
     "$made/storecom/TessalineStore.idl" "$2/developpement"
   cp -r examples "$2/exemples"
   rm -f "$2/exemples/cpp/CMakeLists.txt"
+  cp -r tests/windows/examples/store "$2/exemples/donnees"
 }
 
 stage_documents() { # STAGE
-  cp -r tests/windows/examples/store "$2/exemples/donnees"
   cp LICENSE "$1/LICENSE.txt"
   packaging/pages.py "$1" "$version"
   packaging/check-pages.py "$1" >build/pages.log || { cat build/pages.log; fail "the pages of the documents"; }
@@ -75,7 +78,8 @@ sums() { # STAGE
 make_msi() { # STAGE ROWS WIDTH SCOPE TARGET [VERSION]
   local description=build/package-$3-$4.wxs
   packaging/wxs.py "$1" "$2" "${6:-$version}" "$3" "$4" >"$description"
-  (cd "$1" && wixl -a "$3" -o "$ROOT/$5" "$ROOT/$description") >"build/package-$3-$4.log" 2>&1 || { tail -5 "build/package-$3-$4.log"; fail "making $5"; }
+  # A cabinet has its files' times as a clock on the wall shows them.
+  (cd "$1" && TZ=UTC wixl -a "$3" -o "$ROOT/$5" "$ROOT/$description") >"build/package-$3-$4.log" 2>&1 || { tail -5 "build/package-$3-$4.log"; fail "making $5"; }
   packaging/even-msi.py "$5" "$(commit_time)"
 }
 
