@@ -20,6 +20,8 @@ if(TESSALINE_COVERAGE)
   target_link_options(tessaline_options INTERFACE -fprofile-instr-generate)
 endif()
 if(WIN32)
+  # The same sources give the same bytes at any time.
+  target_link_options(tessaline_options INTERFACE -Wl,--no-insert-timestamp)
   target_compile_definitions(tessaline_options INTERFACE
     UNICODE _UNICODE WINVER=0x0A00 _WIN32_WINNT=0x0A00 NOMINMAX WIN32_LEAN_AND_MEAN STRICT)
 endif()

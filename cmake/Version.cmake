@@ -13,6 +13,9 @@ else()
   set(TESSALINE_ARCHITECTURE x86)
 endif()
 
+# For what the compiler of type libraries has made.
+set(TESSALINE_EVEN_TYPELIB ${CMAKE_SOURCE_DIR}/cmake/even-typelib.py)
+
 # tessaline_versioned(TARGET FILE DESCRIPTION): the resource that tells the system what FILE, made by
 # TARGET, is. Nothing on other systems.
 function(tessaline_versioned target file description)
