@@ -17,7 +17,7 @@ struct NamedKey {
 constexpr NamedKey kKeys[] = {
     {L"Tab", VK_TAB},        {L"Enter", VK_RETURN}, {L"Escape", VK_ESCAPE}, {L"Down", VK_DOWN},
     {L"Up", VK_UP},          {L"Home", VK_HOME},    {L"End", VK_END},       {L"Delete", VK_DELETE},
-    {L"Backspace", VK_BACK}, {L"Space", VK_SPACE},
+    {L"Backspace", VK_BACK}, {L"Space", VK_SPACE},  {L"Right", VK_RIGHT},   {L"Left", VK_LEFT},
 };
 
 constexpr NamedKey kModifiers[] = {
