@@ -113,7 +113,8 @@ Variant LateBound::invoke(const wchar_t* name, WORD how, DISPPARAMS& parameters)
     fail(static_cast<unsigned>(FAILED(failure) ? failure : E_FAIL), name, exception.description());
   }
   if (FAILED(failure)) fail(static_cast<unsigned>(failure), name, "");
-  return (result.get().vt & VT_BYREF) != 0 ? Variant::copyOf(result.get()) : std::move(result);
+  if ((result.get().vt & VT_BYREF) == 0) return result;
+  return read(name, result, Variant::copyOf);
 }
 
 Variant LateBound::call(const wchar_t* name, const std::vector<Variant>& arguments) {
@@ -124,7 +125,10 @@ Variant LateBound::call(const wchar_t* name, const std::vector<Variant>& argumen
 
 ComPtr<IDispatch> LateBound::callForObject(const wchar_t* name,
                                            const std::vector<Variant>& arguments) {
-  const Variant answer = call(name, arguments);
+  return objectIn(name, call(name, arguments));
+}
+
+ComPtr<IDispatch> LateBound::objectIn(const wchar_t* name, const Variant& answer) const {
   ComPtr<IDispatch> object;
   if (answer.get().vt == VT_DISPATCH || answer.get().vt == VT_UNKNOWN) {
     object = read(name, answer, objectOf);

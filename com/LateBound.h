@@ -29,6 +29,8 @@ class LateBound {
   // As `call`; StoreError (kFailed) when the answer is no object.
   Microsoft::WRL::ComPtr<IDispatch> callForObject(const wchar_t* name,
                                                   const std::vector<Variant>& arguments = {});
+  // What `call` has answered; StoreError (kFailed) when it is no object.
+  Microsoft::WRL::ComPtr<IDispatch> objectIn(const wchar_t* name, const Variant& answer) const;
   // As `call`; the answer as a text, Null as an empty one. StoreError when it is neither.
   std::wstring callForText(const wchar_t* name, const std::vector<Variant>& arguments = {});
   // An answer of that member, by one of the conversions of Variant.h; StoreError when that fails.

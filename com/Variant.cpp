@@ -175,6 +175,19 @@ std::optional<long> wholeNumberOf(const VARIANT& value) {
   }
 }
 
+bool isNothing(const VARIANT& value) {
+  switch (value.vt) {
+    case VT_EMPTY:
+    case VT_NULL:
+      return true;
+    case VT_DISPATCH:
+    case VT_UNKNOWN:
+      return value.punkVal == nullptr;
+    default:
+      return false;
+  }
+}
+
 ComPtr<IDispatch> objectOf(const VARIANT& value) {
   const Variant plain = Variant::copyOf(value);
   ComPtr<IDispatch> object;

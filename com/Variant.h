@@ -79,6 +79,8 @@ std::wstring textOrNullOf(const VARIANT& value);
 std::optional<std::uint32_t> lowBitsOf(const VARIANT& value);
 // Nothing when the value is no whole number that a long holds.
 std::optional<long> wholeNumberOf(const VARIANT& value);
+// Empty, Null, or an object that is none.
+bool isNothing(const VARIANT& value);
 // The object of a VT_DISPATCH or VT_UNKNOWN; null for an empty or null value.
 Microsoft::WRL::ComPtr<IDispatch> objectOf(const VARIANT& value);
 

@@ -96,8 +96,8 @@ class HostRecord final : public store::Record {
   std::optional<std::string> held_;  // by the host's object; unknown after a failed assignment
 };
 
-// What a store gives that fails to read a record which does not exist: there is no object to write
-// the record through.
+// Of a store that fails to read a record which does not exist, or gives Null for it: there is no
+// object to write the record through.
 class MissingRecord final : public store::Record {
  public:
   MissingRecord() : Record(store::DynamicArray(), false) {}
@@ -135,14 +135,15 @@ class HostFile final : public store::File {
 
  private:
   std::unique_ptr<store::Record> read(std::string_view id) {
-    ComPtr<IDispatch> object;
+    constexpr const wchar_t* kReadRecord = L"ReadRecord";
+    com::Variant answer;
     try {
-      object = object_.callForObject(L"ReadRecord", argument(id));
+      answer = object_.call(kReadRecord, argument(id));
     } catch (const store::StoreError& failure) {
       if (failure.code() != store::kRecordNotFound) throw;
-      return std::make_unique<MissingRecord>();
     }
-    com::LateBound record(std::move(object), "record");
+    if (com::isNothing(answer.get())) return std::make_unique<MissingRecord>();
+    com::LateBound record(object_.objectIn(kReadRecord, answer), "record");
     const bool found = recordExists(record);
     std::string text = com::recordText(record.callForText(kWholeText));
     return std::make_unique<HostRecord>(std::move(record), std::move(text), found);

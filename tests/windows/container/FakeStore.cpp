@@ -147,7 +147,12 @@ class Object : public IDispatch {
     exception_ = exception;
     std::vector<std::wstring> texts;
     for (UINT i = args->cArgs; i > 0; --i) texts.push_back(textOf(args->rgvarg[i - 1]));
-    return call(id, put, texts, result);
+    const std::size_t noted = state_->calls.size();
+    const HRESULT done = call(id, put, texts, result);
+    if (SUCCEEDED(done) && result != nullptr && state_->answer && state_->calls.size() > noted) {
+      state_->answer(state_->calls.back(), *result);
+    }
+    return done;
   }
 
  protected:

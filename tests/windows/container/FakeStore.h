@@ -34,6 +34,9 @@ struct FakeStoreState {
 
   // Called with each call's journal line; S_OK lets it go on, a failure fails it.
   std::function<HRESULT(const std::string& call)> fault;
+  // Called with the journal line of each call that has not failed, and its answer, which it may
+  // replace.
+  std::function<void(const std::string& call, VARIANT& answer)> answer;
   FaultStyle faultStyle = FaultStyle::Exception;
   ResultStyle resultStyle = ResultStyle::Dispatch;
   bool offersStatus = true;

@@ -75,6 +75,19 @@ TEST_F(Events, TellOfAFailureThatIsNotShown) {
   EXPECT_TRUE(told()[0].starts_with("4 Cmd_OK_Click -2147221438 ")) << told()[0];
 }
 
+TEST_F(Events, NameObjectAndMemberOfAnAnswerThatIsNoText) {
+  control().state().answer = [](const std::string& call, VARIANT& answer) {
+    if (call != "GetText ORGPRISECHARGE 001") return;
+    VariantClear(&answer);
+    answer.vt = VT_ARRAY | VT_BSTR;
+    answer.parray = SafeArrayCreateVector(VT_BSTR, 0, 2);
+  };
+  user().type(L"001");
+  control().state().answer = {};
+  ASSERT_EQ(toldAll(1).size(), 1U);
+  EXPECT_NE(told()[0].find(" -2147352571 record.default member: "), std::string::npos) << told()[0];
+}
+
 TEST_F(Events, ComeInTheOrderOfWhatHappened) {
   load(L"001");
   failing("ExecuteSentence SSELECT ORGPRISECHARGE");

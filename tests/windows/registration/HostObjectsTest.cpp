@@ -252,6 +252,129 @@ TEST_F(HostStore, ReadsNullAsAnEmptyTextOrAnswer) {
   EXPECT_TRUE(store_->ExecuteSentence("SSELECT A").empty());
 }
 
+TEST_F(HostStore, ReadsNullAndNothingAsARecordThatDoesNotExist) {
+  const std::vector<std::function<void(VARIANT&)>> nothing{
+      [](VARIANT& answer) { answer.vt = VT_NULL; }, [](VARIANT& answer) { answer.vt = VT_EMPTY; },
+      [](VARIANT& answer) { answer.vt = VT_DISPATCH; },
+      [](VARIANT& answer) { answer.vt = VT_UNKNOWN; }};
+  const auto file = this->file();
+  for (std::size_t i = 0; i < nothing.size(); ++i) {
+    file_->on(L"ReadRecord", answersWith(nothing[i]));
+    const auto record = file->ReadRecord("001");
+    EXPECT_FALSE(record->found()) << i;
+    EXPECT_TRUE(record->fields().empty()) << i;
+    EXPECT_EQ(codeOf([&] { record->DBWrite(); }), store::kRecordNotFound) << i;
+    database_->on(L"ExecuteSentence", answersWith(nothing[i]));
+    EXPECT_TRUE(store_->ExecuteSentence("SSELECT A").empty()) << i;
+  }
+}
+
+// The full text of a record, and of an answer, in each type that automation has for one.
+class HostTexts : public HostStore {
+ protected:
+  void expectRead(const std::string& text, const std::function<void(VARIANT&)>& fill) {
+    SCOPED_TRACE(text);
+    const auto given = answersWith(fill);
+    record_->on(L"", given);
+    EXPECT_EQ(file()->ReadRecord("001")->fields().text(), text);
+    database_->gives(L"ExecuteSentence", record_);
+    EXPECT_EQ(store_->ExecuteSentence("SSELECT A").text(), text);
+    database_->on(L"ExecuteSentence", given);
+    EXPECT_EQ(store_->ExecuteSentence("SSELECT A").text(), text);
+  }
+};
+
+TEST_F(HostTexts, AreTakenAsTheyAre) {
+  expectRead(
+      "\xC3\xA9t\xC3\xA9\xFE"
+      "2",
+      [](VARIANT& text) { text = com::Variant::ofText(L"\u00E9t\u00E9\u00FE2").release(); });
+  expectRead("", [](VARIANT& text) { text.vt = VT_BSTR; });
+  expectRead("", [](VARIANT& text) { text.vt = VT_EMPTY; });
+  expectRead("", [](VARIANT& text) { text.vt = VT_NULL; });
+}
+
+TEST_F(HostTexts, AreMadeOfNumbersWithoutAUsersSettings) {
+  expectRead("-12", [](VARIANT& text) { text = com::Variant::ofNumber(-12).release(); });
+  expectRead("7", [](VARIANT& text) {
+    text.vt = VT_UI1;
+    text.bVal = 7;
+  });
+  expectRead("1.5", [](VARIANT& text) {
+    text.vt = VT_R8;
+    text.dblVal = 1.5;
+  });
+  expectRead("2.5", [](VARIANT& text) {
+    text.vt = VT_CY;
+    text.cyVal.int64 = 25000;
+  });
+  expectRead("9007199254740993", [](VARIANT& text) {
+    text.vt = VT_I8;
+    text.llVal = 9007199254740993LL;
+  });
+  expectRead("21186", [](VARIANT& text) {
+    VarDecFromI4(21186, &text.decVal);
+    text.vt = VT_DECIMAL;
+  });
+}
+
+TEST_F(HostTexts, AreFollowedThroughReferences) {
+  com::Variant held = com::Variant::ofText(L"SIGLE");
+  VARIANT inner = held.get();
+  expectRead("SIGLE", [&inner](VARIANT& text) {
+    text.vt = VT_BYREF | VT_BSTR;
+    text.pbstrVal = &inner.bstrVal;
+  });
+  expectRead("SIGLE", [&inner](VARIANT& text) {
+    text.vt = VT_BYREF | VT_VARIANT;
+    text.pvarVal = &inner;
+  });
+  VARIANT nothing{};
+  nothing.vt = VT_NULL;
+  expectRead("", [&nothing](VARIANT& text) {
+    text.vt = VT_BYREF | VT_VARIANT;
+    text.pvarVal = &nothing;
+  });
+  LONG number = 12;
+  expectRead("12", [&number](VARIANT& text) {
+    text.vt = VT_BYREF | VT_I4;
+    text.plVal = &number;
+  });
+}
+
+TEST_F(HostTexts, AreTheDefaultValueOfAnObject) {
+  const ComPtr<FakeObject> text = FakeObject::make();
+  text->answers(L"", L"SIGLE");
+  record_->gives(L"", text);
+  EXPECT_EQ(file()->ReadRecord("001")->fields().text(), "SIGLE");
+}
+
+TEST_F(HostTexts, ThatAreArraysOrObjectsWithoutAValueAreRefusedByName) {
+  const auto array = [](VARIANT& answer) {
+    answer.vt = VT_ARRAY | VT_BSTR;
+    answer.parray = SafeArrayCreateVector(VT_BSTR, 0, 2);
+  };
+  const auto mute = [](VARIANT& answer) {
+    answer = com::Variant::ofObject(FakeObject::make().Get()).release();
+  };
+  const auto error = [](VARIANT& answer) {
+    answer.vt = VT_ERROR;
+    answer.scode = DISP_E_PARAMNOTFOUND;
+  };
+  const auto file = this->file();
+  for (const std::function<void(VARIANT&)>& wrong :
+       std::vector<std::function<void(VARIANT&)>>{array, mute, error}) {
+    record_->on(L"", answersWith(wrong));
+    try {
+      file->ReadRecord("001");
+      ADD_FAILURE() << "no failure";
+    } catch (const store::StoreError& failure) {
+      EXPECT_EQ(failure.member(), "record.default member");
+      EXPECT_EQ(std::string(failure.what()).find("record.default member: "), 0U) << failure.what();
+    }
+  }
+}
+
 TEST_F(HostStore, NamesObjectAndMemberOfAnAnswerOfTheWrongType) {
   const auto wrong = answersWith([](VARIANT& answer) {
     answer.vt = VT_ARRAY | VT_I4;
@@ -285,6 +408,11 @@ TEST_F(HostStore, FailsInNoOtherWayThanAStoreDoes) {
   const auto file = this->file();
   database_->on(L"ExecuteSentence", unreadable);
   EXPECT_EQ(codeOf([&] { store_->ExecuteSentence("SSELECT A"); }), refused);
+  try {
+    store_->ExecuteSentence("SSELECT A");
+  } catch (const store::StoreError& failure) {
+    EXPECT_EQ(failure.member(), "database.ExecuteSentence");
+  }
   file_->on(L"ReadRecord", unreadable);
   EXPECT_EQ(codeOf([&] { file->ReadRecord("001"); }), refused);
   file_->on(L"DeleteRecord", unreadable);
@@ -375,6 +503,30 @@ TEST_F(HostStore, TakesResultsByReferenceAndUnknownObjects) {
   EXPECT_EQ(file->ReadRecord("001")->fields().get(attribut::SigleOrgChg), "SIGLE");
 }
 
+TEST_F(HostStore, RefusesAnObjectWithoutAutomation) {
+  class Mute final : public IUnknown {
+   public:
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID wanted, void** object) override {
+      *object = wanted == IID_IUnknown ? this : nullptr;
+      return *object == nullptr ? E_NOINTERFACE : S_OK;
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
+    ULONG STDMETHODCALLTYPE Release() override { return 1; }
+  };
+  Mute mute;
+  database_->on(L"OpenFile", answersWith([&mute](VARIANT& answer) {
+                  answer.vt = VT_UNKNOWN;
+                  answer.punkVal = &mute;
+                }));
+  try {
+    store_->OpenFile("TABLES");
+    FAIL() << "no failure";
+  } catch (const store::StoreError& failure) {
+    EXPECT_EQ(failure.code(), static_cast<unsigned>(E_NOINTERFACE));
+    EXPECT_STREQ(failure.what(), "database.OpenFile: an object without automation");
+  }
+}
+
 TEST_F(HostStore, RefusesAnAnswerThatIsNoObject) {
   file_->answers(L"ReadRecord", L"a text");
   const auto file = this->file();
@@ -450,6 +602,18 @@ TEST(HostRights, ALevelThatIsNoWholeNumberAllowsConsultationOnly) {
       [](VARIANT& level) { level.vt = VT_NULL; },
       [](VARIANT& level) { level.vt = VT_EMPTY; },
       [](VARIANT& level) { level = com::Variant::ofText(L"deux").release(); },
+      [](VARIANT& level) { level = com::Variant::ofText(L"").release(); },
+      [](VARIANT& level) { level = com::Variant::ofText(L"2.0.0").release(); },
+      [](VARIANT& level) { level = com::Variant::ofBoolean(false).release(); },
+      [](VARIANT& level) { level = com::Variant::ofObject(FakeObject::make().Get()).release(); },
+      [](VARIANT& level) {
+        level.vt = VT_ARRAY | VT_I4;
+        level.parray = SafeArrayCreateVector(VT_I4, 0, 1);
+      },
+      [](VARIANT& level) {
+        level.vt = VT_ERROR;
+        level.scode = 2;
+      },
       real(1.6),
       real(2.4),
       real(1e300)};
@@ -462,6 +626,30 @@ TEST(HostRights, ALevelThatIsNoWholeNumberAllowsConsultationOnly) {
   entry->on(L"Level",
             answersWith([](VARIANT& level) { level = com::Variant::ofText(L"2").release(); }));
   EXPECT_EQ(right->Level(), 2);
+  // What scripts call True is no level either.
+  entry->on(L"Level",
+            answersWith([](VARIANT& level) { level = com::Variant::ofBoolean(true).release(); }));
+  EXPECT_EQ(right->Level(), -1);
+  short held = 2;
+  entry->on(L"Level", answersWith([&held](VARIANT& level) {
+              level.vt = VT_BYREF | VT_I2;
+              level.piVal = &held;
+            }));
+  EXPECT_EQ(right->Level(), 2);
+}
+
+TEST(HostRights, AFailingLevelNamesObjectAndMember) {
+  const ComPtr<FakeObject> entry = FakeObject::make();
+  const ComPtr<FakeObject> rights = FakeObject::make();
+  rights->gives(L"", entry);
+  const auto right = ocx::rightsOf(rights.Get())->entry("X");
+  entry->on(L"Level", raises(static_cast<SCODE>(0x80040005U)));
+  try {
+    right->Level();
+    FAIL() << "no failure";
+  } catch (const store::StoreError& failure) {
+    EXPECT_STREQ(failure.what(), "rights entry.Level: refused");
+  }
 }
 
 TEST(HostRights, ThatGiveNoEntryAreAFailure) {

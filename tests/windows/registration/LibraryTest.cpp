@@ -4,7 +4,10 @@
 #include <ocidl.h>
 #include <olectl.h>
 
+#include <utility>
+
 #include "com/Registration.h"
+#include "com/Variant.h"
 #include "tests/windows/registration/Library.h"
 
 namespace {
@@ -118,6 +121,51 @@ TEST_F(BuiltLibrary, CarriesItsTypeLibraryBitmapAndManifest) {
     EXPECT_EQ(FindResourceW(library_.module(), MAKEINTRESOURCEW(i), RT_MANIFEST), nullptr) << i;
   }
   EXPECT_NE(FindResourceW(library_.module(), MAKEINTRESOURCEW(1), RT_VERSION), nullptr);
+}
+
+std::wstring helpOf(ITypeInfo& type, MEMBERID member) {
+  BSTR help = nullptr;
+  EXPECT_EQ(type.GetDocumentation(member, nullptr, &help, nullptr, nullptr), S_OK);
+  const std::wstring text(com::viewOf(help));
+  SysFreeString(help);
+  return text;
+}
+
+// What has no help text, and how much has one.
+int expectExplained(ITypeInfo& type) {
+  constexpr MEMBERID kOfTheSystem = 0x60000000;  // inherited, numbered by the compiler
+  TYPEATTR* attributes = nullptr;
+  EXPECT_EQ(type.GetTypeAttr(&attributes), S_OK);
+  const UINT functions = attributes->cFuncs;
+  type.ReleaseTypeAttr(attributes);
+  EXPECT_NE(helpOf(type, MEMBERID_NIL), L"");
+  int explained = 1;
+  for (UINT at = 0; at < functions; ++at) {
+    FUNCDESC* function = nullptr;
+    EXPECT_EQ(type.GetFuncDesc(at, &function), S_OK);
+    if (function->memid < kOfTheSystem) {
+      EXPECT_NE(helpOf(type, function->memid), L"") << function->memid;
+      ++explained;
+    }
+    type.ReleaseFuncDesc(function);
+  }
+  return explained;
+}
+
+TEST_F(BuiltLibrary, ExplainsEachClassInterfaceEventAndMemberAsTheStoresDoes) {
+  for (const auto& [name, least] :
+       {std::pair{L"Tessaline.ocx", 60}, std::pair{L"TessalineStore.dll", 24}}) {
+    SCOPED_TRACE(testing::PrintToString(std::wstring(name)));
+    ComPtr<ITypeLib> types;
+    ASSERT_EQ(LoadTypeLibEx((programFolder() + name).c_str(), REGKIND_NONE, &types), S_OK);
+    int explained = 0;
+    for (UINT at = 0; at < types->GetTypeInfoCount(); ++at) {
+      ComPtr<ITypeInfo> type;
+      ASSERT_EQ(types->GetTypeInfo(at, &type), S_OK);
+      explained += expectExplained(*type.Get());
+    }
+    EXPECT_GE(explained, least);
+  }
 }
 
 TEST_F(BuiltLibrary, IsMarkedAsHoldingAControl) {
