@@ -51,6 +51,7 @@ class Ctr_OrgPriseCharge::Implementation {
         bar(context, view, list, save, [this](bool leave) { setSortir(leave); }),
         startUp(context, view, list, ong2, ong5) {
     applyState(screen, State::Empty);
+    applyReady(screen, false);
     surface.onAttempt = [this](const toolkit::Control& control) {
       avantModification(context, control);
     };

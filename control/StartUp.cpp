@@ -2,6 +2,7 @@
 
 #include "control/Errors.h"
 #include "control/Rights.h"
+#include "control/States.h"
 #include "screen/BusyScreen.h"
 #include "store/Counter.h"
 #include "store/Layouts.h"
@@ -31,6 +32,7 @@ void StartUp::Init() {
     session.enregistrementEnCours = false;
     context_.desktop.doEvents();
     session.pret = true;
+    applyReady(context_.screen, true);
   }
   context_.screen.bar.Txt_CodOrgChg.setFocus();
 }
@@ -70,6 +72,7 @@ void StartUp::releaseStore() {
   screen::EditSession& session = context_.session;
   screen::StoreFiles& files = session.files;
   session.pret = false;
+  applyReady(context_.screen, false);
   session.AncienOrgChg = store::NewDynamicArray();
   context_.adresse.setTheDatabase(nullptr);
   files.accord.reset();

@@ -1,5 +1,7 @@
 #include "control/States.h"
 
+#include <initializer_list>
+
 #include "pages/AcronymField.h"
 
 namespace control {
@@ -29,6 +31,15 @@ void applyState(screen::Screen& screen, State state) {
   }
   // Without a record in hand the pages take no input.
   screen.Ong_OrgPriseChg.setEnabled(!empty);
+}
+
+void applyReady(screen::Screen& screen, bool ready) {
+  screen::CommandBar& bar = screen.bar;
+  for (toolkit::Control* control : std::initializer_list<toolkit::Control*>{
+           &bar.Etq_CodOrgChg, &bar.Txt_CodOrgChg, &bar.Etq_RechercheSigle, &bar.Cbo_SigleOrgChg,
+           &bar.Cmd_Ajouter}) {
+    control->setPale(!ready);
+  }
 }
 
 }  // namespace control

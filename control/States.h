@@ -13,4 +13,8 @@ State stateOf(const screen::EditSession& session);
 // the rights have hidden stay hidden.
 void applyState(screen::Screen& screen, State state);
 
+// Until Init has succeeded what it needs of the bar looks as if it took no input: nothing would
+// come of it. Leaving works.
+void applyReady(screen::Screen& screen, bool ready);
+
 }  // namespace control

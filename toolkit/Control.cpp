@@ -104,6 +104,12 @@ bool Control::shown() const {
   return true;
 }
 
+void Control::setPale(bool pale) {
+  if (pale == pale_) return;
+  pale_ = pale;
+  changed(Aspect::Style);
+}
+
 void Control::setPlace(const Place& place) {
   if (place == place_) return;
   place_ = place;

@@ -64,7 +64,7 @@ enum class Kind {
 //   Value      of an option, check box or scroll bar; page in front; first line in view of a list;
 //              list of a combo box open or closed
 //   Range      of a scroll bar, its large change included
-//   Style      font, colour, alignment, limit of characters
+//   Style      font, colour, paleness, alignment, limit of characters
 //   ReadOnly   whether the user may change what it holds
 enum class Aspect {
   Text,
@@ -133,6 +133,10 @@ class Control {
   void setReadOnly(bool readOnly);
   // Takes no input by its own state, whatever is around it.
   bool closed() const;
+
+  // Looks as if it took no input, and takes it all the same: what it is for is not there yet.
+  bool pale() const { return pale_; }
+  void setPale(bool pale);
 
   const Place& place() const { return place_; }
   void setPlace(const Place& place);
@@ -216,6 +220,7 @@ class Control {
   bool enabled_ = true;
   bool visible_ = true;
   bool readOnly_ = false;
+  bool pale_ = false;
   bool tabStop_ = true;
   Place place_;
   Font font_;

@@ -158,6 +158,61 @@ TEST_F(StartUp, BeforeInitTheUserCanOnlyLeave) {
   EXPECT_TRUE(control_->W_Sortir());
 }
 
+class Looks : public StartUp {
+ protected:
+  bool ready() {
+    std::vector<std::string> pale;
+    for (const char* name : {"Etq_CodOrgChg", "Txt_CodOrgChg", "Etq_RechercheSigle",
+                             "Cbo_SigleOrgChg", "Cmd_Ajouter"}) {
+      if (child<toolkit::Control>(name).pale()) pale.emplace_back(name);
+    }
+    EXPECT_TRUE(pale.empty() || pale.size() == 5) << pale.front();
+    EXPECT_FALSE(button("Cmd_Sortir").pale());
+    return pale.empty();
+  }
+};
+
+TEST_F(Looks, NotReadyUntilInitHasSucceeded) {
+  EXPECT_FALSE(ready());
+  connect();
+  EXPECT_FALSE(ready());
+  bool meanwhile = false;
+  desktop_.onEvents = [&] { meanwhile = ready(); };
+  control_->Init();
+  EXPECT_FALSE(meanwhile);
+  EXPECT_TRUE(ready());
+  lookUp("001");
+  EXPECT_TRUE(ready());
+}
+
+TEST_F(Looks, NotReadyAfterAnInitThatHasFailed) {
+  connect();
+  store_.fail(CallKind::ExecuteSentence, "ORGPRISECHARGE");
+  EXPECT_THROW(control_->Init(), store::StoreError);
+  EXPECT_FALSE(ready());
+  store_.stopFailing();
+  control_->Init();
+  EXPECT_TRUE(ready());
+  store_.fail(CallKind::OpenFile, "TABLES");
+  EXPECT_THROW(control_->Init(), store::StoreError);
+  EXPECT_FALSE(ready());
+}
+
+TEST_F(Looks, ReadyStillAfterAnInitThatCouldNotReadTheRights) {
+  start();
+  level_->fails = true;
+  EXPECT_THROW(control_->Init(), std::runtime_error);
+  EXPECT_TRUE(ready());
+}
+
+TEST_F(Looks, NotReadyWithAnotherStoreUntilItsInit) {
+  start();
+  control_->setTheDatabase(store_.connect());
+  EXPECT_FALSE(ready());
+  control_->Init();
+  EXPECT_TRUE(ready());
+}
+
 // Start-up failing at each list, and when all are filled.
 class FailedStartUp : public StartUp {
  protected:

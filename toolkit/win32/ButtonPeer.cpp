@@ -1,5 +1,6 @@
 #include "toolkit/win32/ButtonPeer.h"
 
+#include "toolkit/win32/Scoped.h"
 #include "toolkit/win32/WideText.h"
 
 namespace toolkit::win32 {
@@ -39,6 +40,49 @@ void ButtonPeer::copy(Aspect what) {
     if (static_cast<WPARAM>(pass(BM_GETCHECK)) != check) pass(BM_SETCHECK, check);
   }
   if (what == Aspect::Style) InvalidateRect(window(), nullptr, TRUE);
+}
+
+bool ButtonPeer::changesLook(UINT message) {
+  switch (message) {
+    case BM_SETCHECK:
+    case BM_SETSTATE:
+    case BM_SETSTYLE:
+    case WM_ENABLE:
+    case WM_SETTEXT:
+    case WM_SETFONT:
+    case WM_SETFOCUS:
+    case WM_KILLFOCUS:
+    case WM_LBUTTONDOWN:
+    case WM_LBUTTONDBLCLK:
+    case WM_LBUTTONUP:
+    case WM_CAPTURECHANGED:
+    case WM_UPDATEUISTATE:
+      return true;
+    default:
+      return false;
+  }
+}
+
+LRESULT ButtonPeer::message(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  if (control().kind() != Kind::CommandButton || !control().pale()) {
+    return ControlPeer::message(window, message, wParam, lParam);
+  }
+  if (message == WM_PAINT || message == WM_PRINTCLIENT) return paintPale(message, wParam, lParam);
+  const bool ofThePainting = message == WM_STYLECHANGING || message == WM_STYLECHANGED;
+  if (paintingPale_ && ofThePainting) return 0;
+  const LRESULT result = ControlPeer::message(window, message, wParam, lParam);
+  if (attached() && changesLook(message)) InvalidateRect(window, nullptr, FALSE);
+  return result;
+}
+
+// The system paints the button, and as a disabled one: by the style that it finds while it paints.
+LRESULT ButtonPeer::paintPale(UINT message, WPARAM wParam, LPARAM lParam) {
+  const Scoped painting(paintingPale_);
+  const LONG style = GetWindowLongW(window(), GWL_STYLE);
+  SetWindowLongW(window(), GWL_STYLE, style | WS_DISABLED);
+  const LRESULT result = pass(message, wParam, lParam);
+  SetWindowLongW(window(), GWL_STYLE, style);
+  return result;
 }
 
 void ButtonPeer::commanded(WORD code) {

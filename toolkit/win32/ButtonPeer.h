@@ -15,11 +15,17 @@ class ButtonPeer : public ControlPeer {
   Blueprint blueprint() const override;
   void created() override;
   void copy(Aspect what) override;
+  LRESULT message(HWND window, UINT message, WPARAM wParam, LPARAM lParam) override;
   bool value() const;  // of an option or check box
+  // After that message a button paints itself at once, without being asked to.
+  static bool changesLook(UINT message);
 
  private:
   void click();
   bool isDefault() const;
+  LRESULT paintPale(UINT message, WPARAM wParam, LPARAM lParam);
+
+  bool paintingPale_ = false;
 };
 
 }  // namespace toolkit::win32

@@ -34,28 +34,6 @@ OwnedTheme themeOf(HWND button) {
   return OwnedTheme(OpenThemeData(button, L"BUTTON"));
 }
 
-// After these a button paints itself at once, without being asked to.
-bool changesLook(UINT message) {
-  switch (message) {
-    case BM_SETCHECK:
-    case BM_SETSTATE:
-    case BM_SETSTYLE:
-    case WM_ENABLE:
-    case WM_SETTEXT:
-    case WM_SETFONT:
-    case WM_SETFOCUS:
-    case WM_KILLFOCUS:
-    case WM_LBUTTONDOWN:
-    case WM_LBUTTONDBLCLK:
-    case WM_LBUTTONUP:
-    case WM_CAPTURECHANGED:
-    case WM_UPDATEUISTATE:
-      return true;
-    default:
-      return false;
-  }
-}
-
 }  // namespace
 
 int captionLeft(int dpi) { return MulDiv(kMarkSide + kGap, dpi, 96); }

@@ -157,6 +157,7 @@ void ControlPeer::update(Aspect what) {
     case Aspect::Style:
       applyFont();
       copy(what);
+      redraw();
       break;
     case Aspect::Caption:
       copy(what);
@@ -213,6 +214,8 @@ bool ControlPeer::windowEnabled() const {
   return true;
 }
 
+bool ControlPeer::looksEnabled() const { return windowEnabled() && !control_.pale(); }
+
 bool ControlPeer::windowVisible() const {
   for (const Control* c = &control_; c; c = c->parent()) {
     if (!c->visible()) return false;
@@ -244,6 +247,10 @@ void ControlPeer::applyReadOnly() {
     if (shown == control_.readOnly()) return;
     pass(focusWindow(), EM_SETREADONLY, control_.readOnly() ? TRUE : FALSE);
   }
+  redraw();
+}
+
+void ControlPeer::redraw() const {
   RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_FRAME | RDW_ALLCHILDREN);
 }
 
@@ -256,15 +263,14 @@ void ControlPeer::applyVisible() {
 
 HBRUSH ControlPeer::ground(HDC context, UINT message) {
   const bool field = control_.kind() == Kind::TextBox || control_.kind() == Kind::ComboBox;
-  if (!field || !control_.readOnly() || message != WM_CTLCOLORSTATIC) {
-    return colors(context, message);
-  }
-  return ControlPeer::colors(context, message);
+  const bool written = control_.readOnly() && message == WM_CTLCOLORSTATIC;
+  if (field && (written || control_.pale())) return ControlPeer::colors(context, message);
+  return colors(context, message);
 }
 
 HBRUSH ControlPeer::colors(HDC context, UINT) {
   const Palette palette = host_.palette();
-  SetTextColor(context, palette.text(control_.color(), windowEnabled()));
+  SetTextColor(context, palette.text(control_.color(), looksEnabled()));
   SetBkColor(context, palette.back());
   return host_.background();
 }

@@ -42,9 +42,9 @@ class ControlPeer : public Peer, public std::enable_shared_from_this<ControlPeer
   virtual LRESULT notified(const NMHDR&) { return 0; }
   virtual void drawItem(const DRAWITEMSTRUCT&) {}
   // The brush for the window's background, null for the system's own colours; for a field that is
-  // read-only, the surface's own, on which its text is read as a caption is.
+  // read-only or pale, the surface's own, on which its text is read as a caption is.
   HBRUSH ground(HDC context, UINT message);
-  // The same, of what is not read-only.
+  // The same, of what is neither.
   virtual HBRUSH colors(HDC context, UINT message);
 
  protected:
@@ -93,6 +93,7 @@ class ControlPeer : public Peer, public std::enable_shared_from_this<ControlPeer
 
   // What the window's own switches follow: what is between it and the window that holds it.
   bool windowEnabled() const;
+  bool looksEnabled() const;
   virtual bool windowVisible() const;
   virtual void applyEnabled();
   void applyReadOnly();
@@ -127,6 +128,7 @@ class ControlPeer : public Peer, public std::enable_shared_from_this<ControlPeer
   LRESULT keyMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
   LRESULT press(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
   void applyVisible();
+  void redraw() const;
   // Of a combo that is read-only: its window would choose another line, and be put right after.
   bool isForNobody(UINT message, WPARAM wParam) const;
   LRESULT giveName(WPARAM room, LPARAM buffer) const;

@@ -64,6 +64,8 @@ class Sheet {
   OwnedBrush ground_;
 };
 
+bool looksEnabled(const Control& control) { return control.reachable() && !control.pale(); }
+
 void write(const Sheet& sheet, const Control& control, std::string_view text, RECT area, UINT how,
            COLORREF color) {
   const OwnedFont font = sheet.font(control.font());
@@ -76,13 +78,14 @@ void write(const Sheet& sheet, const Control& control, std::string_view text, RE
 // On the ground of the surface.
 void write(const Sheet& sheet, const Control& control, std::string_view text, RECT area, UINT how) {
   write(sheet, control, text, area, how,
-        sheet.palette().text(control.color(), control.reachable()));
+        sheet.palette().text(control.color(), looksEnabled(control)));
 }
 
 void writeInField(const Sheet& sheet, const Control& control, std::string_view text,
                   const RECT& area, UINT how) {
-  write(sheet, control, text, area, how,
-        control.reachable() ? sheet.palette().field(control.color()) : GetSysColor(COLOR_GRAYTEXT));
+  write(
+      sheet, control, text, area, how,
+      looksEnabled(control) ? sheet.palette().field(control.color()) : GetSysColor(COLOR_GRAYTEXT));
 }
 
 void drawField(const Sheet& sheet, RECT area, bool typed) {
@@ -96,18 +99,18 @@ RECT inside(const Sheet& sheet, RECT area) {
 }
 
 void drawText(const Sheet& sheet, const TextBox& box, const RECT& area) {
-  drawField(sheet, area, box.reachable() && !box.readOnly());
+  drawField(sheet, area, looksEnabled(box) && !box.readOnly());
   writeInField(
       sheet, box, box.text(), inside(sheet, area),
       DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | (box.rightAligned() ? DT_RIGHT : DT_LEFT));
 }
 
 void drawCombo(const Sheet& sheet, const ComboBox& combo, RECT area) {
-  drawField(sheet, area, combo.reachable() && !combo.readOnly());
+  drawField(sheet, area, looksEnabled(combo) && !combo.readOnly());
   RECT arrow = area;
   arrow.left = std::max(area.left, area.right - (sheet.x(kArrow) - sheet.x(0)));
   DrawFrameControl(sheet.context(), &arrow, DFC_SCROLL,
-                   DFCS_SCROLLCOMBOBOX | (combo.reachable() ? 0U : DFCS_INACTIVE));
+                   DFCS_SCROLLCOMBOBOX | (looksEnabled(combo) ? 0U : DFCS_INACTIVE));
   area.right = arrow.left;
   writeInField(sheet, combo, combo.text(), inside(sheet, area),
                DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX);
@@ -188,7 +191,7 @@ void drawControl(const Sheet& sheet, const Control& control, const Place& at) {
       RECT face = area;
       DrawFrameControl(sheet.context(), &face, DFC_BUTTON, DFCS_BUTTONPUSH);
       write(sheet, control, control.caption(), area, DT_SINGLELINE | DT_CENTER | DT_VCENTER,
-            GetSysColor(control.reachable() ? COLOR_BTNTEXT : COLOR_GRAYTEXT));
+            GetSysColor(looksEnabled(control) ? COLOR_BTNTEXT : COLOR_GRAYTEXT));
       break;
     }
     case Kind::Label: {

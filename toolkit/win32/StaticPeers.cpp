@@ -75,7 +75,7 @@ void LabelPeer::drawItem(const DRAWITEMSTRUCT& item) {
   const std::wstring caption = wide(label_.caption());
   const Selected font(item.hDC, host().font(label_.font()));
   SetBkMode(item.hDC, TRANSPARENT);
-  SetTextColor(item.hDC, host().palette().text(label_.color(), windowEnabled()));
+  SetTextColor(item.hDC, host().palette().text(label_.color(), looksEnabled()));
   UINT alignment = label_.centered() ? DT_CENTER : DT_LEFT;
   if (label_.rightAligned()) {
     alignment = DT_RIGHT;

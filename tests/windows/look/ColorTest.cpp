@@ -203,6 +203,62 @@ TEST(Colors, WhatIsReadOnlyIsReadableUnderHighContrast) {
   expectReadOnlyReadable(ambienceOf(8, 96));
 }
 
+void expectSame(const Picture& one, const Picture& other) {
+  ASSERT_EQ(one.width(), other.width());
+  ASSERT_EQ(one.height(), other.height());
+  int different = 0;
+  for (int y = 0; y < one.height(); ++y) {
+    for (int x = 0; x < one.width(); ++x) different += one.at(x, y) == other.at(x, y) ? 0 : 1;
+  }
+  EXPECT_EQ(different, 0);
+}
+
+TEST(Colors, APaleButtonIsPaintedAsADisabledOneAndClickedAsALiveOne) {
+  Page page(ambienceOf(8, 96));
+  toolkit::CommandButton& button = page.screen().bar.Cmd_Ajouter;
+  int clicks = 0;
+  button.onClick = [&clicks] { ++clicks; };
+  HWND window = page.windowOf(button);
+  button.setPale(true);
+  page.pump();
+  const Picture pale(window);
+  EXPECT_NE(IsWindowEnabled(window), FALSE);
+  SendMessageW(window, BM_CLICK, 0, 0);
+  page.pump();
+  EXPECT_EQ(clicks, 1);
+  button.setPale(false);
+  button.setEnabled(false);
+  page.pump();
+  expectSame(pale, Picture(window));
+}
+
+TEST(Colors, APaleFieldStandsOnTheGroundOfTheForm) {
+  for (const COLORREF back : {RGB(0xF0, 0xF0, 0xF0), RGB(0x20, 0x20, 0x20)}) {
+    Ambience ambience = ambienceOf(8, 96);
+    ambience.backColor = back;
+    Page page(ambience);
+    screen::CommandBar& bar = page.screen().bar;
+    bar.Txt_CodOrgChg.setText("010");
+    bar.Cbo_SigleOrgChg.setText("CAF");
+    for (Control* field :
+         std::initializer_list<Control*>{&bar.Txt_CodOrgChg, &bar.Cbo_SigleOrgChg}) {
+      HWND window = writtenIn(page.windowOf(*field));
+      page.pump();
+      const Picture live(window);
+      field->setPale(true);
+      page.pump();
+      const Picture picture(window);
+      EXPECT_EQ(picture.at(picture.width() - 1, 0), back) << field->name();
+      EXPECT_GE(contrastIn(picture, {0, 0, picture.width(), picture.height()}),
+                toolkit::kDiscernible)
+          << field->name();
+      field->setPale(false);
+      page.pump();
+      expectSame(live, Picture(window));
+    }
+  }
+}
+
 TEST(Colors, TheSystemsOwnAreReadable) { expectReadableLiveAndDisabled(ambienceOf(8, 96)); }
 
 TEST(Colors, HighContrastBlackIsReadable) {
