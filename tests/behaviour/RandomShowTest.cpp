@@ -101,10 +101,10 @@ class MadeBodies {
   void oddMarks() {
     for (const std::string& odd : {marked("|"), marked("X|1"), marked("|X||")}) {
       add("001", [&](DynamicArray& body) {
-        for (int i = 1; i <= attribut::ParamTriSelect; ++i) body.set(i, odd);
+        for (int i = 1; i <= attribut::Dernier; ++i) body.set(i, odd);
       });
       add("101", [&](DynamicArray& body) {
-        for (int i = attribut::PeriodFactOrgChg; i <= attribut::ParamTriSelect; ++i) {
+        for (int i = attribut::PeriodFactOrgChg; i <= attribut::Dernier; ++i) {
           body.set(i, std::string(body.get(i)) + odd);
         }
       });

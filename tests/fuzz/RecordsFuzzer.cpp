@@ -51,8 +51,7 @@ DynamicArray takeBody(const SampleStore& sample, std::string_view& input) {
 std::string unshown(const DynamicArray& body) {
   std::string all;
   for (int i = 1; i <= std::max(body.DCount(), kMostAttributes); ++i) {
-    const bool kept =
-        i == 13 || i == 14 || i == attribut::DelaiPaiement || i > attribut::ParamTriSelect;
+    const bool kept = i == 13 || i == 14 || i == attribut::DelaiPaiement || i > attribut::Dernier;
     if (kept) all += std::to_string(i) + "=" + std::string(body.get(i)) + "\n";
   }
   while (all.ends_with("=\n")) all.erase(all.find_last_of('\n', all.size() - 2) + 1);

@@ -1,6 +1,12 @@
 #include <gtest/gtest.h>
 
+#include <map>
+#include <set>
+#include <string_view>
+
 #include "TemporaryStore.h"
+#include "multivalue/StandardFiles.h"
+#include "store/Layouts.h"
 
 namespace {
 
@@ -433,6 +439,21 @@ TEST(SelectionNames, KeywordsMayBeInLowerCaseAndBlanksMany) {
   TemporaryStore store;
   store.put("ORGPRISECHARGE", "1", {"A", "5"});
   EXPECT_EQ(store.select("  sselect  ORGPRISECHARGE avec 1=\"A\"  and avec 2>=4 par 1  "), "1");
+}
+
+TEST(SelectionNames, EveryAttributeOfABodyHasOneName) {
+  using namespace store::orgprisecharge;
+  std::map<int, int> names;
+  std::set<std::string_view> once;
+  for (const multivalue::FieldName& field : multivalue::standardFile(kFile)->fields) {
+    ++names[field.attribute];
+    EXPECT_TRUE(once.insert(field.name).second) << field.name;
+  }
+  for (int number = 1; number <= Dernier; ++number) {
+    const bool keptFree = number > AdrMail && number <= store::adresse::Dernier;
+    EXPECT_EQ(names[number], keptFree ? 0 : 1) << number;
+  }
+  EXPECT_EQ(names.rbegin()->first, Dernier);
 }
 
 TEST(SelectionNames, AStandardFileHasItsDictionaryAndItsIndexes) {
