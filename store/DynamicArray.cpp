@@ -233,6 +233,9 @@ void DynamicArray::forgetAfter(Begins& begins, std::size_t offset) {
 std::string_view DynamicArray::get(int attribute) const {
   requirePosition(attribute);
   const auto past = static_cast<std::size_t>(attribute);
+  if (!apart_ && attribute == 1 && begins_.empty() && whole_.size() < kLongText) {
+    return std::string_view(whole_).substr(0, whole_.find(kAttributeMark));
+  }
   if (apart_ || past >= begins_.size()) return find(attribute).text;
   return {whole_.data() + begins_[past - 1], begins_[past] - 1 - begins_[past - 1]};
 }

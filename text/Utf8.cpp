@@ -54,8 +54,18 @@ std::size_t bytesAt(std::string_view utf8, std::size_t offset) {
   return byteAt(utf8, offset) < 0x80 ? 1 : characterAt(utf8, offset).bytes;
 }
 
+// Has each character one byte? Most texts are so, and then nothing has to be counted.
+bool plain(std::string_view utf8) {
+  unsigned bytes = 0;
+  for (const char byte : utf8) bytes |= static_cast<unsigned char>(byte);
+  return bytes < 0x80;
+}
+
 // Byte offset after `count` characters from an offset, at most the text's size.
 std::size_t skip(std::string_view utf8, std::size_t offset, std::size_t count) {
+  if (offset >= utf8.size()) return utf8.size();
+  const std::string_view first = utf8.substr(offset, count);
+  if (plain(first)) return offset + first.size();
   for (; count > 0 && offset < utf8.size(); --count) offset += bytesAt(utf8, offset);
   return offset;
 }
@@ -84,6 +94,7 @@ void append(std::string& out, char32_t code) {
 }  // namespace
 
 std::size_t length(std::string_view utf8) {
+  if (plain(utf8)) return utf8.size();
   std::size_t count = 0;
   for (std::size_t offset = 0; offset < utf8.size(); ++count) {
     offset += bytesAt(utf8, offset);

@@ -44,13 +44,13 @@ void ComboBox::removeItem(int line) {
 }
 
 void ComboBox::setText(std::string_view text) {
-  std::string accepted = withoutMarkBytes(text);
-  if (accepted == text_) return;
+  if (holdsMarkBytes(text)) return setText(withoutMarkBytes(text));
+  if (text == text_) return;
   if (style_ == Style::ListOnly) {
-    setListIndex(items_.find(accepted));
+    setListIndex(items_.find(text));
     return;
   }
-  text_ = std::move(accepted);
+  text_ = text;
   listIndex_ = -1;
   placeSelection(length(), 0);
   changed(Aspect::Text);

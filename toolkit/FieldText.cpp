@@ -11,13 +11,19 @@ namespace {
 
 constexpr char32_t kDelete = 127;
 
+bool isMarkByte(char c) { return c == '\xFE' || c == '\xFD'; }
+
 }  // namespace
 
 bool isMark(char32_t character) { return character == 0xFE || character == 0xFD; }
 
+bool holdsMarkBytes(std::string_view text) {
+  return std::any_of(text.begin(), text.end(), isMarkByte);
+}
+
 std::string withoutMarkBytes(std::string_view text) {
   std::string kept(text);
-  std::erase_if(kept, [](char c) { return c == '\xFE' || c == '\xFD'; });
+  std::erase_if(kept, isMarkByte);
   return kept;
 }
 

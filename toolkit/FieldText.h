@@ -10,6 +10,7 @@ namespace toolkit {
 bool isMark(char32_t character);
 
 // Without the mark bytes 0xFE and 0xFD.
+bool holdsMarkBytes(std::string_view text);
 std::string withoutMarkBytes(std::string_view text);
 
 // What a user's edit may leave in a field that held `before`: no mark, bytes or characters, and at

@@ -30,6 +30,7 @@ void ListBox::requireLine(int line) const {
 }
 
 void ListBox::linesChanged() {
+  ++changes_;
   topIndex_ = std::clamp(topIndex_, 0, std::max(0, listCount() - 1));
   changed(Aspect::Items);
 }
@@ -54,6 +55,12 @@ void ListBox::setItems(std::vector<ListItem> items) {
   listIndex_ = -1;
   topIndex_ = 0;
   linesChanged();
+}
+
+std::vector<ListItem> ListBox::takeItems() {
+  std::vector<ListItem> items = items_.take();
+  setItems({});
+  return items;
 }
 
 void ListBox::removeItem(int line) {

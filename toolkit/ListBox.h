@@ -26,11 +26,15 @@ class ListBox : public Control {
   int listCount() const { return items_.count(); }
   const std::string& list(int line) const { return items_.text(line); }
   long itemData(int line) const { return items_.data(line); }
+  // Another number each time that the lines have been changed or set anew.
+  unsigned changes() const { return changes_; }
   // Changing the lines fires nothing; removing the selected line fires nothing either.
   void addItem(std::string_view text, long data = 0);
   void insertItem(int line, std::string_view text, long data = 0);
   void replaceItem(int line, std::string_view text, long data = 0);
   void setItems(std::vector<ListItem> items);
+  // Empties it; what it held comes back, as room for the lines that are set next.
+  std::vector<ListItem> takeItems();
   void removeItem(int line);
   void removeItems(const std::vector<int>& lines);  // in ascending order
   void removeSelected();
@@ -91,6 +95,7 @@ class ListBox : public Control {
   bool rightAligned_ = false;
   const Control* bar_ = nullptr;
   ListItems items_;
+  unsigned changes_ = 0;
   std::vector<char> selected_;  // Extended: one flag a line
   int listIndex_ = -1;
   int topIndex_ = 0;

@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace toolkit {
@@ -28,6 +29,7 @@ class ListItems {
   void erase(int line);
   void clear() { items_.clear(); }
   void assign(std::vector<ListItem> items) { items_ = std::move(items); }
+  std::vector<ListItem> take() { return std::exchange(items_, {}); }
   const std::vector<ListItem>& all() const { return items_; }
 
  private:

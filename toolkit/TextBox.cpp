@@ -13,13 +13,17 @@ TextBox::TextBox(Container* parent, std::string name)
 
 void TextBox::setText(std::string_view text) {
   if (text == text_) return;
-  std::string accepted = withoutMarkBytes(text);
-  if (accepted == text_) return;
-  text_ = std::move(accepted);
+  if (holdsMarkBytes(text)) return setText(withoutMarkBytes(text));
+  text_ = text;
   selectionStart_ = 0;
   selectionLength_ = 0;
   changed(Aspect::Text);
   fire(onChange);
+}
+
+void TextBox::renewText(std::string_view text) {
+  setText(text);
+  if (selectionStart_ != 0 || selectionLength_ != 0) select(0, 0);
 }
 
 void TextBox::setMaxLength(int characters) {

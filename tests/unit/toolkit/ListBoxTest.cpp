@@ -1,4 +1,5 @@
 #include <stdexcept>
+#include <utility>
 
 #include "tests/unit/toolkit/RuleTest.h"
 
@@ -35,6 +36,40 @@ TEST_F(ListBoxRules, ClickFiresWhenTheUserSelectsAnotherLine) {
   EXPECT_EQ(taken(), Events{"click 1"});
   EXPECT_EQ(list.listIndex(), 1);
   EXPECT_PRED_FORMAT1(hasFocus, list);
+}
+
+TEST_F(ListBoxRules, EachChangeOfTheLinesIsCountedAndNothingElse) {
+  unsigned before = several.changes();
+  const auto counted = [&] { return std::exchange(before, several.changes()) != before; };
+  several.setSelected(1, true);
+  several.setListIndex(2);
+  several.setTopIndex(1);
+  several.selectNone();
+  EXPECT_FALSE(counted());
+  several.setItems(several.items().all());
+  EXPECT_TRUE(counted());
+  several.addItem("e");
+  EXPECT_TRUE(counted());
+  several.replaceItem(0, "A");
+  EXPECT_TRUE(counted());
+  several.moveItem(0, 1);
+  EXPECT_TRUE(counted());
+  several.removeItem(0);
+  EXPECT_TRUE(counted());
+  several.takeItems();
+  EXPECT_TRUE(counted());
+}
+
+TEST_F(ListBoxRules, TheLinesThatAreTakenAreNotInItAnyMore) {
+  list.setListIndex(2);
+  list.setTopIndex(1);
+  noteEvents(list);
+  user();
+  EXPECT_EQ(list.takeItems(), (std::vector<ListItem>{{"a", 1}, {"b", 2}, {"c", 3}, {"d", 4}}));
+  EXPECT_EQ(taken(), Events{});
+  EXPECT_EQ(list.listCount(), 0);
+  EXPECT_EQ(list.listIndex(), -1);
+  EXPECT_EQ(list.topIndex(), 0);
 }
 
 TEST_F(ListBoxRules, ClickDoesNotFireWhenTheUserSelectsTheSelectedLine) {

@@ -40,6 +40,21 @@ TEST_F(TextBoxRules, ChangeDoesNotFireWhenTheSameTextIsAssignedAgain) {
   EXPECT_EQ(taken(), Events{});
 }
 
+TEST_F(TextBoxRules, ATextThatIsRenewedHasItsCaretAtTheStartThoughItIsTheSame) {
+  box.setText("abc");
+  box.select(1, 2);
+  noteChanges();
+  user();
+  box.renewText("abc");
+  EXPECT_EQ(taken(), Events{});
+  EXPECT_EQ(box.selectionStart(), 0);
+  EXPECT_EQ(box.selectionLength(), 0);
+  box.select(3, 0);
+  box.renewText("d\xFE\xFDz");
+  EXPECT_EQ(taken(), Events{"dz"});
+  EXPECT_EQ(box.selectionStart(), 0);
+}
+
 TEST_F(TextBoxRules, ChangeFiresForBackspaceAndForPastedText) {
   noteChanges();
   user().go(box);
