@@ -96,21 +96,54 @@ std::string valeurSaisie(const Colonne& column, std::string_view before, std::st
   return same ? std::string(before) : written;
 }
 
-void montrerColonnes(ListEditor& editor, const store::DynamicArray& record, Colonnes colonnes,
-                     int count) {
+void ColonnesMontrees::montrer(ListEditor& editor, const store::DynamicArray& record,
+                               Colonnes colonnes, int count) {
   std::vector<ListEditor::Lines> lists;
   lists.reserve(colonnes.size());
-  for (const Colonne& column : colonnes) {
-    std::string_view left = record.get(column.attribute);
-    ListEditor::Lines& lines = lists.emplace_back(static_cast<std::size_t>(count));
-    for (toolkit::ListItem& line : lines) line.text = column.forme.montre(store::takeValue(left));
+  montrees_.resize(colonnes.size());
+  count_ = count;
+  for (std::size_t i = 0; i < colonnes.size(); ++i) {
+    Montree& shown = montrees_[i];
+    shown.attribute = colonnes[i].attribute;
+    shown.texte = record.get(shown.attribute);
+    ListEditor::Lines& lines = lists.emplace_back(editor.vieilles(i));
+    lines.resize(static_cast<std::size_t>(count));
+    shown.fidele = remplir(lines, shown.texte, colonnes[i]);
   }
   editor.remplirListes(std::move(lists));
+  for (std::size_t i = 0; i < montrees_.size(); ++i) {
+    montrees_[i].changements = editor.changements(i);
+  }
 }
 
-void ecrireColonnes(const ListEditor& editor, store::DynamicArray& record, Colonnes colonnes,
-                    int count) {
+// Will the rows be taken for their values again? There are as many then, and an empty row stands
+// for one value alone.
+bool ColonnesMontrees::remplir(ListEditor::Lines& lines, std::string_view attribute,
+                               const Colonne& column) {
+  std::size_t values = attribute.empty() ? 0 : 1;
+  bool faithful = true;
+  for (toolkit::ListItem& line : lines) {
+    const std::size_t before = attribute.size();
+    const std::string_view value = store::takeValue(attribute);
+    if (value.size() < before) ++values;
+    line.text = column.forme.montre(value);
+    faithful = faithful && (!line.text.empty() || value == column.vide);
+  }
+  return faithful && values == lines.size();
+}
+
+bool ColonnesMontrees::inchangee(const ListEditor& editor, const store::DynamicArray& record,
+                                 std::size_t column, int count) const {
+  if (column >= montrees_.size()) return false;
+  const Montree& shown = montrees_[column];
+  return shown.fidele && count == count_ && shown.changements == editor.changements(column) &&
+         record.get(shown.attribute) == shown.texte;
+}
+
+void ColonnesMontrees::ecrire(const ListEditor& editor, store::DynamicArray& record,
+                              Colonnes colonnes, int count) const {
   for (std::size_t i = 0; i < colonnes.size(); ++i) {
+    if (inchangee(editor, record, i, count)) continue;
     const int attribute = colonnes[i].attribute;
     const std::vector<std::string_view> rows = editor.colonne(i, count);
     const bool asMany = record.DCount(attribute) == std::ssize(rows);

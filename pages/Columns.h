@@ -46,12 +46,34 @@ void ajouterValeur(std::string& written, const Colonne& column, std::string_view
 // The value for a zone that holds this text; `before` while it would show the same.
 std::string valeurSaisie(const Colonne& column, std::string_view before, std::string_view typed);
 
-// So many rows, whatever the attributes hold.
-void montrerColonnes(ListEditor& editor, const store::DynamicArray& record, Colonnes colonnes,
-                     int count);
-// The first rows, so many, become the values of the attributes.
-void ecrireColonnes(const ListEditor& editor, store::DynamicArray& record, Colonnes colonnes,
-                    int count);
+// The columns of an editor as they were shown from their attributes. What has not been touched
+// since has nothing to write, and is not converted to see that.
+class ColonnesMontrees {
+ public:
+  // So many rows, whatever the attributes hold.
+  void montrer(ListEditor& editor, const store::DynamicArray& record, Colonnes colonnes, int count);
+  // The first rows, so many, become the values of the attributes.
+  void ecrire(const ListEditor& editor, store::DynamicArray& record, Colonnes colonnes,
+              int count) const;
+  // Would so many rows of a column write what its attribute holds, since neither has changed?
+  bool inchangee(const ListEditor& editor, const store::DynamicArray& record, std::size_t column,
+                 int count) const;
+  int lignes() const { return count_; }
+  // What the attribute of a column held.
+  std::string_view attribut(std::size_t column) const { return montrees_[column].texte; }
+
+ private:
+  struct Montree {
+    int attribute = 0;
+    std::string texte;
+    unsigned changements = 0;
+    bool fidele = false;  // its rows write what they were shown from
+  };
+  static bool remplir(ListEditor::Lines& lines, std::string_view attribute, const Colonne& column);
+
+  std::vector<Montree> montrees_;
+  int count_ = 0;
+};
 
 // The places, from 1, of these numbers from the lowest on; equal ones keep their order.
 std::vector<int> ordreCroissant(const std::vector<long long>& numbers);

@@ -62,19 +62,21 @@ void DeductionEditor::lier(const screen::Handlers& handlers) {
 // --- Showing and writing
 
 void DeductionEditor::afficher(const store::DynamicArray& record) {
-  montrerColonnes(editor_, record, kColonnes, record.DCount(attribut::DebAbatHOrgChg));
+  colonnes_.montrer(editor_, record, kColonnes, record.DCount(attribut::DebAbatHOrgChg));
 }
 
 void DeductionEditor::ecrire(store::DynamicArray& record) const {
-  ecrireColonnes(editor_, record, kColonnes, editor_.lignesRemplies());
+  colonnes_.ecrire(editor_, record, kColonnes, editor_.lignesRemplies());
 }
 
 void DeductionEditor::effacer(store::DynamicArray& record) {
   for (const Colonne& column : kColonnes) ecrireAttribut(record, column.attribute, "");
 }
 
+void DeductionEditor::fermer() { editor_.fermer(); }
+
 void DeductionEditor::vider() {
-  editor_.fermer();
+  fermer();
   editor_.remplir({});
 }
 

@@ -1,6 +1,7 @@
 // The hour-range deductions of the coverage page, by start hour (attributes 29 to 31).
 #pragma once
 
+#include "pages/Columns.h"
 #include "pages/ListEditor.h"
 #include "screen/Handlers.h"
 
@@ -18,7 +19,9 @@ class DeductionEditor {
   void ecrire(store::DynamicArray& record) const;
   // Takes the deductions out of the record; the lists stay.
   static void effacer(store::DynamicArray& record);
-  // No row, list mode.
+  // List mode.
+  void fermer();
+  // The same, and no row.
   void vider();
 
   void MasquerZonesAbat();   // enters edit mode
@@ -41,6 +44,7 @@ class DeductionEditor {
   PageContext context_;
   screen::PriseEnCharge& prise_;
   ListEditor editor_;
+  ColonnesMontrees colonnes_;
 };
 
 }  // namespace pages

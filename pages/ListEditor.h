@@ -60,9 +60,13 @@ class ListEditor {
   // Filling and removing leave no row selected, and the scroll bar at its start, silently.
   void remplir(std::vector<Row> rows);
   void remplirListes(std::vector<Lines> lists);  // the same, a list a column
+  // Empties a list that is filled anew next; what it held is room for that.
+  Lines vieilles(std::size_t column) { return parts_.listes[column]->takeItems(); }
   std::vector<Row> toutes() const;
   // The texts of one list, as long as they stay in it; at most so many.
   std::vector<std::string_view> colonne(std::size_t column, int count) const;
+  // Another number each time that the texts of one list have changed.
+  unsigned changements(std::size_t column) const { return parts_.listes[column]->changes(); }
   // The rows before the first one whose first text is empty.
   int lignesRemplies() const;
   void inserer(int line, const Row& row);  // std::invalid_argument past the end

@@ -73,16 +73,20 @@ void RateEditor::lier(const screen::Handlers& handlers) {
 // --- Showing and writing
 
 void RateEditor::afficher(const store::DynamicArray& record) {
-  montrerColonnes(editor_, record, kColonnes, record.DCount(attribut::DateRembOrgChg));
+  colonnes_.montrer(editor_, record, kColonnes, record.DCount(attribut::DateRembOrgChg));
 }
 
 void RateEditor::ecrire(store::DynamicArray& record) const {
-  ecrireColonnes(editor_, record, kColonnes, editor_.lignesRemplies());
+  colonnes_.ecrire(editor_, record, kColonnes, editor_.lignesRemplies());
+}
+
+void RateEditor::fermer() {
+  editor_.fermer();
+  context_.session.taux.W_AjoutTaux = false;
 }
 
 void RateEditor::vider() {
-  editor_.fermer();
-  context_.session.taux.W_AjoutTaux = false;
+  fermer();
   editor_.remplir({});
 }
 

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 
+#include "pages/Columns.h"
 #include "pages/ListEditor.h"
 #include "screen/Handlers.h"
 
@@ -18,7 +19,9 @@ class RateEditor {
   void afficher(const store::DynamicArray& record);
   // The lists are the source: up to the first row without a date.
   void ecrire(store::DynamicArray& record) const;
-  // No row, list mode.
+  // List mode.
+  void fermer();
+  // The same, and no row.
   void vider();
 
   void MasquerZonesTaux();     // enters edit mode
@@ -47,6 +50,7 @@ class RateEditor {
   PageContext context_;
   screen::PriseEnCharge& prise_;
   ListEditor editor_;
+  ColonnesMontrees colonnes_;
 };
 
 }  // namespace pages

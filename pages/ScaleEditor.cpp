@@ -98,36 +98,48 @@ void ScaleEditor::lier(const screen::Handlers& handlers) {
 void ScaleEditor::afficher(const store::DynamicArray& record) {
   int count = 0;
   for (const Colonne& column : kColonnes) count = std::max(count, record.DCount(column.attribute));
-  montrerColonnes(editor_, record, kColonnes, count);
-  lignes_.assign(static_cast<std::size_t>(count), Ligne());
-  for (std::size_t column = 0; column < kColonnes.size(); ++column) {
-    std::string_view left = record.get(kColonnes[column].attribute);
-    for (Ligne& ligne : lignes_) ligne.valeurs[column] = store::takeValue(left);
-  }
+  colonnes_.montrer(editor_, record, kColonnes, count);
+  lignes_.reset();
   existait_ = count > 0;
   premier_ = false;
 }
 
 // Rows may have moved since they were shown: each brings its own values.
-void ScaleEditor::ecrire(store::DynamicArray& record) const {
+void ScaleEditor::ecrire(store::DynamicArray& record) {
   for (std::size_t column = 0; column < kColonnes.size(); ++column) {
+    if (colonnes_.inchangee(editor_, record, column, editor_.lignes())) continue;
     std::string written;
     written.reserve(record.get(kColonnes[column].attribute).size());
-    for (std::size_t row = 0; row < lignes_.size(); ++row) {
+    int row = 0;
+    for (const Ligne& ligne : lignes()) {
       if (row > 0) written += store::kValueMark;
-      ajouterValeur(written, kColonnes[column], lignes_[row].valeurs[column],
-                    editor_.texte(static_cast<int>(row), column));
+      ajouterValeur(written, kColonnes[column], ligne.valeurs[column],
+                    editor_.texte(row++, column));
     }
     ecrireAttribut(record, kColonnes[column].attribute, written);
   }
 }
 
-void ScaleEditor::vider() {
+std::vector<ScaleEditor::Ligne>& ScaleEditor::lignes() {
+  if (lignes_) return *lignes_;
+  lignes_.emplace(static_cast<std::size_t>(colonnes_.lignes()));
+  for (std::size_t column = 0; column < kColonnes.size() && !lignes_->empty(); ++column) {
+    std::string_view left = colonnes_.attribut(column);
+    for (Ligne& ligne : *lignes_) ligne.valeurs[column] = store::takeValue(left);
+  }
+  return *lignes_;
+}
+
+void ScaleEditor::fermer() {
   editor_.fermer();
   for (toolkit::ListBox* list : fermesParUnNouveauBareme(page_)) list->setEnabled(true);
   page_.Lst_BaremCoursOrgChg.setEnabled(true);
+}
+
+void ScaleEditor::vider() {
+  fermer();
   editor_.remplir({});
-  lignes_.clear();
+  lignes_.emplace();
   existait_ = false;
 }
 
@@ -140,13 +152,13 @@ void ScaleEditor::TriBareme() {
   }
   const std::vector<int> order = ordreCroissant(starts);
   std::vector<ListEditor::Row> rows;
-  std::vector<Ligne> lignes;
+  std::vector<Ligne> sorted;
   for (const int number : order) {
     const auto row = static_cast<std::size_t>(number - 1);
     rows.push_back(before[row]);
-    lignes.push_back(lignes_[row]);
+    sorted.push_back(lignes()[row]);
   }
-  lignes_ = std::move(lignes);
+  lignes_ = std::move(sorted);
   editor_.ordonner(order);
   editor_.remplir(std::move(rows));
 }
@@ -154,11 +166,11 @@ void ScaleEditor::TriBareme() {
 // --- A new scale
 
 ScaleEditor::Copie ScaleEditor::commencerBareme() {
-  Copie copie{editor_.toutes(), lignes_, premier_};
+  Copie copie{editor_.toutes(), lignes(), premier_};
   if (existait_) {
     std::vector<ListEditor::Row> rows = copie.rows;
     for (ListEditor::Row& row : rows) row[kPrecedent] = row[kEnCours];
-    for (Ligne& ligne : lignes_) ligne.valeurs[kPrecedent] = ligne.valeurs[kEnCours];
+    for (Ligne& ligne : lignes()) ligne.valeurs[kPrecedent] = ligne.valeurs[kEnCours];
     editor_.remplir(std::move(rows));
   }
   for (toolkit::ListBox* list : fermesParUnNouveauBareme(page_)) list->setEnabled(false);
@@ -199,8 +211,8 @@ void ScaleEditor::Cmd_AjoutPart_Click() {
 }
 
 // Under a new scale the brackets of the rows that stood before stay as they are.
-bool ScaleEditor::tranchesFermees(int row) const {
-  return context_.session.NouveauBareme && !lignes_[static_cast<std::size_t>(row)].ajoutee;
+bool ScaleEditor::tranchesFermees(int row) {
+  return context_.session.NouveauBareme && !lignes()[static_cast<std::size_t>(row)].ajoutee;
 }
 
 void ScaleEditor::modifier() {
@@ -226,7 +238,7 @@ void ScaleEditor::Cmd_OKPart_Click() {
     std::vector<ListEditor::Row> rows = editor_.toutes();
     if (editor_.enAjout()) {
       rows.emplace_back(kColonnes.size());
-      lignes_.push_back({{}, context_.session.NouveauBareme});
+      lignes().push_back({{}, context_.session.NouveauBareme});
     }
     ListEditor::Row& row =
         editor_.enAjout() ? rows.back() : rows[static_cast<std::size_t>(editor_.editee())];
@@ -291,7 +303,7 @@ void ScaleEditor::Cmd_SuppPart_Click() {
   if (row >= 0 && !editor_.suppressionConfirmee()) return;
   if (row >= 0 && row < editor_.lignes()) {
     editor_.retirer(row);
-    lignes_.erase(lignes_.begin() + row);
+    lignes().erase(lignes().begin() + row);
   }
   AfficherZonesBareme();
 }

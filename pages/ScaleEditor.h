@@ -3,9 +3,11 @@
 #pragma once
 
 #include <array>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "pages/Columns.h"
 #include "pages/ListEditor.h"
 #include "screen/Handlers.h"
 
@@ -31,8 +33,10 @@ class ScaleEditor {
   void lier(const screen::Handlers& handlers);
 
   void afficher(const store::DynamicArray& record);
-  void ecrire(store::DynamicArray& record) const;
-  // No row, list mode, every list open.
+  void ecrire(store::DynamicArray& record);
+  // List mode, every list open.
+  void fermer();
+  // The same, and no row.
   void vider();
 
   void AfficherZonesBareme();  // leaves edit mode, and empties the zones
@@ -62,12 +66,14 @@ class ScaleEditor {
   void modifier();
 
   bool saisieAcceptee();
-  bool tranchesFermees(int row) const;
+  bool tranchesFermees(int row);
+  std::vector<Ligne>& lignes();  // of the rows, in their order
 
   PageContext context_;
   screen::Participation& page_;
   ListEditor editor_;
-  std::vector<Ligne> lignes_;  // of the rows, in their order
+  ColonnesMontrees colonnes_;
+  std::optional<std::vector<Ligne>> lignes_;  // none until a shown row is looked behind
   bool existait_ = false;
   bool premier_ = true;  // a first scale is being entered: there was none to start from
 };
