@@ -1,5 +1,6 @@
 #include "pages/AccountPair.h"
 
+#include <functional>
 #include <utility>
 #include <vector>
 
@@ -19,7 +20,7 @@ namespace plan = store::plancomptable;
 constexpr std::size_t kChiffres = 10;
 constexpr std::size_t kCodeEntite = 3;
 
-bool complet(const std::string& numero) { return text::length(numero) == kChiffres; }
+bool complet(std::string_view numero) { return text::length(numero) == kChiffres; }
 
 }  // namespace
 
@@ -29,10 +30,9 @@ AccountPair::AccountPair(PageContext context, const Fields& fields)
 void AccountPair::annoncer(const PageContext& context, std::string_view entity,
                            std::initializer_list<std::string_view> accounts) {
   std::vector<std::string> keys;
+  keys.reserve(accounts.size());
   for (const std::string_view account : accounts) {
-    if (!entity.empty() && complet(std::string(account))) {
-      keys.push_back(std::string(entity) + std::string(account));
-    }
+    if (!entity.empty() && complet(account)) keys.emplace_back(entity).append(account);
   }
   context.session.files.planComptable->announce(keys);
 }
@@ -51,7 +51,7 @@ void AccountPair::lier(const screen::Handlers& handlers) {
 
 void AccountPair::montrer(std::string_view account, std::string_view entity) {
   const screen::Quiet quiet(context_.session);
-  fields_.numero.setText(account);
+  fields_.numero.renewText(account);
   shown_.keep(account, fields_.numero.text());
   lireLibelle(entity);
 }
@@ -67,12 +67,13 @@ void AccountPair::lireLibelle(std::string_view entity) {
   fields_.libelle.clear();
   const std::string& numero = fields_.numero.text();
   if (!complet(numero) || entity.empty()) return;
-  screen::quietly(context_.session, "AccountPair::lireLibelle", [&] {
+  const auto lire = [&] {
     const auto record =
         context_.session.files.planComptable->ReadRecord(std::string(entity) + numero);
     libelleDuCompte_ = record->fields().get(plan::Libelle, 1);
     fields_.libelle.setText(libelleDuCompte_);
-  });
+  };
+  screen::quietly(context_.session, "AccountPair::lireLibelle", std::ref(lire));
 }
 
 std::string_view AccountPair::compte() const { return shown_.written(fields_.numero.text()); }

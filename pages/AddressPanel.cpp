@@ -70,7 +70,7 @@ void AddressPanel::afficher(store::DynamicArray& record, int firstAttribute) {
   const screen::Quiet quiet(session_);
   for (Field& field : boxes_) {
     const std::string_view attribute = record.get(firstAttribute + field.step);
-    field.box->setText(attribute);
+    field.box->renewText(attribute);
     field.shown.keep(attribute, field.box->text());
   }
   montrerNature(record.get(firstAttribute + adresse::NatureVoie));
@@ -80,6 +80,7 @@ void AddressPanel::afficher(store::DynamicArray& record, int firstAttribute) {
 void AddressPanel::montrerNature(std::string_view key) {
   toolkit::ComboBox& kinds = fields_.Cbo_NatureVoie;
   const int line = key.empty() ? -1 : store::ChercherCodeTable(natures_, key) - 1;
+  kinds.setListIndex(-1);
   kinds.setListIndex(line);
   if (line < 0) kinds.setText(key);
   ligneNature_ = kinds.listIndex();

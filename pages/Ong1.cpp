@@ -21,7 +21,6 @@ Ong1::Ong1(PageContext context, AddressPort& adresse)
 
 void Ong1::Afficher_Ong1() {
   const screen::Quiet quiet(context_.session);
-  vider();
   store::DynamicArray& record = context_.session.RecOrgChg->fields();
   for (Field& field : fields_) montrer(field, record.get(field.attribute));
   adresse_.afficher(record, store::adresse::Premier);
@@ -62,7 +61,7 @@ void Ong1::vider() {
 }
 
 void Ong1::montrer(Field& field, std::string_view attribute) {
-  field.box->setText(attribute);
+  field.box->renewText(attribute);
   field.shown.keep(attribute, field.box->text());
 }
 

@@ -96,7 +96,7 @@ void Ong2::Remplir_StatOrgChg() {
 
 void Ong2::Afficher_Ong2() {
   const screen::Quiet quiet(context_.session);
-  vider();
+  commencer();
   store::DynamicArray& record = context_.session.RecOrgChg->fields();
   regles_.Opt_TypePrincipalOrgChg.setValue(record.get(attribut::TypeOrgChg) == "P");
   regles_.Opt_TypeComplOrgChg.setValue(record.get(attribut::TypeOrgChg) == "C");
@@ -121,8 +121,9 @@ void Ong2::Afficher_Ong2() {
 void Ong2::montrerPieces(const store::DynamicArray& record) {
   const store::DynamicArray& table = context_.session.piecesRenouv->fields();
   std::vector<toolkit::ListItem> lines;
-  for (int i = 1; i <= record.DCount(attribut::PieceRenouOrgChg); ++i) {
-    const int position = store::positionOfCode(table, record.get(attribut::PieceRenouOrgChg, i));
+  std::string_view left = record.get(attribut::PieceRenouOrgChg);
+  while (!left.empty()) {
+    const int position = store::positionOfCode(table, store::takeValue(left));
     if (position == 0) continue;
     std::string label(table.get(store::tables::Libelles, position));
     if (!label.empty()) lines.push_back({std::move(label), position});
@@ -143,7 +144,7 @@ void Ong2::montrerOptions(store::DynamicArray& record) {
 
 void Ong2::montrerComptes(const store::DynamicArray& record) {
   ouvrirComptes();
-  if (!context_.session.OptionCompteur) return;
+  if (!context_.session.OptionCompteur) return viderComptes();
   const std::string_view entite = record.get(attribut::Entite);
   debit_.montrer(record.get(attribut::DebitOrgChg), entite);
   credit_.montrer(record.get(attribut::CreditOrgChg), entite);
@@ -164,16 +165,9 @@ void Ong2::relireComptes() {
   for (AccountPair* pair : {&debit_, &credit_, &produitAide_}) pair->relire();
 }
 
-void Ong2::vider() {
-  const screen::Quiet quiet(context_.session);
+// What a record need not say anything of.
+void Ong2::commencer() {
   context_.session.statistiqueVidee = false;
-  for (toolkit::OptionButton* option :
-       {&regles_.Opt_TypePrincipalOrgChg, &regles_.Opt_TypeComplOrgChg,
-        &regles_.Opt_PlafMensRepOrgChg, &regles_.Opt_PlafMensOrgChg,
-        &regles_.Opt_PlafGlobalOrgChg}) {
-    option->setValue(false);
-  }
-  montrerTypeDuBareme();
   regles_.Cdr_PlafondOrg.setEnabled(true);
   for (toolkit::ComboBox* combo :
        {&regles_.Cbo_PeriodFactOrgChg, &regles_.Cbo_RenouvOrgChg, &regles_.Cbo_StatsOrgChg}) {
@@ -181,13 +175,29 @@ void Ong2::vider() {
     combo->setText("");
   }
   regles_.Lst_PiecePossibleOrgChg.selectNone();
+}
+
+void Ong2::viderComptes() {
+  for (AccountPair* pair : {&debit_, &credit_, &produitAide_}) pair->vider();
+}
+
+void Ong2::vider() {
+  const screen::Quiet quiet(context_.session);
+  commencer();
+  for (toolkit::OptionButton* option :
+       {&regles_.Opt_TypePrincipalOrgChg, &regles_.Opt_TypeComplOrgChg,
+        &regles_.Opt_PlafMensRepOrgChg, &regles_.Opt_PlafMensOrgChg,
+        &regles_.Opt_PlafGlobalOrgChg}) {
+    option->setValue(false);
+  }
+  montrerTypeDuBareme();
   regles_.Lst_PieceRenouOrgChg.clear();
   for (toolkit::CheckBox* box : {&regles_.Cac_DemAccordOrgChg, &regles_.Cac_FactAnticip,
                                  &regles_.Cac_LettresInfo, &regles_.Cac_IncidCompta}) {
     box->setValue(false);
   }
   regles_.Cac_FactAnticip.setEnabled(false);
-  for (AccountPair* pair : {&debit_, &credit_, &produitAide_}) pair->vider();
+  viderComptes();
   ouvrirComptes();
 }
 
@@ -252,13 +262,15 @@ bool Ong2::changementRefuse(int attribute, std::string_view message) {
 // By position, not by label: two documents may have the same.
 void Ong2::ecrirePieces(store::DynamicArray& record) {
   const store::DynamicArray& table = context_.session.piecesRenouv->fields();
-  store::DynamicArray codes;
+  std::string codes;
   for (const toolkit::ListItem& line : regles_.Lst_PieceRenouOrgChg.items().all()) {
     if (line.text.empty()) continue;
     const std::string_view code = table.get(store::tables::Codes, static_cast<int>(line.data));
-    if (!code.empty()) codes.set(1, codes.DCount(1) + 1, code);
+    if (code.empty()) continue;
+    if (!codes.empty()) codes += store::kValueMark;
+    codes += code;
   }
-  ecrireAttribut(record, attribut::PieceRenouOrgChg, codes.get(1));
+  ecrireAttribut(record, attribut::PieceRenouOrgChg, codes);
 }
 
 void Ong2::ecrireComptes(store::DynamicArray& record) {
@@ -326,7 +338,7 @@ void Ong2::Cac_IncidCompta_Click() {
   ouvrirComptes();
   if (!regles_.Cac_IncidCompta.value()) return;
   const screen::Quiet quiet(context_.session);
-  for (AccountPair* pair : {&debit_, &credit_, &produitAide_}) pair->vider();
+  viderComptes();
 }
 
 bool Ong2::comptesOuverts() const {

@@ -56,6 +56,8 @@ class Ong2 : public Onglet {
 
   bool comptesOuverts() const;
   void ouvrirComptes();
+  void viderComptes();
+  void commencer();
   void montrerTypeDuBareme();
   void montrerHeures();
 

@@ -27,13 +27,13 @@ void Ong3::lier(const screen::Handlers& handlers) {
 
 void Ong3::Afficher_Ong3() {
   const screen::Quiet quiet(context_.session);
-  vider();
+  commencer();
   const store::DynamicArray& record = context_.session.RecOrgChg->fields();
   prise_.Opt_HeureOrgChg.setValue(record.get(attribut::AttribOrgChg) == "H");
   prise_.Opt_MontantOrgChg.setValue(record.get(attribut::AttribOrgChg) == "M");
   ouvrirCadres(!prise_.Opt_MontantOrgChg.value());
   prestation_.montrer(record.get(attribut::CptPrestationService), record.get(attribut::Entite));
-  prise_.Txt_DesFacture.setText(record.get(attribut::DesFacture));
+  prise_.Txt_DesFacture.renewText(record.get(attribut::DesFacture));
   designation_.keep(record.get(attribut::DesFacture), prise_.Txt_DesFacture.text());
   prise_.Cac_AjusTarif.setValue(store::wholeNumber(record.get(attribut::AjusTarif)) != 0);
   prise_.Cac_CoutGlobal.setValue(store::wholeNumber(record.get(attribut::CoutGlobal)) != 0);
@@ -47,8 +47,17 @@ void Ong3::annoncer() {
                         {record.get(attribut::CptPrestationService)});
 }
 
+// What a record need not say anything of.
+void Ong3::commencer() {
+  taux_.fermer();
+  abattements_.fermer();
+  prise_.Cdr_AttribOrgChg.setEnabled(true);
+  ouvrirAjouts(true);
+}
+
 void Ong3::vider() {
   const screen::Quiet quiet(context_.session);
+  commencer();
   prise_.Opt_HeureOrgChg.setValue(false);
   prise_.Opt_MontantOrgChg.setValue(false);
   taux_.vider();
@@ -57,9 +66,7 @@ void Ong3::vider() {
   designation_.keep("", "");
   prise_.Cac_AjusTarif.setValue(false);
   prise_.Cac_CoutGlobal.setValue(false);
-  prise_.Cdr_AttribOrgChg.setEnabled(true);
   ouvrirCadres(true);
-  ouvrirAjouts(true);
   prestation_.vider();
 }
 

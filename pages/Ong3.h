@@ -41,6 +41,7 @@ class Ong3 : public Onglet {
   void reprendreHeures();
   void ouvrirCadres(bool open);
   void ouvrirAjouts(bool open);
+  void commencer();
 
   screen::PriseEnCharge& prise_;
   AccountPair prestation_;

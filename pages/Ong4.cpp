@@ -40,7 +40,8 @@ void Ong4::lier(const screen::Handlers& handlers) {
 
 void Ong4::Afficher_Ong4() {
   const screen::Quiet quiet(context_.session);
-  vider();
+  bareme_.fermer();
+  oublierBareme();
   const store::DynamicArray& record = context_.session.RecOrgChg->fields();
   page_.Opt_Quotient.setValue(record.get(attribut::Bareme) == "Q");
   page_.Opt_Ressource.setValue(record.get(attribut::Bareme) == "R");
@@ -49,10 +50,12 @@ void Ong4::Afficher_Ong4() {
   page_.Etq_Montant.setCaption(page_.Opt_GestPartMont.value() ? kMontant : kPourcentage);
   page_.Cac_Abonnement.setValue(store::wholeNumber(record.get(attribut::Abonnement)) != 0);
   for (Date* date : {&precedente_, &enCours_}) {
-    date->box->setText(jourMontre(record.get(date->attribute)));
+    date->box->renewText(jourMontre(record.get(date->attribute)));
+    date->box->setEnabled(false);
     date->shown.keep(record.get(date->attribute), date->box->text());
   }
-  Affiche_Bareme();
+  bareme_.afficher(record);
+  bareme_.ouvrirAjout();
 }
 
 // A row that is open belongs to the rows that go.

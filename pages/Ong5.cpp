@@ -30,6 +30,14 @@ Types types(screen::Bordereau& page) {
            {"M", &page.Opt_MFPBordOrgChg}}};
 }
 
+// Empty identifiers before the first are not shown: an empty first line would count as an empty
+// list.
+std::string_view depuisLePremier(std::string_view attribute) {
+  attribute.remove_prefix(
+      std::min(attribute.find_first_not_of(store::kValueMark), attribute.size()));
+  return attribute;
+}
+
 // The sort parameters are kept in the record by their places in the list, from 1.
 void numeroter(toolkit::ListBox& list) {
   std::vector<toolkit::ListItem> lines = list.items().all();
@@ -124,19 +132,17 @@ std::string Ong5::identifiants(const toolkit::ListBox& list) const {
   return values;
 }
 
-// Lines for the identifiers in an attribute, labelled as in the list of what is possible. One that
-// is not possible any more is shown as it stands, so that the user sees it and can remove it. Empty
-// ones before the first are not shown: an empty first line would count as an empty list.
+// Lines for identifiers, labelled as in the list of what is possible. One that is not possible any
+// more is shown as it stands, so that the user sees it and can remove it.
 std::vector<toolkit::ListItem> Ong5::lignes(const toolkit::ListBox& possible,
-                                            const store::DynamicArray& record,
-                                            int attribute) const {
+                                            std::string_view attribute) const {
+  const std::vector<toolkit::ListItem>& all = possible.items().all();
   std::vector<toolkit::ListItem> lines;
-  const int count = record.DCount(attribute);
-  int first = 1;
-  while (first <= count && record.get(attribute, first).empty()) ++first;
-  for (int i = first; i <= count; ++i) {
-    const std::string_view wanted = record.get(attribute, i);
-    const std::vector<toolkit::ListItem>& all = possible.items().all();
+  if (attribute.empty()) return lines;
+  const auto marks = std::count(attribute.begin(), attribute.end(), store::kValueMark);
+  lines.reserve(static_cast<std::size_t>(marks) + 1);
+  for (auto i = marks; i >= 0; --i) {
+    const std::string_view wanted = store::takeValue(attribute);
     const long number = numeroConnu(wanted);
     const auto found = std::find_if(all.begin(), all.end(), [&](const toolkit::ListItem& line) {
       return line.data != 0 && line.data == number;
@@ -150,33 +156,34 @@ std::vector<toolkit::ListItem> Ong5::lignes(const toolkit::ListBox& possible,
 
 void Ong5::Afficher_Ong5() {
   const screen::Quiet quiet(context_.session);
-  vider();
+  commencer();
   const store::DynamicArray& record = context_.session.RecOrgChg->fields();
   montrerParametres(record);
   for (const auto& [code, option] : types(page_)) {
     option->setValue(record.get(attribut::TypeBordOrgChg) == code);
   }
   montrerExemplaires(record.get(attribut::NbExemplOrgChg));
-  page_.Txt_CodeThesaurus.setText(record.get(attribut::CodeThesaurus));
+  page_.Txt_CodeThesaurus.renewText(record.get(attribut::CodeThesaurus));
   thesaurus_.keep(record.get(attribut::CodeThesaurus), page_.Txt_CodeThesaurus.text());
-  page_.Txt_IdentMagnetOrgChg.setText(record.get(attribut::IdentMagnetOrgChg));
+  page_.Txt_IdentMagnetOrgChg.renewText(record.get(attribut::IdentMagnetOrgChg));
   identification_.keep(record.get(attribut::IdentMagnetOrgChg), page_.Txt_IdentMagnetOrgChg.text());
   montrerTri(record);
 }
 
 void Ong5::montrerParametres(const store::DynamicArray& record) {
-  page_.Lst_ParamSelecOrgChg.setItems(
-      lignes(page_.Lst_ParamPossOrgChg, record, attribut::ParamSelecOrgChg));
-  parametres_.keep(record.get(attribut::ParamSelecOrgChg),
-                   identifiants(page_.Lst_ParamSelecOrgChg));
+  const std::string_view attribute = record.get(attribut::ParamSelecOrgChg);
+  const std::string_view shown = depuisLePremier(attribute);
+  page_.Lst_ParamSelecOrgChg.setItems(lignes(page_.Lst_ParamPossOrgChg, shown));
+  parametres_.keep(attribute, shown);
   ouvrirOrdre();
   Afficher_NbCarSelect();
 }
 
 void Ong5::montrerTri(const store::DynamicArray& record) {
-  page_.Lst_ParamTriSelect.setItems(
-      lignes(page_.Lst_ParamTriPos, record, attribut::ParamTriSelect));
-  tri_.keep(record.get(attribut::ParamTriSelect), identifiants(page_.Lst_ParamTriSelect));
+  const std::string_view attribute = record.get(attribut::ParamTriSelect);
+  const std::string_view shown = depuisLePremier(attribute);
+  page_.Lst_ParamTriSelect.setItems(lignes(page_.Lst_ParamTriPos, shown));
+  tri_.keep(attribute, shown);
 }
 
 // What the scroll bar cannot show stands in the field as it is; none is shown as one copy.
@@ -191,10 +198,19 @@ void Ong5::montrerExemplaires(std::string_view attribute) {
   page_.Bdh_NbExemp.resetValue(static_cast<int>(copies));
 }
 
+// What a record need not say anything of.
+void Ong5::commencer() {
+  page_.Lst_ParamPossOrgChg.selectNone();
+  page_.Lst_ParamTriPos.selectNone();
+  page_.Txt_NbExEmplOrgChg.setText("");
+  page_.Cmd_DroiteTri.setEnabled(false);
+  page_.Cmd_GaucheTri.setEnabled(false);
+}
+
 void Ong5::vider() {
   const screen::Quiet quiet(context_.session);
   const store::DynamicArray nothing;
-  page_.Lst_ParamPossOrgChg.selectNone();
+  commencer();
   montrerParametres(nothing);
   for (const auto& [code, option] : types(page_)) option->setValue(false);
   montrerExemplaires("1");
@@ -202,10 +218,7 @@ void Ong5::vider() {
   thesaurus_.keep("", "");
   page_.Txt_IdentMagnetOrgChg.setText("");
   identification_.keep("", "");
-  page_.Lst_ParamTriPos.selectNone();
   montrerTri(nothing);
-  page_.Cmd_DroiteTri.setEnabled(false);
-  page_.Cmd_GaucheTri.setEnabled(false);
 }
 
 // --- Writing

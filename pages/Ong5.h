@@ -54,7 +54,7 @@ class Ong5 : public Onglet {
   std::string identifiant(const toolkit::ListItem& line) const;
   std::string identifiants(const toolkit::ListBox& list) const;
   std::vector<toolkit::ListItem> lignes(const toolkit::ListBox& possible,
-                                        const store::DynamicArray& record, int attribute) const;
+                                        std::string_view attribute) const;
   void Lst_ParamTriPos_Click();
   void Lst_ParamTriSelect_Click();
 
@@ -65,6 +65,7 @@ class Ong5 : public Onglet {
   bool exemplairesInchanges() const;
   void ecrireReglesDeGestion(store::DynamicArray& record);
 
+  void commencer();
   void deplacer(int step);
   void ouvrirOrdre();
   void Afficher_NbCarSelect();

@@ -34,38 +34,16 @@ std::string_view nomDuType(std::string_view letter) {
   return letter;
 }
 
-std::string ligne(std::string_view libelle, std::string_view type) {
+void ecrireLigne(std::string& line, std::string_view libelle, std::string_view type) {
   const std::string_view nom = nomDuType(type);
-  std::string line;
+  line.clear();
   line.reserve(libelle.size() + kLargeurLibelle + 1 + nom.size());
   text::addFit(line, libelle, kLargeurLibelle);
   line += ' ';
   line += nom;
-  return line;
 }
 
 bool vide(std::string_view text) { return text::trim(text).empty(); }
-
-// The three lists of the covered activities, as they are being put together.
-struct Couvertes {
-  std::vector<toolkit::ListItem> lignes;
-  std::vector<toolkit::ListItem> codes;
-  std::vector<toolkit::ListItem> types;
-
-  explicit Couvertes(std::size_t count) {
-    for (auto* lines : {&lignes, &codes, &types}) lines->reserve(count);
-  }
-  void ajouter(std::string ligne, std::string code, std::string type) {
-    lignes.push_back({std::move(ligne), 0});
-    codes.push_back({std::move(code), 0});
-    types.push_back({std::move(type), 0});
-  }
-  void montrer(screen::Activites& page) {
-    page.Lst_ActSelect.setItems(std::move(lignes));
-    page.Lst_CodActSelect.setItems(std::move(codes));
-    page.Lst_TypeAct.setItems(std::move(types));
-  }
-};
 
 }  // namespace
 
@@ -219,21 +197,17 @@ store::DynamicArray Ong6::lireActivites() {
                        store::activites::kFile, "0 1 12");
 }
 
-void Ong6::montrerPossibles(store::DynamicArray answer) {
-  viderPossibles();
-  if (store::anySelected(answer)) {
-    activites_ = std::move(answer);
-    const int count = activites_.DCount();
-    std::vector<toolkit::ListItem> lines;
-    lines.reserve(static_cast<std::size_t>(count));
-    for (int i = 1; i <= count; ++i) {
-      std::string_view columns = activites_.get(i);
-      store::takeValue(columns);
-      const std::string_view libelle = store::takeValue(columns);
-      lines.push_back({ligne(libelle, store::takeValue(columns)), 0});
-    }
-    page_.Lst_Activite.setItems(std::move(lines));
+void Ong6::montrerPossibles(store::DynamicArray answer, std::vector<toolkit::ListItem> lines) {
+  activites_ = store::anySelected(answer) ? std::move(answer) : store::NewDynamicArray();
+  const int count = activites_.DCount();
+  lines.resize(static_cast<std::size_t>(count));
+  for (int i = 1; i <= count; ++i) {
+    std::string_view columns = activites_.get(i);
+    store::takeValue(columns);
+    const std::string_view libelle = store::takeValue(columns);
+    ecrireLigne(lines[static_cast<std::size_t>(i - 1)].text, libelle, store::takeValue(columns));
   }
+  page_.Lst_Activite.setItems(std::move(lines));
   page_.Cmd_PasseDroit.setEnabled(true);
   page_.Cmd_PasseGauche.setEnabled(true);
 }
@@ -289,9 +263,10 @@ void Ong6::Passage_A_Gauche() {
 
 void Ong6::Afficher_Ong6() {
   const screen::Quiet quiet(context_.session);
-  vider();
+  std::vector<toolkit::ListItem> room = page_.Lst_Activite.takeItems();
+  commencer();
   const store::DynamicArray& record = context_.session.RecOrgChg->fields();
-  page_.Txt_Entite.setText(record.get(attribut::Entite));
+  page_.Txt_Entite.renewText(record.get(attribut::Entite));
   entite_.keep(record.get(attribut::Entite), page_.Txt_Entite.text());
   const std::string code = page_.Txt_Entite.text();
   codeCouvert_ = code;
@@ -300,7 +275,7 @@ void Ong6::Afficher_Ong6() {
     if (entity->found()) {
       nomEntite_ = entity->fields().get(store::association::NomAsso, 1);
       page_.Cbo_Entite.setText(nomEntite_);
-      Remplir_Liste_Activite();
+      montrerPossibles(lireActivites(), std::move(room));
       context_.session.entiteCourante = code;
     }
   }
@@ -325,8 +300,9 @@ Ong6::Positions Ong6::positionsDesCouvertes(const store::DynamicArray& record) c
 void Ong6::annoncer() {
   const store::DynamicArray& record = context_.session.RecOrgChg->fields();
   context_.session.files.association->announce({std::string(record.get(attribut::Entite))});
-  std::vector<std::string> codes;
   std::string_view left = record.get(attribut::CodActSelect);
+  std::vector<std::string> codes;
+  codes.reserve(static_cast<std::size_t>(record.DCount(attribut::CodActSelect)));
   while (!left.empty()) codes.emplace_back(store::takeValue(left));
   context_.session.files.activites->announce(codes);
 }
@@ -345,14 +321,21 @@ void Ong6::montrerCouvertes(const store::DynamicArray& record) {
     covered.push_back(activite(code, positions.at(code)));
     if (type.empty()) type = covered.back().type;
   }
-  Couvertes shown(count);
+  auto lignes = page_.Lst_ActSelect.takeItems();
+  auto codes = page_.Lst_CodActSelect.takeItems();
+  auto types = page_.Lst_TypeAct.takeItems();
+  for (auto* lines : {&lignes, &codes, &types}) lines->resize(count);
   left = record.get(attribut::CodActSelect);
-  for (const Activite& known : covered) {
+  for (std::size_t i = 0; i < count; ++i) {
+    const Activite& known = covered[i];
     const std::string& own = known.type.empty() ? type : known.type;
-    shown.ajouter(ligne(known.libelle, own), std::string(store::takeValue(left)),
-                  text::left(own, 1));
+    ecrireLigne(lignes[i].text, known.libelle, own);
+    codes[i].text = store::takeValue(left);
+    types[i].text = text::left(own, 1);
   }
-  shown.montrer(page_);
+  page_.Lst_ActSelect.setItems(std::move(lignes));
+  page_.Lst_CodActSelect.setItems(std::move(codes));
+  page_.Lst_TypeAct.setItems(std::move(types));
 }
 
 void Ong6::montrerHeures(const store::DynamicArray& record) {
@@ -363,14 +346,19 @@ void Ong6::montrerHeures(const store::DynamicArray& record) {
   ouvrirHeures(page_, record.get(attribut::TypeOrgChg) == "P");
 }
 
-void Ong6::vider() {
-  const screen::Quiet quiet(context_.session);
+// No entity, as long as the record's has not been found.
+void Ong6::commencer() {
   entites_ = store::NewDynamicArray();
   page_.Cbo_Entite.clear();
+  oublierEntite();
+}
+
+void Ong6::vider() {
+  const screen::Quiet quiet(context_.session);
+  commencer();
   page_.Txt_Entite.setText("");
   entite_.keep("", "");
   codeCouvert_.clear();
-  oublierEntite();
   viderListes();
   page_.Cdr_GestionExclu.setEnabled(true);
   for (toolkit::OptionButton* option :

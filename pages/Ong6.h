@@ -53,7 +53,8 @@ class Ong6 : public Onglet {
   void choisirEntite(const std::string& code);
   void refuserEntite();
   store::DynamicArray lireActivites();
-  void montrerPossibles(store::DynamicArray answer);
+  // With room for the lines, where there is some.
+  void montrerPossibles(store::DynamicArray answer, std::vector<toolkit::ListItem> lines = {});
   void viderPossibles();
   void oublierEntite();
   void chercherEntite();
@@ -70,6 +71,7 @@ class Ong6 : public Onglet {
   void montrerCouvertes(const store::DynamicArray& record);
   void montrerHeures(const store::DynamicArray& record);
   void viderListes();
+  void commencer();
 
   bool typesMeles() const;
   bool memeService() const;

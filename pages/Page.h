@@ -22,7 +22,8 @@ class Page {
   Page& operator=(const Page&) = delete;
   virtual ~Page() = default;
 
-  // Afficher_OngN: clears the page, then shows the record. Handlers stay quiet meanwhile.
+  // Afficher_OngN: shows the record, and leaves nothing of what the page showed before. Handlers
+  // stay quiet meanwhile.
   virtual void afficher() = 0;
   // Tells the store which records afficher is about to read.
   virtual void annoncer() {}

@@ -68,6 +68,7 @@ struct FicheEnMain {
     if (read->fields().empty()) return;
     RecOrgChg = std::move(read);
     codeEnMain = code;
+    RecOrgChg->fields().DCount();  // finds the attributes for the copy too
     ImageOrgChg = RecOrgChg->fields().text();
     AncienOrgChg = RecOrgChg->fields();
   }

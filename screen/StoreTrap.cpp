@@ -30,7 +30,8 @@ void announcing(EditSession& session, std::string_view procedure,
 
 bool quietly(EditSession& session, std::string_view procedure,
              const std::function<void()>& handler) {
-  return toolkit::quietly(procedure, [&] { announcing(session, procedure, handler); });
+  const auto deed = [&] { announcing(session, procedure, handler); };
+  return toolkit::quietly(procedure, std::ref(deed));
 }
 
 bool resumeNext(EditSession& session, std::string_view procedure,
