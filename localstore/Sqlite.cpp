@@ -154,6 +154,12 @@ int Query::stepWithPatience() {
   return givenUp_ ? SQLITE_DONE : result;
 }
 
+Query& Query::again() {
+  // What the last step failed with has been thrown then.
+  sqlite3_reset(statement_.get());
+  return *this;
+}
+
 bool Query::step() {
   const int result = patience_ > 0 ? stepWithPatience() : sqlite3_step(statement_.get());
   if (result == SQLITE_ROW) return true;

@@ -47,6 +47,8 @@ class Query {
   void giveUpAfter(int instructions);
   bool givenUp() const { return givenUp_; }
 
+  // To its beginning, for other parameters.
+  Query& again();
   // True when there is a row. Throws StoreError.
   bool step();
   // Runs a statement that gives no row (or whose rows do not matter).

@@ -13,6 +13,7 @@ namespace localstore {
 
 using multivalue::AccessPath;
 using multivalue::FileDescription;
+using multivalue::Replacement;
 using multivalue::Scan;
 
 namespace {
@@ -332,11 +333,42 @@ bool SqliteEngine::exchange(const FileDescription& file, std::string_view id,
         .run();
   }
   if (connection_.rowsChanged() == 0) return false;
-  for (const int attribute : file.indexed) {
-    reindex(file, attribute, id, multivalue::attributeOf(before.value_or(""), attribute),
-            multivalue::attributeOf(after.value_or(""), attribute));
+  reindex(file, id, before.value_or(""), after.value_or(""));
+  return true;
+}
+
+std::vector<std::optional<std::string>> SqliteEngine::readAllLocked(
+    const FileDescription& file, const std::vector<std::string>& ids) {
+  std::vector<std::optional<std::string>> records;
+  records.reserve(ids.size());
+  Query query(connection_, statementsOf(file).read);
+  for (const std::string& id : ids) {
+    std::optional<std::string>& record = records.emplace_back();
+    if (query.again().bind(1, id).step()) record.emplace(query.text(0));
+  }
+  return records;
+}
+
+bool SqliteEngine::exchangeAll(const FileDescription& file, const std::vector<Replacement>& all) {
+  Query replacing(connection_, statementsOf(file).replace);
+  for (const Replacement& each : all) {
+    if (!each.before) {
+      if (!exchange(file, each.id, std::nullopt, each.after)) return false;
+      continue;
+    }
+    replacing.again().bind(1, each.id).bindBytes(2, *each.before).bindBytes(3, each.after).run();
+    if (connection_.rowsChanged() == 0) return false;
+    reindex(file, each.id, *each.before, each.after);
   }
   return true;
+}
+
+void SqliteEngine::reindex(const FileDescription& file, std::string_view id,
+                           std::string_view before, std::string_view after) {
+  for (const int attribute : file.indexed) {
+    reindex(file, attribute, id, multivalue::attributeOf(before, attribute),
+            multivalue::attributeOf(after, attribute));
+  }
 }
 
 void SqliteEngine::reindex(const FileDescription& file, int attribute, std::string_view id,

@@ -5,6 +5,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "localstore/Sqlite.h"
 #include "multivalue/Engine.h"
@@ -42,6 +43,10 @@ class SqliteEngine final : public multivalue::Engine {
   bool exchange(const multivalue::FileDescription& file, std::string_view id,
                 std::optional<std::string_view> before,
                 std::optional<std::string_view> after) override;
+  std::vector<std::optional<std::string>> readAllLocked(
+      const multivalue::FileDescription& file, const std::vector<std::string>& ids) override;
+  bool exchangeAll(const multivalue::FileDescription& file,
+                   const std::vector<multivalue::Replacement>& all) override;
   std::unique_ptr<multivalue::Cursor> scan(const multivalue::Scan& scan) override;
   std::int64_t count(const multivalue::FileDescription& file, const multivalue::AccessPath* path,
                      std::int64_t limit) override;
@@ -58,6 +63,8 @@ class SqliteEngine final : public multivalue::Engine {
 
   void checkTables();
   Statements& statementsOf(const multivalue::FileDescription& file);
+  void reindex(const multivalue::FileDescription& file, std::string_view id,
+               std::string_view before, std::string_view after);
   void reindex(const multivalue::FileDescription& file, int attribute, std::string_view id,
                std::string_view before, std::string_view after);
 

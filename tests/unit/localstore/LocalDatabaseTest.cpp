@@ -4,6 +4,7 @@
 
 #include "LocalStore.h"
 #include "localstore/Place.h"
+#include "localstore/SqliteEngine.h"
 #include "tests/support/Seed.h"
 
 namespace {
@@ -34,6 +35,42 @@ TEST(LocalDatabase, AStoreIsFoundAgainAsItWasLeft) {
   const auto database = openLocalDatabase(path);
   EXPECT_EQ(database->OpenFile("MINE")->ReadRecord("1")->fields().text(), "x");
   EXPECT_EQ(database->fieldName("ORGPRISECHARGE", 1), "SigleOrgChg");
+}
+
+// --- Many records at once
+
+TEST(ManyRecords, AnExchangeTellsWhetherAllWereAsExpected) {
+  const LocalStore store;
+  localstore::SqliteEngine engine(store.path(), localstore::Connection::Mode::Open);
+  const auto file = engine.describe("ORGPRISECHARGE");
+  const auto exchange = [&](const std::vector<multivalue::Replacement>& all) {
+    const auto whole = engine.begin();
+    const bool done = engine.exchangeAll(*file, all);
+    if (done) whole->commit();
+    return done;
+  };
+  EXPECT_TRUE(exchange({}));
+  EXPECT_TRUE(exchange({{"1", {}, "A"}, {"2", {}, "B"}}));
+  EXPECT_FALSE(exchange({{"3", {}, "C"}, {"2", {}, "X"}})) << "there is a record";
+  EXPECT_FALSE(exchange({{"1", "A", "X"}, {"2", "not B", "X"}}));
+  EXPECT_FALSE(exchange({{"1", "A", "X"}, {"9", "A", "X"}})) << "there is none";
+  EXPECT_EQ(engine.read(*file, "1"), "A");
+  EXPECT_TRUE(exchange({{"1", "A", "A2"}, {"2", "B", "B2"}, {"3", {}, "C"}}));
+  EXPECT_EQ(engine.read(*file, "3"), "C");
+  EXPECT_EQ(store.select("SSELECT ORGPRISECHARGE AVEC 1 = \"A2\""), "1");
+  EXPECT_EQ(store.select("SSELECT ORGPRISECHARGE AVEC 1 = \"A\""), "");
+}
+
+TEST(ManyRecords, WhatIsReadIsAlignedWithTheIdentifiers) {
+  const LocalStore store;
+  store->write("TABLES", "1", "x");
+  store->write("TABLES", "2", "");
+  localstore::SqliteEngine engine(store.path(), localstore::Connection::Mode::Open);
+  const auto file = engine.describe("TABLES");
+  const auto whole = engine.begin();
+  EXPECT_EQ(engine.readAllLocked(*file, {"2", "9", "1"}),
+            (std::vector<std::optional<std::string>>{"", std::nullopt, "x"}));
+  EXPECT_TRUE(engine.readAllLocked(*file, {}).empty());
 }
 
 // --- Stores that cannot be used
