@@ -16,7 +16,7 @@ namespace {
 
 constexpr int kBodies = 999;
 constexpr double kInitLimit = 2.5;
-constexpr double kLookUpLimit = 2.8;
+constexpr double kLookUpLimit = 2.3;
 constexpr double kSaveLimit = 2.0;
 constexpr double kHeapLimit = 1.05;
 constexpr int kRates = 12;
