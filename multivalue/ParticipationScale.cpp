@@ -74,13 +74,13 @@ void addHistory(std::string& text, std::string_view held, int place, std::string
 std::string_view addUpTo(std::string& text, std::string_view record, int attribute) {
   std::size_t at = 0;
   for (int missing = attribute - 1; missing > 0; --missing) {
-    const std::size_t mark = record.find(store::kAttributeMark, at);
-    if (mark == std::string_view::npos) {
+    const std::size_t size = attributeEnd(record.substr(at));
+    if (size == std::string_view::npos) {
       text += record;
       text.append(static_cast<std::size_t>(missing), store::kAttributeMark);
       return {};
     }
-    at = mark + 1;
+    at += size + 1;
   }
   text += record.substr(0, at);
   return record.substr(at);
@@ -175,7 +175,7 @@ std::optional<std::string> beginPeriod(std::string_view agreement, const Period&
   text.reserve(agreement.size() + 32);
   std::string_view left = addUpTo(text, agreement, TxRembAcc);
   for (int attribute = TxRembAcc; attribute <= PartBenefAcc; ++attribute) {
-    const std::size_t mark = left.find(store::kAttributeMark);
+    const std::size_t mark = attributeEnd(left);
     addHistory(text, left.substr(0, mark), *place, values[attribute - TxRembAcc]);
     const bool ends = mark == std::string_view::npos;
     left = ends ? std::string_view() : left.substr(mark + 1);

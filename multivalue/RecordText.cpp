@@ -1,18 +1,29 @@
 #include "multivalue/RecordText.h"
 
+#include <algorithm>
 #include <cstddef>
 
 #include "store/DynamicArray.h"
 
 namespace multivalue {
 
+// Most attributes are short, and their end is looked at sooner than it is searched for.
+std::size_t attributeEnd(std::string_view record) {
+  constexpr std::size_t kShort = 16;
+  const std::size_t most = std::min(record.size(), kShort);
+  for (std::size_t at = 0; at < most; ++at) {
+    if (record[at] == store::kAttributeMark) return at;
+  }
+  return record.find(store::kAttributeMark, most);
+}
+
 std::string_view attributeOf(std::string_view record, int attribute) {
   for (int skipped = 1; skipped < attribute; ++skipped) {
-    const std::size_t mark = record.find(store::kAttributeMark);
+    const std::size_t mark = attributeEnd(record);
     if (mark == std::string_view::npos) return {};
     record.remove_prefix(mark + 1);
   }
-  return record.substr(0, record.find(store::kAttributeMark));
+  return record.substr(0, attributeEnd(record));
 }
 
 std::string_view firstValue(std::string_view attribute) {

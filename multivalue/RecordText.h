@@ -1,6 +1,7 @@
 // What stands in a record's text: its attributes, and the index entries that they make.
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <map>
 #include <string_view>
@@ -9,6 +10,8 @@ namespace multivalue {
 
 // An attribute (from 1) of a record's text, with its value marks; "" past the end.
 std::string_view attributeOf(std::string_view record, int attribute);
+// Where the first attribute of a text ends: its mark, npos when it is the last.
+std::size_t attributeEnd(std::string_view record);
 // The first value of an attribute's text.
 std::string_view firstValue(std::string_view attribute);
 
