@@ -22,7 +22,7 @@
 
 namespace {
 
-constexpr double kLimit = 1.8;
+constexpr double kLimit = 1.6;
 constexpr double kGrowthLimit = 1.5;
 constexpr int kTenth = 10;
 constexpr int kSizes[] = {1'000, 10'000, 100'000};  // agreements of a body
