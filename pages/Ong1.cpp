@@ -12,12 +12,10 @@ Ong1::Ong1(PageContext context, AddressPort& adresse)
     : Onglet(context, &screen::EditSession::ErreurOng1),
       adresse_(adresse),
       fields_{
-          {{&context.screen.bar.Txt_SigleOrgChg, attribut::SigleOrgChg, {}},
-           {&context.screen.coordonnees.Txt_RaisonOrgChg, attribut::RaisonOrgChg, {}},
-           {&context.screen.coordonnees.Txt_InterlocDossOrgChg, attribut::InterlocDossOrgChg, {}},
-           {&context.screen.coordonnees.Txt_InterlocFactOrgChg,
-            attribut::InterlocFactOrgChg,
-            {}}}} {}
+          {&context.screen.bar.Txt_SigleOrgChg, attribut::SigleOrgChg, {}},
+          {&context.screen.coordonnees.Txt_RaisonOrgChg, attribut::RaisonOrgChg, {}},
+          {&context.screen.coordonnees.Txt_InterlocDossOrgChg, attribut::InterlocDossOrgChg, {}},
+          {&context.screen.coordonnees.Txt_InterlocFactOrgChg, attribut::InterlocFactOrgChg, {}}} {}
 
 void Ong1::Afficher_Ong1() {
   const screen::Quiet quiet(context_.session);

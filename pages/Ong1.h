@@ -1,7 +1,7 @@
 // The contact details page: acronym, company name, address, contacts.
 #pragma once
 
-#include <array>
+#include <vector>
 
 #include "pages/AddressPort.h"
 #include "pages/Onglet.h"
@@ -31,7 +31,7 @@ class Ong1 : public Onglet {
   void montrer(Field& field, std::string_view attribute);
 
   AddressPort& adresse_;
-  std::array<Field, 4> fields_;
+  std::vector<Field> fields_;
 };
 
 }  // namespace pages
