@@ -202,7 +202,7 @@ void Ong5::montrerExemplaires(std::string_view attribute) {
 void Ong5::commencer() {
   page_.Lst_ParamPossOrgChg.selectNone();
   page_.Lst_ParamTriPos.selectNone();
-  page_.Txt_NbExEmplOrgChg.setText("");
+  page_.Txt_NbExEmplOrgChg.setText("1");
   page_.Cmd_DroiteTri.setEnabled(false);
   page_.Cmd_GaucheTri.setEnabled(false);
 }

@@ -22,8 +22,8 @@ void TextBox::setText(std::string_view text) {
 }
 
 void TextBox::renewText(std::string_view text) {
+  if (text == text_ || holdsMarkBytes(text)) setText("");
   setText(text);
-  if (selectionStart_ != 0 || selectionLength_ != 0) select(0, 0);
 }
 
 void TextBox::setMaxLength(int characters) {

@@ -12,7 +12,8 @@ class TextBox : public Control {
   // By code: fires Change unless it is the text it has. The mark bytes 0xFE and 0xFD are removed.
   // Does not mind the limit.
   void setText(std::string_view text);
-  // The same as if it had been emptied before: caret and selection start anew, whatever it held.
+  // The same as if it had been emptied before: caret and selection start anew whatever it held, and
+  // nothing that was typed before can be brought back.
   void renewText(std::string_view text);
   // Characters that the user can type; 0: no limit. Code may assign more.
   int maxLength() const { return maxLength_; }

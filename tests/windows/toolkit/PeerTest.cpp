@@ -696,6 +696,18 @@ TEST_F(Peers, ATextBoxWritesItsLineInItsMiddle) {
   EXPECT_EQ(SendMessageW(window(box), WM_NCHITTEST, 0, inSpare), HTCLIENT);
 }
 
+// Undone into another body, it would be saved with that.
+TEST_F(Peers, WhatWasTypedCannotBeBroughtBackIntoATextThatIsRenewed) {
+  goTo(box);
+  host().type(L"ab");
+  ASSERT_EQ(box.text(), "ab");
+  ASSERT_TRUE(SendMessageW(window(box), EM_CANUNDO, 0, 0));
+  box.renewText("ab");
+  EXPECT_FALSE(SendMessageW(window(box), EM_CANUNDO, 0, 0));
+  SendMessageW(window(box), WM_UNDO, 0, 0);
+  EXPECT_EQ(box.text(), "ab");
+}
+
 TEST_F(Peers, EachTabLeavesItsCaptionSpareWidth) {
   SSTab row(&surface, "Ong_Row", {"Un", "Participation béné&ficiaire", "Trois"});
   row.setPlace({0, 4500, 6000, 1500});
