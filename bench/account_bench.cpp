@@ -17,7 +17,7 @@
 namespace {
 
 constexpr int kFound = 100'000;
-constexpr double kLimit = 1.3;
+constexpr double kLimit = 1.5;
 constexpr double kMemoryLimit = 1.5;
 constexpr const char* kEntity = "010";
 constexpr const char* kTyped = "41";

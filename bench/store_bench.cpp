@@ -254,13 +254,13 @@ struct Pair {
 constexpr double kPrefixLimit = 1.15;
 constexpr double kOrderLimit = 1.3;
 // Both sides only copy what SQLite hands out: a busy machine shows.
-constexpr double kIndexLimit = 1.3;
+constexpr double kIndexLimit = 1.5;
 // They wait for memory.
 constexpr double kScatteredLimit = 1.5;
 // Few rows leave the sentence itself to be seen: it is read and planned anew each time, where the
 // statement written by hand has been prepared once.
-constexpr double kFewLimit = 1.4;
-constexpr double kOneLimit = 1.5;
+constexpr double kFewLimit = 1.7;
+constexpr double kOneLimit = 1.7;
 
 constexpr Pair kPairs[] = {
     {"AccountOfANumber", "SSELECT PLANCOMPTABLE AVEC @ID = \"0014113000000]\" PAR 1", "0 1",
