@@ -75,6 +75,13 @@ bool leftOut(UINT message) {
          (message >= WM_MOUSEFIRST && message <= WM_MOUSELAST);
 }
 
+// Whose last parameter is code to be run: that of a timer is run by whoever takes the message from
+// the queue, and a wrong one ends any program.
+bool runsCode(UINT message) {
+  constexpr UINT kSystemTimer = 0x0118;
+  return message == WM_TIMER || message == kSystemTimer;
+}
+
 class Dice {
  public:
   std::uint32_t next(std::uint32_t sides) {
@@ -110,8 +117,9 @@ void random(HWND host) {
     const UINT message = dice.next(50) == 0 ? name : dice.next(bound);
     if (leftOut(message)) continue;
     HWND window = windows[dice.next(static_cast<std::uint32_t>(windows.size()))];
-    PostMessageW(window, message, static_cast<WPARAM>(dice.parameter(windows)),
-                 dice.parameter(windows));
+    const auto wParam = static_cast<WPARAM>(dice.parameter(windows));
+    const LPARAM lParam = dice.parameter(windows);
+    PostMessageW(window, message, wParam, runsCode(message) ? 0 : lParam);
     if (++i % 200 == 0) send(host, WM_NULL);
   }
 }
