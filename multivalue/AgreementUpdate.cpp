@@ -165,8 +165,9 @@ class Update {
       Replacement& each = block_[i];
       const std::optional<std::size_t> beneficiary = beneficiaries_[i];
       std::optional<std::string> after;
-      if (beneficiary && periods[*beneficiary]) {
-        after = beginPeriod(each.textBefore(), *periods[*beneficiary]);
+      if (beneficiary) {
+        const std::optional<Period>& period = periods[*beneficiary];
+        if (period) after = beginPeriod(each.textBefore(), *period);
       }
       (after ? modified_ : limit_).add(each.id);
       if (!after) continue;
