@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "ExchangesOfMany.h"
 #include "LocalStore.h"
 #include "localstore/Place.h"
 #include "localstore/SqliteEngine.h"
@@ -43,20 +44,7 @@ TEST(ManyRecords, AnExchangeTellsWhetherAllWereAsExpected) {
   const LocalStore store;
   localstore::SqliteEngine engine(store.path(), localstore::Connection::Mode::Open);
   const auto file = engine.describe("ORGPRISECHARGE");
-  const auto exchange = [&](const std::vector<multivalue::Replacement>& all) {
-    const auto whole = engine.begin();
-    const bool done = engine.exchangeAll(*file, all);
-    if (done) whole->commit();
-    return done;
-  };
-  EXPECT_TRUE(exchange({}));
-  EXPECT_TRUE(exchange({{"1", {}, "A"}, {"2", {}, "B"}}));
-  EXPECT_FALSE(exchange({{"3", {}, "C"}, {"2", {}, "X"}})) << "there is a record";
-  EXPECT_FALSE(exchange({{"1", "A", "X"}, {"2", "not B", "X"}}));
-  EXPECT_FALSE(exchange({{"1", "A", "X"}, {"9", "A", "X"}})) << "there is none";
-  EXPECT_EQ(engine.read(*file, "1"), "A");
-  EXPECT_TRUE(exchange({{"1", "A", "A2"}, {"2", "B", "B2"}, {"3", {}, "C"}}));
-  EXPECT_EQ(engine.read(*file, "3"), "C");
+  expectExchangesOfManyTold(engine, *file);
   EXPECT_EQ(store.select("SSELECT ORGPRISECHARGE AVEC 1 = \"A2\""), "1");
   EXPECT_EQ(store.select("SSELECT ORGPRISECHARGE AVEC 1 = \"A\""), "");
 }

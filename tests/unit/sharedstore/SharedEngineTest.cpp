@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "AgreementStore.h"
+#include "ExchangesOfMany.h"
 #include "SharedStoreUnderTest.h"
 
 namespace {
@@ -56,20 +57,7 @@ TEST_F(Shared, AnExchangeTellsWhetherWhatIsStoredWasAsExpected) {
 TEST_F(Shared, AnExchangeOfManyTellsWhetherAllWereAsExpected) {
   sharedstore::SharedEngine engine(store_.connection());
   const auto file = engine.describe("ORGPRISECHARGE");
-  const auto exchange = [&](const std::vector<multivalue::Replacement>& all) {
-    const auto whole = engine.begin();
-    const bool done = engine.exchangeAll(*file, all);
-    if (done) whole->commit();
-    return done;
-  };
-  EXPECT_TRUE(exchange({}));
-  EXPECT_TRUE(exchange({{"1", {}, "A"}, {"2", {}, "B"}}));
-  EXPECT_FALSE(exchange({{"3", {}, "C"}, {"2", {}, "X"}})) << "there is a record";
-  EXPECT_FALSE(exchange({{"1", "A", "X"}, {"2", "not B", "X"}}));
-  EXPECT_FALSE(exchange({{"1", "A", "X"}, {"9", "A", "X"}})) << "there is none";
-  EXPECT_EQ(engine.read(*file, "1"), "A");
-  EXPECT_TRUE(exchange({{"1", "A", "A2"}, {"2", "B", "B2"}, {"3", {}, "C"}}));
-  EXPECT_EQ(engine.read(*file, "3"), "C");
+  expectExchangesOfManyTold(engine, *file);
   EXPECT_EQ(database_->ExecuteSentence("SSELECT ORGPRISECHARGE AVEC 1 = \"A2\"").text(), "1");
   EXPECT_EQ(store_.fault(), "");
 }
