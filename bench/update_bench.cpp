@@ -238,16 +238,6 @@ UpdateStore& updateStore() {
 
 int sizeOf(const benchmark::State& state) { return static_cast<int>(state.range(0)); }
 
-void update(benchmark::State& state) {
-  for (auto _ : state) {
-    state.PauseTiming();
-    updateStore().restore(sizeOf(state));
-    state.ResumeTiming();
-    updateStore().update(sizeOf(state));
-  }
-  state.counters["limit"] = kLimit;
-}
-
 // What an update of so many writes; each side must leave the same.
 const Records& recordsOf(int agreements) {
   static std::map<int, Records> found;
@@ -290,7 +280,12 @@ void besideBare(benchmark::State& state) {
 }
 
 void grown(benchmark::State& state) {
-  update(state);
+  for (auto _ : state) {
+    state.PauseTiming();
+    updateStore().restore(sizeOf(state));
+    state.ResumeTiming();
+    updateStore().update(sizeOf(state));
+  }
   state.counters["limit"] = kGrowthLimit;
 }
 
